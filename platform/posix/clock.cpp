@@ -1,0 +1,158 @@
+// Sleep, local time, the time zone and the performance counter.
+//
+// The device's zone is kept in its registry; without one there the host's holds. The host's own is
+// never touched.
+
+#include "platform/posix/clock.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <optional>
+
+#include "platform/posix/call_hook.h"
+#include "platform/posix/last_error.h"
+#include "platform/posix/registry_file.h"
+
+namespace {
+
+constexpr int64_t TICKS_PER_SECOND = 10'000'000;
+constexpr int64_t NANOSECONDS_PER_TICK = 100;
+constexpr int64_t SECONDS_1601_TO_1970 = 11'644'473'600;
+constexpr int64_t SECONDS_PER_MINUTE = 60;
+constexpr int64_t NANOSECONDS_PER_SECOND = 1'000'000'000;
+
+constexpr char16_t ZONE_KEY[] = u"HKEY_LOCAL_MACHINE\\Time";
+constexpr char16_t ZONE_VALUE[] = u"TimeZoneInformation";
+
+std::optional<TIME_ZONE_INFORMATION> deviceZone;
+
+TIME_ZONE_INFORMATION hostZone() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    ::localtime_r(&now, &local);
+    TIME_ZONE_INFORMATION zone{};
+    zone.Bias = static_cast<LONG>(-local.tm_gmtoff / SECONDS_PER_MINUTE);
+    return zone;
+}
+
+const TIME_ZONE_INFORMATION& zone() {
+    if (!deviceZone) {
+        deviceZone = hostZone();
+        const posix::Registry registry = posix::loadRegistry();
+        const posix::RegistryValue* stored = registry.find(ZONE_KEY, ZONE_VALUE);
+        if (stored != nullptr && stored->data.size() == sizeof *deviceZone)
+            std::memcpy(&*deviceZone, stored->data.data(), sizeof *deviceZone);
+    }
+    return *deviceZone;
+}
+
+FILETIME fromTicks(int64_t ticks) {
+    return {static_cast<DWORD>(ticks & 0xFFFFFFFF), static_cast<DWORD>(ticks >> 32)};
+}
+
+int64_t toTicks(const FILETIME& time) {
+    return (int64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
+}
+
+}  // namespace
+
+namespace posix {
+
+FILETIME fileTime(const timespec& time) {
+    return fromTicks((time.tv_sec + SECONDS_1601_TO_1970) * TICKS_PER_SECOND +
+                     time.tv_nsec / NANOSECONDS_PER_TICK);
+}
+
+FILETIME creationTime(int folder, const std::string& name, const struct stat& status) {
+    struct statx more {};
+    if (::statx(folder, name.c_str(), AT_SYMLINK_NOFOLLOW, STATX_BTIME, &more) == 0 &&
+        (more.stx_mask & STATX_BTIME) != 0)
+        return fileTime({more.stx_btime.tv_sec, static_cast<long>(more.stx_btime.tv_nsec)});
+    return fileTime(status.st_mtim);
+}
+
+void forgetTimeZone() {
+    deviceZone.reset();
+}
+
+}  // namespace posix
+
+void Sleep(DWORD milliseconds) {
+    if (posix::errorFromHook("Sleep", milliseconds) != ERROR_SUCCESS)
+        return;
+    timespec left{static_cast<std::time_t>(milliseconds / 1000),
+                  static_cast<long>(milliseconds % 1000) * 1'000'000};
+    while (::nanosleep(&left, &left) != 0 && errno == EINTR) {
+    }
+}
+
+void GetLocalTime(SYSTEMTIME* time) {
+    if (posix::errorFromHook("GetLocalTime") != ERROR_SUCCESS)
+        return;
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    const FILETIME utc = posix::fileTime(now);
+    FILETIME local{};
+    FileTimeToLocalFileTime(&utc, &local);
+    FileTimeToSystemTime(&local, time);
+}
+
+DWORD GetTimeZoneInformation(TIME_ZONE_INFORMATION* information) {
+    if (posix::refusedByHook("GetTimeZoneInformation"))
+        return TIME_ZONE_ID_INVALID;
+    *information = zone();
+    return TIME_ZONE_ID_UNKNOWN;
+}
+
+BOOL SetTimeZoneInformation(const TIME_ZONE_INFORMATION* information) {
+    if (posix::refusedByHook("SetTimeZoneInformation"))
+        return FALSE;
+    posix::Registry registry = posix::loadRegistry();
+    const auto* bytes = reinterpret_cast<const BYTE*>(information);
+    registry.set(ZONE_KEY, ZONE_VALUE, {REG_BINARY, {bytes, bytes + sizeof *information}});
+    if (const DWORD error = posix::saveRegistry(registry))
+        return posix::fail(error);
+    deviceZone = *information;
+    return TRUE;
+}
+
+BOOL FileTimeToLocalFileTime(const FILETIME* time, FILETIME* local) {
+    const int64_t bias = int64_t{zone().Bias} + zone().StandardBias;
+    *local = fromTicks(toTicks(*time) - bias * SECONDS_PER_MINUTE * TICKS_PER_SECOND);
+    return TRUE;
+}
+
+BOOL FileTimeToSystemTime(const FILETIME* time, SYSTEMTIME* calendar) {
+    const int64_t ticks = toTicks(*time);
+    if (ticks < 0)
+        return posix::fail(ERROR_INVALID_PARAMETER);
+    const std::time_t seconds = ticks / TICKS_PER_SECOND - SECONDS_1601_TO_1970;
+    std::tm parts{};
+    ::gmtime_r(&seconds, &parts);
+    calendar->wYear = static_cast<WORD>(parts.tm_year + 1900);
+    calendar->wMonth = static_cast<WORD>(parts.tm_mon + 1);
+    calendar->wDayOfWeek = static_cast<WORD>(parts.tm_wday);
+    calendar->wDay = static_cast<WORD>(parts.tm_mday);
+    calendar->wHour = static_cast<WORD>(parts.tm_hour);
+    calendar->wMinute = static_cast<WORD>(parts.tm_min);
+    calendar->wSecond = static_cast<WORD>(parts.tm_sec);
+    calendar->wMilliseconds =
+        static_cast<WORD>(ticks % TICKS_PER_SECOND / (TICKS_PER_SECOND / 1000));
+    return TRUE;
+}
+
+BOOL QueryPerformanceFrequency(LARGE_INTEGER* frequency) {
+    frequency->QuadPart = NANOSECONDS_PER_SECOND;
+    return TRUE;
+}
+
+BOOL QueryPerformanceCounter(LARGE_INTEGER* count) {
+    timespec now{};
+    ::clock_gettime(CLOCK_MONOTONIC, &now);
+    count->QuadPart = now.tv_sec * NANOSECONDS_PER_SECOND + now.tv_nsec;
+    return TRUE;
+}

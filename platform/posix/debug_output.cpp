@@ -1,0 +1,19 @@
+// Debugger output goes to standard error, one line a message.
+
+#include <cstdio>
+
+#include "platform/posix/call_hook.h"
+#include "platform/posix/utf.h"
+
+void OutputDebugStringW(LPCWSTR text) {
+    if (posix::errorFromHook("OutputDebugStringW", text) != ERROR_SUCCESS)
+        return;
+    std::string line = posix::toUtf8(text);
+    line.erase(line.find_last_not_of("\r\n") + 1);
+    for (char& c : line) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || byte == 0x7F)
+            c = ' ';
+    }
+    std::fprintf(stderr, "%s\n", line.c_str());
+}

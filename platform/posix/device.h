@@ -1,0 +1,28 @@
+// The folder of the host that stands for the device's file system.
+//
+// A path of the device is resolved on its text alone: both separators, doubled ones, "." and "..",
+// which never climb above the device folder. The device knows no links: below its drives (the first
+// folder of a path, which may be a mount point or a link to one) a path through a link is refused.
+#pragma once
+
+#include <string>
+
+#include "platform/posix/win32_api.h"
+
+// The device folder: the variable UPDATER_DEVICE, or "device" in the current folder.
+const std::string& deviceRoot();
+
+// Takes another folder from now on, for tests.
+void setDeviceRoot(const std::string& folder);
+
+namespace posix {
+
+// A path that does not begin with a separator counts from the current folder of the host. The
+// result has no separator at its end.
+std::string resolveOnText(LPCWSTR path);
+
+// Resolves `path` into `host` for use. Returns 0, or the error with which the call is to fail: 3
+// for a path of 260 characters or more, 5 for one that leads through a link.
+DWORD resolve(LPCWSTR path, std::string& host);
+
+}  // namespace posix

@@ -1,0 +1,130 @@
+// FindFirstFileW and its companions. A pattern ends in "*" (all of a folder) or in a name (that one
+// alone). A folder's entries come sorted by name behind "." and "..", so that a run repeats. What
+// is neither a file nor a folder nor a link is not listed.
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <vector>
+
+#include "platform/posix/call_hook.h"
+#include "platform/posix/clock.h"
+#include "platform/posix/device.h"
+#include "platform/posix/file_status.h"
+#include "platform/posix/last_error.h"
+#include "platform/posix/utf.h"
+
+using posix::fail;
+using posix::refusedByHook;
+
+namespace {
+
+struct Search {
+    int folder = -1;
+    std::vector<std::string> names;
+    std::size_t next = 0;
+};
+
+bool readNames(DIR* folder, Search& search) {
+    while (const dirent* entry = ::readdir(folder))
+        search.names.emplace_back(entry->d_name);
+    std::sort(search.names.begin(), search.names.end());
+    return true;
+}
+
+// Opens the folder of `host` (or `host` itself) and collects the names to be found.
+DWORD start(const std::string& host, bool wholeFolder, Search& search) {
+    const std::size_t slash = host.rfind('/');
+    const std::string path = wholeFolder ? host : host.substr(0, slash);
+    DIR* folder = ::opendir(path.c_str());
+    if (folder == nullptr)
+        return errno == ENOTDIR && wholeFolder ? ERROR_DIRECTORY
+               : errno == ENOENT               ? ERROR_PATH_NOT_FOUND
+                                               : posix::windowsError(errno, path);
+    if (wholeFolder)
+        readNames(folder, search);
+    else
+        search.names.push_back(host.substr(slash + 1));
+    search.folder = ::fcntl(::dirfd(folder), F_DUPFD_CLOEXEC, 0);
+    ::closedir(folder);
+    return search.folder < 0 ? ERROR_TOO_MANY_OPEN_FILES : ERROR_SUCCESS;
+}
+
+bool fill(const Search& search, const std::string& name, WIN32_FIND_DATAW& found) {
+    struct stat status {};
+    if (::fstatat(search.folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return false;
+    if (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode) && !S_ISLNK(status.st_mode))
+        return false;
+    const std::u16string wide = posix::toUtf16(name);
+    if (wide.size() >= MAX_PATH)
+        return false;
+    found = {};
+    found.dwFileAttributes = posix::attributesOf(status);
+    found.ftCreationTime = posix::creationTime(search.folder, name, status);
+    found.ftLastAccessTime = posix::fileTime(status.st_atim);
+    found.ftLastWriteTime = posix::fileTime(status.st_mtim);
+    if (!S_ISDIR(status.st_mode)) {
+        const auto size = static_cast<uint64_t>(status.st_size);
+        found.nFileSizeHigh = static_cast<DWORD>(size >> 32);
+        found.nFileSizeLow = static_cast<DWORD>(size & 0xFFFFFFFF);
+    }
+    std::copy(wide.begin(), wide.end(), found.cFileName);
+    return true;
+}
+
+bool advance(Search& search, WIN32_FIND_DATAW& found) {
+    while (search.next < search.names.size()) {
+        if (fill(search, search.names[search.next++], found))
+            return true;
+    }
+    return false;
+}
+
+void end(Search* search) {
+    if (search->folder >= 0)
+        ::close(search->folder);
+    delete search;
+}
+
+}  // namespace
+
+HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* found) {
+    if (refusedByHook("FindFirstFileW", pattern))
+        return INVALID_HANDLE_VALUE;
+    std::string host;
+    DWORD error = posix::resolve(pattern, host);
+    auto* search = new Search;
+    if (error == ERROR_SUCCESS) {
+        const bool wholeFolder = host.size() >= 2 && host.compare(host.size() - 2, 2, "/*") == 0;
+        if (wholeFolder)
+            host.resize(host.size() - 2);
+        error = start(host, wholeFolder, *search);
+    }
+    if (error == ERROR_SUCCESS && !advance(*search, *found))
+        error = ERROR_FILE_NOT_FOUND;
+    if (error == ERROR_SUCCESS)
+        return search;
+    end(search);
+    fail(error);
+    return INVALID_HANDLE_VALUE;
+}
+
+BOOL FindNextFileW(HANDLE handle, WIN32_FIND_DATAW* found) {
+    if (refusedByHook("FindNextFileW"))
+        return FALSE;
+    return advance(*static_cast<Search*>(handle), *found) || fail(ERROR_NO_MORE_FILES);
+}
+
+BOOL FindClose(HANDLE handle) {
+    if (refusedByHook("FindClose"))
+        return FALSE;
+    if (handle == nullptr || handle == INVALID_HANDLE_VALUE)
+        return fail(ERROR_INVALID_HANDLE);
+    end(static_cast<Search*>(handle));
+    return TRUE;
+}

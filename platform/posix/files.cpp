@@ -1,0 +1,145 @@
+// Folders, moves, deletions, attributes and the runtime's file open, on the host's files.
+//
+// Read-only is the absence of the owner's write bit, and holds for root too. A link is a file that
+// can be deleted and moved but not opened.
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string_view>
+
+#include "platform/posix/call_hook.h"
+#include "platform/posix/device.h"
+#include "platform/posix/file_status.h"
+#include "platform/posix/last_error.h"
+
+using posix::fail;
+using posix::refusedByHook;
+using posix::windowsError;
+
+namespace {
+
+BOOL failFromErrno(const std::string& host) {
+    return fail(windowsError(errno, host));
+}
+
+// Resolves `path` and reads the status of what is there; sets the last error when either fails.
+bool find(LPCWSTR path, std::string& host, struct stat& status) {
+    if (const DWORD error = posix::resolve(path, host))
+        return fail(error) != FALSE;
+    return ::lstat(host.c_str(), &status) == 0 || failFromErrno(host) != FALSE;
+}
+
+}  // namespace
+
+BOOL CreateDirectoryW(LPCWSTR path, SECURITY_ATTRIBUTES*) {
+    if (refusedByHook("CreateDirectoryW", path))
+        return FALSE;
+    std::string host;
+    if (const DWORD error = posix::resolve(path, host))
+        return fail(error);
+    if (::mkdir(host.c_str(), 0777) == 0)
+        return TRUE;
+    // A folder can only be missing above the new one.
+    return errno == ENOENT ? fail(ERROR_PATH_NOT_FOUND) : failFromErrno(host);
+}
+
+BOOL MoveFileW(LPCWSTR source, LPCWSTR destination) {
+    if (refusedByHook("MoveFileW", source, destination))
+        return FALSE;
+    std::string from;
+    std::string to;
+    struct stat status {};
+    if (!find(source, from, status))
+        return FALSE;
+    if (const DWORD error = posix::resolve(destination, to))
+        return fail(error);
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+        return TRUE;
+    if (errno == EINVAL && ::lstat(to.c_str(), &status) != 0) {
+        // A file system without the flag: nothing is there to be replaced.
+        if (::rename(from.c_str(), to.c_str()) == 0)
+            return TRUE;
+    }
+    return errno == ENOENT ? fail(ERROR_PATH_NOT_FOUND) : failFromErrno(to);
+}
+
+BOOL DeleteFileW(LPCWSTR path) {
+    if (refusedByHook("DeleteFileW", path))
+        return FALSE;
+    std::string host;
+    struct stat status {};
+    if (!find(path, host, status))
+        return FALSE;
+    if (S_ISDIR(status.st_mode) || posix::isReadOnly(status))
+        return fail(ERROR_ACCESS_DENIED);
+    return ::unlink(host.c_str()) == 0 || failFromErrno(host);
+}
+
+BOOL RemoveDirectoryW(LPCWSTR path) {
+    if (refusedByHook("RemoveDirectoryW", path))
+        return FALSE;
+    std::string host;
+    struct stat status {};
+    if (!find(path, host, status))
+        return FALSE;
+    if (!S_ISDIR(status.st_mode))
+        return fail(ERROR_DIRECTORY);
+    if (::rmdir(host.c_str()) == 0)
+        return TRUE;
+    return errno == EEXIST ? fail(ERROR_DIR_NOT_EMPTY) : failFromErrno(host);
+}
+
+DWORD GetFileAttributesW(LPCWSTR path) {
+    if (refusedByHook("GetFileAttributesW", path))
+        return INVALID_FILE_ATTRIBUTES;
+    std::string host;
+    struct stat status {};
+    return find(path, host, status) ? posix::attributesOf(status) : INVALID_FILE_ATTRIBUTES;
+}
+
+BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes) {
+    if (refusedByHook("SetFileAttributesW", path, attributes))
+        return FALSE;
+    std::string host;
+    struct stat status {};
+    if (!find(path, host, status))
+        return FALSE;
+    if (S_ISDIR(status.st_mode))
+        return TRUE;
+    if (!S_ISREG(status.st_mode))
+        return fail(ERROR_ACCESS_DENIED);
+    constexpr mode_t anyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
+    const bool readOnly = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+    const mode_t mode = readOnly ? status.st_mode & ~anyWrite : status.st_mode | S_IWUSR;
+    return ::chmod(host.c_str(), mode & 07777) == 0 || failFromErrno(host);
+}
+
+FILE* _wfopen(LPCWSTR path, LPCWSTR mode) {
+    if (refusedByHook("_wfopen", path, mode))
+        return nullptr;
+    std::string host;
+    if (const DWORD error = posix::resolve(path, host)) {
+        fail(error);
+        return nullptr;
+    }
+    const bool writing = mode[0] == u'w';
+    // Not blocking: the open of a named pipe would wait for its other end.
+    const int flags = O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | (writing ? O_WRONLY | O_CREAT : 0);
+    const int file = ::open(host.c_str(), flags, 0666);
+    struct stat status {};
+    if (file < 0 || ::fstat(file, &status) != 0) {
+        failFromErrno(host);
+    } else if (!S_ISREG(status.st_mode) || (writing && posix::isReadOnly(status))) {
+        fail(ERROR_ACCESS_DENIED);
+    } else if (writing && ::ftruncate(file, 0) != 0) {
+        failFromErrno(host);
+    } else if (FILE* stream = ::fdopen(file, writing ? "wb" : "rb")) {
+        return stream;
+    }
+    if (file >= 0)
+        ::close(file);
+    return nullptr;
+}

@@ -1,0 +1,80 @@
+// Start of the program on POSIX systems: makes the command line and calls the entry routine.
+
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "platform/entry_point.h"
+#include "platform/posix/device.h"
+#include "platform/posix/utf.h"
+
+namespace {
+
+constexpr const char* HELP = R"(Usage: updater [/auto]
+       updater [FIRST;SECOND]
+
+Updates the application and the GUI data of a simulated Kestrel instrument from an update key, and
+starts the application again. With /auto the update starts by itself as soon as a key is found.
+
+The device is a folder:
+  FlashDisk/VELD/KSTRL/       the installed application (KSTRL.exe is started after an update)
+  FlashDisk/VELD/ORBUI/data/  its GUI data, the updater's fonts, texts and background among them
+  FlashDisk/VELD/Updater-log.txt   what the last run did
+  USB HD/VELD/                the update key: KSTRL/, ORBUI/data/ and kstrXReleaseNotes.txt;
+                              there is no key as long as this is absent
+  registry.reg                the registry; LANGUAGE (0 to 6) below
+                              HKEY_LOCAL_MACHINE\SOFTWARE\VELD\KESTREL\SYSTEM_CONFIG
+
+Environment:
+  UPDATER_DEVICE   the device folder (default: "device" in the current folder)
+  UPDATER_SCREEN   the size of the screen, WIDTHxHEIGHT (default: 1024x768)
+  DISPLAY          the X display on which the window is shown
+
+Keys:
+  Home        START: begin the update
+  End         STOP: give up and start the application
+  Backspace   leave without starting anything
+  F1 to F6    the service sequence
+After a failed update any key starts the application.
+)";
+
+std::u16string& commandLine() {
+    static std::u16string& line = *new std::u16string;
+    return line;
+}
+
+// Arguments with blanks are quoted, so that they can be told apart again.
+void addArgument(const char* argument) {
+    std::string text = argument;
+    if (text.empty() || text.find_first_of(" \t") != std::string::npos)
+        text = "\"" + text + "\"";
+    if (!commandLine().empty())
+        commandLine() += u' ';
+    commandLine() += posix::toUtf16(text);
+}
+
+}  // namespace
+
+LPWSTR GetCommandLineW() {
+    return commandLine().data();
+}
+
+int main(int argc, char** argv) {
+    if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
+        std::fputs(HELP, stdout);
+        return 0;
+    }
+    // A line at a time, so that what was said before a sudden end is read.
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    struct stat status {};
+    if (::stat(deviceRoot().c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
+        std::fprintf(stderr,
+                     "updater: the device folder \"%s\" does not exist (see UPDATER_DEVICE in "
+                     "updater --help)\n",
+                     deviceRoot().c_str());
+    for (int i = 0; i < argc; ++i)
+        addArgument(argv[i]);
+    return runUpdater(nullptr);
+}

@@ -1,0 +1,78 @@
+// CreateProcessW: starts any executable file of the device, a script too. The new process is on its
+// own: a session of its own, no parent of ours to wait for it, nothing on its standard streams. Its
+// current folder is that of the updater.
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+
+#include "platform/posix/call_hook.h"
+#include "platform/posix/device.h"
+#include "platform/posix/last_error.h"
+
+using posix::fail;
+
+namespace {
+
+// Becomes `path` in a session of its own; comes back only to tell through `report` why it failed.
+[[noreturn]] void becomeProgram(const char* path, int report) {
+    ::setsid();
+    const int nothing = ::open("/dev/null", O_RDWR);
+    for (int stream = 0; stream <= 2; ++stream)
+        ::dup2(nothing, stream);
+    char* const arguments[] = {const_cast<char*>(path), nullptr};
+    ::execv(path, arguments);
+    const int error = errno;
+    const ssize_t told = ::write(report, &error, sizeof error);
+    ::_exit(told == sizeof error ? 1 : 2);
+}
+
+// Returns 0, or the errno with which the start failed.
+int startDetached(const std::string& path) {
+    int report[2];
+    if (::pipe2(report, O_CLOEXEC) != 0)
+        return errno;
+    const pid_t child = ::fork();
+    if (child < 0) {
+        const int error = errno;
+        ::close(report[0]);
+        ::close(report[1]);
+        return error;
+    }
+    if (child == 0) {
+        // Two steps: the program's parent is gone at once, so that no zombie is left to anybody.
+        const pid_t grandchild = ::fork();
+        if (grandchild == 0)
+            becomeProgram(path.c_str(), report[1]);
+        ::_exit(0);
+    }
+    ::close(report[1]);
+    int error = 0;
+    const ssize_t got = ::read(report[0], &error, sizeof error);
+    ::close(report[0]);
+    ::waitpid(child, nullptr, 0);
+    return got == sizeof error ? error : 0;
+}
+
+}  // namespace
+
+BOOL CreateProcessW(LPCWSTR application, LPWSTR, SECURITY_ATTRIBUTES*, SECURITY_ATTRIBUTES*, BOOL,
+                    DWORD, void*, LPCWSTR, STARTUPINFOW*, PROCESS_INFORMATION*) {
+    if (posix::refusedByHook("CreateProcessW", application))
+        return FALSE;
+    std::string path;
+    if (const DWORD error = posix::resolve(application, path))
+        return fail(error);
+    struct stat status {};
+    if (::lstat(path.c_str(), &status) != 0)
+        return fail(posix::windowsError(errno, path));
+    if (!S_ISREG(status.st_mode))
+        return fail(ERROR_ACCESS_DENIED);
+    if (const int error = startDetached(path))
+        return fail(posix::windowsError(error, path));
+    return TRUE;
+}

@@ -1,0 +1,67 @@
+// The registry calls, on the simulated device's registry file. Each call reads the file afresh.
+
+#include <cstring>
+
+#include "platform/posix/call_hook.h"
+#include "platform/posix/registry_file.h"
+
+struct KeyHandle {
+    std::u16string path;
+    REGSAM access;
+};
+
+using posix::errorFromHook;
+
+LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subkey, DWORD, REGSAM access, HKEY* opened) {
+    if (const DWORD error = errorFromHook("RegOpenKeyExW", subkey, access))
+        return static_cast<LSTATUS>(error);
+    if (key != HKEY_LOCAL_MACHINE)
+        return ERROR_INVALID_HANDLE;
+    const std::u16string path = std::u16string(u"HKEY_LOCAL_MACHINE\\") + subkey;
+    if (!posix::loadRegistry().hasKey(path))
+        return ERROR_FILE_NOT_FOUND;
+    *opened = new KeyHandle{path, access};
+    return ERROR_SUCCESS;
+}
+
+LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, DWORD*, DWORD* type, BYTE* data, DWORD* size) {
+    if (const DWORD error = errorFromHook("RegQueryValueExW", name))
+        return static_cast<LSTATUS>(error);
+    const posix::Registry registry = posix::loadRegistry();
+    const posix::RegistryValue* value = registry.find(key->path, name);
+    if (value == nullptr)
+        return ERROR_FILE_NOT_FOUND;
+    if (type != nullptr)
+        *type = value->type;
+    const DWORD room = *size;
+    *size = static_cast<DWORD>(value->data.size());
+    if (*size > room)
+        return ERROR_MORE_DATA;
+    if (*size > 0)
+        std::memcpy(data, value->data.data(), *size);
+    return ERROR_SUCCESS;
+}
+
+LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD, DWORD type, const BYTE* data, DWORD size) {
+    if (const DWORD error = errorFromHook("RegSetValueExW", name, type))
+        return static_cast<LSTATUS>(error);
+    constexpr REGSAM setValue = 0x2;
+    if ((key->access & setValue) == 0)
+        return ERROR_ACCESS_DENIED;
+    posix::Registry registry = posix::loadRegistry();
+    registry.set(key->path, name, {type, {data, data + size}});
+    return static_cast<LSTATUS>(posix::saveRegistry(registry));
+}
+
+LSTATUS RegCloseKey(HKEY key) {
+    if (const DWORD error = errorFromHook("RegCloseKey"))
+        return static_cast<LSTATUS>(error);
+    if (key != HKEY_LOCAL_MACHINE)
+        delete key;
+    return ERROR_SUCCESS;
+}
+
+// Every change is on the disk already.
+LSTATUS RegFlushKey(HKEY) {
+    return static_cast<LSTATUS>(errorFromHook("RegFlushKey"));
+}

@@ -1,0 +1,92 @@
+#include "platform/posix/utf.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace posix {
+namespace {
+
+constexpr uint32_t INVALID = 0xFFFFFFFF;
+
+// The code point that starts at `utf8[at]`, and its length in bytes; INVALID and 1 where none does.
+uint32_t decode(std::string_view utf8, std::size_t at, std::size_t& length) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(utf8[i]); };
+    const unsigned char lead = byte(at);
+    length = 1;
+    if (lead < 0x80)
+        return lead;
+    const std::size_t size = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+    if (lead < 0xC2 || lead > 0xF4 || at + size > utf8.size())
+        return INVALID;
+    uint32_t point = lead & (0xFFU >> (size + 1));
+    for (std::size_t i = 1; i < size; ++i) {
+        if ((byte(at + i) & 0xC0) != 0x80)
+            return INVALID;
+        point = (point << 6) | (byte(at + i) & 0x3F);
+    }
+    constexpr uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    const bool surrogate = point >= 0xD800 && point <= 0xDFFF;
+    if (point < smallest[size] || point > 0x10FFFF || surrogate)
+        return INVALID;
+    length = size;
+    return point;
+}
+
+void appendUtf8(std::string& text, uint32_t point) {
+    const auto put = [&](uint32_t value) { text += static_cast<char>(value); };
+    if (point < 0x80) {
+        put(point);
+    } else if (point < 0x800) {
+        put(0xC0 | (point >> 6));
+        put(0x80 | (point & 0x3F));
+    } else if (point < 0x10000) {
+        put(0xE0 | (point >> 12));
+        put(0x80 | ((point >> 6) & 0x3F));
+        put(0x80 | (point & 0x3F));
+    } else {
+        put(0xF0 | (point >> 18));
+        put(0x80 | ((point >> 12) & 0x3F));
+        put(0x80 | ((point >> 6) & 0x3F));
+        put(0x80 | (point & 0x3F));
+    }
+}
+
+}  // namespace
+
+std::u16string toUtf16(std::string_view utf8) {
+    std::u16string wide;
+    wide.reserve(utf8.size());
+    std::size_t length = 0;
+    for (std::size_t i = 0; i < utf8.size(); i += length) {
+        const uint32_t point = decode(utf8, i, length);
+        if (point == INVALID) {
+            wide += static_cast<char16_t>(0xDC00 + static_cast<unsigned char>(utf8[i]));
+        } else if (point < 0x10000) {
+            wide += static_cast<char16_t>(point);
+        } else {
+            wide += static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10));
+            wide += static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF));
+        }
+    }
+    return wide;
+}
+
+std::string toUtf8(std::u16string_view utf16) {
+    std::string text;
+    text.reserve(utf16.size());
+    for (std::size_t i = 0; i < utf16.size(); ++i) {
+        const uint32_t unit = utf16[i];
+        const bool high = unit >= 0xD800 && unit <= 0xDBFF;
+        const bool pair =
+            high && i + 1 < utf16.size() && utf16[i + 1] >= 0xDC00 && utf16[i + 1] <= 0xDFFF;
+        if (pair)
+            appendUtf8(text, 0x10000 + ((unit - 0xD800) << 10) + (utf16[++i] - 0xDC00U));
+        else if (unit >= 0xDC80 && unit <= 0xDCFF)
+            text += static_cast<char>(unit - 0xDC00);
+        else
+            appendUtf8(text, unit);
+    }
+    return text;
+}
+
+}  // namespace posix

@@ -1,0 +1,15 @@
+// Between the system's UTF-16 and the host's UTF-8.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace posix {
+
+// A byte that is not UTF-8 becomes a lone low surrogate (0xDC00 plus the byte), as toUtf8 expects
+// it back: any host name survives the way there and back.
+std::u16string toUtf16(std::string_view utf8);
+
+std::string toUtf8(std::u16string_view utf16);
+
+}  // namespace posix

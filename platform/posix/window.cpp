@@ -1,0 +1,226 @@
+// Windows are ordinary desktop windows of the size of the device's screen (UPDATER_SCREEN,
+// "WIDTHxHEIGHT"), whatever style and place are asked for. A window made with WS_DISABLED gets no
+// keys until it is enabled.
+
+#define GLFW_INCLUDE_NONE
+#include "platform/posix/window.h"
+
+#include <GLFW/glfw3.h>
+#define GLFW_EXPOSE_NATIVE_X11
+#include <GLFW/glfw3native.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <string>
+
+#include "platform/gles.h"
+#include "platform/posix/call_hook.h"
+#include "platform/posix/last_error.h"
+#include "platform/posix/window_messages.h"
+
+using posix::fail;
+using posix::refusedByHook;
+
+struct WindowHandle {
+    GLFWwindow* desktop;
+    WNDPROC procedure;
+    DWORD style;
+    bool enabled;
+};
+
+namespace {
+
+// Any other key arrives as this code, which Windows assigns to none.
+constexpr WPARAM VK_OTHER = 0xE8;
+
+std::map<std::u16string, WNDPROC>& classes() {
+    static auto& registered = *new std::map<std::u16string, WNDPROC>;
+    return registered;
+}
+
+struct ScreenSize {
+    int width = 1024;
+    int height = 768;
+};
+
+ScreenSize screenSize() {
+    constexpr int largest = 16384;
+    ScreenSize size;
+    const char* variable = std::getenv("UPDATER_SCREEN");
+    int width = 0;
+    int height = 0;
+    if (variable != nullptr && std::sscanf(variable, "%5dx%5d", &width, &height) == 2 &&
+        width > 0 && width <= largest && height > 0 && height <= largest)
+        size = {width, height};
+    return size;
+}
+
+HWND handleOf(GLFWwindow* desktop) {
+    return static_cast<HWND>(glfwGetWindowUserPointer(desktop));
+}
+
+WPARAM virtualKey(int key) {
+    switch (key) {
+        case GLFW_KEY_HOME:
+            return VK_HOME;
+        case GLFW_KEY_END:
+            return VK_END;
+        case GLFW_KEY_BACKSPACE:
+            return VK_BACK;
+        default:
+            return key >= GLFW_KEY_F1 && key <= GLFW_KEY_F6
+                       ? VK_F1 + static_cast<WPARAM>(key - GLFW_KEY_F1)
+                       : VK_OTHER;
+    }
+}
+
+void onDesktopKey(GLFWwindow* desktop, int key, int, int action, int) {
+    const HWND window = handleOf(desktop);
+    if (window->enabled)
+        posix::postMessage(window, action == GLFW_RELEASE ? WM_KEYUP : WM_KEYDOWN, virtualKey(key));
+}
+
+void onDesktopClose(GLFWwindow* desktop) {
+    glfwSetWindowShouldClose(desktop, GLFW_FALSE);
+    posix::postMessage(handleOf(desktop), WM_CLOSE, 0);
+}
+
+void onDesktopError(int, const char* description) {
+    std::fprintf(stderr, "window system: %s\n", description);
+}
+
+}  // namespace
+
+namespace posix {
+
+void collectWindowEvents() {
+    glfwPollEvents();
+}
+
+LRESULT callWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return window != nullptr && window->desktop != nullptr
+               ? window->procedure(window, message, wParam, lParam)
+               : 0;
+}
+
+}  // namespace posix
+
+EGLNativeWindowType nativeWindowOf(HWND window) {
+    return window != nullptr && window->desktop != nullptr ? glfwGetX11Window(window->desktop) : 0;
+}
+
+ATOM RegisterClassW(const WNDCLASSW* windowClass) {
+    if (refusedByHook("RegisterClassW", windowClass->lpszClassName))
+        return 0;
+    classes()[windowClass->lpszClassName] = windowClass->lpfnWndProc;
+    return static_cast<ATOM>(classes().size());
+}
+
+HWND CreateWindowExW(DWORD, LPCWSTR className, LPCWSTR, DWORD style, int, int, int, int, HWND,
+                     HMENU, HINSTANCE, LPVOID) {
+    if (refusedByHook("CreateWindowExW", className, style))
+        return nullptr;
+    const auto registered = classes().find(className);
+    if (registered == classes().end()) {
+        fail(ERROR_CANNOT_FIND_WND_CLASS);
+        return nullptr;
+    }
+    glfwSetErrorCallback(onDesktopError);
+    if (!glfwInit()) {
+        fail(ERROR_GEN_FAILURE);
+        return nullptr;
+    }
+    glfwWindowHint(GLFW_CLIENT_API, GLFW_NO_API);
+    glfwWindowHint(GLFW_RESIZABLE, GLFW_FALSE);
+    glfwWindowHint(GLFW_VISIBLE, GLFW_FALSE);
+    const ScreenSize size = screenSize();
+    GLFWwindow* desktop =
+        glfwCreateWindow(size.width, size.height, "Kestrel updater", nullptr, nullptr);
+    if (desktop == nullptr) {
+        fail(ERROR_GEN_FAILURE);
+        return nullptr;
+    }
+    const bool enabled = (style & WS_DISABLED) == 0;
+    auto* window = new WindowHandle{desktop, registered->second, style, enabled};
+    glfwSetWindowUserPointer(desktop, window);
+    glfwSetKeyCallback(desktop, onDesktopKey);
+    glfwSetWindowCloseCallback(desktop, onDesktopClose);
+    return window;
+}
+
+BOOL ShowWindow(HWND window, int command) {
+    if (refusedByHook("ShowWindow", command))
+        return FALSE;
+    const bool wasVisible = glfwGetWindowAttrib(window->desktop, GLFW_VISIBLE) != 0;
+    glfwShowWindow(window->desktop);
+    return wasVisible;
+}
+
+int GetSystemMetrics(int index) {
+    if (refusedByHook("GetSystemMetrics", index))
+        return 0;
+    const ScreenSize size = screenSize();
+    return index == SM_CXSCREEN ? size.width : index == SM_CYSCREEN ? size.height : 0;
+}
+
+LONG SetWindowLongW(HWND window, int index, LONG value) {
+    if (refusedByHook("SetWindowLongW", index, value))
+        return 0;
+    const DWORD before = window->style;
+    if (index == GWL_STYLE)
+        window->style = static_cast<DWORD>(value);
+    return static_cast<LONG>(before);
+}
+
+// The size asked for is that of the screen, which the window has from the start; the round trip
+// makes sure that the window system knows it before EGL asks.
+BOOL SetWindowPos(HWND window, HWND, int x, int y, int width, int height, UINT flags) {
+    if (refusedByHook("SetWindowPos", x, y, width, height, flags))
+        return FALSE;
+    int now[2] = {};
+    glfwSetWindowSize(window->desktop, width, height);
+    glfwGetWindowSize(window->desktop, &now[0], &now[1]);
+    return TRUE;
+}
+
+BOOL SetForegroundWindow(HWND window) {
+    if (refusedByHook("SetForegroundWindow"))
+        return FALSE;
+    glfwFocusWindow(window->desktop);
+    return TRUE;
+}
+
+BOOL EnableWindow(HWND window, BOOL enable) {
+    if (refusedByHook("EnableWindow", enable))
+        return FALSE;
+    const bool wasDisabled = !window->enabled;
+    window->enabled = enable != FALSE;
+    return wasDisabled;
+}
+
+LRESULT DefWindowProcW(HWND window, UINT message, WPARAM, LPARAM) {
+    if (message == WM_CLOSE)
+        DestroyWindow(window);
+    return 0;
+}
+
+BOOL DestroyWindow(HWND window) {
+    if (refusedByHook("DestroyWindow"))
+        return FALSE;
+    if (window == nullptr || window->desktop == nullptr)
+        return fail(ERROR_INVALID_WINDOW_HANDLE);
+    posix::callWindowProcedure(window, WM_DESTROY, 0, 0);
+    // The record stays, so that messages still queued for it find a window that is gone.
+    glfwDestroyWindow(window->desktop);
+    window->desktop = nullptr;
+    return TRUE;
+}
+
+HCURSOR LoadCursorW(HINSTANCE, LPCWSTR) {
+    return nullptr;
+}
+
+HGDIOBJ GetStockObject(int) {
+    return nullptr;
+}

@@ -1,0 +1,56 @@
+// Messages keep the order in which they were posted, the quit message among them.
+
+#include "platform/posix/window_messages.h"
+
+#include <deque>
+
+#include "platform/posix/call_hook.h"
+#include "platform/posix/window.h"
+
+namespace {
+
+std::deque<MSG>& queue() {
+    // Never destroyed: the last messages come while the process ends.
+    static auto& messages = *new std::deque<MSG>;
+    return messages;
+}
+
+}  // namespace
+
+namespace posix {
+
+void postMessage(HWND window, UINT message, WPARAM wParam) {
+    queue().push_back({window, message, wParam, 0, 0, {0, 0}});
+}
+
+}  // namespace posix
+
+BOOL PeekMessageW(MSG* message, HWND, UINT, UINT, UINT) {
+    if (posix::refusedByHook("PeekMessageW"))
+        return FALSE;
+    if (queue().empty())
+        posix::collectWindowEvents();
+    if (queue().empty())
+        return FALSE;
+    *message = queue().front();
+    queue().pop_front();
+    return TRUE;
+}
+
+// No character messages are made: nothing here reads text from the keyboard.
+BOOL TranslateMessage(const MSG*) {
+    posix::errorFromHook("TranslateMessage");
+    return FALSE;
+}
+
+LRESULT DispatchMessageW(const MSG* message) {
+    if (posix::refusedByHook("DispatchMessageW"))
+        return 0;
+    return posix::callWindowProcedure(message->hwnd, message->message, message->wParam,
+                                      message->lParam);
+}
+
+void PostQuitMessage(int exitCode) {
+    if (posix::errorFromHook("PostQuitMessage", exitCode) == ERROR_SUCCESS)
+        posix::postMessage(nullptr, WM_QUIT, static_cast<WPARAM>(exitCode));
+}

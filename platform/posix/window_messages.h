@@ -1,0 +1,10 @@
+// The message queue of the program's one thread.
+#pragma once
+
+#include "platform/posix/win32_api.h"
+
+namespace posix {
+
+void postMessage(HWND window, UINT message, WPARAM wParam);
+
+}  // namespace posix

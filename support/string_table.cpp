@@ -1,0 +1,70 @@
+#include "support/string_table.h"
+
+#include "support/logger.h"
+#include "support/system_settings.h"
+#include "support/text.h"
+#include "support/utf16_reader.h"
+
+namespace {
+
+constexpr const char* NUMERALS_FILE = "StringTable_numerals.txt";
+constexpr const char* LANGUAGE_FILES[] = {
+    "StringTable_en.txt", "StringTable_fr.txt", "StringTable_pt.txt", "StringTable_sp.txt",
+    "StringTable_jp.txt", "StringTable_zh.txt", "StringTable_du.txt",
+};
+constexpr int32_t LANGUAGE_COUNT = static_cast<int32_t>(std::size(LANGUAGE_FILES));
+
+constexpr LPCWSTR BLANKS = TEXT(" \t");
+constexpr std::size_t LINE_END_LENGTH = 2;
+
+}  // namespace
+
+StringTable& StringTable::instance() {
+    static StringTable table;
+    return table;
+}
+
+void StringTable::setLanguage(int32_t language) {
+    entries_.clear();
+    entries_[""] = WideString();
+    load(NUMERALS_FILE);
+    if (language >= 0 && language < LANGUAGE_COUNT)
+        load(LANGUAGE_FILES[language]);
+    else
+        Logger::instance().error("Language %d not recognized in StringTable...", language);
+    language_ = language;
+    loaded_ = true;
+}
+
+int StringTable::load(const char* fileName) {
+    if (fileName == nullptr || *fileName == '\0')
+        return 1;
+    Utf16Reader file(SystemSettings::instance().dataFolder + "lang/" + fileName);
+    if (!file.isOpen())
+        return 2;
+    WideString line;
+    while (file.readLine(line))
+        addLine(line);
+    return 0;
+}
+
+void StringTable::addLine(const WideString& line) {
+    if (line.empty() || line[0] == TEXT('#'))
+        return;
+    const std::size_t keyEnd = line.find_first_of(BLANKS);
+    const std::size_t textStart = line.find_first_not_of(BLANKS, keyEnd);
+    if (keyEnd == WideString::npos || textStart == WideString::npos)
+        return;
+    // The line end is taken off unseen: a last line without one loses two characters of its text.
+    const std::size_t rest = line.size() - textStart;
+    const bool nothingButLineEnd = line.compare(textStart, rest, TEXT("\r\n")) == 0;
+    if (nothingButLineEnd)
+        return;
+    const std::size_t length = rest > LINE_END_LENGTH ? rest - LINE_END_LENGTH : 0;
+    entries_[narrow(line.substr(0, keyEnd))] = line.substr(textStart, length);
+}
+
+const WideString& StringTable::lookup(const std::string& key) const {
+    const auto entry = entries_.find(key);
+    return entry != entries_.end() ? entry->second : fallback_;
+}

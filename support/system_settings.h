@@ -1,0 +1,23 @@
+// The settings record that the instrument's programs share in memory: folders and network share.
+#pragma once
+
+#include <string>
+
+struct SystemSettings {
+    // The process-wide record, made on first use.
+    static SystemSettings& instance();
+
+    // Where the GUI data lies; ends in a separator. Empty until the screen is set up.
+    std::string dataFolder;
+
+    // The rest is carried for the main application; the updater reads none of it.
+    std::string reserved2;
+    std::string filtersFolder = "Filters";
+    std::string usbMountPath = "/USB HD";
+    std::string remoteHostName = "KESTREL-OFFICE";
+    std::string shareName = "RADARDATA";
+    std::string workgroup = "WORKGROUP";
+    std::string userName = "KES";
+    std::string logonSecret = "letmein8";
+    std::string reserved10;
+};

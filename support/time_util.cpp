@@ -1,0 +1,46 @@
+#include "support/time_util.h"
+
+#include <cstdio>
+
+std::string formatTime(SYSTEMTIME time) {
+    std::string minute = std::to_string(time.wMinute);
+    if (minute.size() < 2)
+        minute.insert(0, "0");
+    return std::to_string(time.wYear) + "/" + std::to_string(time.wMonth) + "/" +
+           std::to_string(time.wDay) + " " + std::to_string(time.wHour) + ":" + minute;
+}
+
+Timer::Timer() {
+    reset();
+}
+
+void Timer::reset() {
+    LARGE_INTEGER frequency{};
+    LARGE_INTEGER start{};
+    QueryPerformanceFrequency(&frequency);
+    QueryPerformanceCounter(&start);
+    secondsPerTick_ = 1.0 / static_cast<double>(frequency.QuadPart);
+    start_ = start.QuadPart;
+}
+
+double Timer::elapsedSeconds() const {
+    LARGE_INTEGER now{};
+    QueryPerformanceCounter(&now);
+    return static_cast<double>(now.QuadPart - start_) * secondsPerTick_;
+}
+
+double Timer::elapsedMilliseconds() const {
+    return elapsedSeconds() * 1000.0;
+}
+
+void setTimeZone(int32_t hours) {
+    constexpr DWORD highestZoneId = 2;
+    constexpr LONG minutesPerHour = 60;
+    TIME_ZONE_INFORMATION current{};
+    if (GetTimeZoneInformation(&current) > highestZoneId)
+        std::printf("GTZI failed (%d)\n", static_cast<int>(GetLastError()));
+    TIME_ZONE_INFORMATION zone = current;
+    zone.Bias = hours * -minutesPerHour;
+    if (!SetTimeZoneInformation(&zone))
+        std::printf("STZI failed (%d)\n", static_cast<int>(GetLastError()));
+}

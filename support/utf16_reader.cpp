@@ -1,0 +1,35 @@
+#include "support/utf16_reader.h"
+
+#include "support/text.h"
+
+Utf16Reader::Utf16Reader(const std::string& path)
+    : file_(_wfopen(widen(path).c_str(), TEXT("rb,ccs=UTF-16LE"))) {
+    constexpr WCHAR byteOrderMark = 0xFEFF;
+    WCHAR first{};
+    if (file_ != nullptr && !(readCharacter(first) && first == byteOrderMark))
+        std::rewind(file_);
+}
+
+Utf16Reader::~Utf16Reader() {
+    if (file_ != nullptr)
+        std::fclose(file_);
+}
+
+bool Utf16Reader::readLine(WideString& line) {
+    line.clear();
+    WCHAR character{};
+    while (line.size() < MAX_LINE && readCharacter(character)) {
+        line += character;
+        if (character == TEXT('\n'))
+            break;
+    }
+    return !line.empty();
+}
+
+bool Utf16Reader::readCharacter(WCHAR& character) {
+    unsigned char bytes[2];
+    if (file_ == nullptr || std::fread(bytes, 1, sizeof bytes, file_) != sizeof bytes)
+        return false;
+    character = static_cast<WCHAR>(bytes[0] | (bytes[1] << 8));
+    return true;
+}
