@@ -1,0 +1,127 @@
+// Which keys are seen, and what the release notes say.
+
+#include <gtest/gtest.h>
+
+#include "tests/support/device_folder.h"
+#include "update/updater.h"
+
+namespace {
+
+const std::string NOTES = "USB HD/VELD/kstrXReleaseNotes.txt";
+
+class UpdaterMedia : public ::testing::Test {
+  protected:
+    void makeKey() const {
+        device.write("USB HD/VELD/KSTRL/KSTRL.exe");
+        device.write("USB HD/VELD/ORBUI/data/bg.raw");
+    }
+
+    DeviceFolder device;
+    Updater updater;
+};
+
+struct Key {
+    const char* what;
+    std::vector<std::string> files;
+    std::vector<std::string> folders;
+    bool valid;
+};
+
+TEST_F(UpdaterMedia, SeesCompleteKeysOnly) {
+    const std::string kstrl = "USB HD/VELD/KSTRL/";
+    const std::string data = "USB HD/VELD/ORBUI/data/";
+    const Key keys[] = {
+        {"no key at all", {}, {}, false},
+        {"an empty maker folder", {}, {"USB HD/VELD"}, false},
+        {"complete", {kstrl + "a", data + "b"}, {}, true},
+        {"no release notes needed, subfolders as data", {kstrl + "a"}, {data + "lang"}, true},
+        {"empty KSTRL", {data + "b"}, {kstrl}, false},
+        {"KSTRL with a subfolder only", {data + "b"}, {kstrl + "sub"}, false},
+        {"empty data", {kstrl + "a"}, {data}, false},
+        {"no data", {kstrl + "a", "USB HD/VELD/ORBUI/b"}, {}, false},
+        {"no ORBUI", {kstrl + "a"}, {}, false},
+        {"no KSTRL", {data + "b"}, {}, false},
+        {"KSTRL a file", {"USB HD/VELD/KSTRL", data + "b"}, {}, false},
+        {"other case", {kstrl + "a", "USB HD/VELD/orbui/data/b"}, {}, false},
+    };
+    for (const Key& key : keys) {
+        SCOPED_TRACE(key.what);
+        std::filesystem::remove_all(device.root() / "USB HD");
+        for (const std::string& folder : key.folders)
+            device.makeFolder(folder);
+        for (const std::string& file : key.files)
+            device.write(file);
+        Updater fresh;
+        fresh.pollMedia();
+        EXPECT_EQ(fresh.isMediaReady(), key.valid);
+        EXPECT_EQ(fresh.getState(), key.valid ? ReadyToUpdate : WaitingForMedia);
+        if (!key.valid) {
+            EXPECT_EQ(fresh.getUpdateVersion(), "No version detected.");
+        }
+    }
+}
+
+TEST_F(UpdaterMedia, MediaReadyIsWrittenOnEveryLookWhileTheStateStays) {
+    makeKey();
+    updater.pollMedia();
+    EXPECT_TRUE(updater.isMediaReady());
+    std::filesystem::remove_all(device.root() / "USB HD");
+    updater.pollMedia();
+    EXPECT_FALSE(updater.isMediaReady());
+    EXPECT_EQ(updater.getState(), ReadyToUpdate);
+}
+
+struct Notes {
+    std::string bytes;
+    std::string version;
+    std::vector<std::string> lines;
+};
+
+TEST_F(UpdaterMedia, ReadsVersionAndLines) {
+    const std::string longLine(100000, 'x');
+    const Notes cases[] = {
+        {"KSTRL Release 2.14.3\nfirst\n\nlast\n",
+         "2.14.3",
+         {"KSTRL Release 2.14.3", "first", "", "last"}},
+        {"KSTRL Release 3.0\r\na\r\nb\r\n", "3.0", {"KSTRL Release 3.0", "a", "b"}},
+        {"KSTRL Release 3.0\nshown\nnot shown", "3.0", {"KSTRL Release 3.0", "shown"}},
+        {"KSTRL Release 3.0", "3.0", {}},
+        {"Version 3.0\n", "Version 3.0", {"Version 3.0"}},
+        {"xx KSTRL Release 3.0\n", "se 3.0", {"xx KSTRL Release 3.0"}},
+        {"KSTRL Release KSTRL Release 4\n", "KSTRL Release 4", {"KSTRL Release KSTRL Release 4"}},
+        {"KSTRL Release \n", "", {"KSTRL Release "}},
+        {"", "", {}},
+        {"a\rb\n\r\r\n", "a\rb", {"a\rb", "\r"}},
+        {"v\nbefore\nctrl-z\x1A\nafter\n", "v", {"v", "before"}},
+        {longLine + "\n", longLine, {longLine}},
+    };
+    makeKey();
+    for (const Notes& notes : cases) {
+        SCOPED_TRACE(notes.bytes.substr(0, 40));
+        device.write(NOTES, notes.bytes);
+        Updater fresh;
+        fresh.pollMedia();
+        EXPECT_EQ(fresh.getUpdateVersion(), notes.version);
+        EXPECT_EQ(fresh.getMessageLines(), notes.lines);
+    }
+}
+
+TEST_F(UpdaterMedia, WithoutNotesTheKeyCountsAndTheVersionIsEmpty) {
+    makeKey();
+    ::testing::internal::CaptureStdout();
+    updater.pollMedia();
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "Release notes not found.\n");
+    EXPECT_TRUE(updater.isMediaReady());
+    EXPECT_EQ(updater.getUpdateVersion(), "");
+    EXPECT_TRUE(updater.getMessageLines().empty());
+}
+
+TEST_F(UpdaterMedia, ASecondLookAppendsTheLinesAgain) {
+    makeKey();
+    device.write(NOTES, "v\n");
+    updater.pollMedia();
+    updater.pollMedia();
+    EXPECT_EQ(updater.getMessageLines(), (std::vector<std::string>{"v", "v"}));
+}
+
+}  // namespace

@@ -1,0 +1,139 @@
+// The update itself: staging, one file a step, and the swap.
+
+#include "update/updater.h"
+
+#include "platform/win32.h"
+#include "support/file_util.h"
+#include "support/logger.h"
+#include "support/path_constants.h"
+#include "support/text.h"
+#include "support/time_util.h"
+#include "update/file_tree.h"
+
+namespace {
+
+// Moves a folder. Returns 0, or 1 for a failure, which is logged.
+int moveFolder(const std::string& from, const std::string& to) {
+    if (MoveFileW(widen(from).c_str(), widen(to).c_str()) != 0)
+        return 0;
+    const DWORD error = GetLastError();
+    Logger::instance().error("Error %d ::MoveFile: %s -> %s :", static_cast<int>(error),
+                             from.c_str(), to.c_str());
+    return 1;
+}
+
+}  // namespace
+
+int32_t Updater::getState() {
+    return state;
+}
+
+std::string Updater::getCurrentFile() {
+    return filesToCopy.empty() ? std::string() : filesToCopy.front();
+}
+
+int32_t Updater::getProgress() {
+    if (filesToCopy.empty())
+        return copyDone ? 100 : 0;
+    const auto remaining = static_cast<uint32_t>(filesToCopy.size());
+    return static_cast<int32_t>(static_cast<float>(totalFiles - remaining) * 100.0F /
+                                static_cast<float>(totalFiles));
+}
+
+void Updater::startUpdate() {
+    buildFileLists();
+    state = Updating;
+    // Whether a folder could be made shows when files are copied into it; one that is there from an
+    // interrupted update is used again.
+    CreateDirectoryW(widen(flashRoot).c_str(), nullptr);
+    CreateDirectoryW(widen(flashRoot + "Update").c_str(), nullptr);
+    for (const std::string& folder : foldersToCreate)
+        CreateDirectoryW(widen(flashRoot + "Update" + PATH_SEPARATOR + folder).c_str(), nullptr);
+}
+
+void Updater::step() {
+    if (!mediaReady || finished)
+        return;
+    if (copyDone)
+        finishUpdate();
+    else
+        copyNextFile();
+}
+
+// Queues the files directly in `folder`, which is relative to the key's folder.
+void Updater::listFiles(const std::string& folder) {
+    for (const FileEntry& file : listDirectory(usbRoot + makerFolder + folder, false, true))
+        filesToCopy.push_back(folder + file.name);
+}
+
+void Updater::addComponentFolder(const std::string& name) {
+    componentFolders.push_back(name);
+    foldersToCreate.push_back(name + "/");
+    listFiles(name + "/");
+}
+
+void Updater::buildFileLists() {
+    const std::string guiData = "ORBUI/data/";
+    addComponentFolder("KSTRL");
+    foldersToCreate.push_back("ORBUI/");
+    foldersToCreate.push_back(guiData);
+    listFiles(guiData);
+    // One level of subfolders is all that GUI data has.
+    for (const FileEntry& entry : listDirectory(usbRoot + makerFolder + guiData, true, false)) {
+        const std::string subfolder = guiData + entry.name + PATH_SEPARATOR;
+        foldersToCreate.push_back(subfolder);
+        listFiles(subfolder);
+    }
+    totalFiles = static_cast<uint32_t>(filesToCopy.size());
+}
+
+void Updater::copyNextFile() {
+    if (filesToCopy.empty())
+        return;
+    const std::string& file = filesToCopy.front();
+    const std::string destination = flashRoot + "Update" + PATH_SEPARATOR + file;
+    // A copy that fails goes unnoticed on purpose: the update carries on with what can be copied.
+    CopyFileW(widen(usbRoot + makerFolder + file).c_str(), widen(destination).c_str(), FALSE);
+    clearReadOnly(destination);
+    filesToCopy.pop_front();
+    if (filesToCopy.empty())
+        copyDone = true;
+}
+
+void Updater::finishUpdate() {
+    const std::string staging = flashRoot + "Update";
+    int error = 0;
+    std::vector<std::string> names = componentFolders;
+    names.push_back("ORBUI");
+
+    for (const std::string& name : names) {
+        const std::string staged = staging + PATH_SEPARATOR + name;
+        const std::string live = flashRoot + name;
+        const std::string backup = live + "_old";
+        // Replaces the flag of the folder before: the outcome is that of the last folder, and of
+        // the removal below, which a folder left in the staging area prevents.
+        error = deleteTree(backup + PATH_SEPARATOR);
+        if (moveFolder(live, backup) != 0)
+            error = 1;
+        if (moveFolder(staged, live) != 0)
+            error = 1;
+    }
+
+    Logger& log = Logger::instance();
+    if (RemoveDirectoryW(widen(staging).c_str()) == 0) {
+        const DWORD removeError = GetLastError();
+        log.error("Error %d ::RemoveDirectory(%s)", static_cast<int>(removeError), staging.c_str());
+        log.error("Update failed.");
+        state = UpdateFailed;
+    } else if (error == 0) {
+        SYSTEMTIME now{};
+        GetLocalTime(&now);
+        // A warning by its mark only: the log has no lines of another kind for good news.
+        log.warning("Update succeeded at %s", formatTime(now).c_str());
+        state = UpdateComplete;
+    } else {
+        log.error("Update failed.");
+        state = UpdateFailed;
+    }
+    finished = true;
+}

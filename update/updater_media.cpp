@@ -1,0 +1,67 @@
+// Finding an update key and reading what it says about itself.
+
+#include <algorithm>
+#include <cstdio>
+
+#include "support/file_util.h"
+#include "support/line_reader.h"
+#include "update/updater.h"
+
+namespace {
+
+bool contains(const std::vector<FileEntry>& entries, const std::string& name) {
+    return std::any_of(entries.begin(), entries.end(),
+                       [&](const FileEntry& entry) { return entry.name == name; });
+}
+
+}  // namespace
+
+bool Updater::isKeyValid() const {
+    const std::string keyRoot = usbRoot + makerFolder;
+    const auto folders = listDirectory(keyRoot, true, false);
+    if (!contains(folders, "ORBUI") || !contains(folders, "KSTRL"))
+        return false;
+    const auto guiData = listDirectory(keyRoot + "ORBUI/data/", true, true);
+    const auto application = listDirectory(keyRoot + "KSTRL/", false, true);
+    return !guiData.empty() && !application.empty();
+}
+
+void Updater::pollMedia() {
+    mediaReady = isKeyValid();
+    if (!mediaReady)
+        return;
+    state = ReadyToUpdate;
+
+    static const std::string versionPrefix = "KSTRL Release ";
+    LineReader notes(usbRoot + makerFolder + releaseNotesName);
+    notes.readLine(updateVersion);
+    // The place of the prefix is not used: release notes carry it at the start of their first line,
+    // and the cut has always been made there.
+    if (updateVersion.rfind(versionPrefix) != std::string::npos)
+        updateVersion = updateVersion.substr(versionPrefix.size());
+    readReleaseNotes();
+}
+
+void Updater::readReleaseNotes() {
+    LineReader notes(usbRoot + makerFolder + releaseNotesName);
+    if (!notes.isOpen()) {
+        std::printf("Release notes not found.\n");
+        return;
+    }
+    // A last line without a line feed is not shown: whoever writes release notes ends every line.
+    std::string line;
+    while (notes.readLine(line))
+        messageLines.push_back(line);
+}
+
+bool Updater::isMediaReady() {
+    return mediaReady;
+}
+
+std::vector<std::string> Updater::getMessageLines() {
+    return messageLines;
+}
+
+std::string& Updater::getUpdateVersion() {
+    return updateVersion;
+}
