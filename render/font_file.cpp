@@ -1,0 +1,146 @@
+#include "render/font_file.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include "render/binary_file.h"
+#include "support/logger.h"
+#include "support/text.h"
+#include "support/utf16_reader.h"
+
+namespace {
+
+constexpr unsigned char HEADER[] = {'B', 'M', 'F', 3};
+constexpr int BLOCK_COUNT = 5;
+constexpr std::size_t BLOCK_HEADER_SIZE = 5;
+constexpr std::size_t COMMON_SIZE_USED = 6;
+constexpr std::size_t GLYPH_SIZE = 20;
+constexpr std::size_t KERNING_PAIR_SIZE = 10;
+constexpr std::size_t SHORTEST_KERNING_LINE = 4;
+
+// A glyph names its page with one byte, so nothing is drawn from further pages.
+constexpr std::size_t MAX_PAGES = 256;
+
+// Three times what a glyph for every character takes; of a larger file only this much is read.
+constexpr uint64_t MAX_FONT_FILE_SIZE = uint64_t{4} << 20;
+
+enum BlockType : unsigned char { COMMON = 2, PAGES = 3, CHARS = 4, KERNING_PAIRS = 5 };
+
+uint16_t readU16(const unsigned char* bytes) {
+    return static_cast<uint16_t>(bytes[0] | (bytes[1] << 8));
+}
+
+int16_t readI16(const unsigned char* bytes) {
+    return static_cast<int16_t>(readU16(bytes));
+}
+
+uint32_t readU32(const unsigned char* bytes) {
+    return readU16(bytes) | (static_cast<uint32_t>(readU16(bytes + 2)) << 16);
+}
+
+void parseCommon(const unsigned char* content, std::size_t size, FontData& font) {
+    if (size < COMMON_SIZE_USED)
+        return;
+    font.lineHeight = readU16(content);
+    font.base = readU16(content + 2);
+    font.atlasSize = readU16(content + 4);
+}
+
+// All names have the length of the first. One that does not end in the block gives no page.
+void parsePages(const unsigned char* content, std::size_t size, FontData& font) {
+    const unsigned char* const end = content + size;
+    const std::size_t length = static_cast<std::size_t>(std::find(content, end, 0) - content);
+    const std::size_t count = size / (length + 1);
+    for (std::size_t i = 0; i < count && font.pageNames.size() < MAX_PAGES; ++i) {
+        const unsigned char* const name = content + i * (length + 1);
+        font.pageNames.emplace_back(name, std::find(name, name + length, 0));
+    }
+}
+
+void parseChars(const unsigned char* content, std::size_t size, FontData& font) {
+    for (std::size_t i = 0; i < size / GLYPH_SIZE; ++i) {
+        const unsigned char* const record = content + i * GLYPH_SIZE;
+        Glyph glyph{};
+        glyph.id = readU32(record);
+        glyph.x = readU16(record + 4);
+        glyph.y = readU16(record + 6);
+        glyph.width = readU16(record + 8);
+        glyph.height = readU16(record + 10);
+        glyph.xoffset = readI16(record + 12);
+        glyph.yoffset = readI16(record + 14);
+        glyph.xadvance = readI16(record + 16);
+        glyph.page = record[18];
+        glyph.channel = record[19];
+        font.glyphs[static_cast<uint16_t>(glyph.id)] = glyph;
+    }
+}
+
+void parseKerningPairs(const unsigned char* content, std::size_t size, FontData& font) {
+    for (std::size_t i = 0; i < size / KERNING_PAIR_SIZE; ++i) {
+        const unsigned char* const record = content + i * KERNING_PAIR_SIZE;
+        font.kerning[{readU32(record), readU32(record + 4)}] = readI16(record + 8);
+    }
+}
+
+void parseBlock(unsigned char type, const unsigned char* content, std::size_t size,
+                FontData& font) {
+    if (type == COMMON)
+        parseCommon(content, size, font);
+    else if (type == PAGES)
+        parsePages(content, size, font);
+    else if (type == CHARS)
+        parseChars(content, size, font);
+    else if (type == KERNING_PAIRS)
+        parseKerningPairs(content, size, font);
+}
+
+}  // namespace
+
+void parseFont(const unsigned char* bytes, std::size_t size, FontData& font) {
+    if (size < sizeof HEADER || std::memcmp(bytes, HEADER, sizeof HEADER) != 0)
+        return;
+    std::size_t position = sizeof HEADER;
+    for (int i = 0; i < BLOCK_COUNT && size - position >= BLOCK_HEADER_SIZE; ++i) {
+        const unsigned char type = bytes[position];
+        const int32_t stated = static_cast<int32_t>(readU32(bytes + position + 1));
+        position += BLOCK_HEADER_SIZE;
+        if (stated < 0)
+            return;
+        // A file that was cut off keeps the records in front of the cut.
+        const std::size_t present = std::min(static_cast<std::size_t>(stated), size - position);
+        parseBlock(type, bytes + position, present, font);
+        position += present;
+    }
+}
+
+void parseKerningLine(const WideString& line, KerningTable& kerning) {
+    // A line break counts as one character, whichever of the two it is.
+    const bool twoCharacterBreak =
+        line.size() >= 2 && line.compare(line.size() - 2, 2, TEXT("\r\n")) == 0;
+    const std::size_t length = line.size() - (twoCharacterBreak ? 1 : 0);
+    if (length < SHORTEST_KERNING_LINE || line[0] == TEXT('#'))
+        return;
+    // Between the pair and its amount stands a separator of any kind.
+    const std::string amount = narrow(line.substr(3));
+    kerning[{line[0], line[1]}] = static_cast<int16_t>(std::strtol(amount.c_str(), nullptr, 10));
+}
+
+void loadFontFile(const std::string& path, FontData& font) {
+    const FilePointer file = openBinaryFile(path);
+    if (file == nullptr) {
+        Logger::instance().error("Font file %s not found.\n", path.c_str());
+        return;
+    }
+    std::vector<unsigned char> bytes(
+        static_cast<std::size_t>(std::min(bytesLeft(file.get()), MAX_FONT_FILE_SIZE)));
+    const std::size_t size = std::fread(bytes.data(), 1, bytes.size(), file.get());
+    parseFont(bytes.data(), size, font);
+}
+
+void loadKerningFile(const std::string& path, KerningTable& kerning) {
+    Utf16Reader file(path);
+    WideString line;
+    while (file.readLine(line))
+        parseKerningLine(line, kerning);
+}

@@ -1,0 +1,53 @@
+// The files that describe a bitmap font: ".fnt" with the glyphs' metrics and the names of the
+// pages that hold their pictures, and ".kern" with further kerning pairs.
+//
+// A damaged file never does harm: what was sound before the fault is kept, the rest is left out.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/win32.h"
+
+// One glyph as the ".fnt" file stores it; lengths in pixels.
+struct Glyph {
+    uint32_t id;  // character code
+    uint16_t x;   // left and top edge in the page
+    uint16_t y;
+    uint16_t width;
+    uint16_t height;
+    int16_t xoffset;  // not used in drawing
+    int16_t yoffset;  // from the text position down to the glyph's top
+    int16_t xadvance;
+    uint8_t page;
+    uint8_t channel;  // not used
+};
+
+using GlyphTable = std::map<uint16_t, Glyph>;
+using KerningTable = std::map<std::pair<uint32_t, uint32_t>, int16_t>;  // by first and second
+
+struct FontData {
+    uint32_t atlasSize = 0;   // side of the square pages, pixels
+    uint32_t lineHeight = 0;  // pixels
+    uint32_t base = 0;        // from the top of the line to the baseline, pixels
+    GlyphTable glyphs;
+    KerningTable kerning;
+    std::vector<std::string> pageNames;
+};
+
+// Adds what the bytes of a ".fnt" file hold to `font`; nothing when they do not begin as one.
+void parseFont(const unsigned char* bytes, std::size_t size, FontData& font);
+
+// Sets the pair that a line of a ".kern" file holds; nothing for a comment or too short a line.
+void parseKerningLine(const WideString& line, KerningTable& kerning);
+
+// Loads a ".fnt" file; one that cannot be opened is logged and leaves `font` as it is.
+void loadFontFile(const std::string& path, FontData& font);
+
+// Loads a ".kern" file on top of the pairs that are there. Not every font has one: a missing file
+// is not reported.
+void loadKerningFile(const std::string& path, KerningTable& kerning);

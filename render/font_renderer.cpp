@@ -1,0 +1,175 @@
+#include "render/font_renderer.h"
+
+#include <set>
+
+#include "render/matrix.h"
+#include "render/raw_texture.h"
+#include "render/shader_program.h"
+#include "support/logger.h"
+#include "support/system_settings.h"
+#include "support/text.h"
+
+namespace {
+
+constexpr WCHAR BYTE_ORDER_MARK = 0xFEFF;
+constexpr std::size_t EXTENSION_LENGTH = 4;
+constexpr float NARROW_SCALE = 2.0F / 3.0F;
+
+constexpr GLushort QUAD_INDICES[] = {0, 1, 2, 3, 0, 2};
+constexpr GLsizei QUAD_INDEX_COUNT = 6;
+
+bool isPassedOver(WCHAR code) {
+    return code == BYTE_ORDER_MARK || code == TEXT('\r') || code == TEXT('\n');
+}
+
+// Katakana and unified ideographs are drawn narrower, to fit the room that the screens were laid
+// out with for Latin text.
+float widthScale(WCHAR code) {
+    const bool katakana = code >= 0x30A0 && code <= 0x30FF;
+    const bool ideograph = code >= 0x4E00 && code <= 0x9FFF;
+    return katakana || ideograph ? NARROW_SCALE : 1.0F;
+}
+
+// The font tool's signed numbers have always been read as unsigned here.
+float asUnsigned(int16_t value) {
+    return static_cast<float>(static_cast<uint16_t>(value));
+}
+
+void reportUnknown(WCHAR code) {
+    static std::set<WCHAR> reported;
+    if (reported.insert(code).second)
+        Logger::instance().warning("Unrecognized Char: %d  %x", static_cast<int>(code),
+                                   static_cast<unsigned>(code));
+}
+
+void setMatrix(GLuint program, const char* name, const float* matrix) {
+    glUniformMatrix4fv(getUniformLocation(program, name), 1, GL_FALSE, matrix);
+}
+
+}  // namespace
+
+FontRenderer::FontRenderer(const std::string& faceName, void* context) : context_(context) {
+    const std::string folder = SystemSettings::instance().dataFolder + "fonts/";
+    loadFontFile(folder + faceName + ".fnt", font_);
+    loadKerningFile(folder + faceName + ".kern", font_.kerning);
+    loadPages(folder);
+
+    program_ = getProgram(programCache(), "fontrenderer");
+    positionLocation_ = glGetAttribLocation(program_, "a_position");
+    texCoordLocation_ = glGetAttribLocation(program_, "a_texCoord");
+    samplerLocation_ = glGetUniformLocation(program_, "s_texture");
+    colorLocation_ = glGetUniformLocation(program_, "u_fontColor");
+}
+
+FontRenderer::~FontRenderer() {
+    if (!pageTextures_.empty())
+        glDeleteTextures(static_cast<GLsizei>(pageTextures_.size()), pageTextures_.data());
+}
+
+void FontRenderer::loadPages(const std::string& folder) {
+    for (const std::string& name : font_.pageNames) {
+        const std::size_t length =
+            name.size() > EXTENSION_LENGTH ? name.size() - EXTENSION_LENGTH : 0;
+        const std::string path = folder + name.substr(0, length) + ".raw";
+        pageTextures_.push_back(
+            loadRawLuminanceTexture(path.c_str(), static_cast<GLsizei>(font_.atlasSize), 0));
+    }
+}
+
+void FontRenderer::drawText(WideText text, int x, int y, float red, float green, float blue,
+                            const float* projection, bool useKerning,
+                            const float* modelview) const {
+    if (font_.glyphs.empty())
+        return;
+    glUseProgram(program_);
+    float identity[16];
+    identityMatrix(identity);
+    setMatrix(program_, "mvmtx", modelview != nullptr ? modelview : identity);
+    setMatrix(program_, "prmtx", projection);
+
+    const WideText line = text.substr(0, text.find(WCHAR{}));
+    float pen = static_cast<float>(x);
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const WCHAR code = line[i];
+        if (isPassedOver(code))
+            continue;
+        const Glyph* const glyph = findGlyph(static_cast<uint16_t>(code));
+        if (glyph == nullptr) {
+            reportUnknown(code);
+            continue;
+        }
+        if (glyph->page >= pageTextures_.size())
+            continue;
+        glActiveTexture(GL_TEXTURE0);
+        glBindTexture(GL_TEXTURE_2D, pageTextures_[glyph->page]);
+        glUniform1i(samplerLocation_, 0);
+        glUniform3f(colorLocation_, red, green, blue);
+
+        // The pair is made with the character in front even if that one was not drawn, and it moves
+        // this glyph only, not the pen: texts were laid out with that.
+        float kerning = 0.0F;
+        if (useKerning && i > 0)
+            kerning = static_cast<float>(findKerning(line[i - 1], code).value_or(0));
+        const float scale = widthScale(code);
+        drawGlyph(*glyph, pen + kerning, y, scale);
+        pen += asUnsigned(glyph->xadvance) * scale;
+    }
+}
+
+void FontRenderer::drawText(const std::string& text, int x, int y, float red, float green,
+                            float blue, const float* projection, bool useKerning,
+                            const float* modelview) const {
+    drawText(widen(text), x, y, red, green, blue, projection, useKerning, modelview);
+}
+
+void FontRenderer::drawGlyph(const Glyph& glyph, float left, int y, float scale) const {
+    const float atlasSize = static_cast<float>(font_.atlasSize);
+    const float width = static_cast<float>(glyph.width);
+    const float height = static_cast<float>(glyph.height);
+    const float right = left + width * scale;
+    const float top = static_cast<float>(static_cast<uint16_t>(glyph.yoffset) + int64_t{y});
+    const float bottom = height + top;
+    const float u0 = static_cast<float>(glyph.x) / atlasSize;
+    const float u1 = static_cast<float>(glyph.x + glyph.width) / atlasSize;
+    const float v0 = static_cast<float>(glyph.y) / atlasSize;
+    const float v1 = static_cast<float>(glyph.y + glyph.height) / atlasSize;
+
+    const GLfloat positions[] = {left,  bottom, 0.0F, left,  top,    0.0F,
+                                 right, top,    0.0F, right, bottom, 0.0F};
+    const GLfloat texCoords[] = {u0, v1, u0, v0, u1, v0, u1, v1};
+    const GLuint position = static_cast<GLuint>(positionLocation_);
+    const GLuint texCoord = static_cast<GLuint>(texCoordLocation_);
+    glEnableVertexAttribArray(position);
+    glEnableVertexAttribArray(texCoord);
+    glVertexAttribPointer(position, 3, GL_FLOAT, GL_FALSE, 0, positions);
+    glVertexAttribPointer(texCoord, 2, GL_FLOAT, GL_FALSE, 0, texCoords);
+    glDrawElements(GL_TRIANGLES, QUAD_INDEX_COUNT, GL_UNSIGNED_SHORT, QUAD_INDICES);
+    glDisableVertexAttribArray(position);
+    glDisableVertexAttribArray(texCoord);
+}
+
+uint32_t FontRenderer::textWidth(WideText text) const {
+    uint32_t width = 0;
+    for (const WCHAR code : text)
+        if (const Glyph* const glyph = findGlyph(static_cast<uint16_t>(code)))
+            width += static_cast<uint16_t>(glyph->xadvance);
+    return width;
+}
+
+uint32_t FontRenderer::textWidth(const std::string& text) const {
+    return textWidth(widen(text));
+}
+
+const Glyph* FontRenderer::findGlyph(uint16_t code) const {
+    const auto entry = font_.glyphs.find(code);
+    return entry != font_.glyphs.end() ? &entry->second : nullptr;
+}
+
+std::optional<int16_t> FontRenderer::findKerning(uint32_t first, uint32_t second) const {
+    const auto entry = font_.kerning.find({first, second});
+    return entry != font_.kerning.end() ? std::make_optional(entry->second) : std::nullopt;
+}
+
+void FontRenderer::setKerning(uint32_t first, uint32_t second, int16_t amount) {
+    font_.kerning[{first, second}] = amount;
+}

@@ -1,0 +1,10 @@
+#include "render/image_renderer.h"
+
+#include "render/shader_program.h"
+
+ImageRenderer::ImageRenderer()
+    : program(getProgram(programCache(), "imagerenderer")),
+      samplerLocation(glGetUniformLocation(program, "s_texture")),
+      positionLocation(glGetAttribLocation(program, "a_position")),
+      texCoordLocation(glGetAttribLocation(program, "a_texCoord")),
+      iconColorLocation(glGetUniformLocation(program, "u_iconColor")) {}

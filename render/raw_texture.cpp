@@ -1,0 +1,100 @@
+#include "render/raw_texture.h"
+
+#include <limits>
+#include <memory>
+#include <new>
+
+#include "render/binary_file.h"
+#include "support/logger.h"
+
+namespace {
+
+// The instrument's largest texture is 2048 pixels on a side. A font file can claim a page of 65535
+// pixels: such a page must not cost 4 GB when its file is small.
+constexpr uint64_t MAX_COMPLETED_BYTES = uint64_t{2048} * 2048 * 3;
+
+using Pixels = std::unique_ptr<unsigned char[]>;
+
+FilePointer openImage(const char* path) {
+    FilePointer file = openBinaryFile(path);
+    if (file == nullptr)
+        Logger::instance().error("File %s not found.", path);
+    return file;
+}
+
+// Reads `size` bytes from where the file stands, with zeros for what it does not hold. Null when
+// the picture is larger than is sensible for that file, or than the memory.
+Pixels readPixels(std::FILE* file, uint64_t size) {
+    const bool tooLarge = size > MAX_COMPLETED_BYTES && size > bytesLeft(file);
+    if (tooLarge || size > std::numeric_limits<std::size_t>::max())
+        return nullptr;
+    const std::size_t count = static_cast<std::size_t>(size);
+    Pixels pixels(new (std::nothrow) unsigned char[count]());
+    if (pixels != nullptr)
+        std::fread(pixels.get(), 1, count, file);
+    return pixels;
+}
+
+GLuint createTexture() {
+    GLuint texture = 0;
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glGenTextures(1, &texture);
+    return texture;
+}
+
+void uploadTexture(GLuint texture, GLenum format, GLsizei width, GLsizei height,
+                   const unsigned char* pixels) {
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexImage2D(GL_TEXTURE_2D, 0, static_cast<GLint>(format), width, height, 0, format,
+                 GL_UNSIGNED_BYTE, pixels);
+}
+
+uint64_t byteCount(GLsizei width, GLsizei height, uint64_t bytesPerPixel) {
+    if (width < 0 || height < 0)
+        return 0;
+    return static_cast<uint64_t>(width) * static_cast<uint64_t>(height) * bytesPerPixel;
+}
+
+}  // namespace
+
+GLuint loadRawRGBTexture(const char* path, GLsizei width, GLsizei height) {
+    if (path == nullptr)
+        return 0;
+    const FilePointer file = openImage(path);
+    if (file == nullptr)
+        return 0;
+    const Pixels pixels = readPixels(file.get(), byteCount(width, height, 3));
+    if (pixels == nullptr) {
+        Logger::instance().error("File %s is too short.", path);
+        return 0;
+    }
+    const GLuint texture = createTexture();
+    if (texture == 0)
+        Logger::instance().error("Failed to create GL texture.");
+    else
+        uploadTexture(texture, GL_RGB, width, height, pixels.get());
+    return texture;
+}
+
+GLuint loadRawLuminanceTexture(const char* path, GLsizei size, int32_t offset) {
+    if (path == nullptr)
+        return 0;
+    const FilePointer file = openImage(path);
+    if (file == nullptr)
+        return 0;
+    std::fseek(file.get(), offset, SEEK_SET);
+    const Pixels pixels = readPixels(file.get(), byteCount(size, size, 1));
+    if (pixels == nullptr) {
+        Logger::instance().error("File %s is too short.", path);
+        return 0;
+    }
+    const GLuint texture = createTexture();
+    // To the debugger only: a font with many pages would fill the log.
+    if (texture == 0)
+        debugPrint("Failed to create GL texture.");
+    else
+        uploadTexture(texture, GL_LUMINANCE, size, size, pixels.get());
+    return texture;
+}

@@ -1,0 +1,104 @@
+#include "render/shader_program.h"
+
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "render/shader_source.h"
+#include "support/logger.h"
+
+ProgramCache& programCache() {
+    static ProgramCache cache;
+    return cache;
+}
+
+GLuint getProgram(ProgramCache& cache, const char* baseName) {
+    if (baseName == nullptr || *baseName == '\0')
+        return 0;
+    const auto entry = cache.find(baseName);
+    if (entry != cache.end())
+        return entry->second;
+    const GLuint program = createProgram(baseName);
+    cache[baseName] = program;
+    return program;
+}
+
+GLuint createProgram(const char* baseName) {
+    if (baseName == nullptr)
+        return 0;
+    const std::string vertexFile = std::string(baseName) + ".vert";
+    const std::string fragmentFile = std::string(baseName) + ".frag";
+
+    GLint compiled = 0;
+    const GLuint vertexShader = compileShader(vertexFile, GL_VERTEX_SHADER);
+    glGetShaderiv(vertexShader, GL_COMPILE_STATUS, &compiled);
+    if (compiled == 0)
+        printShaderInfoLog(vertexShader);
+
+    // Not reset: for a shader that is missing GL leaves the vertex shader's status in place.
+    const GLuint fragmentShader = compileShader(fragmentFile, GL_FRAGMENT_SHADER);
+    glGetShaderiv(fragmentShader, GL_COMPILE_STATUS, &compiled);
+    if (compiled == 0)
+        printShaderInfoLog(fragmentShader);
+
+    const GLuint program = glCreateProgram();
+    // The instrument's driver has always been given each shader twice; it stays that way.
+    glCompileShader(vertexShader);
+    glCompileShader(fragmentShader);
+    glAttachShader(program, vertexShader);
+    glAttachShader(program, fragmentShader);
+    glDeleteShader(vertexShader);
+    glDeleteShader(fragmentShader);
+    glLinkProgram(program);
+
+    // The compile status decides, not the link status: what the traces of the instruments in the
+    // field hold is compared with those of new versions.
+    GLint linked = 0;
+    glGetProgramiv(program, GL_LINK_STATUS, &linked);
+    if (compiled != 1)
+        printProgramInfoLog(program);
+
+    glUseProgram(0);
+    return program;
+}
+
+GLuint compileShader(const std::string& fileName, GLenum shaderType) {
+    const std::unique_ptr<char[]> source = getShaderSource(fileName);
+    if (source == nullptr)
+        return 0;
+    const GLchar* const text = source.get();
+    const GLint length = static_cast<GLint>(std::strlen(text));
+    const GLuint shader = glCreateShader(shaderType);
+    glShaderSource(shader, 1, &text, &length);
+    glCompileShader(shader);
+    return shader;
+}
+
+GLint getUniformLocation(GLuint program, const char* name) {
+    const GLint location = glGetUniformLocation(program, name);
+    if (location == -1)
+        debugPrint("No such uniform named \"%s\"", name);
+    return location;
+}
+
+void printShaderInfoLog(GLuint shader) {
+    GLint length = 0;
+    glGetShaderiv(shader, GL_INFO_LOG_LENGTH, &length);
+    if (length <= 1)
+        return;
+    GLsizei written = 0;
+    std::vector<GLchar> log(static_cast<std::size_t>(length));
+    glGetShaderInfoLog(shader, length, &written, log.data());
+    debugPrint("%s", log.data());
+}
+
+void printProgramInfoLog(GLuint program) {
+    GLint length = 0;
+    glGetProgramiv(program, GL_INFO_LOG_LENGTH, &length);
+    if (length <= 1)
+        return;
+    GLsizei written = 0;
+    std::vector<GLchar> log(static_cast<std::size_t>(length));
+    glGetProgramInfoLog(program, length, &written, log.data());
+    debugPrint("%s", log.data());
+}
