@@ -1,0 +1,82 @@
+// The entry routine and the frame loop. There is one thread: the update runs inside the loop.
+
+#include <cstdio>
+
+#include "app/command_line.h"
+#include "app/egl_context.h"
+#include "app/process_control.h"
+#include "app/the_screen.h"
+#include "app/window.h"
+#include "platform/entry_point.h"
+#include "platform/gles.h"
+#include "support/text.h"
+
+SimpleUI theScreen;
+
+namespace {
+
+uint32_t screenWidth;
+uint32_t screenHeight;
+EGLDisplay eglDisplay;
+EGLSurface eglSurface;
+EGLContext eglContext;
+
+void applyCommandLine() {
+    const CommandLine line = parseCommandLine(narrow(GetCommandLineW()));
+    if (line.autoMode)
+        theScreen.setAutoMode();
+    else
+        theScreen.setLaunchArguments(line.firstArgument, line.secondArgument);
+}
+
+// Handles the messages that have arrived. Returns false once the quit message is reached; what
+// stands behind it is not dispatched.
+bool drainMessages() {
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
+        if (message.message == WM_QUIT)
+            return false;
+        DispatchMessageW(&message);
+    }
+    return true;
+}
+
+void runFrames() {
+    constexpr DWORD framePause = 2;
+    do {
+        Sleep(framePause);
+        glClear(GL_COLOR_BUFFER_BIT);
+        theScreen.draw();
+        theScreen.tick();
+        eglSwapBuffers(eglDisplay, eglSurface);
+    } while (drainMessages());
+}
+
+}  // namespace
+
+int runUpdater(HINSTANCE module) {
+    terminateProcessByName("KSTRL.exe");
+    terminateProcessByName("KSTRLLF.exe");
+
+    registerWindowClass(module);
+    const HWND window = createMainWindow(module);
+    if (window == nullptr)
+        return -1;
+    ShowWindow(window, SW_SHOWNORMAL);
+    screenWidth = static_cast<uint32_t>(GetSystemMetrics(SM_CXSCREEN));
+    screenHeight = static_cast<uint32_t>(GetSystemMetrics(SM_CYSCREEN));
+    makeFullScreen(window, screenWidth, screenHeight);
+
+    if (!initEgl(window, eglDisplay, eglSurface, eglContext))
+        return 1;
+    theScreen.init(screenWidth, screenHeight);
+    applyCommandLine();
+
+    runFrames();
+
+    shutdownEgl(eglDisplay, eglSurface, eglContext);
+    if (DestroyWindow(window))
+        std::printf("DestroyWindow SUCCESS\n");
+    return 0;
+}

@@ -1,0 +1,67 @@
+#include "app/window.h"
+
+#include <cstdlib>
+#include <string>
+
+#include "app/the_screen.h"
+
+namespace {
+
+constexpr LPCWSTR CLASS_NAME = TEXT("EGLWndClass");
+constexpr DWORD START_STYLE = WS_DISABLED | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
+static_assert(START_STYLE == 0x08CC0000);
+
+// The service sequence that quits the updater, in digits for the function keys F1 to F6.
+const std::string HIDDEN_QUIT_SEQUENCE = "14436652211335";
+
+std::string keySequence;
+
+void handleKeyDown(WPARAM virtualKey) {
+    theScreen.onKey(virtualKey);
+    if (virtualKey == VK_BACK)
+        std::exit(0);
+    if (virtualKey >= VK_F1 && virtualKey <= VK_F6)
+        keySequence += static_cast<char>(virtualKey - 0x3F);
+    else
+        keySequence.clear();
+    if (keySequence == HIDDEN_QUIT_SEQUENCE)
+        PostQuitMessage(0);
+}
+
+}  // namespace
+
+LRESULT CALLBACK mainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_DESTROY:
+            PostQuitMessage(0);
+            return 0;
+        case WM_KEYDOWN:
+            handleKeyDown(wParam);
+            return 0;
+        default:
+            return DefWindowProcW(window, message, wParam, lParam);
+    }
+}
+
+void registerWindowClass(HINSTANCE module) {
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = mainWindowProc;
+    windowClass.hInstance = module;
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
+    windowClass.lpszClassName = CLASS_NAME;
+    RegisterClassW(&windowClass);
+}
+
+HWND createMainWindow(HINSTANCE module) {
+    return CreateWindowExW(0, CLASS_NAME, nullptr, START_STYLE, CW_USEDEFAULT, CW_USEDEFAULT,
+                           CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, module, nullptr);
+}
+
+void makeFullScreen(HWND window, uint32_t width, uint32_t height) {
+    SetWindowLongW(window, GWL_STYLE, static_cast<LONG>(WS_POPUP));
+    SetWindowPos(window, HWND_TOPMOST, 0, 0, static_cast<int>(width), static_cast<int>(height),
+                 SWP_FRAMECHANGED);
+    SetForegroundWindow(window);
+    EnableWindow(window, TRUE);
+}
