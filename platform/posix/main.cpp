@@ -4,11 +4,10 @@
 
 #include <cstdio>
 #include <cstring>
-#include <string>
 
 #include "platform/entry_point.h"
+#include "platform/posix/command_line.h"
 #include "platform/posix/device.h"
-#include "platform/posix/utf.h"
 
 namespace {
 
@@ -40,26 +39,7 @@ Keys:
 After a failed update any key starts the application.
 )";
 
-std::u16string& commandLine() {
-    static std::u16string& line = *new std::u16string;
-    return line;
-}
-
-// Arguments with blanks are quoted, so that they can be told apart again.
-void addArgument(const char* argument) {
-    std::string text = argument;
-    if (text.empty() || text.find_first_of(" \t") != std::string::npos)
-        text = "\"" + text + "\"";
-    if (!commandLine().empty())
-        commandLine() += u' ';
-    commandLine() += posix::toUtf16(text);
-}
-
 }  // namespace
-
-LPWSTR GetCommandLineW() {
-    return commandLine().data();
-}
 
 int main(int argc, char** argv) {
     if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
@@ -74,7 +54,6 @@ int main(int argc, char** argv) {
                      "updater: the device folder \"%s\" does not exist (see UPDATER_DEVICE in "
                      "updater --help)\n",
                      deviceRoot().c_str());
-    for (int i = 0; i < argc; ++i)
-        addArgument(argv[i]);
+    posix::setCommandLine(argc, argv);
     return runUpdater(nullptr);
 }

@@ -1,0 +1,33 @@
+#include "app/process_control.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "platform/posix/call_hook.h"
+#include "tests/support/device_folder.h"
+
+namespace {
+
+// The walk through the processes when each call in turn fails: nothing is reported, nothing hangs,
+// and what was opened is closed.
+TEST(ProcessControl, AFailingCallEndsTheWalkQuietly) {
+    const DeviceFolder device;
+    const char* const failing[] = {"CreateToolhelp32Snapshot", "Process32First", "Process32Next"};
+    for (const char* const name : failing) {
+        SCOPED_TRACE(name);
+        std::vector<std::string> calls;
+        setCallHook([&](const HookedCall& call) {
+            calls.emplace_back(call.name);
+            return std::string(call.name) == name ? ERROR_ACCESS_DENIED : ERROR_SUCCESS;
+        });
+        terminateProcessByName("KSTRL.exe");
+        EXPECT_EQ(calls.front(), "CreateToolhelp32Snapshot");
+        EXPECT_EQ(calls.back(), "CloseHandle");
+        EXPECT_EQ(std::count(calls.begin(), calls.end(), "TerminateProcess"), 0);
+    }
+}
+
+}  // namespace

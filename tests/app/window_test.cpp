@@ -1,0 +1,74 @@
+// The window procedure: which keys end the program, and the hidden quit sequence.
+
+#include "app/window.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/posix/call_hook.h"
+#include "tests/support/device_folder.h"
+
+namespace {
+
+constexpr WPARAM VK_RETURN = 0x0D;
+
+class Window : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        setCallHook([this](const HookedCall& call) {
+            quitMessages += std::string(call.name) == "PostQuitMessage";
+            return ERROR_SUCCESS;
+        });
+        press(VK_RETURN);
+    }
+
+    static LRESULT press(WPARAM key) { return mainWindowProc(nullptr, WM_KEYDOWN, key, 0); }
+
+    // Presses F1 to F6 as the digits name them, and any other key for a blank.
+    static void press(const std::string& digits) {
+        for (const char digit : digits)
+            press(digit == ' ' ? VK_RETURN : VK_F1 + static_cast<WPARAM>(digit - '1'));
+    }
+
+    DeviceFolder device;
+    int quitMessages = 0;
+};
+
+TEST_F(Window, TheHiddenSequenceQuitsOnceItIsWhole) {
+    press("1443665221133");
+    EXPECT_EQ(quitMessages, 0);
+    press("5");
+    EXPECT_EQ(quitMessages, 1);
+}
+
+TEST_F(Window, AnExtraFunctionKeySpoilsTheSequenceUntilAnotherKeyIsPressed) {
+    press(
+        "1"
+        "14436652211335");
+    EXPECT_EQ(quitMessages, 0);
+    press("14436652211335");
+    EXPECT_EQ(quitMessages, 0);
+    press(" 14436652211335");
+    EXPECT_EQ(quitMessages, 1);
+    press("1");
+    EXPECT_EQ(quitMessages, 1);
+}
+
+TEST_F(Window, AKeyInsideTheSequenceStartsItAgain) {
+    press("1443665 2211335");
+    EXPECT_EQ(quitMessages, 0);
+}
+
+TEST_F(Window, ItsDestructionQuitsAndOtherMessagesDoNothing) {
+    EXPECT_EQ(mainWindowProc(nullptr, WM_DESTROY, 0, 0), 0);
+    EXPECT_EQ(quitMessages, 1);
+    mainWindowProc(nullptr, WM_KEYUP, VK_BACK, 0);
+    EXPECT_EQ(quitMessages, 1);
+}
+
+TEST_F(Window, BackspaceEndsTheProcess) {
+    EXPECT_EXIT(press(VK_BACK), ::testing::ExitedWithCode(0), "");
+}
+
+}  // namespace

@@ -1,0 +1,172 @@
+// What the screen does in each state, frame by frame and key by key. The main application's start
+// is watched through the call hook; where it succeeds the process ends.
+
+#include "ui/simple_ui.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/posix/call_hook.h"
+#include "support/logger.h"
+#include "tests/support/device_folder.h"
+
+namespace {
+
+constexpr WPARAM VK_RETURN = 0x0D;
+
+class Screen : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        device.write("FlashDisk/VELD/KSTRL/a");
+        device.write("FlashDisk/VELD/ORBUI/data/b");
+        Logger::instance().setPath("/FlashDisk/VELD/log.txt");
+        setCallHook([this](const HookedCall& call) {
+            const std::string name = call.name;
+            if (name == "Sleep")
+                sleeps.push_back(call.arguments[0]);
+            if (name == "CreateProcessW")
+                launches.push_back(call.arguments[0]);
+            return name == "CreateProcessW" || name == "Sleep" ? ERROR_FILE_NOT_FOUND
+                                                               : ERROR_SUCCESS;
+        });
+    }
+
+    void plugIn() const {
+        device.write("USB HD/VELD/KSTRL/a", "new");
+        device.write("USB HD/VELD/ORBUI/data/b", "new");
+        device.write("USB HD/VELD/kstrXReleaseNotes.txt", "KSTRL Release 2\n");
+    }
+
+    bool isStaging() const { return device.exists("FlashDisk/VELD/Update"); }
+    bool isUpdated() const { return device.read("FlashDisk/VELD/KSTRL/a") == "new"; }
+
+    void toReady() {
+        plugIn();
+        screen.tick();
+    }
+    void toUpdating() {
+        toReady();
+        screen.onKey(VK_HOME);
+    }
+    // Two copies, and the finishing step.
+    void toTheEnd() {
+        toUpdating();
+        for (int i = 0; i < 3; ++i)
+            screen.tick();
+    }
+    void toFailed() {
+        device.write("FlashDisk/VELD/Update/stray/x");
+        toTheEnd();
+    }
+
+    DeviceFolder device;
+    std::vector<std::string> sleeps;
+    std::vector<std::string> launches;
+    SimpleUI screen;
+};
+
+TEST_F(Screen, LooksForTheKeyWithAPauseUntilItIsThere) {
+    screen.tick();
+    screen.tick();
+    EXPECT_EQ(sleeps, (std::vector<std::string>{"100", "100"}));
+    plugIn();
+    screen.tick();
+    EXPECT_EQ(sleeps.size(), 3U);
+    screen.tick();
+    EXPECT_EQ(sleeps.size(), 3U);
+}
+
+TEST_F(Screen, StartDoesNothingBeforeAKeyIsFound) {
+    screen.onKey(VK_HOME);
+    screen.tick();
+    EXPECT_FALSE(isStaging());
+}
+
+TEST_F(Screen, StartUpdatesAndALaunchIsTriedOnceByItself) {
+    toReady();
+    EXPECT_FALSE(isStaging());
+    screen.onKey(VK_RETURN);
+    EXPECT_FALSE(isStaging());
+    screen.onKey(VK_HOME);
+    EXPECT_TRUE(isStaging());
+    screen.onKey(VK_HOME);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_FALSE(isUpdated());
+        screen.tick();
+    }
+    EXPECT_TRUE(isUpdated());
+    EXPECT_TRUE(launches.empty());
+    for (int i = 0; i < 3; ++i)
+        screen.tick();
+    EXPECT_EQ(launches, std::vector<std::string>{"\\FlashDisk\\VELD\\KSTRL\\KSTRL.exe"});
+    screen.onKey(VK_HOME);
+    screen.onKey(VK_RETURN);
+    EXPECT_EQ(launches.size(), 1U);
+    EXPECT_EXIT(screen.onKey(VK_END), ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(Screen, AutoModeStartsByItselfAndTriesTheLaunchOnEveryFrame) {
+    screen.setAutoMode();
+    screen.tick();
+    EXPECT_FALSE(isStaging());
+    plugIn();
+    // The frame that finds the key also copies the first file.
+    screen.tick();
+    EXPECT_EQ(device.read("FlashDisk/VELD/Update/KSTRL/a"), "new");
+    screen.tick();
+    screen.tick();
+    EXPECT_TRUE(isUpdated());
+    EXPECT_TRUE(launches.empty());
+    screen.tick();
+    const std::size_t first = launches.size();
+    EXPECT_GE(first, 1U);
+    screen.tick();
+    screen.tick();
+    EXPECT_EQ(launches.size(), first + 2);
+}
+
+TEST_F(Screen, StopLaunchesInEveryStateAndLeavesAfterAFailedLaunch) {
+    const std::function<void()> states[] = {[] {}, [this] { toReady(); }, [this] { toUpdating(); }};
+    for (const auto& reach : states) {
+        EXPECT_EXIT(
+            {
+                reach();
+                screen.onKey(VK_END);
+                if (launches.size() != 1)
+                    std::exit(1);
+                screen.onKey(VK_END);
+            },
+            ::testing::ExitedWithCode(0), "");
+    }
+}
+
+TEST_F(Screen, StopDuringAnUpdateLeavesTheInstallationAlone) {
+    toUpdating();
+    screen.tick();
+    screen.onKey(VK_END);
+    EXPECT_EQ(launches.size(), 1U);
+    EXPECT_FALSE(isUpdated());
+    EXPECT_TRUE(isStaging());
+}
+
+TEST_F(Screen, AnyKeyRestartsAfterAFailedUpdateAndTheNextOneLeaves) {
+    toFailed();
+    screen.tick();
+    EXPECT_TRUE(launches.empty());
+    screen.onKey(VK_RETURN);
+    EXPECT_EQ(launches.size(), 1U);
+    EXPECT_EXIT(screen.onKey(VK_HOME), ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(Screen, ALaunchThatSucceedsEndsTheProcess) {
+    device.write("FlashDisk/VELD/KSTRL/KSTRL.exe", "#!/bin/sh\n");
+    std::filesystem::permissions(device.root() / "FlashDisk/VELD/KSTRL/KSTRL.exe",
+                                 std::filesystem::perms::owner_all);
+    setCallHook({});
+    EXPECT_EXIT(screen.onKey(VK_END), ::testing::ExitedWithCode(0), "");
+}
+
+}  // namespace

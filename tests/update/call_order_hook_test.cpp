@@ -1,0 +1,114 @@
+// One whole update, call for call as the system sees it.
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/posix/call_hook.h"
+#include "support/logger.h"
+#include "tests/support/device_folder.h"
+#include "update/updater.h"
+
+namespace {
+
+// Records the calls while it lives; a listing's steps and what the log needs are left out.
+class CallRecord {
+  public:
+    CallRecord() {
+        setCallHook([this](const HookedCall& call) {
+            const std::string name = call.name;
+            if (name == "FindNextFileW" || name == "FindClose" || name == "OutputDebugStringW")
+                return ERROR_SUCCESS;
+            std::string line = name;
+            for (const std::string& argument : call.arguments)
+                line += " " + argument;
+            calls.push_back(line);
+            return ERROR_SUCCESS;
+        });
+    }
+    CallRecord(const CallRecord&) = delete;
+    CallRecord& operator=(const CallRecord&) = delete;
+    ~CallRecord() { setCallHook({}); }
+
+    std::vector<std::string> calls;
+};
+
+std::vector<std::string> callsOf(const std::function<void()>& operation) {
+    const CallRecord record;
+    operation();
+    return record.calls;
+}
+
+TEST(CallOrder, OfOneWholeUpdate) {
+    const DeviceFolder device;
+    device.write("FlashDisk/VELD/KSTRL/KSTRL.exe");
+    device.write("FlashDisk/VELD/KSTRL_old/sub/f");
+    device.write("FlashDisk/VELD/KSTRL_old/e");
+    device.write("FlashDisk/VELD/ORBUI/data/bg.raw");
+    device.write("USB HD/VELD/KSTRL/KSTRL.exe");
+    device.write("USB HD/VELD/ORBUI/data/bg.raw");
+    device.write("USB HD/VELD/ORBUI/data/lang/en.txt");
+    device.write("USB HD/VELD/kstrXReleaseNotes.txt", "KSTRL Release 2\n");
+    device.setReadOnly("USB HD/VELD/ORBUI/data/bg.raw");
+    device.setReadOnly("FlashDisk/VELD/KSTRL_old/e");
+    Logger::instance().setPath("/FlashDisk/VELD/log.txt");
+    Updater updater;
+    using Calls = std::vector<std::string>;
+
+    EXPECT_EQ(callsOf([&] { updater.pollMedia(); }),
+              (Calls{"FindFirstFileW /USB HD/VELD/*", "FindFirstFileW /USB HD/VELD/ORBUI/data/*",
+                     "FindFirstFileW /USB HD/VELD/KSTRL/*",
+                     "_wfopen /USB HD/VELD/kstrXReleaseNotes.txt rb",
+                     "_wfopen /USB HD/VELD/kstrXReleaseNotes.txt rb"}));
+    EXPECT_EQ(
+        callsOf([&] { updater.startUpdate(); }),
+        (Calls{"FindFirstFileW /USB HD/VELD/KSTRL/*", "FindFirstFileW /USB HD/VELD/ORBUI/data/*",
+               "FindFirstFileW /USB HD/VELD/ORBUI/data/*",
+               "FindFirstFileW /USB HD/VELD/ORBUI/data/lang\\*",
+               "CreateDirectoryW /FlashDisk/VELD/", "CreateDirectoryW /FlashDisk/VELD/Update",
+               "CreateDirectoryW /FlashDisk/VELD/Update\\KSTRL/",
+               "CreateDirectoryW /FlashDisk/VELD/Update\\ORBUI/",
+               "CreateDirectoryW /FlashDisk/VELD/Update\\ORBUI/data/",
+               "CreateDirectoryW /FlashDisk/VELD/Update\\ORBUI/data/lang\\"}));
+
+    const std::string key = "/USB HD/VELD/";
+    const std::string staging = "/FlashDisk/VELD/Update\\";
+    const auto copy = [&](const std::string& file) {
+        return Calls{"CopyFileW " + key + file + " " + staging + file + " 0",
+                     "GetFileAttributesW " + staging + file};
+    };
+    EXPECT_EQ(callsOf([&] { updater.step(); }), copy("KSTRL/KSTRL.exe"));
+    Calls readOnlyCopy = copy("ORBUI/data/bg.raw");
+    readOnlyCopy.push_back("SetFileAttributesW " + staging + "ORBUI/data/bg.raw 32");
+    EXPECT_EQ(callsOf([&] { updater.step(); }), readOnlyCopy);
+    EXPECT_EQ(callsOf([&] { updater.step(); }), copy("ORBUI/data/lang\\en.txt"));
+
+    const std::string old = "/FlashDisk/VELD/KSTRL_old\\";
+    EXPECT_EQ(callsOf([&] { updater.step(); }),
+              (Calls{"FindFirstFileW " + old + "*",
+                     "FindFirstFileW " + old + "*",
+                     "GetFileAttributesW " + old + "e",
+                     "SetFileAttributesW " + old + "e 32",
+                     "DeleteFileW " + old + "e",
+                     "FindFirstFileW " + old + "sub\\*",
+                     "FindFirstFileW " + old + "sub\\*",
+                     "GetFileAttributesW " + old + "sub\\f",
+                     "DeleteFileW " + old + "sub\\f",
+                     "RemoveDirectoryW " + old + "sub\\",
+                     "RemoveDirectoryW " + old,
+                     "MoveFileW /FlashDisk/VELD/KSTRL /FlashDisk/VELD/KSTRL_old",
+                     "MoveFileW /FlashDisk/VELD/Update\\KSTRL /FlashDisk/VELD/KSTRL",
+                     "FindFirstFileW /FlashDisk/VELD/ORBUI_old\\*",
+                     "FindFirstFileW /FlashDisk/VELD/ORBUI_old\\*",
+                     "RemoveDirectoryW /FlashDisk/VELD/ORBUI_old\\",
+                     "MoveFileW /FlashDisk/VELD/ORBUI /FlashDisk/VELD/ORBUI_old",
+                     "MoveFileW /FlashDisk/VELD/Update\\ORBUI /FlashDisk/VELD/ORBUI",
+                     "RemoveDirectoryW /FlashDisk/VELD/Update",
+                     "GetLocalTime"}));
+    EXPECT_EQ(updater.getState(), UpdateComplete);
+    EXPECT_TRUE(callsOf([&] { updater.step(); }).empty());
+}
+
+}  // namespace
