@@ -1,0 +1,101 @@
+#include "tests/blackbox/child_process.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <thread>
+
+namespace {
+
+std::vector<std::string> environment(const ChildProcess::Variables& variables) {
+    std::vector<std::string> result;
+    for (char** entry = environ; *entry != nullptr; ++entry) {
+        const std::string text = *entry;
+        if (variables.count(text.substr(0, text.find('='))) == 0)
+            result.push_back(text);
+    }
+    for (const auto& [name, value] : variables) {
+        if (!value.empty())
+            result.push_back(name + "=" + value);
+    }
+    return result;
+}
+
+std::vector<char*> pointers(const std::vector<std::string>& texts) {
+    std::vector<char*> result;
+    for (const std::string& text : texts)
+        result.push_back(const_cast<char*>(text.c_str()));
+    result.push_back(nullptr);
+    return result;
+}
+
+std::string readAll(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+}  // namespace
+
+bool waitUntil(const std::function<bool()>& condition) {
+    const auto end = std::chrono::steady_clock::now() + PATIENCE;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return true;
+}
+
+ChildProcess::ChildProcess(const std::vector<std::string>& command, const Variables& variables) {
+    std::string pattern = (std::filesystem::temp_directory_path() / "child-XXXXXX").string();
+    folder_ = ::mkdtemp(pattern.data());
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    const int flags = O_WRONLY | O_CREAT | O_TRUNC;
+    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, 1, (folder_ + "/out").c_str(), flags, 0600);
+    posix_spawn_file_actions_addopen(&actions, 2, (folder_ + "/err").c_str(), flags, 0600);
+    const std::vector<std::string> variableTexts = environment(variables);
+    if (posix_spawnp(&id_, command[0].c_str(), &actions, nullptr, pointers(command).data(),
+                     pointers(variableTexts).data()) != 0)
+        id_ = -1;
+    posix_spawn_file_actions_destroy(&actions);
+}
+
+ChildProcess::~ChildProcess() {
+    if (isRunning()) {
+        ::kill(id_, SIGKILL);
+        ::waitpid(id_, nullptr, 0);
+    }
+    std::error_code error;
+    std::filesystem::remove_all(folder_, error);
+}
+
+bool ChildProcess::isRunning() {
+    int status = 0;
+    if (id_ > 0 && !status_ && ::waitpid(id_, &status, WNOHANG) == id_)
+        status_ = status;
+    return id_ > 0 && !status_;
+}
+
+std::optional<int> ChildProcess::waitForEnd() {
+    if (!waitUntil([this] { return !isRunning(); }) || !status_ || !WIFEXITED(*status_))
+        return std::nullopt;
+    return WEXITSTATUS(*status_);
+}
+
+std::string ChildProcess::output() const {
+    return readAll(folder_ + "/out");
+}
+
+std::string ChildProcess::errors() const {
+    return readAll(folder_ + "/err");
+}

@@ -1,0 +1,144 @@
+// Every way out of the program, by real keys: the exit code, what is started, and what is printed.
+
+#include "tests/blackbox/close_window.h"
+#include "tests/blackbox/device_fixture.h"
+
+namespace {
+
+constexpr const char* TEARDOWN =
+    "eglDestroyContext SUCCESS\neglDestroySurface SUCCESS\neglTerminate SUCCESS\n";
+
+class Ending : public Instrument {
+  protected:
+    void start(const std::string& argument = "") {
+        updater.emplace(device, display, argument);
+        ASSERT_TRUE(updater->waitForScreen());
+        // The log is opened before the first frame; give the window its keyboard.
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    }
+
+    // Takes the application away, so that it cannot be launched.
+    void removeApplication(const std::string& folder) const {
+        std::filesystem::remove(device.root() / folder / "KSTRL.exe");
+    }
+
+    VirtualDisplay display;
+    std::optional<UpdaterProgram> updater;
+};
+
+TEST_F(Ending, BackspaceLeavesWithoutStartingAnything) {
+    start();
+    display.press("BackSpace");
+    EXPECT_EQ(updater->process().waitForEnd(), 0);
+    EXPECT_TRUE(applications().empty());
+    EXPECT_EQ(updater->process().output(), "");
+}
+
+TEST_F(Ending, TheHiddenSequenceTearsEverythingDown) {
+    start();
+    display.press("F1 F4 F4 F3 F6 F6 F5 F2 F2 F1 F1 F3 F3 F5");
+    EXPECT_EQ(updater->process().waitForEnd(), 0);
+    EXPECT_EQ(updater->process().output(), std::string(TEARDOWN) + "DestroyWindow SUCCESS\n");
+    EXPECT_TRUE(applications().empty());
+}
+
+TEST_F(Ending, TheCloseButtonEndsInTheSameTeardown) {
+    start();
+    ASSERT_TRUE(askWindowToClose(display.name()));
+    EXPECT_EQ(updater->process().waitForEnd(), 0);
+    EXPECT_EQ(updater->process().output(), TEARDOWN);
+}
+
+TEST_F(Ending, StopStartsTheInstalledApplication) {
+    start();
+    display.press("End");
+    EXPECT_EQ(updater->process().waitForEnd(), 0);
+    EXPECT_TRUE(waitUntil([this] { return applications().size() == 1; }));
+    EXPECT_EQ(installedVersion(), "1");
+}
+
+TEST_F(Ending, StopInTheMiddleOfAnUpdateAbandonsIt) {
+    plugIn();
+    for (int i = 0; i < 20000; ++i)
+        device.write("USB HD/VELD/ORBUI/data/lang/f" + std::to_string(i));
+    start();
+    display.press("Home");
+    ASSERT_TRUE(
+        waitUntil([this] { return device.exists("FlashDisk/VELD/Update/KSTRL/KSTRL.exe"); }));
+    display.press("End");
+    EXPECT_EQ(updater->process().waitForEnd(), 0);
+    EXPECT_TRUE(waitUntil([this] { return applications().size() == 1; }));
+    EXPECT_EQ(installedVersion(), "1");
+    EXPECT_TRUE(device.exists("FlashDisk/VELD/Update"));
+    EXPECT_EQ(log().find("succeeded"), std::string::npos);
+}
+
+TEST_F(Ending, StartAndACompleteUpdateStartTheNewApplication) {
+    plugIn();
+    start();
+    EXPECT_FALSE(device.exists("FlashDisk/VELD/Update"));
+    display.press("Home");
+    EXPECT_EQ(updater->process().waitForEnd(), 0);
+    expectUpdated();
+    EXPECT_TRUE(waitUntil([this] { return applications().size() == 1; }));
+}
+
+TEST_F(Ending, AfterAFailedLaunchStopLeaves) {
+    plugIn();
+    removeApplication("USB HD/VELD/KSTRL");
+    start("/auto");
+    EXPECT_TRUE(waitUntil([this] { return installedVersion() == "2"; }));
+    EXPECT_TRUE(updater->process().isRunning());
+    display.press("End");
+    EXPECT_EQ(updater->process().waitForEnd(), 0);
+    EXPECT_TRUE(applications().empty());
+}
+
+TEST_F(Ending, AfterAFailedUpdateAnyKeyRestarts) {
+    plugIn();
+    device.write("FlashDisk/VELD/Update/STRAY/x");
+    start("/auto");
+    EXPECT_TRUE(waitUntil([this] { return lastLogLine() == "    *** ERROR *** Update failed."; }));
+    EXPECT_TRUE(updater->process().isRunning());
+    display.press("space");
+    EXPECT_EQ(updater->process().waitForEnd(), 0);
+    EXPECT_TRUE(waitUntil([this] { return applications().size() == 1; }));
+}
+
+TEST_F(Ending, WithoutADisplayThereIsNoWindow) {
+    ChildProcess updaterProcess({UPDATER_PROGRAM, "/auto"},
+                                {{"DISPLAY", ""}, {"UPDATER_DEVICE", device.root().string()}});
+    EXPECT_EQ(updaterProcess.waitForEnd(), 255);
+    EXPECT_EQ(updaterProcess.output(), "");
+}
+
+TEST_F(Ending, WithoutAConfigForWindowsThereIsNoContext) {
+    UpdaterProgram surfaceless(device, display, "/auto", {{"EGL_PLATFORM", "surfaceless"}});
+    EXPECT_EQ(surfaceless.process().waitForEnd(), 1);
+    EXPECT_EQ(surfaceless.process().output(), "No matching EGL configs found!\n");
+}
+
+TEST_F(Ending, AMissingDeviceFolderAndHelpAreAnsweredClearly) {
+    UpdaterProgram lost(device, display, "", {{"UPDATER_DEVICE", "/nowhere/at all"}});
+    EXPECT_TRUE(waitUntil([&] {
+        return lost.process().errors().find("\"/nowhere/at all\" does not exist") !=
+               std::string::npos;
+    }));
+    ChildProcess help({UPDATER_PROGRAM, "--help"}, {{"DISPLAY", ""}});
+    EXPECT_EQ(help.waitForEnd(), 0);
+    for (const char* word : {"UPDATER_DEVICE", "UPDATER_SCREEN", "/auto", "Home", "End", "USB HD"})
+        EXPECT_NE(help.output().find(word), std::string::npos) << word;
+}
+
+TEST(Depth, SixteenBitsGiveTheExactConfigAndAnUpdate) {
+    const DeviceFolder device;
+    device.write("FlashDisk/VELD/ORBUI/data/b", "1");
+    device.write("USB HD/VELD/KSTRL/a", "2");
+    device.write("USB HD/VELD/ORBUI/data/b", "2");
+    const VirtualDisplay display(16);
+    UpdaterProgram updater(device, display, "/auto");
+    EXPECT_TRUE(waitUntil([&] { return device.read("FlashDisk/VELD/KSTRL/a") == "2"; }));
+    EXPECT_TRUE(updater.process().isRunning());
+}
+
+}  // namespace
