@@ -130,15 +130,15 @@ TEST_F(Ending, AMissingDeviceFolderAndHelpAreAnsweredClearly) {
         EXPECT_NE(help.output().find(word), std::string::npos) << word;
 }
 
-TEST(Depth, SixteenBitsGiveTheExactConfigAndAnUpdate) {
-    const DeviceFolder device;
-    device.write("FlashDisk/VELD/ORBUI/data/b", "1");
-    device.write("USB HD/VELD/KSTRL/a", "2");
-    device.write("USB HD/VELD/ORBUI/data/b", "2");
-    const VirtualDisplay display(16);
-    UpdaterProgram updater(device, display, "/auto");
-    EXPECT_TRUE(waitUntil([&] { return device.read("FlashDisk/VELD/KSTRL/a") == "2"; }));
-    EXPECT_TRUE(updater.process().isRunning());
+TEST(Depth, TheExactConfigIsTakenWhereThereIsOneAndTheFirstElsewhere) {
+    const std::pair<int, const char*> depths[] = {{16, "5 6 5 0 "}, {24, "8 8 8 "}};
+    for (const auto& [depth, sizes] : depths) {
+        SCOPED_TRACE(depth);
+        const VirtualDisplay display(depth);
+        ChildProcess probe({EGL_CONFIG_PROBE}, {{"DISPLAY", display.name()}});
+        EXPECT_EQ(probe.waitForEnd(), 0);
+        EXPECT_EQ(probe.output().rfind(sizes, 0), 0U) << probe.output();
+    }
 }
 
 }  // namespace
