@@ -1,0 +1,126 @@
+#include "render/font_file.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/device_folder.h"
+#include "tests/support/font_bytes.h"
+
+namespace {
+
+const std::string HEADER = "BMF\3";
+const Glyph A = {'A', 1, 2, 3, 4, -5, -6, 7, 0, 15};
+const Glyph B = {0x10000 + 'B', 9, 9, 9, 9, 0, 0, 9, 1, 15};
+
+// Parses a copy in a buffer of exactly that size, so that a read beyond it is seen.
+FontData parse(const std::string& bytes) {
+    const std::vector<unsigned char> exact(bytes.begin(), bytes.end());
+    FontData font;
+    parseFont(exact.data(), exact.size(), font);
+    return font;
+}
+
+TEST(FontFile, ReadsEveryField) {
+    const FontData font = parse(HEADER + block(1, "info") + commonBlock(17, 13, 256) +
+                                block(3, std::string("a_0.png\0a_1.png\0", 16)) +
+                                block(4, glyphRecord(A) + glyphRecord(B)) +
+                                block(5, kerningRecord('A', 0x20AC1, -2)));
+    EXPECT_EQ(font.lineHeight, 17U);
+    EXPECT_EQ(font.base, 13U);
+    EXPECT_EQ(font.atlasSize, 256U);
+    EXPECT_EQ(font.pageNames, (std::vector<std::string>{"a_0.png", "a_1.png"}));
+    EXPECT_EQ(font.kerning, (KerningTable{{{'A', 0x20AC1}, -2}}));
+    ASSERT_EQ(font.glyphs.size(), 2U);
+    EXPECT_EQ(glyphRecord(font.glyphs.at('A')), glyphRecord(A));
+    EXPECT_EQ(glyphRecord(font.glyphs.at('B')), glyphRecord(B));  // the key is the low half
+}
+
+TEST(FontFile, KeepsWhatIsSoundInADamagedFile) {
+    struct Case {
+        const char* name;
+        std::string bytes;
+        std::size_t glyphs;
+        std::size_t pages;
+        std::size_t pairs;
+        uint32_t atlasSize;
+    };
+    const std::string glyph = block(4, glyphRecord(A));
+    const std::string empty = block(5, "");
+    const std::string threeEmpty = empty + empty + empty;
+    const std::vector<Case> cases = {
+        {"empty file", "", 0, 0, 0, 0},
+        {"header cut off", "BMF", 0, 0, 0, 0},
+        {"other version", "BMF\2" + glyph, 0, 0, 0, 0},
+        {"no blocks", HEADER, 0, 0, 0, 0},
+        {"fewer blocks", HEADER + glyph + commonBlock(1, 1, 64), 1, 0, 0, 64},
+        {"a sixth block", HEADER + glyph + threeEmpty + empty + pageBlock(), 1, 0, 0, 0},
+        {"block header cut off", HEADER + glyph + std::string("\3\1\0\0", 4), 1, 0, 0, 0},
+        {"negative size", HEADER + glyph + "\5" + u32Bytes(0xFFFFFFFF) + kerningRecord(1, 2, 3), 1,
+         0, 0, 0},
+        {"huge size", HEADER + commonBlock(1, 1, 64) + "\4" + u32Bytes(0x7FFFFFFF) + glyphRecord(A),
+         1, 0, 0, 64},
+        {"short common block", HEADER + block(2, "abc") + glyph, 1, 0, 0, 0},
+        {"unknown type", HEADER + block(77, "abc") + glyph, 1, 0, 0, 0},
+        {"5 bytes too many", HEADER + block(4, glyphRecord(A) + glyphRecord(B) + "12345"), 2, 0, 0,
+         0},
+        {"half a pair", HEADER + block(5, kerningRecord(1, 2, 3) + "12345"), 0, 0, 1, 0},
+        {"no page names", HEADER + block(3, ""), 0, 0, 0, 0},
+        {"name without an end", HEADER + block(3, "a_0.png") + glyph, 1, 0, 0, 0},
+        {"second name without an end", HEADER + block(3, std::string("a\0b", 3)), 0, 1, 0, 0},
+        {"more empty names than a glyph can tell", HEADER + block(3, std::string(300, '\0')), 0,
+         256, 0, 0},
+    };
+    for (const Case& damaged : cases) {
+        SCOPED_TRACE(damaged.name);
+        const FontData font = parse(damaged.bytes);
+        EXPECT_EQ(font.glyphs.size(), damaged.glyphs);
+        EXPECT_EQ(font.pageNames.size(), damaged.pages);
+        EXPECT_EQ(font.kerning.size(), damaged.pairs);
+        EXPECT_EQ(font.atlasSize, damaged.atlasSize);
+    }
+}
+
+TEST(FontFile, MayEndAnywhere) {
+    const std::string whole = fontBytes(10, 64, {A, B}, kerningRecord('A', 'B', 1));
+    std::size_t kept = 0;
+    for (std::size_t size = 0; size <= whole.size(); ++size) {
+        const FontData font = parse(whole.substr(0, size));
+        const std::size_t now = font.glyphs.size() + font.pageNames.size() + font.kerning.size();
+        EXPECT_GE(now, kept);
+        kept = now;
+    }
+    EXPECT_EQ(kept, 4U);
+}
+
+TEST(KerningFile, LineSetsOnePair) {
+    struct Case {
+        LPCWSTR line;
+        KerningTable expected;
+    };
+    const std::vector<Case> cases = {
+        {TEXT("AV -2\r\n"), {{{'A', 'V'}, -2}}},
+        {TEXT("AV\t  +3x"), {{{'A', 'V'}, 3}}},
+        {TEXT("\u30A2,;65535\n"), {{{0x30A2, ','}, -1}}},
+        {TEXT("AV none\n"), {{{'A', 'V'}, 0}}},
+        {TEXT("#V -2\n"), {}},
+        {TEXT("AV\n"), {}},
+        {TEXT("AV\r\n"), {}},
+        {TEXT("\r\n"), {}},
+        {TEXT(""), {}},
+    };
+    for (const Case& each : cases) {
+        KerningTable kerning;
+        parseKerningLine(each.line, kerning);
+        EXPECT_EQ(kerning, each.expected) << narrow(each.line);
+    }
+}
+
+TEST(KerningFile, OverridesThePairsOfTheFont) {
+    DeviceFolder device;
+    device.write("/f.kern", utf16Bytes(TEXT("\uFEFFAV -2\r\n# note\r\nTo -1")));
+    KerningTable kerning = {{{'A', 'V'}, 5}, {{'A', 'T'}, 6}};
+    loadKerningFile("/f.kern", kerning);
+    loadKerningFile("/missing.kern", kerning);
+    EXPECT_EQ(kerning, (KerningTable{{{'A', 'T'}, 6}, {{'A', 'V'}, -2}, {{'T', 'o'}, -1}}));
+}
+
+}  // namespace

@@ -1,0 +1,223 @@
+#include "render/font_renderer.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+
+#include "render/font_set.h"
+#include "render/matrix.h"
+#include "support/logger.h"
+#include "support/system_settings.h"
+#include "tests/support/device_folder.h"
+#include "tests/support/font_bytes.h"
+#include "tests/support/recording_gl.h"
+
+namespace {
+
+constexpr float PROJECTION[16] = {2.0F, 0.0F};
+
+Glyph glyph(uint32_t id, int16_t yoffset, uint16_t width, int16_t xadvance, uint8_t page = 0) {
+    return {id, 8, 16, width, 12, 99, yoffset, xadvance, page, 15};
+}
+
+class FontRendererTest : public testing::Test {
+  protected:
+    FontRendererTest() {
+        RecordingGl::reset();
+        SystemSettings::instance().dataFolder = "/data/";
+        Logger::instance().setPath("/log.txt");
+        device.write("/data/fonts/page.raw", "coverage");
+    }
+
+    void writeFace(const std::string& name, const std::string& kerningRecords = "") const {
+        const std::vector<Glyph> glyphs = {glyph('A', 2, 10, 9),       glyph('B', 3, 8, 7),
+                                           glyph(0xE9, 0, 5, 5),       glyph(0x30A2, 0, 24, 24),
+                                           glyph(0x4E00, -1, 30, -24), glyph('P', 0, 8, 8, 1)};
+        device.write("/data/fonts/" + name + ".fnt", fontBytes(20, 64, glyphs, kerningRecords));
+    }
+
+    // Draws at (100, 50) in a colour of its own and returns the corners of the quads.
+    std::vector<std::string> draw(const FontRenderer& face, FontRenderer::WideText text) {
+        gl.calls.clear();
+        face.drawText(text, 100, 50, 1.0F, 0.5F, 0.25F, PROJECTION, true, nullptr);
+        return quads();
+    }
+
+    std::vector<std::string> quads() const {
+        std::vector<std::string> found;
+        for (const std::string& call : gl.calls)
+            if (call.compare(0, 5, "  0: ") == 0)
+                found.push_back(call.substr(5));
+        return found;
+    }
+
+    static std::string quad(float left, float top, float right, float bottom) {
+        std::ostringstream text;
+        text << left << ' ' << bottom << " 0 | " << left << ' ' << top << " 0 | " << right << ' '
+             << top << " 0 | " << right << ' ' << bottom << " 0";
+        return text.str();
+    }
+
+    DeviceFolder device;
+    RecordingGl& gl = RecordingGl::instance();
+};
+
+using Quads = std::vector<std::string>;
+
+TEST_F(FontRendererTest, DrawsAGlyphByOneOrderOfCalls) {
+    writeFace("F");
+    const FontRenderer face("F", nullptr);
+    const std::string program = std::to_string(gl.names);
+    const std::string texture = gl.callsOf("glBindTexture").back();
+    draw(face, TEXT("A"));
+    const std::vector<std::string> expected = {
+        "glUseProgram(" + program + ")",
+        "glGetUniformLocation(" + program + ", mvmtx)",
+        "glUniformMatrix4fv(1, 1, 0)",
+        "glGetUniformLocation(" + program + ", prmtx)",
+        "glUniformMatrix4fv(2, 1, 0)",
+        "glActiveTexture(GL_TEXTURE0)",
+        texture,
+        "glUniform1i(4, 0)",
+        "glUniform3f(3, 1, 0.5, 0.25)",
+        "glEnableVertexAttribArray(0)",
+        "glEnableVertexAttribArray(1)",
+        "glVertexAttribPointer(0, 3, GL_FLOAT, 0, 0)",
+        "glVertexAttribPointer(1, 2, GL_FLOAT, 0, 0)",
+        "glDrawElements(GL_TRIANGLES, GL_UNSIGNED_SHORT, 0 1 2 3 0 2)",
+        "  0: 100 64 0 | 100 52 0 | 110 52 0 | 110 64 0",
+        "  1: 0.125 0.4375 | 0.125 0.25 | 0.28125 0.25 | 0.28125 0.4375",
+        "glDisableVertexAttribArray(0)",
+        "glDisableVertexAttribArray(1)",
+    };
+    EXPECT_EQ(gl.calls, expected);
+}
+
+TEST_F(FontRendererTest, SetsBothMatricesOnEveryCall) {
+    writeFace("F");
+    const FontRenderer face("F", nullptr);
+    float identity[16];
+    identityMatrix(identity);
+    const std::vector<float> modelview(16, 3.0F);
+    face.drawText("A", 0, 0, 1.0F, 1.0F, 1.0F, PROJECTION, false, modelview.data());
+    EXPECT_EQ(gl.matrices[1], modelview);
+    draw(face, TEXT(""));
+    EXPECT_EQ(gl.matrices[1], std::vector<float>(identity, identity + 16));
+    EXPECT_EQ(gl.matrices[2], std::vector<float>(PROJECTION, PROJECTION + 16));
+}
+
+TEST_F(FontRendererTest, KernsTheGlyphAndNotThePen) {
+    writeFace("F", kerningRecord('A', 'B', -3));
+    FontRenderer face("F", nullptr);
+    const Quads kerned = {quad(100, 52, 110, 64), quad(106, 53, 114, 65), quad(116, 53, 124, 65)};
+    EXPECT_EQ(draw(face, TEXT("ABB")), kerned);
+    face.setKerning('A', 'B', 4);
+    EXPECT_EQ(draw(face, TEXT("AB"))[1], quad(113, 53, 121, 65));
+
+    gl.calls.clear();
+    face.drawText("AB", 100, 50, 1.0F, 1.0F, 1.0F, PROJECTION, false, nullptr);
+    EXPECT_EQ(quads()[1], quad(109, 53, 117, 65));
+}
+
+TEST_F(FontRendererTest, PassesOverLineBreaksButKernsAgainstThem) {
+    writeFace("F", kerningRecord('\n', 'B', 2) + kerningRecord('A', 'B', 50));
+    const FontRenderer face("F", nullptr);
+    const Quads oneLine = {quad(100, 52, 110, 64), quad(111, 53, 119, 65)};
+    EXPECT_EQ(draw(face, TEXT("\uFEFFA\r\nB")), oneLine);
+}
+
+TEST_F(FontRendererTest, NarrowsKatakanaAndIdeographs) {
+    writeFace("F");
+    const FontRenderer face("F", nullptr);
+    const Quads narrowed = {quad(100, 50, 116, 62), quad(116, 52, 126, 64)};
+    EXPECT_EQ(draw(face, TEXT("\u30A2A")), narrowed);
+    EXPECT_EQ(face.textWidth(TEXT("\u30A2A\u20AC")), 33U);
+
+    // Negative metrics count as large ones.
+    const float behind = 100.0F + 65512.0F * (2.0F / 3.0F);
+    const Quads large = {quad(100, 65585, 120, 65597), quad(behind, 52, behind + 10.0F, 64)};
+    EXPECT_EQ(draw(face, TEXT("\u4E00A")), large);
+    EXPECT_EQ(face.textWidth(TEXT("\u4E00\u4E00")), 2U * 65512U);
+}
+
+TEST_F(FontRendererTest, WidensNarrowTextByteByByteUpToItsEnd) {
+    writeFace("F");
+    const FontRenderer face("F", nullptr);
+    face.drawText(std::string("\xE9\0A", 3), 100, 50, 1.0F, 1.0F, 1.0F, PROJECTION, true, nullptr);
+    EXPECT_EQ(quads(), Quads{quad(100, 50, 105, 62)});
+    EXPECT_EQ(face.textWidth("\xE9"), 5U);
+}
+
+TEST_F(FontRendererTest, ReportsAnUnknownCharacterOnceInAllFacesAndNoMissingPage) {
+    writeFace("F");
+    const FontRenderer face("F", nullptr);
+    const FontRenderer other("F", nullptr);
+    EXPECT_EQ(draw(face, TEXT("\u20ACPA\u20AC")), Quads{quad(100, 52, 110, 64)});
+    draw(other, TEXT("\u20AC"));
+    const std::string log = device.read("/log.txt");
+    EXPECT_EQ(log.substr(log.find('\n') + 1), "  ** Warning ** Unrecognized Char: 8364  20ac\n");
+}
+
+TEST_F(FontRendererTest, FaceWithoutFilesTouchesNoGl) {
+    const FontRenderer face("G", nullptr);
+    EXPECT_EQ(draw(face, TEXT("A")), Quads{});
+    EXPECT_TRUE(gl.calls.empty());
+    EXPECT_EQ(face.textWidth("A"), 0U);
+    EXPECT_NE(device.read("/log.txt").find(" Font file /data/fonts/G.fnt not found.\n\n\n"),
+              std::string::npos);
+}
+
+TEST_F(FontRendererTest, LoadsItsKerningFileAndAllPages) {
+    const std::string font = std::string("BMF\3") + commonBlock(1, 1, 2) +
+                             block(3, std::string("one.png\0two.png\0", 16)) +
+                             block(3, std::string("x\0", 2)) +
+                             block(4, glyphRecord(glyph('A', 0, 1, 1)));
+    device.write("/data/fonts/F.fnt", font);
+    device.write("/data/fonts/F.kern", utf16Bytes(TEXT("AA 7\r\n")));
+    device.write("/data/fonts/two.raw", "abcd");
+    device.write("/data/fonts/.raw", "efgh");  // of a name that is all extension
+    {
+        const FontRenderer face("F", this);
+        EXPECT_EQ(face.context(), this);
+        EXPECT_EQ(face.findKerning('A', 'A'), 7);
+        EXPECT_EQ(face.findKerning('A', 'B'), std::nullopt);
+        EXPECT_EQ(gl.texturePixels[1], (std::vector<unsigned char>{'a', 'b', 'c', 'd'}));
+        EXPECT_EQ(gl.texturePixels[2], (std::vector<unsigned char>{'e', 'f', 'g', 'h'}));
+        EXPECT_NE(device.read("/log.txt").find("File /data/fonts/one.raw not found."),
+                  std::string::npos);
+    }
+    EXPECT_EQ(gl.callsOf("glDeleteTextures"), Quads{"glDeleteTextures(3, 0 1 2)"});
+    EXPECT_TRUE(gl.callsOf("glDeleteProgram").empty());
+}
+
+TEST_F(FontRendererTest, SetPicksTheNearestFace) {
+    const std::map<std::string, unsigned> faces = {{"SegoeUI_10px", 10},   {"SegoeUI_13px", 13},
+                                                   {"SegoeUI_18px", 18},   {"SegoeUI_24px", 24},
+                                                   {"MeiryoUI_24px", 124}, {"MeiryoUI_36px", 136},
+                                                   {"FangSong_24px", 224}, {"FangSong_36px", 236}};
+    for (const auto& [name, lineHeight] : faces)
+        device.write("/data/fonts/" + name + ".fnt", fontBytes(lineHeight, 1, {}));
+    FontSet fonts;
+    EXPECT_EQ(fonts.getFont(13), nullptr);
+
+    const std::vector<int> sizes = {-1, 11, 12, 15, 16, 20, 21, 28, 29, 1000};
+    const auto picked = [&](int32_t language) {
+        EXPECT_TRUE(fonts.loadFonts(language)) << language;
+        std::vector<unsigned> lineHeights(sizes.size());
+        std::transform(sizes.begin(), sizes.end(), lineHeights.begin(),
+                       [&](int size) { return fonts.getFont(size)->lineHeight(); });
+        return lineHeights;
+    };
+    for (const int32_t latin : {0, 1, 2, 3, 6})
+        EXPECT_EQ(picked(latin), (std::vector<unsigned>{10, 10, 13, 13, 18, 18, 24, 24, 10, 10}));
+    EXPECT_EQ(picked(4), (std::vector<unsigned>{124, 124, 124, 124, 136, 136, 136, 136, 124, 124}));
+    EXPECT_EQ(picked(5), (std::vector<unsigned>{224, 224, 224, 224, 236, 236, 236, 236, 224, 224}));
+
+    gl.calls.clear();
+    EXPECT_FALSE(fonts.loadFonts(7));
+    EXPECT_EQ(fonts.getFont(24), nullptr);
+    EXPECT_EQ(gl.callsOf("glDeleteTextures").size(), 2U);
+}
+
+}  // namespace

@@ -1,0 +1,89 @@
+#include "render/raw_texture.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+
+#include "support/logger.h"
+#include "tests/support/device_folder.h"
+#include "tests/support/recording_gl.h"
+
+namespace {
+
+class RawTexture : public testing::Test {
+  protected:
+    RawTexture() {
+        RecordingGl::reset();
+        Logger::instance().setPath("/log.txt");
+    }
+
+    // What was logged behind the line with the time.
+    std::string logged() const {
+        const std::string log = device.read("/log.txt");
+        return log.substr(log.find('\n') + 1);
+    }
+
+    DeviceFolder device;
+    RecordingGl& gl = RecordingGl::instance();
+};
+
+TEST_F(RawTexture, LuminanceIsReadFromAnOffset) {
+    std::string bytes(40, '\0');
+    std::iota(bytes.begin(), bytes.end(), '\0');
+    device.write("/i.raw", bytes);
+    EXPECT_EQ(loadRawLuminanceTexture("/i.raw", 4, 16), 1U);
+    const std::vector<std::string> expected = {
+        "glPixelStorei(GL_UNPACK_ALIGNMENT, 1)",
+        "glGenTextures(1)",
+        "glBindTexture(GL_TEXTURE_2D, 1)",
+        "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR)",
+        "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR)",
+        "glTexImage2D(GL_TEXTURE_2D, 0, GL_LUMINANCE, 4, 4, 0, GL_LUMINANCE, GL_UNSIGNED_BYTE)",
+    };
+    EXPECT_EQ(gl.calls, expected);
+    EXPECT_EQ(gl.texturePixels[1],
+              (std::vector<unsigned char>(bytes.begin() + 16, bytes.begin() + 32)));
+}
+
+TEST_F(RawTexture, ShortFileIsCompletedWithZeros) {
+    device.write("/i.raw", "abcd");
+    const GLuint texture = loadRawRGBTexture("/i.raw", 1, 2);
+    EXPECT_EQ(gl.calls.back(),
+              "glTexImage2D(GL_TEXTURE_2D, 0, GL_RGB, 1, 2, 0, GL_RGB, GL_UNSIGNED_BYTE)");
+    EXPECT_EQ(gl.texturePixels[texture], (std::vector<unsigned char>{'a', 'b', 'c', 'd', 0, 0}));
+    const GLuint beyondEnd = loadRawLuminanceTexture("/i.raw", 2, 100);
+    EXPECT_EQ(gl.texturePixels[beyondEnd], std::vector<unsigned char>(4, 0));
+}
+
+TEST_F(RawTexture, SizeThatNoFileJustifiesIsRefused) {
+    device.write("/i.raw", "abcd");
+    EXPECT_EQ(loadRawLuminanceTexture("/i.raw", 65535, 0), 0U);
+    EXPECT_EQ(loadRawRGBTexture("/i.raw", 0x7FFFFFFF, 0x7FFFFFFF), 0U);
+    EXPECT_TRUE(gl.calls.empty());
+    const std::string line = "\n    *** ERROR *** File /i.raw is too short.\n\n";
+    EXPECT_EQ(logged(), line + line);
+}
+
+TEST_F(RawTexture, MissingFileMakesNoTexture) {
+    EXPECT_EQ(loadRawLuminanceTexture("/no.raw", 4, 0), 0U);
+    EXPECT_EQ(loadRawRGBTexture("/no.raw", 4, 4), 0U);
+    EXPECT_EQ(loadRawLuminanceTexture(nullptr, 4, 0), 0U);
+    EXPECT_EQ(loadRawRGBTexture(nullptr, 4, 4), 0U);
+    EXPECT_TRUE(gl.calls.empty());
+    const std::string line = "\n    *** ERROR *** File /no.raw not found.\n\n";
+    EXPECT_EQ(logged(), line + line);
+}
+
+TEST_F(RawTexture, OnlyTheRgbLoaderLogsThatTexturesRanOut) {
+    device.write("/i.raw", "abc");
+    gl.texturesRunOut = true;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(loadRawLuminanceTexture("/i.raw", 1, 0), 0U);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Failed to create GL texture.\n");
+    EXPECT_EQ(logged(), "");
+    EXPECT_EQ(loadRawRGBTexture("/i.raw", 1, 1), 0U);
+    EXPECT_EQ(logged(), "\n    *** ERROR *** Failed to create GL texture.\n\n");
+    EXPECT_TRUE(gl.callsOf("glBindTexture").empty());
+}
+
+}  // namespace

@@ -1,0 +1,124 @@
+#include "render/shader_program.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "render/image_renderer.h"
+#include "render/shader_source.h"
+#include "tests/support/recording_gl.h"
+
+namespace {
+
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
+
+class ShaderProgram : public testing::Test {
+  protected:
+    ShaderProgram() { RecordingGl::reset(); }
+
+    std::string traceOfBuild() {
+        CaptureStderr();
+        createProgram("gui");
+        return GetCapturedStderr();
+    }
+
+    RecordingGl& gl = RecordingGl::instance();
+};
+
+// The sizes guard the files themselves: an editor that trims blanks at line ends changes one.
+TEST(ShaderSource, IsTheFileByteForByte) {
+    const std::map<std::string, std::size_t> sizes = {
+        {"fontrenderer.frag", 780}, {"fontrenderer.vert", 375},  {"gui.frag", 142},
+        {"gui.vert", 362},          {"imagerenderer.frag", 271}, {"imagerenderer.vert", 375}};
+    for (const auto& [name, size] : sizes) {
+        std::ifstream file(SHADER_FOLDER + name, std::ios::binary);
+        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        EXPECT_EQ(text.size(), size) << name;
+        ASSERT_NE(getShaderSource(name), nullptr) << name;
+        EXPECT_EQ(getShaderSource(name).get(), text) << name;
+    }
+    for (const char* const absent : {"GUI.vert", "gui", "gui.vert ", ""})
+        EXPECT_EQ(getShaderSource(absent), nullptr) << absent;
+}
+
+TEST_F(ShaderProgram, IsBuiltInOneOrder) {
+    EXPECT_EQ(createProgram("gui"), 3U);
+    const std::vector<std::string> expected = {
+        "glCreateShader(GL_VERTEX_SHADER)",
+        "glShaderSource(1)",
+        "glCompileShader(1)",
+        "glGetShaderiv(1, GL_COMPILE_STATUS)",
+        "glCreateShader(GL_FRAGMENT_SHADER)",
+        "glShaderSource(2)",
+        "glCompileShader(2)",
+        "glGetShaderiv(2, GL_COMPILE_STATUS)",
+        "glCreateProgram()",
+        "glCompileShader(1)",
+        "glCompileShader(2)",
+        "glAttachShader(3, 1)",
+        "glAttachShader(3, 2)",
+        "glDeleteShader(1)",
+        "glDeleteShader(2)",
+        "glLinkProgram(3)",
+        "glGetProgramiv(3, GL_LINK_STATUS)",
+        "glUseProgram(0)",
+    };
+    EXPECT_EQ(gl.calls, expected);
+    EXPECT_EQ(gl.shaderSources[1], getShaderSource("gui.vert").get());
+    EXPECT_EQ(gl.shaderSources[2], std::string("precision mediump float;\n#line 1\n") +
+                                       getShaderSource("gui.frag").get());
+}
+
+// A failed link after two good compiles goes unseen, and an empty log is not printed.
+TEST_F(ShaderProgram, PrintsLogsByTheCompileStatus) {
+    gl.infoLog = "0:1: bad";
+    gl.linkStatus = 0;
+    EXPECT_EQ(traceOfBuild(), "");
+    gl.linkStatus = 1;
+    gl.compileStatus[GL_VERTEX_SHADER] = 0;
+    EXPECT_EQ(traceOfBuild(), "0:1: bad\n");
+    EXPECT_TRUE(gl.callsOf("glGetProgramInfoLog").empty());
+    gl.compileStatus[GL_FRAGMENT_SHADER] = 0;
+    EXPECT_EQ(traceOfBuild(), "0:1: bad\n0:1: bad\n0:1: bad\n");
+    EXPECT_EQ(gl.callsOf("glGetProgramInfoLog").size(), 1U);
+    gl.infoLog = "";
+    EXPECT_EQ(traceOfBuild(), "");
+}
+
+TEST_F(ShaderProgram, IsMadeEvenWithoutSources) {
+    EXPECT_NE(createProgram("nonesuch"), 0U);
+    EXPECT_EQ(gl.callsOf("glCreateShader").size() + gl.callsOf("glShaderSource").size(), 0U);
+    EXPECT_EQ(gl.callsOf("glCompileShader").size(), 2U);
+    EXPECT_EQ(createProgram(nullptr), 0U);
+}
+
+TEST_F(ShaderProgram, IsCachedAlsoWhenItFailed) {
+    ProgramCache cache;
+    gl.compileStatus[GL_VERTEX_SHADER] = 0;
+    const GLuint program = getProgram(cache, "fontrenderer");
+    EXPECT_EQ(getProgram(cache, "fontrenderer"), program);
+    EXPECT_EQ(gl.callsOf("glLinkProgram").size(), 1U);
+    EXPECT_EQ(getProgram(cache, ""), 0U);
+    EXPECT_EQ(getProgram(cache, nullptr), 0U);
+    EXPECT_EQ(cache, (ProgramCache{{"fontrenderer", program}}));
+}
+
+TEST_F(ShaderProgram, MissingUniformIsReportedButNotByImageRenderer) {
+    CaptureStderr();
+    const ImageRenderer renderer;
+    EXPECT_EQ(GetCapturedStderr(), "");
+    EXPECT_EQ(renderer.program, getProgram(programCache(), "imagerenderer"));
+    EXPECT_EQ(renderer.samplerLocation, 4);
+    EXPECT_EQ(renderer.positionLocation, 0);
+    EXPECT_EQ(renderer.texCoordLocation, 1);
+    EXPECT_EQ(renderer.iconColorLocation, -1);
+
+    CaptureStderr();
+    EXPECT_EQ(getUniformLocation(renderer.program, "u_iconColor"), -1);
+    EXPECT_EQ(getUniformLocation(renderer.program, "prmtx"), 2);
+    EXPECT_EQ(GetCapturedStderr(), "No such uniform named \"u_iconColor\"\n");
+}
+
+}  // namespace
