@@ -1,6 +1,7 @@
 // FindFirstFileW and its companions. A pattern ends in "*" (all of a folder) or in a name (that one
 // alone). A folder's entries come sorted by name behind "." and "..", so that a run repeats. What
-// is neither a file nor a folder nor a link is not listed.
+// is neither a file nor a folder nor a link is not listed, nor is a name with a backslash in it:
+// taken as a path, it would lead somewhere else.
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <string_view>
 #include <vector>
 
 #include "platform/posix/call_hook.h"
@@ -29,11 +31,23 @@ struct Search {
     std::size_t next = 0;
 };
 
-bool readNames(DIR* folder, Search& search) {
-    while (const dirent* entry = ::readdir(folder))
-        search.names.emplace_back(entry->d_name);
-    std::sort(search.names.begin(), search.names.end());
-    return true;
+void readNames(DIR* folder, std::vector<std::string>& names) {
+    while (const dirent* entry = ::readdir(folder)) {
+        const std::string name = entry->d_name;
+        if (name != "." && name != ".." && name.find('\\') == std::string::npos)
+            names.push_back(name);
+    }
+    std::sort(names.begin(), names.end());
+    names.insert(names.begin(), {".", ".."});
+}
+
+DWORD openError(const std::string& path) {
+    const int error = errno;
+    struct stat status {};
+    // What is there but no folder, or nothing on the way to it.
+    if (error == ENOTDIR && ::lstat(path.c_str(), &status) == 0)
+        return ERROR_DIRECTORY;
+    return error == ENOENT ? ERROR_PATH_NOT_FOUND : posix::windowsError(error, path);
 }
 
 // Opens the folder of `host` (or `host` itself) and collects the names to be found.
@@ -42,16 +56,18 @@ DWORD start(const std::string& host, bool wholeFolder, Search& search) {
     const std::string path = wholeFolder ? host : host.substr(0, slash);
     DIR* folder = ::opendir(path.c_str());
     if (folder == nullptr)
-        return errno == ENOTDIR && wholeFolder ? ERROR_DIRECTORY
-               : errno == ENOENT               ? ERROR_PATH_NOT_FOUND
-                                               : posix::windowsError(errno, path);
+        return openError(path);
     if (wholeFolder)
-        readNames(folder, search);
+        readNames(folder, search.names);
     else
         search.names.push_back(host.substr(slash + 1));
     search.folder = ::fcntl(::dirfd(folder), F_DUPFD_CLOEXEC, 0);
     ::closedir(folder);
     return search.folder < 0 ? ERROR_TOO_MANY_OPEN_FILES : ERROR_SUCCESS;
+}
+
+bool isSeparator(WCHAR character) {
+    return character == u'/' || character == u'\\';
 }
 
 bool fill(const Search& search, const std::string& name, WIN32_FIND_DATAW& found) {
@@ -98,6 +114,10 @@ HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* found) {
         return INVALID_HANDLE_VALUE;
     std::string host;
     DWORD error = posix::resolve(pattern, host);
+    // A folder is found by its name, with no separator behind it; the root has none.
+    const bool named = *pattern != 0 && !isSeparator(std::u16string_view(pattern).back());
+    if (error == ERROR_SUCCESS && (!named || host == deviceRoot()))
+        error = ERROR_FILE_NOT_FOUND;
     auto* search = new Search;
     if (error == ERROR_SUCCESS) {
         const bool wholeFolder = host.size() >= 2 && host.compare(host.size() - 2, 2, "/*") == 0;
