@@ -115,13 +115,14 @@ BOOL CopyFileW(LPCWSTR source, LPCWSTR destination, BOOL failIfExists) {
     if (!output.isOpen())
         return fail(errno == ENOENT ? ERROR_PATH_NOT_FOUND : windowsError(errno, to));
 
-    const timespec times[2] = {status.st_atim, status.st_mtim};
-    if (!copyContent(input.number(), output.number()) ||
-        ::fchmod(output.number(), status.st_mode & 0777) != 0 ||
-        ::futimens(output.number(), times) != 0) {
+    if (!copyContent(input.number(), output.number())) {
         const DWORD error = windowsError(errno, to);
         ::unlink(to.c_str());
         return fail(error);
     }
+    // As far as the file system has modes and times: a copy to a memory stick is none the worse.
+    const timespec times[2] = {status.st_atim, status.st_mtim};
+    ::fchmod(output.number(), status.st_mode & 0777);
+    ::futimens(output.number(), times);
     return TRUE;
 }

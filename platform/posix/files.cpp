@@ -56,13 +56,13 @@ BOOL MoveFileW(LPCWSTR source, LPCWSTR destination) {
         return FALSE;
     if (const DWORD error = posix::resolve(destination, to))
         return fail(error);
+    if (::lstat(to.c_str(), &status) == 0)
+        return fail(ERROR_ALREADY_EXISTS);
     if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
         return TRUE;
-    if (errno == EINVAL && ::lstat(to.c_str(), &status) != 0) {
-        // A file system without the flag: nothing is there to be replaced.
-        if (::rename(from.c_str(), to.c_str()) == 0)
-            return TRUE;
-    }
+    // A file system without the flag: nothing was there to be replaced.
+    if (errno == EINVAL && ::rename(from.c_str(), to.c_str()) == 0)
+        return TRUE;
     return errno == ENOENT ? fail(ERROR_PATH_NOT_FOUND) : failFromErrno(to);
 }
 
@@ -87,6 +87,8 @@ BOOL RemoveDirectoryW(LPCWSTR path) {
         return FALSE;
     if (!S_ISDIR(status.st_mode))
         return fail(ERROR_DIRECTORY);
+    if (host == deviceRoot())
+        return fail(ERROR_ACCESS_DENIED);
     if (::rmdir(host.c_str()) == 0)
         return TRUE;
     return errno == EEXIST ? fail(ERROR_DIR_NOT_EMPTY) : failFromErrno(host);
