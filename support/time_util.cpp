@@ -40,7 +40,7 @@ void setTimeZone(int32_t hours) {
     if (GetTimeZoneInformation(&current) > highestZoneId)
         std::printf("GTZI failed (%d)\n", static_cast<int>(GetLastError()));
     TIME_ZONE_INFORMATION zone = current;
-    zone.Bias = hours * -minutesPerHour;
+    zone.Bias = static_cast<LONG>(int64_t{hours} * -minutesPerHour);
     if (!SetTimeZoneInformation(&zone))
         std::printf("STZI failed (%d)\n", static_cast<int>(GetLastError()));
 }

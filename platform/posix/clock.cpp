@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <ctime>
@@ -24,6 +25,8 @@ constexpr int64_t NANOSECONDS_PER_TICK = 100;
 constexpr int64_t SECONDS_1601_TO_1970 = 11'644'473'600;
 constexpr int64_t SECONDS_PER_MINUTE = 60;
 constexpr int64_t NANOSECONDS_PER_SECOND = 1'000'000'000;
+// The year 30000, well inside what both a FILETIME and a SYSTEMTIME can hold.
+constexpr int64_t LATEST_SECOND = 884'541'340'800;
 
 constexpr char16_t ZONE_KEY[] = u"HKEY_LOCAL_MACHINE\\Time";
 constexpr char16_t ZONE_VALUE[] = u"TimeZoneInformation";
@@ -55,7 +58,34 @@ FILETIME fromTicks(int64_t ticks) {
 }
 
 int64_t toTicks(const FILETIME& time) {
-    return (int64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
+    return static_cast<int64_t>((uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime);
+}
+
+FILETIME toLocal(const FILETIME& time) {
+    const int64_t bias = int64_t{zone().Bias} + zone().StandardBias;
+    const int64_t shift = bias * SECONDS_PER_MINUTE * TICKS_PER_SECOND;
+    // Without a sign, so that a time out of all range wraps.
+    return fromTicks(
+        static_cast<int64_t>(static_cast<uint64_t>(toTicks(time)) - static_cast<uint64_t>(shift)));
+}
+
+bool toCalendar(const FILETIME& time, SYSTEMTIME& calendar) {
+    const int64_t ticks = toTicks(time);
+    if (ticks < 0)
+        return false;
+    const std::time_t seconds = ticks / TICKS_PER_SECOND - SECONDS_1601_TO_1970;
+    std::tm parts{};
+    ::gmtime_r(&seconds, &parts);
+    calendar.wYear = static_cast<WORD>(parts.tm_year + 1900);
+    calendar.wMonth = static_cast<WORD>(parts.tm_mon + 1);
+    calendar.wDayOfWeek = static_cast<WORD>(parts.tm_wday);
+    calendar.wDay = static_cast<WORD>(parts.tm_mday);
+    calendar.wHour = static_cast<WORD>(parts.tm_hour);
+    calendar.wMinute = static_cast<WORD>(parts.tm_min);
+    calendar.wSecond = static_cast<WORD>(parts.tm_sec);
+    calendar.wMilliseconds =
+        static_cast<WORD>(ticks % TICKS_PER_SECOND / (TICKS_PER_SECOND / 1000));
+    return true;
 }
 
 }  // namespace
@@ -63,7 +93,9 @@ int64_t toTicks(const FILETIME& time) {
 namespace posix {
 
 FILETIME fileTime(const timespec& time) {
-    return fromTicks((time.tv_sec + SECONDS_1601_TO_1970) * TICKS_PER_SECOND +
+    // A file system may hold any number of seconds.
+    const int64_t seconds = std::clamp(int64_t{time.tv_sec}, -SECONDS_1601_TO_1970, LATEST_SECOND);
+    return fromTicks((seconds + SECONDS_1601_TO_1970) * TICKS_PER_SECOND +
                      time.tv_nsec / NANOSECONDS_PER_TICK);
 }
 
@@ -95,10 +127,7 @@ void GetLocalTime(SYSTEMTIME* time) {
         return;
     timespec now{};
     ::clock_gettime(CLOCK_REALTIME, &now);
-    const FILETIME utc = posix::fileTime(now);
-    FILETIME local{};
-    FileTimeToLocalFileTime(&utc, &local);
-    FileTimeToSystemTime(&local, time);
+    toCalendar(toLocal(posix::fileTime(now)), *time);
 }
 
 DWORD GetTimeZoneInformation(TIME_ZONE_INFORMATION* information) {
@@ -121,36 +150,28 @@ BOOL SetTimeZoneInformation(const TIME_ZONE_INFORMATION* information) {
 }
 
 BOOL FileTimeToLocalFileTime(const FILETIME* time, FILETIME* local) {
-    const int64_t bias = int64_t{zone().Bias} + zone().StandardBias;
-    *local = fromTicks(toTicks(*time) - bias * SECONDS_PER_MINUTE * TICKS_PER_SECOND);
+    if (posix::refusedByHook("FileTimeToLocalFileTime"))
+        return FALSE;
+    *local = toLocal(*time);
     return TRUE;
 }
 
 BOOL FileTimeToSystemTime(const FILETIME* time, SYSTEMTIME* calendar) {
-    const int64_t ticks = toTicks(*time);
-    if (ticks < 0)
-        return posix::fail(ERROR_INVALID_PARAMETER);
-    const std::time_t seconds = ticks / TICKS_PER_SECOND - SECONDS_1601_TO_1970;
-    std::tm parts{};
-    ::gmtime_r(&seconds, &parts);
-    calendar->wYear = static_cast<WORD>(parts.tm_year + 1900);
-    calendar->wMonth = static_cast<WORD>(parts.tm_mon + 1);
-    calendar->wDayOfWeek = static_cast<WORD>(parts.tm_wday);
-    calendar->wDay = static_cast<WORD>(parts.tm_mday);
-    calendar->wHour = static_cast<WORD>(parts.tm_hour);
-    calendar->wMinute = static_cast<WORD>(parts.tm_min);
-    calendar->wSecond = static_cast<WORD>(parts.tm_sec);
-    calendar->wMilliseconds =
-        static_cast<WORD>(ticks % TICKS_PER_SECOND / (TICKS_PER_SECOND / 1000));
-    return TRUE;
+    if (posix::refusedByHook("FileTimeToSystemTime"))
+        return FALSE;
+    return toCalendar(*time, *calendar) || posix::fail(ERROR_INVALID_PARAMETER);
 }
 
 BOOL QueryPerformanceFrequency(LARGE_INTEGER* frequency) {
+    if (posix::refusedByHook("QueryPerformanceFrequency"))
+        return FALSE;
     frequency->QuadPart = NANOSECONDS_PER_SECOND;
     return TRUE;
 }
 
 BOOL QueryPerformanceCounter(LARGE_INTEGER* count) {
+    if (posix::refusedByHook("QueryPerformanceCounter"))
+        return FALSE;
     timespec now{};
     ::clock_gettime(CLOCK_MONOTONIC, &now);
     count->QuadPart = now.tv_sec * NANOSECONDS_PER_SECOND + now.tv_nsec;
