@@ -1,6 +1,6 @@
 // CreateProcessW: starts any executable file of the device, a script too. The new process is on its
-// own: a session of its own, no parent of ours to wait for it, nothing on its standard streams. Its
-// current folder is that of the updater.
+// own: a session of its own, no parent of ours to wait for it, nothing on its standard streams, no
+// open file of ours. Its current folder is that of the updater.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -18,17 +18,22 @@ using posix::fail;
 
 namespace {
 
+[[noreturn]] void tellFailure(int report) {
+    const int error = errno;
+    const ssize_t told = ::write(report, &error, sizeof error);
+    ::_exit(told == sizeof error ? 1 : 2);
+}
+
 // Becomes `path` in a session of its own; comes back only to tell through `report` why it failed.
 [[noreturn]] void becomeProgram(const char* path, int report) {
     ::setsid();
     const int nothing = ::open("/dev/null", O_RDWR);
     for (int stream = 0; stream <= 2; ++stream)
         ::dup2(nothing, stream);
+    ::close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
     char* const arguments[] = {const_cast<char*>(path), nullptr};
     ::execv(path, arguments);
-    const int error = errno;
-    const ssize_t told = ::write(report, &error, sizeof error);
-    ::_exit(told == sizeof error ? 1 : 2);
+    tellFailure(report);
 }
 
 // Returns 0, or the errno with which the start failed.
@@ -48,6 +53,8 @@ int startDetached(const std::string& path) {
         const pid_t grandchild = ::fork();
         if (grandchild == 0)
             becomeProgram(path.c_str(), report[1]);
+        if (grandchild < 0)
+            tellFailure(report[1]);
         ::_exit(0);
     }
     ::close(report[1]);

@@ -76,15 +76,19 @@ std::vector<std::string> deviceFolders() {
     return folders;
 }
 
-// A running script: the kernel names the process after it and hands its path to the interpreter. A
-// program that merely was given the path of a file of the device carries a name of its own.
+// A running script: the kernel names the process after it and hands its path to the interpreter, as
+// the first argument or behind one of the interpreter's. A program that merely was given the path
+// of a file of the device carries a name of its own.
 std::string scriptOf(const std::string& process) {
     constexpr std::size_t longestName = 15;
     std::string name = readFile(process + "/comm");
     name.erase(name.find_last_not_of('\n') + 1);
     const std::string arguments = readFile(process + "/cmdline");
-    std::size_t start = 0;
-    while (start < arguments.size()) {
+    const std::string program = arguments.c_str();
+    if (baseName(program).substr(0, longestName) == name)
+        return {};
+    std::size_t start = program.size() + 1;
+    for (int i = 1; i <= 2 && start < arguments.size(); ++i) {
         const std::string argument = arguments.c_str() + start;
         start += argument.size() + 1;
         if (baseName(argument).substr(0, longestName) != name)
