@@ -16,8 +16,8 @@ class StringTable {
     static StringTable& instance();
 
     // Starts afresh with the entries shared by all languages and those of `language`: 0 English,
-    // 1 French, 2 Portuguese, 3 Spanish, 4 Japanese, 5 Chinese, 6 Dutch. Any other number is
-    // logged and leaves the shared entries alone. A missing file contributes nothing.
+    // 1 French, 2 Portuguese, 3 Spanish, 4 Japanese, 5 Chinese, 6 the file "du". Any other
+    // number is logged and leaves the shared entries alone. A missing file contributes nothing.
     void setLanguage(int32_t language);
 
     // Adds the entries of a file of the "lang/" folder. Returns 0 when it was read, 1 when no name
