@@ -1,0 +1,191 @@
+// What the file calls do, and the error numbers with which they refuse, as a table: the state of a
+// folder before, the call, the error (0 for success), the state after.
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "platform/win32.h"
+#include "tests/support/device_folder.h"
+
+namespace {
+
+// "d/" is a folder, "f=bytes" a file, "!f=bytes" a read-only one; in the folder "T".
+void make(const DeviceFolder& device, const std::string& state) {
+    device.makeFolder("T");
+    std::istringstream entries(state);
+    for (std::string entry; entries >> entry;) {
+        const bool readOnly = entry[0] == '!';
+        const std::size_t equals = entry.find('=');
+        const std::string path = "T/" + entry.substr(readOnly ? 1 : 0, equals - (readOnly ? 1 : 0));
+        if (equals == std::string::npos)
+            device.makeFolder(path);
+        else
+            device.write(path, entry.substr(equals + 1));
+        if (readOnly)
+            device.setReadOnly(path);
+    }
+}
+
+std::string stateOf(const DeviceFolder& device) {
+    namespace fs = std::filesystem;
+    std::string state;
+    for (const auto& [name, bytes] : device.tree("T")) {
+        const fs::perms mode = fs::status(device.root() / "T" / name).permissions();
+        const bool isFolder = name.back() == '/';
+        if (!isFolder && (mode & fs::perms::owner_write) == fs::perms::none)
+            state += '!';
+        state += name + (isFolder ? "" : "=" + bytes) + " ";
+    }
+    return state.substr(0, state.size() - (state.empty() ? 0 : 1));
+}
+
+struct Case {
+    const char* before;
+    BOOL (*call)();
+    DWORD error;
+    const char* after;  // null: as before
+};
+
+void run(const std::vector<Case>& cases) {
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        const Case& test = cases[i];
+        SCOPED_TRACE("case " + std::to_string(i) + ": " + test.before);
+        const DeviceFolder device;
+        make(device, test.before);
+        SetLastError(0);
+        const BOOL done = test.call();
+        const DWORD error = done != 0 ? 0 : GetLastError();
+        EXPECT_EQ(error, test.error);
+        EXPECT_EQ(done != 0, test.error == 0);
+        EXPECT_EQ(stateOf(device), test.after != nullptr ? test.after : test.before);
+    }
+}
+
+TEST(Files, CreateDirectory) {
+    run({
+        {"", [] { return CreateDirectoryW(TEXT("/T/d"), nullptr); }, 0, "d/"},
+        {"", [] { return CreateDirectoryW(TEXT("\\T\\\\d/"), nullptr); }, 0, "d/"},
+        {"d/", [] { return CreateDirectoryW(TEXT("/T/d"), nullptr); }, 183, nullptr},
+        {"f=1", [] { return CreateDirectoryW(TEXT("/T/f"), nullptr); }, 183, nullptr},
+        {"", [] { return CreateDirectoryW(TEXT("/T/a/d"), nullptr); }, 3, nullptr},
+        {"f=1", [] { return CreateDirectoryW(TEXT("/T/f/d"), nullptr); }, 3, nullptr},
+        {"", [] { return CreateDirectoryW(TEXT(""), nullptr); }, 3, nullptr},
+    });
+}
+
+TEST(Files, Copy) {
+    static constexpr LPCWSTR S = TEXT("/T/s");
+    static constexpr LPCWSTR D = TEXT("/T/d");
+    run({
+        {"s=1", [] { return CopyFileW(S, D, FALSE); }, 0, "d=1 s=1"},
+        {"s=1", [] { return CopyFileW(TEXT("\\T//s"), TEXT("/T/gone/..\\d"), FALSE); }, 0,
+         "d=1 s=1"},
+        {"s=", [] { return CopyFileW(S, D, TRUE); }, 0, "d= s="},
+        {"d=longer s=1", [] { return CopyFileW(S, D, FALSE); }, 0, "d=1 s=1"},
+        {"!s=1", [] { return CopyFileW(S, D, FALSE); }, 0, "!d=1 !s=1"},
+        {"d=2 !s=1", [] { return CopyFileW(S, D, FALSE); }, 0, "!d=1 !s=1"},
+        {"d=2 s=1", [] { return CopyFileW(S, D, TRUE); }, 80, nullptr},
+        {"!d=2 s=1", [] { return CopyFileW(S, D, TRUE); }, 80, nullptr},
+        {"!d=2 s=1", [] { return CopyFileW(S, D, FALSE); }, 5, nullptr},
+        {"d/ s=1", [] { return CopyFileW(S, D, FALSE); }, 5, nullptr},
+        {"s/", [] { return CopyFileW(S, D, FALSE); }, 5, nullptr},
+        {"s=1", [] { return CopyFileW(S, S, FALSE); }, 32, nullptr},
+        {"", [] { return CopyFileW(S, D, FALSE); }, 2, nullptr},
+        {"d=2", [] { return CopyFileW(TEXT("/T/a/s"), D, FALSE); }, 3, nullptr},
+        {"s=1", [] { return CopyFileW(S, TEXT("/T/a/d"), FALSE); }, 3, nullptr},
+        {"f=2 s=1", [] { return CopyFileW(S, TEXT("/T/f/d"), FALSE); }, 3, nullptr},
+    });
+}
+
+TEST(Files, Move) {
+    static constexpr LPCWSTR S = TEXT("/T/s");
+    static constexpr LPCWSTR D = TEXT("/T/d");
+    run({
+        {"s=1", [] { return MoveFileW(S, D); }, 0, "d=1"},
+        {"!s=1", [] { return MoveFileW(S, D); }, 0, "!d=1"},
+        {"s/ s/a=1 s/b/", [] { return MoveFileW(S, D); }, 0, "d/ d/a=1 d/b/"},
+        {"a/ s/ s/x=1", [] { return MoveFileW(S, TEXT("/T/a/s")); }, 0, "a/ a/s/ a/s/x=1"},
+        {"d=2 s=1", [] { return MoveFileW(S, D); }, 183, nullptr},
+        {"d/ s=1", [] { return MoveFileW(S, D); }, 183, nullptr},
+        {"d/ s/ s/a=1", [] { return MoveFileW(S, D); }, 183, nullptr},
+        {"d=2 s/", [] { return MoveFileW(S, D); }, 183, nullptr},
+        {"d=2", [] { return MoveFileW(S, D); }, 2, nullptr},
+        {"", [] { return MoveFileW(TEXT("/T/a/s"), D); }, 3, nullptr},
+        {"s=1", [] { return MoveFileW(S, TEXT("/T/a/d")); }, 3, nullptr},
+    });
+}
+
+TEST(Files, Delete) {
+    static constexpr LPCWSTR F = TEXT("/T/f");
+    run({
+        {"f=1 g=2", [] { return DeleteFileW(F); }, 0, "g=2"},
+        {"!f=1", [] { return DeleteFileW(F); }, 5, nullptr},
+        {"f/", [] { return DeleteFileW(F); }, 5, nullptr},
+        {"", [] { return DeleteFileW(F); }, 2, nullptr},
+        {"", [] { return DeleteFileW(TEXT("/T/a/f")); }, 3, nullptr},
+        {"f=1", [] { return DeleteFileW(TEXT("/T/f/x")); }, 3, nullptr},
+    });
+}
+
+TEST(Files, RemoveDirectory) {
+    static constexpr LPCWSTR D = TEXT("/T/d");
+    run({
+        {"d/", [] { return RemoveDirectoryW(D); }, 0, ""},
+        {"d/", [] { return RemoveDirectoryW(TEXT("/T/d\\")); }, 0, ""},
+        {"d/ d/f=1", [] { return RemoveDirectoryW(D); }, 145, nullptr},
+        {"d/ d/e/", [] { return RemoveDirectoryW(D); }, 145, nullptr},
+        {"d=1", [] { return RemoveDirectoryW(D); }, 267, nullptr},
+        {"", [] { return RemoveDirectoryW(D); }, 2, nullptr},
+        {"", [] { return RemoveDirectoryW(TEXT("/T/a/d")); }, 3, nullptr},
+    });
+}
+
+TEST(Files, SetAttributes) {
+    static constexpr LPCWSTR F = TEXT("/T/f");
+    run({
+        {"!f=1", [] { return SetFileAttributesW(F, 0x20); }, 0, "f=1"},
+        {"f=1", [] { return SetFileAttributesW(F, 0x21); }, 0, "!f=1"},
+        {"f=1", [] { return SetFileAttributesW(F, 0x20); }, 0, "f=1"},
+        {"", [] { return SetFileAttributesW(F, 0xFFFFFFFE); }, 2, nullptr},
+        {"", [] { return SetFileAttributesW(TEXT("/T/a/f"), 0x20); }, 3, nullptr},
+    });
+}
+
+TEST(Files, GetAttributes) {
+    const DeviceFolder device;
+    make(device, "d/ f=1 !r=2");
+    constexpr DWORD readOnlyAndFolder = 0x11;
+    EXPECT_EQ(GetFileAttributesW(TEXT("/T/d")) & readOnlyAndFolder, DWORD{0x10});
+    EXPECT_EQ(GetFileAttributesW(TEXT("/T/f")) & readOnlyAndFolder, DWORD{0});
+    EXPECT_EQ(GetFileAttributesW(TEXT("/T/r")) & readOnlyAndFolder, DWORD{1});
+    EXPECT_EQ(GetFileAttributesW(TEXT("/T/gone")), DWORD{0xFFFFFFFF});
+    EXPECT_EQ(GetLastError(), DWORD{2});
+    EXPECT_EQ(GetFileAttributesW(TEXT("/T/gone/f")), DWORD{0xFFFFFFFF});
+    EXPECT_EQ(GetLastError(), DWORD{3});
+}
+
+BOOL opens(LPCWSTR path, LPCWSTR mode) {
+    FILE* file = _wfopen(path, mode);
+    if (file == nullptr)
+        return FALSE;
+    return std::fclose(file) == 0;
+}
+
+TEST(Files, Open) {
+    run({
+        {"f=1", [] { return opens(TEXT("/T/f"), TEXT("rb")); }, 0, nullptr},
+        {"f=1", [] { return opens(TEXT("/T/a\\..//f"), TEXT("rb,ccs=UTF-16LE")); }, 0, nullptr},
+        {"!f=1", [] { return opens(TEXT("/T/f"), TEXT("rb")); }, 0, nullptr},
+        {"f=12345", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 0, "f="},
+        {"", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 0, "f="},
+        {"!f=1", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 5, nullptr},
+        {"f/", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 5, nullptr},
+        {"f/", [] { return opens(TEXT("/T/f"), TEXT("rb")); }, 5, nullptr},
+        {"", [] { return opens(TEXT("/T/f"), TEXT("rb")); }, 2, nullptr},
+        {"", [] { return opens(TEXT("/T/a/f"), TEXT("rb")); }, 3, nullptr},
+        {"", [] { return opens(TEXT("/T/a/f"), TEXT("w")); }, 3, nullptr},
+    });
+}
+
+}  // namespace

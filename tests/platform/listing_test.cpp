@@ -1,0 +1,92 @@
+// Finding files: what a search yields, and the error numbers with which it refuses.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "platform/win32.h"
+#include "support/text.h"
+#include "tests/support/device_folder.h"
+
+namespace {
+
+std::vector<std::string> find(LPCWSTR pattern, DWORD& error) {
+    std::vector<std::string> names;
+    WIN32_FIND_DATAW found{};
+    SetLastError(0);
+    const HANDLE search = FindFirstFileW(pattern, &found);
+    if (search == INVALID_HANDLE_VALUE) {
+        error = GetLastError();
+        return names;
+    }
+    do
+        names.push_back(narrow(found.cFileName));
+    while (FindNextFileW(search, &found));
+    error = GetLastError();
+    EXPECT_TRUE(FindClose(search));
+    return names;
+}
+
+TEST(Listing, YieldsNamesOrAnError) {
+    const DeviceFolder device;
+    device.write("T/b", "12345");
+    device.write("T/a");
+    device.write("T/!c");
+    device.makeFolder("T/d/e");
+    device.makeFolder("T/empty");
+
+    struct Case {
+        LPCWSTR pattern;
+        DWORD error;
+        std::vector<std::string> names;
+    };
+    const Case cases[] = {
+        {TEXT("/T/*"), 18, {".", "..", "!c", "a", "b", "d", "empty"}},
+        {TEXT("\\T\\\\d/../*"), 18, {".", "..", "!c", "a", "b", "d", "empty"}},
+        {TEXT("/T/empty/*"), 18, {".", ".."}},
+        {TEXT("/T/b"), 18, {"b"}},
+        {TEXT("/T/d"), 18, {"d"}},
+        {TEXT("/T/d/"), 2, {}},
+        {TEXT("/"), 2, {}},
+        {TEXT("/T/gone"), 2, {}},
+        {TEXT("/T/gone/x"), 3, {}},
+        {TEXT("/T/gone/*"), 3, {}},
+        {TEXT("/T/b/*"), 267, {}},
+        {TEXT("/T/b/x"), 267, {}},
+        {TEXT("/T/b/x/*"), 3, {}},
+        {TEXT(""), 3, {}},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(narrow(test.pattern));
+        DWORD error = 0;
+        EXPECT_EQ(find(test.pattern, error), test.names);
+        EXPECT_EQ(error, test.error);
+    }
+}
+
+TEST(Listing, DescribesFilesAndFolders) {
+    const DeviceFolder device;
+    device.write("T/file", "12345");
+    device.setReadOnly("T/file");
+    device.makeFolder("T/folder");
+    std::filesystem::resize_file((device.write("T/large"), device.root() / "T/large"),
+                                 std::uintmax_t{5} << 30);
+
+    WIN32_FIND_DATAW found{};
+    FindClose(FindFirstFileW(TEXT("/T/file"), &found));
+    EXPECT_EQ(found.dwFileAttributes & 0x11, DWORD{1});
+    EXPECT_EQ(found.nFileSizeLow, DWORD{5});
+    EXPECT_EQ(found.nFileSizeHigh, DWORD{0});
+    FindClose(FindFirstFileW(TEXT("/T/folder"), &found));
+    EXPECT_EQ(found.dwFileAttributes & 0x11, DWORD{0x10});
+    FindClose(FindFirstFileW(TEXT("/T/large"), &found));
+    EXPECT_EQ(found.nFileSizeLow, DWORD{0x40000000});
+    EXPECT_EQ(found.nFileSizeHigh, DWORD{1});
+}
+
+TEST(Listing, RefusesToCloseWhatIsNoSearch) {
+    EXPECT_FALSE(FindClose(INVALID_HANDLE_VALUE));
+    EXPECT_EQ(GetLastError(), DWORD{6});
+}
+
+}  // namespace

@@ -1,0 +1,82 @@
+// The device's paths, and the way between its UTF-16 and the host's UTF-8.
+
+#include <gtest/gtest.h>
+
+#include "platform/posix/device.h"
+#include "platform/posix/utf.h"
+#include "tests/support/device_folder.h"
+
+namespace {
+
+TEST(Paths, AreResolvedOnTheirTextAndStayInTheDevice) {
+    const DeviceFolder device;
+    const std::string root = device.root().string();
+    struct Case {
+        LPCWSTR path;
+        std::string host;
+    };
+    const Case cases[] = {
+        {u"/", root},
+        {u"\\", root},
+        {u"\\FlashDisk\\VELD\\", root + "/FlashDisk/VELD"},
+        {u"\\FlashDisk\\VELD\\/ORBUI/data/../../Updater-log.txt",
+         root + "/FlashDisk/VELD/Updater-log.txt"},
+        {u"/USB HD//VELD/", root + "/USB HD/VELD"},
+        {u"/a/../b", root + "/b"},
+        {u"/./a/./b/.", root + "/a/b"},
+        {u"/..", root},
+        {u"\\..\\..\\a", root + "/a"},
+        {u"/a/../../../b/..", root},
+        {u"/...", root + "/..."},
+        {u"/.a./..b", root + "/.a./..b"},
+        {u"/\xE9\xDCE9", root + "/\xC3\xA9\xE9"},
+        {u"log.txt", "./log.txt"},
+        {u"a/../../log.txt", "./log.txt"},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(posix::toUtf8(test.path));
+        std::string host;
+        EXPECT_EQ(posix::resolve(test.path, host), DWORD{0});
+        EXPECT_EQ(host, test.host);
+    }
+}
+
+TEST(Paths, HaveALength) {
+    const DeviceFolder device;
+    std::string host;
+    EXPECT_EQ(posix::resolve(u"", host), DWORD{3});
+    EXPECT_EQ(posix::resolve((u"/" + std::u16string(258, u'a')).c_str(), host), DWORD{0});
+    EXPECT_EQ(posix::resolve((u"/" + std::u16string(259, u'a')).c_str(), host), DWORD{3});
+}
+
+TEST(Utf, AnyBytesSurviveTheWayThereAndBack) {
+    const std::string cases[] = {
+        "",
+        "plain",
+        "\xC3\xA9",                  // two bytes
+        "\xE2\x82\xAC",              // three
+        "\xF0\x9F\x98\x80",          // four
+        "\xE9",                      // Latin-1
+        "\xC3",                      // cut short
+        "\xF0\x9F\x98",              // cut short
+        "\xC0\xAF",                  // an overlong slash
+        "\xE0\x80\xAF",              // another
+        "\xED\xA0\x80",              // a surrogate
+        "\xF4\x90\x80\x80",          // beyond the last code point
+        "\xFF\xFE\x80",              // no lead bytes
+        "\xF0\x9F\x98\x80\x80\xE9",  // behind a pair
+    };
+    for (const std::string& bytes : cases)
+        EXPECT_EQ(posix::toUtf8(posix::toUtf16(bytes)), bytes);
+    EXPECT_EQ(posix::toUtf16("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xE9"),
+              u"\u00E9\u20AC\U0001F600\xDCE9");
+    EXPECT_EQ(posix::toUtf16("\xC0\xAF"), u"\xDCC0\xDCAF");
+}
+
+TEST(Utf, LoneSurrogatesAreEncodedAsTheyAre) {
+    EXPECT_EQ(posix::toUtf8(u"\xD83D"), "\xED\xA0\xBD");
+    EXPECT_EQ(posix::toUtf8(u"\xD83D\x0041"), "\xED\xA0\xBD\x41");
+    EXPECT_EQ(posix::toUtf8(u"\xDE00"), "\xED\xB8\x80");
+}
+
+}  // namespace
