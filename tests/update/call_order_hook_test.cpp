@@ -19,7 +19,8 @@ class CallRecord {
     CallRecord() {
         setCallHook([this](const HookedCall& call) {
             const std::string name = call.name;
-            if (name == "FindNextFileW" || name == "FindClose" || name == "OutputDebugStringW")
+            if (name == "FindNextFileW" || name == "FindClose" || name == "OutputDebugStringW" ||
+                name.rfind("FileTimeTo", 0) == 0)
                 return ERROR_SUCCESS;
             std::string line = name;
             for (const std::string& argument : call.arguments)
