@@ -140,11 +140,11 @@ BOOL FindNextFileW(HANDLE handle, WIN32_FIND_DATAW* found) {
     return advance(*static_cast<Search*>(handle), *found) || fail(ERROR_NO_MORE_FILES);
 }
 
+// A search whose close the hook fails is let go all the same: nobody closes it again.
 BOOL FindClose(HANDLE handle) {
-    if (refusedByHook("FindClose"))
-        return FALSE;
+    const bool refused = refusedByHook("FindClose");
     if (handle == nullptr || handle == INVALID_HANDLE_VALUE)
         return fail(ERROR_INVALID_HANDLE);
     end(static_cast<Search*>(handle));
-    return TRUE;
+    return refused ? FALSE : TRUE;
 }

@@ -199,14 +199,14 @@ BOOL TerminateProcess(HANDLE process, UINT exitCode) {
     return TRUE;
 }
 
+// A handle whose close the hook fails is let go all the same: nobody closes it again.
 BOOL CloseHandle(HANDLE handle) {
-    if (refusedByHook("CloseHandle"))
-        return FALSE;
+    const bool refused = refusedByHook("CloseHandle");
     if (handle == nullptr || handle == INVALID_HANDLE_VALUE)
         return fail(ERROR_INVALID_HANDLE);
     auto* object = static_cast<ProcessObject*>(handle);
     if (object->process >= 0)
         ::close(object->process);
     delete object;
-    return TRUE;
+    return refused ? FALSE : TRUE;
 }

@@ -53,12 +53,12 @@ LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD, DWORD type, const BYTE* da
     return static_cast<LSTATUS>(posix::saveRegistry(registry));
 }
 
+// A key whose close the hook fails is let go all the same: nobody closes it again.
 LSTATUS RegCloseKey(HKEY key) {
-    if (const DWORD error = errorFromHook("RegCloseKey"))
-        return static_cast<LSTATUS>(error);
+    const DWORD error = errorFromHook("RegCloseKey");
     if (key != HKEY_LOCAL_MACHINE)
         delete key;
-    return ERROR_SUCCESS;
+    return static_cast<LSTATUS>(error);
 }
 
 // Every change is on the disk already.
