@@ -1,0 +1,70 @@
+// What the log sends to the debugger.
+
+#include <gtest/gtest.h>
+
+#include "platform/posix/call_hook.h"
+#include "support/logger.h"
+#include "tests/support_services/log_text.h"
+
+namespace {
+
+class LoggerEcho : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        log.setPath("/log.txt");
+        setCallHook([this](const HookedCall& call) {
+            if (call.name == std::string("OutputDebugStringW"))
+                traces.push_back(call.arguments[0]);
+            return refused == call.name ? DWORD{5} : DWORD{0};
+        });
+    }
+
+    DeviceFolder device;
+    Logger& log = Logger::instance();
+    std::string refused;
+    std::vector<std::string> traces;
+};
+
+TEST_F(LoggerEcho, ErrorsAndWarningsAreEchoedTheRestIsNot) {
+    log.error("Error %d", 5);
+    log.warning("w");
+    log.write("x");
+    log.writeLine("y");
+    EXPECT_EQ(traces, (std::vector<std::string>{"Error 5\n", "w\n"}));
+}
+
+TEST_F(LoggerEcho, PercentSignsOfArgumentsAreTakenAsFormatAgain) {
+    struct Case {
+        const char* argument;
+        const char* echo;
+    };
+    const Case cases[] = {
+        {"100%%", "100%\n"}, {"%%%%", "%%\n"},       {"%%%", "%%\n"},
+        {"%", "%\n"},        {"%s%n%d", "%s%n%d\n"}, {"%%s", "%s\n"},
+    };
+    for (const Case& test : cases) {
+        traces.clear();
+        log.error("%s", test.argument);
+        EXPECT_EQ(traces, (std::vector<std::string>{test.echo}));
+    }
+}
+
+TEST_F(LoggerEcho, TracesAreFormattedOnceAndNotLogged) {
+    debugPrint("*** Read only flag set on: %s", "a%%\xE9");
+    debugPrint("%s", std::string(5000, 'x').c_str());
+    EXPECT_EQ(traces, (std::vector<std::string>{"*** Read only flag set on: a%%\xC3\xA9\n",
+                                                std::string(2047, 'x') + "\n"}));
+    EXPECT_EQ(logMessages(device, "log.txt"), "");
+}
+
+TEST_F(LoggerEcho, AFailedOpenIsReportedAtEveryMessage) {
+    refused = "_wfopen";
+    log.setPath("/other.txt");
+    log.error("lost");
+    log.writeLine("lost too");
+    const std::string report = "Error opening log stream...\n";
+    EXPECT_EQ(traces, (std::vector<std::string>{report, report, "lost\n", report}));
+    EXPECT_FALSE(device.exists("other.txt"));
+}
+
+}  // namespace

@@ -1,0 +1,114 @@
+// The two line readers, and the conversions between narrow and wide text.
+
+#include <gtest/gtest.h>
+
+#include "support/line_reader.h"
+#include "support/text.h"
+#include "support/utf16_reader.h"
+#include "tests/support/device_folder.h"
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+TEST(LineReader, ReadsTextAsTheInstrumentDoes) {
+    const DeviceFolder device;
+    struct Case {
+        std::string bytes;
+        Lines lines;
+        std::string rest;
+    };
+    const Case cases[] = {
+        {"", {}, ""},
+        {"a", {}, "a"},
+        {"a\n\nb\n", {"a", "", "b"}, ""},
+        {"a\r\n\r\nb\r\n", {"a", "", "b"}, ""},
+        {"a\rb\n\r\r\n\r", {"a\rb", "\r"}, "\r"},
+        {"a\x1A\nb\n", {}, "a"},
+        {"a\n\x1Aignored\n", {"a"}, ""},
+        {"a\r\x1A", {}, "a\r"},
+        {std::string("a\0b\n", 4), {std::string("a\0b", 3)}, ""},
+        {"\xFF\n", {"\xFF"}, ""},
+        {std::string(100000, 'x') + "\n", {std::string(100000, 'x')}, ""},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.bytes.substr(0, 20));
+        device.write("T/f", test.bytes);
+        LineReader reader("/T\\f");
+        ASSERT_TRUE(reader.isOpen());
+        Lines lines;
+        std::string line;
+        while (reader.readLine(line))
+            lines.push_back(line);
+        EXPECT_EQ(lines, test.lines);
+        EXPECT_EQ(line, test.rest);
+        // The end stays the end.
+        EXPECT_FALSE(reader.readLine(line));
+        EXPECT_EQ(line, "");
+    }
+}
+
+TEST(LineReader, WhatIsNoFileIsNotOpen) {
+    const DeviceFolder device;
+    device.makeFolder("T/folder");
+    for (const char* path : {"", "/T/gone", "/T/folder", "/T/folder/"}) {
+        LineReader reader(path);
+        std::string line = "before";
+        EXPECT_FALSE(reader.isOpen());
+        EXPECT_FALSE(reader.readLine(line));
+        EXPECT_EQ(line, "");
+    }
+}
+
+TEST(Utf16Reader, ReadsLinesWithTheirEndsInPieces) {
+    const DeviceFolder device;
+    struct Case {
+        std::string bytes;
+        std::vector<WideString> lines;
+    };
+    std::string manyBytes;
+    for (int i = 0; i < 1022; ++i)
+        manyBytes += std::string("x\0", 2);
+    const WideString piece(511, TEXT('x'));
+    const Case cases[] = {
+        {"", {}},
+        {"x", {}},
+        {std::string("a\0\r\0\n\0b\0", 8), {TEXT("a\r\n"), TEXT("b")}},
+        {std::string("\xFF\xFE\n\0", 4), {TEXT("\n")}},
+        {std::string("\xFF\xFE\xFF\xFE", 4), {TEXT("\xFEFF")}},
+        {std::string("\x0A\x0D\x0D\x0A\xAC", 5), {TEXT("\x0D0A\x0A0D")}},
+        {std::string("a\0\x1A\0b\0", 6),
+         {TEXT("a\x1A"
+               "b")}},
+        {manyBytes, {piece, piece}},
+        {manyBytes + std::string("\n\0", 2), {piece, piece, TEXT("\n")}},
+    };
+    for (const Case& test : cases) {
+        device.write("T/f", test.bytes);
+        Utf16Reader reader("/T/f");
+        ASSERT_TRUE(reader.isOpen());
+        std::vector<WideString> lines;
+        WideString line;
+        while (reader.readLine(line))
+            lines.push_back(line);
+        EXPECT_EQ(lines, test.lines);
+    }
+    Utf16Reader absent("/T/gone");
+    WideString line;
+    EXPECT_FALSE(absent.isOpen());
+    EXPECT_FALSE(absent.readLine(line));
+}
+
+TEST(Text, IsConvertedCharacterByCharacter) {
+    std::string all;
+    for (int i = 0; i < 256; ++i)
+        all += static_cast<char>(i);
+    const WideString wide = widen(all);
+    ASSERT_EQ(wide.size(), all.size());
+    for (std::size_t i = 0; i < wide.size(); ++i)
+        EXPECT_EQ(wide[i], static_cast<WCHAR>(i));
+    EXPECT_EQ(narrow(wide), all);
+    EXPECT_EQ(narrow(TEXT("\x0141\x65E5")), "\x41\xE5");
+}
+
+}  // namespace

@@ -1,0 +1,166 @@
+// The string tables: what is read of a file, and what a look-up yields.
+
+#include "support/string_table.h"
+
+#include <gtest/gtest.h>
+
+#include "support/logger.h"
+#include "support/system_settings.h"
+#include "support/text.h"
+#include "tests/support_services/log_text.h"
+
+namespace {
+
+std::string utf16(const WideString& text) {
+    std::string bytes;
+    for (const WCHAR unit : text) {
+        bytes += static_cast<char>(unit & 0xFF);
+        bytes += static_cast<char>(unit >> 8);
+    }
+    return bytes;
+}
+
+class Strings : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        SystemSettings::instance().dataFolder = "\\D\\/data/";
+        Logger::instance().setPath("/log.txt");
+    }
+
+    void write(const std::string& file, const WideString& text) const {
+        device.write("D/data/lang/" + file, utf16(text));
+    }
+    // The English table with this text, and nothing else.
+    void use(const WideString& text) {
+        write("StringTable_en.txt", text);
+        table.setLanguage(0);
+    }
+    std::string lookup(const std::string& key) const { return narrow(table.lookup(key)); }
+
+    DeviceFolder device;
+    StringTable& table = StringTable::instance();
+};
+
+const std::string NONE = "<NO STRING>";
+
+TEST_F(Strings, ReadsLines) {
+    struct Case {
+        const char* line;
+        const char* key;
+        std::string text;
+    };
+    const Case cases[] = {
+        {"KEY text\r\n", "KEY", "text"},
+        {"KEY\t\tHello world\r\n", "KEY", "Hello world"},
+        {"KEY \t two  blanks \t\r\n", "KEY", "two  blanks \t"},
+        {"KEY a#b\\n\"c\"\r\n", "KEY", "a#b\\n\"c\""},
+        {"KEY Hello", "KEY", "Hel"},
+        {"KEY Hello\n", "KEY", "Hell"},
+        {"KEY H", "KEY", ""},
+        {"KEY He", "KEY", ""},
+        {"KEY\r\n", "KEY", NONE},
+        {"KEY", "KEY", NONE},
+        {"KEY \t \r\n", "KEY", NONE},
+        {"KEY ", "KEY", NONE},
+        {"#KEY text\r\n", "KEY", NONE},
+        {"#KEY text\r\n", "#KEY", NONE},
+        {"# c\r\n\r\n\nKEY text\r\n", "KEY", "text"},
+        {" #comment\r\n", "", "#comment"},
+        {" \t\r\n", "", ""},
+        {"KEY first\r\nKEY second\r\n", "KEY", "second"},
+        {"KEY first\r\nKEY\r\n", "KEY", "first"},
+        {"key text\r\n", "KEY", NONE},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.line);
+        use(widen(test.line));
+        EXPECT_EQ(lookup(test.key), test.text);
+    }
+}
+
+TEST_F(Strings, KeepsWideTextAndNarrowsKeys) {
+    use(TEXT("\xFEFF# \x65E5\r\n\x0100\x0141 \x65E5\x672C \xD83D\xDE00\r\n"));
+    EXPECT_EQ(table.lookup(std::string("\0A", 2)), TEXT("\x65E5\x672C \xD83D\xDE00"));
+}
+
+TEST_F(Strings, AByteOrderMarkSpoilsNothing) {
+    use(TEXT("\xFEFFKEY text\r\n"));
+    EXPECT_EQ(lookup("KEY"), "text");
+}
+
+TEST_F(Strings, CutsLongLinesInPieces) {
+    // 511 characters with the first piece's line end taken for granted, then a line of its own.
+    const WideString first = TEXT("A ") + WideString(509, TEXT('x'));
+    use(first + TEXT("B rest\r\nC c\r\n"));
+    EXPECT_EQ(lookup("A"), std::string(507, 'x'));
+    EXPECT_EQ(lookup("B"), "rest");
+    EXPECT_EQ(lookup("C"), "c");
+
+    // The line end just fits, and just does not.
+    use(TEXT("A ") + WideString(507, TEXT('x')) + TEXT("\r\nB b\r\n"));
+    EXPECT_EQ(lookup("A"), std::string(507, 'x'));
+    EXPECT_EQ(lookup("B"), "b");
+    use(TEXT("A ") + WideString(508, TEXT('x')) + TEXT("\r\nB b\r\n"));
+    EXPECT_EQ(lookup("A"), std::string(507, 'x'));
+    EXPECT_EQ(lookup("B"), "b");
+
+    // A piece that begins with the comment mark is a comment.
+    use(first + TEXT("#B b\r\n"));
+    EXPECT_EQ(lookup("#B"), NONE);
+    use(WideString(100000, TEXT('k')));
+    EXPECT_EQ(lookup("k"), NONE);
+}
+
+TEST_F(Strings, DropsHalfACharacterAtTheEnd) {
+    device.write("D/data/lang/StringTable_en.txt", utf16(TEXT("KEY text\r\n")) + "x");
+    table.setLanguage(0);
+    EXPECT_EQ(lookup("KEY"), "text");
+    device.write("D/data/lang/StringTable_en.txt", "\xFF");
+    table.setLanguage(0);
+    EXPECT_EQ(lookup("KEY"), NONE);
+}
+
+TEST_F(Strings, EachLanguageHasItsFileBehindTheNumerals) {
+    write("StringTable_numerals.txt", TEXT("N numeral\r\nL shared\r\n"));
+    const char* const suffixes[] = {"en", "fr", "pt", "sp", "jp", "zh", "du"};
+    for (const std::string suffix : suffixes)
+        write("StringTable_" + suffix + ".txt", TEXT("L ") + widen(suffix) + TEXT("\r\n"));
+    for (int language = 0; language < 7; ++language) {
+        table.setLanguage(language);
+        EXPECT_EQ(lookup("L"), suffixes[language]);
+        EXPECT_EQ(lookup("N"), "numeral");
+        EXPECT_EQ(table.language(), language);
+    }
+    EXPECT_EQ(logMessages(device, "log.txt"), "");
+
+    for (const int language : {9, -1, 7}) {
+        Logger::instance().open();
+        table.setLanguage(language);
+        EXPECT_EQ(lookup("L"), "shared");
+        EXPECT_EQ(table.language(), language);
+        EXPECT_TRUE(table.isLoaded());
+        EXPECT_EQ(logMessages(device, "log.txt"), "\n    *** ERROR *** Language " +
+                                                      std::to_string(language) +
+                                                      " not recognized in StringTable...\n\n");
+    }
+}
+
+TEST_F(Strings, StartsAfreshAndMissesFilesInSilence) {
+    use(TEXT("KEY text\r\n#\r\n \t x\r\n"));
+    table.setLanguage(1);
+    EXPECT_EQ(lookup("KEY"), NONE);
+    EXPECT_EQ(lookup(""), "");
+    EXPECT_EQ(lookup(NONE), NONE);
+    EXPECT_EQ(logMessages(device, "log.txt"), "");
+}
+
+TEST_F(Strings, LoadTellsHowItWent) {
+    write("more.txt", TEXT("KEY text\r\n"));
+    EXPECT_EQ(table.load(nullptr), 1);
+    EXPECT_EQ(table.load(""), 1);
+    EXPECT_EQ(table.load("gone.txt"), 2);
+    EXPECT_EQ(table.load("more.txt"), 0);
+    EXPECT_EQ(lookup("KEY"), "text");
+}
+
+}  // namespace
