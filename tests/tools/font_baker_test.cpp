@@ -1,0 +1,255 @@
+// What a baked face promises to the renderer, on the real fonts.
+
+#include "tools/font_baker.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tools/bmfont_writer.h"
+#include "tools/narrowing.h"
+#include "tools/typeface.h"
+
+// What test lists call a face.
+void PrintTo(const BakeRequest& request, std::ostream* out) {
+    *out << request.faceName;
+}
+
+namespace {
+
+BakeRequest latinRequest() {
+    BakeRequest request;
+    request.faceName = "Latin";
+    request.fontPath = FONT_LATIN;
+    request.emSize = 33.5;
+    request.lineHeight = 50;
+    request.base = 38;
+    request.characters = latin1();
+    return request;
+}
+
+BakeRequest japaneseRequest() {
+    BakeRequest request = latinRequest();
+    request.faceName = "Japanese";
+    request.fontPath = FONT_JAPANESE;
+    request.emSize = 30;
+    for (const char16_t character : std::u16string(u"\u66F4\u65B0\u30AD\u30FC\u3092\u3044"))
+        request.characters.insert(character);
+    return request;
+}
+
+BakedFace bake(const BakeRequest& request) {
+    std::string error;
+    std::optional<BakedFace> face = bakeFace(request, error);
+    EXPECT_TRUE(face) << error;
+    return face ? *face : BakedFace{};
+}
+
+std::string fntBytes(const BakedFace& face) {
+    return encodeBmFont(face.font, face.fontName, face.emSize);
+}
+
+// The coverage at (column, row) of a glyph's cell; the cell's border is column or row -1.
+int coverage(const BakedFace& face, const Glyph& glyph, int column, int row) {
+    const int side = static_cast<int>(face.font.atlasSize);
+    const int index = (glyph.y + row) * side + glyph.x + column;
+    return face.pages[glyph.page].at(static_cast<std::size_t>(index));
+}
+
+bool rowHasInk(const BakedFace& face, const Glyph& glyph, int row) {
+    for (int column = 0; column < glyph.width; ++column) {
+        if (coverage(face, glyph, column, row) != 0)
+            return true;
+    }
+    return false;
+}
+
+bool columnHasInk(const BakedFace& face, const Glyph& glyph, int column) {
+    for (int row = 0; row < glyph.height; ++row) {
+        if (coverage(face, glyph, column, row) != 0)
+            return true;
+    }
+    return false;
+}
+
+class BakedFaces : public ::testing::TestWithParam<BakeRequest> {
+  protected:
+    const BakedFace face = bake(GetParam());
+};
+
+INSTANTIATE_TEST_SUITE_P(, BakedFaces, ::testing::Values(latinRequest(), japaneseRequest()),
+                         [](const auto& test) { return test.param.faceName; });
+
+TEST_P(BakedFaces, HoldExactlyFiveBlocksThatReadBack) {
+    const std::string bytes = fntBytes(face);
+    ASSERT_EQ(bytes.substr(0, 4), "BMF\x03");
+    std::vector<std::size_t> sizes;
+    std::size_t position = 4;
+    while (position + 5 <= bytes.size()) {
+        EXPECT_EQ(bytes[position], static_cast<char>(sizes.size() + 1));
+        std::size_t size = 0;
+        for (std::size_t i = 4; i > 0; --i)
+            size = size << 8 | static_cast<unsigned char>(bytes[position + i]);
+        sizes.push_back(size);
+        position += 5 + size;
+    }
+    EXPECT_EQ(position, bytes.size());
+    ASSERT_EQ(sizes.size(), 5U);
+    EXPECT_EQ(sizes[1], 15U);
+    EXPECT_EQ(sizes[4], face.font.kerning.size() * 10);
+
+    FontData read;
+    parseFont(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), read);
+    EXPECT_EQ(read.atlasSize, face.font.atlasSize);
+    EXPECT_EQ(read.lineHeight, 50U);
+    EXPECT_EQ(read.base, 38U);
+    EXPECT_EQ(read.pageNames, face.font.pageNames);
+    EXPECT_EQ(read.kerning, face.font.kerning);
+    EXPECT_EQ(encodeBmFont(read, face.fontName, face.emSize), bytes);
+}
+
+TEST_P(BakedFaces, StandOnOneBaseline) {
+    for (const char16_t character : std::u16string(u"EFHIKTXZhikmnrxz14")) {
+        const Glyph& glyph = face.font.glyphs.at(character);
+        EXPECT_EQ(glyph.yoffset + glyph.height, 38) << static_cast<char>(character);
+    }
+    const Glyph& comma = face.font.glyphs.at(u',');
+    EXPECT_GT(comma.yoffset + comma.height, 38);
+}
+
+TEST_P(BakedFaces, LieInTheirLineWithABlankBorder) {
+    for (const auto& [code, glyph] : face.font.glyphs) {
+        EXPECT_GE(glyph.yoffset, 0) << code;
+        EXPECT_LE(glyph.yoffset + glyph.height, 50) << code;
+        EXPECT_GE(glyph.xadvance, 0) << code;
+        if (glyph.height == 0)
+            continue;
+        ASSERT_GE(glyph.x, 1) << code;
+        ASSERT_LT(glyph.x + glyph.width, static_cast<int>(face.font.atlasSize)) << code;
+        ASSERT_GE(glyph.y, 1) << code;
+        ASSERT_LT(glyph.y + glyph.height, static_cast<int>(face.font.atlasSize)) << code;
+        EXPECT_FALSE(rowHasInk(face, glyph, -1)) << code;
+        EXPECT_FALSE(rowHasInk(face, glyph, glyph.height)) << code;
+        EXPECT_FALSE(columnHasInk(face, glyph, -1)) << code;
+        EXPECT_FALSE(columnHasInk(face, glyph, glyph.width)) << code;
+    }
+}
+
+TEST_P(BakedFaces, ComeOutTheSameEveryTime) {
+    const BakedFace again = bake(GetParam());
+    EXPECT_EQ(fntBytes(again), fntBytes(face));
+    EXPECT_EQ(again.pages, face.pages);
+}
+
+TEST(FontBaker, WidensWhatIsNarrowed) {
+    const BakedFace face = bake(japaneseRequest());
+    EXPECT_EQ(face.font.glyphs.at(u'\u66F4').xadvance, 45);  // an em of 30 on the screen
+    EXPECT_EQ(face.font.glyphs.at(u'\u3092').xadvance, 30);
+    for (const auto& [code, glyph] : face.font.glyphs) {
+        EXPECT_TRUE(!isNarrowed(code) || glyph.xadvance % 3 == 0) << code;
+    }
+    const Glyph& ideograph = face.font.glyphs.at(u'\u65B0');
+    int bearing = 0;
+    while (!columnHasInk(face, ideograph, bearing))
+        ++bearing;
+    // Nearly square on the screen.
+    EXPECT_NEAR((ideograph.width - bearing) / 1.5, ideograph.height, 2);
+}
+
+TEST(FontBaker, BakesTheSpaceBeforeTheInk) {
+    std::string error;
+    const auto typeface = Typeface::open(FONT_JAPANESE, 0, 30, error);
+    ASSERT_NE(typeface, nullptr) << error;
+    for (const char16_t character : std::u16string(u"H\u3092\u66F4")) {
+        const auto without = typeface->render(character, 0);
+        const auto with = typeface->render(character, 2);
+        ASSERT_TRUE(without && with);
+        const int shift = isNarrowed(character) ? 3 : 2;
+        EXPECT_EQ(with->width, without->width + shift);
+        EXPECT_EQ(with->advance, without->advance);
+        for (int row = 0; row < with->height; ++row) {
+            const auto from = without->coverage.begin() + row * std::ptrdiff_t{without->width};
+            const auto to = with->coverage.begin() + row * std::ptrdiff_t{with->width} + shift;
+            EXPECT_TRUE(std::equal(from, from + without->width, to)) << row;
+        }
+    }
+}
+
+TEST(FontBaker, MovesAllCellsForAGlyphLeftOfThePen) {
+    BakeRequest request = latinRequest();
+    const BakedFace face = bake(request);
+    request.characters = {u'H'};
+    const BakedFace upright = bake(request);
+    request.characters = {u'H', u'j'};
+    const BakedFace overhanging = bake(request);
+    const int inset = overhanging.font.glyphs.at(u'H').width - upright.font.glyphs.at(u'H').width;
+    EXPECT_GT(inset, 0);
+    EXPECT_EQ(overhanging.font.glyphs.at(u'H').xadvance, upright.font.glyphs.at(u'H').xadvance);
+    EXPECT_TRUE(columnHasInk(overhanging, overhanging.font.glyphs.at(u'j'), 0));
+}
+
+TEST(FontBaker, RefusesAGlyphThatLeavesItsLine) {
+    std::string error;
+    BakeRequest request = latinRequest();
+    request.characters = {u'H', u'\u00C5'};
+    request.base = 28;
+    EXPECT_FALSE(bakeFace(request, error));
+    EXPECT_EQ(error, "Latin: U+00C5 covers the rows -4 to 28 of a line of 50");
+    request = latinRequest();
+    request.characters = {u'H', u'g'};
+    request.lineHeight = 40;
+    EXPECT_FALSE(bakeFace(request, error));
+    EXPECT_EQ(error.substr(0, 13), "Latin: U+0067");
+}
+
+TEST(FontBaker, LeavesOutWhatTheFontLacks) {
+    BakeRequest request = latinRequest();
+    request.characters = {u'A', u'\u66F4'};
+    const BakedFace face = bake(request);
+    EXPECT_EQ(face.missing, std::vector<char16_t>{u'\u66F4'});
+    EXPECT_EQ(face.font.glyphs.size(), 1U);
+}
+
+TEST(FontBaker, SpreadsOverPagesWithNamesOfOneLength) {
+    BakeRequest request = latinRequest();
+    request.maxPageSide = 64;
+    const BakedFace face = bake(request);
+    EXPECT_EQ(face.font.atlasSize, 64U);
+    ASSERT_GT(face.pages.size(), 10U);
+    ASSERT_EQ(face.font.pageNames.size(), face.pages.size());
+    EXPECT_EQ(face.font.pageNames[0], "Latin_00.raw");
+    EXPECT_EQ(face.font.pageNames[10], "Latin_10.raw");
+    int last = 0;
+    for (const auto& [code, glyph] : face.font.glyphs)
+        last = std::max<int>(last, glyph.page);
+    EXPECT_EQ(last + 1, static_cast<int>(face.pages.size()));
+
+    std::string error;
+    request.maxPageSide = 32;
+    EXPECT_FALSE(bakeFace(request, error));
+    EXPECT_EQ(error, "Latin: the glyphs do not fit on pages of 32 pixels");
+}
+
+TEST(FontBaker, TakesHalfOfTheFontsKerning) {
+    std::string error;
+    const auto typeface = Typeface::open(FONT_LATIN, 0, 33.5, error);
+    ASSERT_NE(typeface, nullptr) << error;
+    const KerningTable& kerning = bake(latinRequest()).font.kerning;
+    EXPECT_LT(typeface->kerning(u'T', u'o'), -2);
+    EXPECT_NEAR((kerning.at({u'T', u'o'})), typeface->kerning(u'T', u'o') / 2, 0.51);
+    EXPECT_EQ(kerning.count({u'H', u'H'}), 0U);
+    for (const auto& [pair, amount] : kerning)
+        EXPECT_NE(amount, 0);
+}
+
+TEST(FontBaker, OpensFacesOfACollection) {
+    std::string error;
+    const auto first = Typeface::open(FONT_CHINESE, 0, 20, error);
+    const auto second = Typeface::open(FONT_CHINESE, 1, 20, error);
+    ASSERT_TRUE(first && second) << error;
+    EXPECT_NE(first->familyName(), second->familyName());
+    EXPECT_EQ(Typeface::open(FONT_CHINESE, 99, 20, error), nullptr);
+    EXPECT_EQ(error, std::string(FONT_CHINESE) + ": no font file, or no face 99 in it");
+}
+
+}  // namespace

@@ -1,0 +1,83 @@
+// What a source of texts may hold, and the file that comes of it.
+
+#include "tools/text_source.h"
+
+#include <gtest/gtest.h>
+
+#include "tools/text_encoding.h"
+
+namespace {
+
+const ScreenKeys KEYS = {{"STR_A", {}}, {"STR_B", {}}};
+
+MessageList messagesOf(const std::string& source, const ScreenKeys& keys = KEYS) {
+    MessageList messages;
+    parseTextSource(source, "xx.txt", keys, messages);
+    return messages;
+}
+
+TEST(TextSource, RefusesWhatTheDeviceWouldMisread) {
+    const std::string sound = "STR_A\tone\nSTR_B\ttwo\n";
+    struct Case {
+        const char* what;
+        std::string source;
+        std::vector<std::string> errors;
+    };
+    const Case cases[] = {
+        {"a sound source", sound, {}},
+        {"line ends of Windows, comments, no last line end",
+         "# c\r\n\r\nSTR_A one\r\nSTR_B two",
+         {}},
+        {"a missing key", "STR_B two\n", {"xx.txt: STR_A is missing"}},
+        {"a doubled key", sound + "\nSTR_A again\n", {"xx.txt:4: STR_A stands in line 1 already"}},
+        {"a key in two words",
+         "STR_A one\nSTR B two\n",
+         {"xx.txt:2: STR is not a key of the screen", "xx.txt: STR_B is missing"}},
+        {"a blank first", sound + " STR_C x\n", {"xx.txt:3: a blank in front of the key"}},
+        {"a comment behind a blank", sound + " # c\n", {"xx.txt:3: a blank in front of the key"}},
+        {"a key without a text",
+         "STR_A one\nSTR_B \t\n",
+         {"xx.txt:2: STR_B has no text", "xx.txt: STR_B is missing"}},
+        {"an ideographic space behind the key",
+         "STR_A one\nSTR_B\xE3\x80\x80two\n",
+         {"xx.txt:2: a key of other characters than capitals, digits and underscores",
+          "xx.txt: STR_B is missing"}},
+        {"a key with an accent",
+         sound + "STR_\xC3\x89 x\n",
+         {"xx.txt:3: a key of other characters than capitals, digits and underscores"}},
+        {"not UTF-8", "STR_A one\nSTR_B \xE9\n", {"xx.txt:2: not UTF-8 text"}},
+        {"a carriage return inside", "STR_A o\rne\n", {"xx.txt:1: a control character"}},
+        {"a longest line", sound.substr(10) + "STR_A " + std::string(503, 'x') + "\n", {}},
+        {"too long a line",
+         sound.substr(10) + "STR_A " + std::string(504, 'x') + "\n",
+         {"xx.txt:2: a line of 512 characters, with its line end; the device cuts it after 511",
+          "xx.txt: STR_A is missing"}},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(messagesOf(c.source).errors, c.errors) << c.what;
+}
+
+TEST(TextSource, TakesAnyKeyWithoutAList) {
+    EXPECT_TRUE(messagesOf("ANY_KEY text\n", {}).errors.empty());
+    EXPECT_EQ(messagesOf("K a\nK b\n", {}).errors.size(), 1U);
+}
+
+TEST(TextSource, KeepsBlanksInsideAndBehindTheText) {
+    MessageList messages;
+    const std::vector<TextEntry> entries =
+        parseTextSource("# c\nSTR_A \t two  words... \r\n", "xx.txt", {}, messages);
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0].line, 2);
+    EXPECT_EQ(entries[0].key, "STR_A");
+    EXPECT_EQ(entries[0].text, u"two  words... ");
+}
+
+TEST(TextSource, BecomesUtf16WithACommentFirst) {
+    const std::string table = encodeStringTable({{1, "STR_A", u"one "}, {2, "STR_B", u"\u66F4"}});
+    const std::u16string expected =
+        u"\uFEFF# Texts of the updater's screen\r\nSTR_A\tone \r\nSTR_B\t\u66F4\r\n";
+    EXPECT_EQ(table, utf16LittleEndian(expected));
+    EXPECT_EQ(table.substr(0, 4), std::string("\xFF\xFE#\0", 4));
+}
+
+}  // namespace
