@@ -1,0 +1,56 @@
+#include "tools/updatekey/check.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "tools/updatekey/key_device.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+void requireRoomFor(const std::vector<KeyEntry>& tree, const fs::path& scratch) {
+    uint64_t largest = 0;
+    for (const KeyEntry& entry : tree)
+        largest = std::max(largest, entry.size);
+    constexpr uint64_t fat32Limit = uint64_t{1} << 32;
+    // A larger file is a finding anyhow.
+    if (largest < fat32Limit && fs::space(scratch).available <= largest)
+        throw std::runtime_error("no room in " + scratch.parent_path().string() +
+                                 " to try the key out; set TMPDIR to a folder with more");
+}
+
+}  // namespace
+
+bool CheckReport::hasErrors() const {
+    return std::any_of(findings.begin(), findings.end(),
+                       [](const Finding& finding) { return finding.severity == Severity::error; });
+}
+
+const KeyEntry* KeyUnderCheck::find(const std::string& path) const {
+    const auto entry = std::lower_bound(tree.begin(), tree.end(), path,
+                                        [](const KeyEntry& candidate, const std::string& sought) {
+                                            return candidate.path < sought;
+                                        });
+    return entry != tree.end() && entry->path == path ? &*entry : nullptr;
+}
+
+CheckReport checkKey(const fs::path& folder, const CheckOptions& options) {
+    const KeyDevice device(folder);
+    KeyUnderCheck key{folder, readTree(folder), options};
+    requireRoomFor(key.tree, device.root());
+
+    CheckReport report;
+    report.prediction = predict(options.progress);
+    checkLayout(key, report);
+    checkDropped(key, report);
+    checkNames(key, report);
+    if (report.prediction.seen) {
+        checkNotes(key, report);
+        checkFonts(key, report);
+        checkTexts(key, report);
+        checkSpace(key, report);
+    }
+    checkManifest(key, report);
+    return report;
+}

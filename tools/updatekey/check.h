@@ -1,0 +1,52 @@
+// Judges a key before it leaves the house.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tools/updatekey/finding.h"
+#include "tools/updatekey/key_tree.h"
+#include "tools/updatekey/prediction.h"
+
+struct CheckOptions {
+    std::optional<uint64_t> flashSize;                       // bytes of the device's flash disk
+    std::vector<int32_t> languages = {0, 1, 2, 3, 4, 5, 6};  // that the key is to serve
+    Progress progress;
+};
+
+struct CheckReport {
+    Prediction prediction;
+    Findings findings;
+    std::vector<std::string> notCopied;  // files of the key's "VELD" that the device drops
+    uint64_t copiedBytes = 0;
+    uint64_t flashNeeded = 0;  // bytes on the flash disk at the worst moment of the update
+
+    bool hasErrors() const;
+};
+
+// A key while it is judged: `folder` stands for the root of the storage device, which is plugged
+// into the current device.
+struct KeyUnderCheck {
+    std::filesystem::path folder;
+    std::vector<KeyEntry> tree;
+    CheckOptions options;
+
+    const KeyEntry* find(const std::string& path) const;
+};
+
+// Judges the key in `folder`, which exists. Throws std::runtime_error when there is no room to try
+// it out.
+CheckReport checkKey(const std::filesystem::path& folder, const CheckOptions& options);
+
+// The judges, each for one side of the matter; they add to the findings.
+void checkLayout(const KeyUnderCheck& key, CheckReport& report);
+void checkDropped(const KeyUnderCheck& key, CheckReport& report);
+void checkNames(const KeyUnderCheck& key, CheckReport& report);
+void checkNotes(const KeyUnderCheck& key, CheckReport& report);
+void checkFonts(const KeyUnderCheck& key, CheckReport& report);
+void checkTexts(const KeyUnderCheck& key, CheckReport& report);
+void checkSpace(const KeyUnderCheck& key, CheckReport& report);
+void checkManifest(const KeyUnderCheck& key, CheckReport& report);

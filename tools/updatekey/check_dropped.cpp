@@ -1,0 +1,77 @@
+// What the device copies and should not, and what it drops without a word.
+
+#include <map>
+#include <set>
+
+#include "tools/updatekey/check.h"
+#include "tools/updatekey/names.h"
+
+namespace {
+
+using Kind = KeyEntry::Kind;
+
+const std::string MAKER_FOLDER = "VELD/";
+const std::string NOTES = "VELD/kstrXReleaseNotes.txt";
+const std::string GUI_DATA = "VELD/ORBUI/data/";
+
+// The topmost folder that is dropped with everything below it; the path itself for a lone file.
+std::string droppedTop(const std::string& path) {
+    const auto firstFolderBelow = [&](const std::string& start) {
+        const std::size_t slash = path.find('/', start.size());
+        return slash == std::string::npos ? path : path.substr(0, slash + 1);
+    };
+    if (startsWith(path, "VELD/KSTRL/"))
+        return firstFolderBelow("VELD/KSTRL/");
+    if (startsWith(path, GUI_DATA)) {
+        const std::size_t subfolder = path.find('/', GUI_DATA.size());
+        return subfolder == std::string::npos ? path
+                                              : firstFolderBelow(path.substr(0, subfolder + 1));
+    }
+    if (startsWith(path, "VELD/ORBUI/"))
+        return firstFolderBelow("VELD/ORBUI/");
+    return firstFolderBelow(MAKER_FOLDER);
+}
+
+std::string countOf(std::size_t files) {
+    return files == 1 ? "1 file" : std::to_string(files) + " files";
+}
+
+bool isLitterPath(const std::string& path) {
+    for (std::string part = path; !part.empty(); part = parentOf(part))
+        if (isDesktopLitter(nameOf(part)))
+            return true;
+    return false;
+}
+
+}  // namespace
+
+void checkDropped(const KeyUnderCheck& key, CheckReport& report) {
+    const Prediction& prediction = report.prediction;
+    std::map<std::string, std::size_t> dropped;
+    for (const KeyEntry& entry : key.tree) {
+        const bool copied = prediction.copied.count(entry.path) != 0;
+        if (copied) {
+            report.copiedBytes += entry.size;
+            if (isLitterPath(entry.path))
+                addError(report.findings, "litter", entry.path,
+                         "left by a desktop system; the device would install it");
+            if (entry.path == NOTES)
+                continue;
+        }
+        const bool judged = startsWith(entry.path, MAKER_FOLDER) && entry.path != NOTES;
+        if (copied || !judged || !prediction.seen || entry.kind == Kind::folder)
+            continue;
+        report.notCopied.push_back(entry.path);
+        if (entry.kind != Kind::file)
+            addError(report.findings, "not-a-file", entry.path,
+                     "neither a file nor a folder; FAT32 and the device have no such thing");
+        else if (prediction.lost.count(entry.path) != 0)
+            addError(report.findings, "copy-fails", entry.path,
+                     "the device lists it but cannot copy it, and does not notice");
+        else if (!isLitterPath(entry.path) && isLatin1(entry.path))
+            ++dropped[droppedTop(entry.path)];
+    }
+    for (const auto& [top, files] : dropped)
+        addError(report.findings, "not-copied", top,
+                 "the device does not copy this (" + countOf(files) + ")");
+}

@@ -1,0 +1,36 @@
+// Whether the key still is what its manifest says; a key without one was not made by this tool, and
+// is none the worse for it.
+
+#include <fstream>
+#include <iterator>
+
+#include "tools/updatekey/check.h"
+#include "tools/updatekey/manifest.h"
+
+void checkManifest(const KeyUnderCheck& key, CheckReport& report) {
+    const KeyEntry* const entry = key.find(MANIFEST_NAME);
+    if (entry == nullptr)
+        return;
+    std::ifstream file(key.folder / MANIFEST_NAME, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const std::optional<Manifest> stated = parseManifest(text);
+    if (!stated)
+        return addError(report.findings, "manifest-damaged", MANIFEST_NAME,
+                        "is not a list of checksums and paths");
+
+    for (const KeyEntry& candidate : key.tree) {
+        if (candidate.kind != KeyEntry::Kind::file || !startsWith(candidate.path, "VELD/"))
+            continue;
+        const auto line = stated->find(candidate.path);
+        if (line == stated->end())
+            addError(report.findings, "manifest-unknown-file", candidate.path,
+                     "was added after the manifest was made");
+        else if (sha256Of(key.folder / candidate.path) != line->second)
+            addError(report.findings, "manifest-mismatch", candidate.path,
+                     "is not the file that the manifest was made of");
+    }
+    for (const auto& [path, checksum] : *stated)
+        if (key.find(path) == nullptr)
+            addError(report.findings, "manifest-missing-file", path,
+                     "is in the manifest but not on the key");
+}

@@ -1,0 +1,47 @@
+// Names that FAT32, the device's narrow strings or its path buffers cannot hold.
+
+#include <map>
+
+#include "support/file_util.h"
+#include "tools/updatekey/check.h"
+#include "tools/updatekey/names.h"
+
+namespace {
+
+constexpr uint64_t FAT32_FILE_LIMIT = (uint64_t{1} << 32) - 1;
+
+// The longer of the two paths by which the device knows a file of the key.
+std::size_t longestDevicePath(const std::string& path) {
+    const std::string makerFolder = "VELD/";
+    const std::size_t onKey = std::string("/USB HD/").size() + deviceLength(path);
+    const std::size_t staged = std::string("/FlashDisk/VELD/Update\\").size() +
+                               deviceLength(path.substr(makerFolder.size()));
+    return std::max(onKey, staged);
+}
+
+}  // namespace
+
+void checkNames(const KeyUnderCheck& key, CheckReport& report) {
+    Findings& findings = report.findings;
+    std::map<std::string, std::string> byFoldedPath;
+    for (const KeyEntry& entry : key.tree) {
+        const auto [other, isNew] = byFoldedPath.emplace(foldCase(entry.path), entry.path);
+        if (!isNew)
+            addError(findings, "case-clash", entry.path,
+                     "differs from " + other->second + " by case only; FAT32 holds one of them");
+        const std::string name = nameOf(entry.path);
+        if (!isFatName(name))
+            addError(findings, "name-not-fat", entry.path, "FAT32 cannot hold this name");
+        if (entry.size > FAT32_FILE_LIMIT)
+            addError(findings, "file-too-large", entry.path, "FAT32 holds files below 4 GB only");
+        if (!startsWith(entry.path, "VELD/"))
+            continue;
+        if (!isLatin1(name))
+            addError(findings, "name-not-latin1", entry.path,
+                     "has characters outside Latin-1; the device cannot open it");
+        if (longestDevicePath(entry.path) > MAX_PATH_LENGTH)
+            addError(
+                findings, "path-too-long", entry.path,
+                "has more than " + std::to_string(MAX_PATH_LENGTH) + " characters on the device");
+    }
+}

@@ -1,0 +1,105 @@
+// The release notes: the version in their first line, and what the screen can show of the rest.
+
+#include <fstream>
+#include <iterator>
+
+#include "support/text.h"
+#include "tools/updatekey/check.h"
+#include "tools/updatekey/face.h"
+
+namespace {
+
+const std::string NOTES = "VELD/kstrXReleaseNotes.txt";
+const std::string VERSION_PREFIX = "KSTRL Release ";
+
+constexpr int LEFT = 500;
+constexpr int TOP = 235;
+constexpr int SPACING = 22;
+constexpr std::size_t LINES_THAT_FIT = (SCREEN_HEIGHT - TOP) / SPACING;
+
+std::string readFile(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+void checkVersionLine(const std::string& bytes, Findings& findings) {
+    const std::string line = bytes.substr(0, bytes.find_first_of("\r\n"));
+    const std::size_t prefix = line.rfind(VERSION_PREFIX);
+    if (prefix == std::string::npos)
+        addError(findings, "notes-no-version", NOTES,
+                 "the first line must be \"" + VERSION_PREFIX + "\" and the version");
+    else if (prefix != 0)
+        addError(findings, "notes-prefix-misplaced", NOTES,
+                 "the version is cut at character 14, so \"" + VERSION_PREFIX +
+                     "\" must be the very start of the file, and be there once");
+    else if (line.size() == VERSION_PREFIX.size())
+        addError(findings, "notes-no-version", NOTES, "the first line names no version");
+}
+
+void checkLineEnds(const std::string& bytes, Findings& findings) {
+    const std::size_t nul = bytes.find('\0');
+    const std::size_t ctrlZ = bytes.find('\x1A');
+    if (nul != std::string::npos)
+        addError(findings, "notes-nul", NOTES,
+                 "holds NUL characters (is it UTF-16?); the screen stops a line at the first");
+    if (ctrlZ != std::string::npos)
+        addError(findings, "notes-cut", NOTES,
+                 "holds a Ctrl-Z, at which the device takes the text to end");
+    else if (bytes.empty() || bytes.back() != '\n')
+        addError(findings, "notes-no-final-line-feed", NOTES,
+                 "the last line does not end with a line feed; the device drops it");
+}
+
+bool isUtf8BeyondAscii(const std::string& bytes) {
+    const std::size_t first = bytes.find_first_of("\xC3\xC2\xE2\xEF");
+    return first != std::string::npos && first + 1 < bytes.size() &&
+           (static_cast<unsigned char>(bytes[first + 1]) & 0xC0) == 0x80;
+}
+
+// The message face of each group of languages that the key serves.
+void checkDrawing(const KeyUnderCheck& key, CheckReport& report) {
+    for (const FaceUse& use : FACE_USES) {
+        bool served = false;
+        for (const int32_t language : key.options.languages)
+            served |= use.languages.count(language) != 0;
+        const FontData face = served ? loadKeyFace(use.messageFace) : FontData();
+        if (face.glyphs.empty())
+            continue;
+        std::set<WCHAR> missing;
+        int number = 0;
+        for (const std::string& line : report.prediction.notes) {
+            ++number;
+            const DrawnText drawn = drawnText(face, widen(line));
+            missing.insert(drawn.missing.begin(), drawn.missing.end());
+            if (LEFT + drawn.right > SCREEN_WIDTH)
+                addWarning(report.findings, "notes-line-too-wide", NOTES,
+                           "line " + std::to_string(number) + " runs over the screen's edge by " +
+                               std::to_string(static_cast<int>(LEFT + drawn.right) - SCREEN_WIDTH) +
+                               " pixels with " + use.messageFace);
+        }
+        if (!missing.empty())
+            addWarning(report.findings, "notes-missing-glyph", NOTES,
+                       std::string(use.messageFace) + " cannot draw " + listCharacters(missing));
+    }
+}
+
+}  // namespace
+
+void checkNotes(const KeyUnderCheck& key, CheckReport& report) {
+    const KeyEntry* const entry = key.find(NOTES);
+    if (entry == nullptr || entry->kind != KeyEntry::Kind::file)
+        return addError(report.findings, "notes-missing", NOTES,
+                        "no release notes; the device takes the key, with an empty version");
+    const std::string bytes = readFile(key.folder / NOTES);
+    checkVersionLine(bytes, report.findings);
+    checkLineEnds(bytes, report.findings);
+    if (isUtf8BeyondAscii(bytes))
+        addWarning(report.findings, "notes-utf8", NOTES,
+                   "looks like UTF-8; the device shows each byte as a Latin-1 character");
+    const std::size_t lines = report.prediction.notes.size();
+    if (lines > LINES_THAT_FIT)
+        addWarning(report.findings, "notes-too-many-lines", NOTES,
+                   std::to_string(lines) + " lines, of which the screen shows " +
+                       std::to_string(LINES_THAT_FIT));
+    checkDrawing(key, report);
+}

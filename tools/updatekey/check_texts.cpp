@@ -1,0 +1,92 @@
+// The string tables: each language must have the ten texts of the updater's own screen, in
+// characters that its face has and on lines that fit.
+
+#include "support/string_table.h"
+#include "support/system_settings.h"
+#include "support/utf16_reader.h"
+#include "tools/updatekey/check.h"
+#include "tools/updatekey/face.h"
+
+namespace {
+
+const std::string LANG = "VELD/ORBUI/data/lang/";
+constexpr const char* NUMERALS = "StringTable_numerals.txt";
+constexpr const char* FILES[] = {
+    "StringTable_en.txt", "StringTable_fr.txt", "StringTable_pt.txt", "StringTable_sp.txt",
+    "StringTable_jp.txt", "StringTable_zh.txt", "StringTable_du.txt",
+};
+
+struct ScreenText {
+    const char* key;
+    LPCWSTR suffix;  // the longest that the screen puts behind it
+};
+
+constexpr ScreenText TEXTS[] = {
+    {"STR_KESTRELUPDATER", TEXT(" v1.1")},  {"STR_PLEASEINSERTUPDATEKEY", TEXT("")},
+    {"STR_PRESSSTOPTOCANCEL", TEXT("")},    {"STR_PRESSSTARTTOUPDATE", TEXT("")},
+    {"STR_PERFORMINGUPDATE", TEXT("100%")}, {"STR_UDPATECOMPLETE", TEXT("")},
+    {"STR_UDPATEFAILED", TEXT("")},         {"STR_VERSIONUNCHANGED", TEXT("")},
+    {"STR_PRESSANYKEYTORESTART", TEXT("")}, {"STR_KESTRELAPPNOTFOUND", TEXT("")},
+};
+constexpr int TEXT_LEFT = 48;
+
+void checkLineEnds(const std::string& name, Findings& findings) {
+    Utf16Reader file("/USB HD/" + LANG + name);
+    WideString line;
+    int number = 0;
+    while (file.readLine(line)) {
+        ++number;
+        const bool ended = line.size() >= 2 && line.compare(line.size() - 2, 2, TEXT("\r\n")) == 0;
+        if (ended || line[0] == TEXT('#'))
+            continue;
+        return addError(findings, "table-line-end", LANG + name,
+                        "piece " + std::to_string(number) +
+                            " does not end with CR LF within 511 characters; what it says is cut");
+    }
+}
+
+void checkTable(int32_t language, Findings& findings) {
+    const std::string path = LANG + FILES[language];
+    const FaceUse& use = faceUseOf(language);
+    const FontData face = loadKeyFace(use.textFace);
+    const StringTable& table = StringTable::instance();
+    std::set<WCHAR> missing;
+    for (const ScreenText& text : TEXTS) {
+        const WideString& shown = table.lookup(text.key);
+        if (shown.empty() || shown == TEXT("<NO STRING>")) {
+            addError(findings, "text-missing", path, "has no text for " + std::string(text.key));
+            continue;
+        }
+        if (face.glyphs.empty())
+            continue;
+        const DrawnText drawn = drawnText(face, shown + text.suffix);
+        missing.insert(drawn.missing.begin(), drawn.missing.end());
+        if (TEXT_LEFT + drawn.right > SCREEN_WIDTH)
+            addWarning(findings, "text-too-wide", path,
+                       "the text of " + std::string(text.key) + " runs over the screen's edge");
+    }
+    if (!missing.empty())
+        addWarning(findings, "text-missing-glyph", path,
+                   std::string(use.textFace) + " cannot draw " + listCharacters(missing));
+}
+
+}  // namespace
+
+void checkTexts(const KeyUnderCheck& key, CheckReport& report) {
+    SystemSettings::instance().dataFolder = "/USB HD/VELD/ORBUI/data/";
+    if (key.find(LANG + NUMERALS) == nullptr)
+        addWarning(report.findings, "table-missing", LANG + NUMERALS, "is read for every language");
+    else
+        checkLineEnds(NUMERALS, report.findings);
+    for (const int32_t language : key.options.languages) {
+        const std::string path = LANG + FILES[language];
+        if (key.find(path) == nullptr) {
+            addError(report.findings, "table-missing", path,
+                     "the updater's own screen has no texts in this language");
+            continue;
+        }
+        checkLineEnds(FILES[language], report.findings);
+        StringTable::instance().setLanguage(language);
+        checkTable(language, report.findings);
+    }
+}

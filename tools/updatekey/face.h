@@ -1,0 +1,39 @@
+// The faces of the key's own fonts, and how the updater's screen will draw text with them.
+#pragma once
+
+#include <set>
+#include <string>
+
+#include "render/font_file.h"
+
+// What the screen needs of a language's faces.
+struct FaceUse {
+    const char* group;        // for reading: "Latin"
+    const char* messageFace;  // of the release notes
+    const char* textFace;     // of the title and the state
+    std::set<int32_t> languages;
+};
+
+// The three groups of languages.
+extern const FaceUse FACE_USES[3];
+
+// The group of a language, 0 to 6.
+const FaceUse& faceUseOf(int32_t language);
+
+// The width of the screen and its height, pixels.
+constexpr int SCREEN_WIDTH = 1024;
+constexpr int SCREEN_HEIGHT = 768;
+
+// A face of the key that is plugged into the current device; without glyphs when it is missing.
+FontData loadKeyFace(const std::string& faceName);
+
+struct DrawnText {
+    float right;              // where the last glyph ends, pixels from the text's start
+    std::set<WCHAR> missing;  // characters that the face lacks and that are left out
+};
+
+// How a line is drawn: kerned, ideographs and katakana narrowed to two thirds, up to the first NUL.
+DrawnText drawnText(const FontData& face, const WideString& text);
+
+// The characters for a message: "é" (U+00E9), ...
+std::string listCharacters(const std::set<WCHAR>& characters);

@@ -1,0 +1,36 @@
+#include "tools/updatekey/info.h"
+
+#include "tools/updatekey/key_device.h"
+#include "tools/updatekey/manifest.h"
+#include "tools/updatekey/prediction.h"
+
+namespace {
+
+void count(const KeyEntry& entry, FolderInfo& folder) {
+    if (entry.kind != KeyEntry::Kind::file || !startsWith(entry.path, folder.path))
+        return;
+    ++folder.files;
+    folder.bytes += entry.size;
+}
+
+}  // namespace
+
+KeyInfo describeKey(const std::filesystem::path& key) {
+    const KeyDevice device(key);
+    KeyInfo info;
+    const Prediction prediction = lookAtKey();
+    info.seen = prediction.seen;
+    info.version = prediction.version;
+    for (const std::string& line : prediction.notes)
+        info.notes.push_back(toDisplay(line));
+    info.application.path = "VELD/KSTRL/";
+    info.guiData.path = "VELD/ORBUI/data/";
+    info.tree = readTree(key);
+    for (const KeyEntry& entry : info.tree) {
+        info.hasManifest |= entry.path == MANIFEST_NAME;
+        count(entry, info.whole);
+        count(entry, info.application);
+        count(entry, info.guiData);
+    }
+    return info;
+}

@@ -1,0 +1,28 @@
+// What a key is, without judging it.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tools/updatekey/key_tree.h"
+
+struct FolderInfo {
+    std::string path;
+    std::size_t files = 0;  // all the way down
+    uint64_t bytes = 0;
+};
+
+struct KeyInfo {
+    bool seen = false;
+    std::string version;
+    std::vector<std::string> notes;  // UTF-8
+    bool hasManifest = false;
+    FolderInfo whole;
+    FolderInfo application;
+    FolderInfo guiData;
+    std::vector<KeyEntry> tree;
+};
+
+KeyInfo describeKey(const std::filesystem::path& key);

@@ -1,0 +1,29 @@
+// What a folder of the host holds, all the way down.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+struct KeyEntry {
+    enum class Kind { file, folder, link, other };
+
+    std::string path;  // relative to the folder, with "/"
+    Kind kind;
+    uint64_t size;  // bytes; 0 for all but files
+};
+
+// All below `folder`, sorted by path. Links are listed, not followed; what cannot be read is left
+// out.
+std::vector<KeyEntry> readTree(const std::filesystem::path& folder);
+
+// The part behind the last "/".
+std::string nameOf(const std::string& path);
+
+// The part in front of it; empty when there is none.
+std::string parentOf(const std::string& path);
+
+inline bool startsWith(const std::string& text, const std::string& start) {
+    return text.compare(0, start.size(), start) == 0;
+}

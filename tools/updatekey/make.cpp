@@ -1,0 +1,143 @@
+#include "tools/updatekey/make.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "tools/updatekey/key_device.h"
+#include "tools/updatekey/manifest.h"
+#include "tools/updatekey/names.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+void require(bool condition, const std::string& message) {
+    if (!condition)
+        throw std::runtime_error(message);
+}
+
+void requireFolder(const fs::path& path) {
+    require(fs::is_directory(path), path.string() + " is not a folder");
+}
+
+std::string readAll(const fs::path& path) {
+    require(fs::is_regular_file(path), path.string() + " is not a file");
+    std::ifstream file(path, std::ios::binary);
+    std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    require(!file.bad(), "cannot read " + path.string());
+    return bytes;
+}
+
+void writeAll(const fs::path& path, const std::string& bytes) {
+    std::ofstream file(path, std::ios::binary);
+    file << bytes;
+    file.close();
+    require(file.good(), "cannot write " + path.string());
+}
+
+bool isLeftOut(const std::string& path) {
+    for (std::string part = path; !part.empty(); part = parentOf(part))
+        if (isDesktopLitter(nameOf(part)))
+            return true;
+    return false;
+}
+
+// Files become readable and writable; one that can be run stays so, for the rehearsal.
+void copyFile(const fs::path& from, const fs::path& to) {
+    fs::copy_file(from, to);
+    const bool runs = (fs::status(from).permissions() & fs::perms::owner_exec) != fs::perms::none;
+    fs::permissions(to, static_cast<fs::perms>(runs ? 0755 : 0644));
+}
+
+// Links and the like are taken over too, for the check to find.
+void copyTree(const fs::path& from, const fs::path& to, std::vector<std::string>& leftOut) {
+    fs::create_directories(to);
+    for (const KeyEntry& entry : readTree(from)) {
+        if (isLeftOut(entry.path))
+            leftOut.push_back((from / entry.path).string());
+        else if (entry.kind == KeyEntry::Kind::folder)
+            fs::create_directory(to / entry.path);
+        else if (entry.kind == KeyEntry::Kind::file)
+            copyFile(from / entry.path, to / entry.path);
+        else if (entry.kind == KeyEntry::Kind::link)
+            fs::copy_symlink(from / entry.path, to / entry.path);
+        else
+            throw std::runtime_error((from / entry.path).string() +
+                                     " is neither a file nor a folder");
+    }
+}
+
+time_t newestTime(const fs::path& folder) {
+    time_t newest = 0;
+    for (const KeyEntry& entry : readTree(folder)) {
+        struct stat status {};
+        const bool isFile = entry.kind == KeyEntry::Kind::file;
+        if (isFile && ::stat((folder / entry.path).c_str(), &status) == 0)
+            newest = std::max(newest, status.st_mtime);
+    }
+    return newest;
+}
+
+// Even, as FAT32 keeps times to two seconds.
+time_t keyTime(const MakeOptions& options) {
+    struct stat status {};
+    time_t time = ::stat(options.notes.c_str(), &status) == 0 ? status.st_mtime : 0;
+    time = std::max({time, newestTime(options.application), newestTime(options.guiData)});
+    if (const char* const epoch = std::getenv("SOURCE_DATE_EPOCH"))
+        time = static_cast<time_t>(std::strtoll(epoch, nullptr, 10));
+    return time - time % 2;
+}
+
+void setTimes(const fs::path& folder, time_t time) {
+    const timespec times[2] = {{time, 0}, {time, 0}};
+    for (const KeyEntry& entry : readTree(folder))
+        ::utimensat(AT_FDCWD, (folder / entry.path).c_str(), times, AT_SYMLINK_NOFOLLOW);
+    ::utimensat(AT_FDCWD, folder.c_str(), times, 0);
+}
+
+// Removes the folder unless it has been moved away.
+class TemporaryKey {
+  public:
+    explicit TemporaryKey(const fs::path& out) : folder_(makeTemporaryFolder(out)) {}
+    TemporaryKey(const TemporaryKey&) = delete;
+    TemporaryKey& operator=(const TemporaryKey&) = delete;
+    ~TemporaryKey() { removeTemporaryFolder(folder_); }
+    const fs::path& folder() const { return folder_; }
+
+  private:
+    fs::path folder_;
+};
+
+}  // namespace
+
+MakeReport makeKey(const MakeOptions& options) {
+    requireFolder(options.application);
+    requireFolder(options.guiData);
+    const fs::path out = fs::absolute(options.out / "").parent_path();
+    require(!fs::exists(out) || (fs::is_directory(out) && fs::is_empty(out)),
+            out.string() + " is there already");
+    const std::string notes = composeNotes(readAll(options.notes), options.version);
+
+    MakeReport report;
+    const TemporaryKey temporary(out);
+    const fs::path& key = temporary.folder();
+    copyTree(options.application, key / "VELD/KSTRL", report.leftOut);
+    copyTree(options.guiData, key / "VELD/ORBUI/data", report.leftOut);
+    writeAll(key / "VELD/kstrXReleaseNotes.txt", notes);
+    report.check = checkKey(key, options.check);
+    if (report.check.hasErrors())
+        return report;
+
+    writeAll(key / MANIFEST_NAME, toText(computeManifest(key)));
+    fs::permissions(key, static_cast<fs::perms>(0755));
+    setTimes(key, keyTime(options));
+    fs::rename(key, out);
+    report.written = true;
+    return report;
+}

@@ -1,0 +1,73 @@
+#include "tools/updatekey/manifest.h"
+
+#include <nettle/sha2.h>
+
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+#include <vector>
+
+#include "tools/updatekey/key_tree.h"
+
+namespace {
+
+constexpr std::size_t HEX_LENGTH = 2 * SHA256_DIGEST_SIZE;
+
+std::string toHex(const uint8_t* bytes, std::size_t size) {
+    constexpr const char* digits = "0123456789abcdef";
+    std::string text;
+    for (std::size_t i = 0; i < size; ++i) {
+        text += digits[bytes[i] >> 4];
+        text += digits[bytes[i] & 0xF];
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string sha256Of(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    sha256_ctx context;
+    sha256_init(&context);
+    std::vector<char> buffer(std::size_t{1} << 16);
+    do {
+        stream.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+        sha256_update(&context, static_cast<std::size_t>(stream.gcount()),
+                      reinterpret_cast<const uint8_t*>(buffer.data()));
+    } while (stream);
+    if (!stream.eof() || stream.bad())
+        throw std::runtime_error("cannot read " + file.string());
+    uint8_t digest[SHA256_DIGEST_SIZE];
+    sha256_digest(&context, sizeof digest, digest);
+    return toHex(digest, sizeof digest);
+}
+
+Manifest computeManifest(const std::filesystem::path& key) {
+    Manifest manifest;
+    for (const KeyEntry& entry : readTree(key / "VELD"))
+        if (entry.kind == KeyEntry::Kind::file)
+            manifest["VELD/" + entry.path] = sha256Of(key / "VELD" / entry.path);
+    return manifest;
+}
+
+std::string toText(const Manifest& manifest) {
+    std::string text;
+    for (const auto& [path, checksum] : manifest)
+        text.append(checksum).append("  ").append(path).append("\n");
+    return text;
+}
+
+std::optional<Manifest> parseManifest(const std::string& text) {
+    Manifest manifest;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        const bool sound = line.find_first_not_of("0123456789abcdef") == HEX_LENGTH &&
+                           line.compare(HEX_LENGTH, 2, "  ") == 0 && line.size() > HEX_LENGTH + 2;
+        if (!sound)
+            return std::nullopt;
+        manifest[line.substr(HEX_LENGTH + 2)] = line.substr(0, HEX_LENGTH);
+    }
+    return manifest;
+}

@@ -1,0 +1,19 @@
+// Names of files: what the storage device and the update can hold, and what a desktop system left.
+#pragma once
+
+#include <string>
+
+// "." of a file manager's own making, such as ".DS_Store", "._name", "Thumbs.db" or "desktop.ini".
+bool isDesktopLitter(const std::string& name);
+
+// Whether every character is in Latin-1: the device keeps the low byte of each only.
+bool isLatin1(const std::string& utf8);
+
+// Whether FAT32 can hold it as the name of one file.
+bool isFatName(const std::string& name);
+
+// For comparing as FAT32 does, which knows no case.
+std::string foldCase(const std::string& utf8);
+
+// Length in the device's characters.
+std::size_t deviceLength(const std::string& utf8);

@@ -1,0 +1,96 @@
+#include "tools/updatekey/prediction.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "platform/posix/device.h"
+#include "platform/posix/utf.h"
+#include "support/line_reader.h"
+#include "support/path_constants.h"
+#include "support/text.h"
+#include "update/updater.h"
+
+namespace {
+
+class ObservedUpdater : public Updater {
+  public:
+    explicit ObservedUpdater(Prediction& prediction) : prediction_(prediction) {}
+
+  protected:
+    // Missing notes are a finding of ours; the engine would tell the standard output.
+    void readReleaseNotes() override {
+        if (LineReader(usbRoot + makerFolder + releaseNotesName).isOpen())
+            Updater::readReleaseNotes();
+    }
+
+    void copyNextFile() override {
+        const std::string file = getCurrentFile();
+        Updater::copyNextFile();
+        const std::string staged = flashRoot + "Update" + PATH_SEPARATOR + file;
+        std::string relative = toDisplay("VELD/" + file);
+        std::replace(relative.begin(), relative.end(), '\\', '/');
+        std::error_code error;
+        // Deleting it tells whether it was there.
+        const bool arrived = staged.size() < MAX_PATH &&
+                             std::filesystem::is_regular_file(hostPath(staged), error) &&
+                             std::filesystem::remove(hostPath(staged), error);
+        (arrived ? prediction_.copied : prediction_.lost).insert(relative);
+    }
+
+  private:
+    static std::string hostPath(const std::string& path) {
+        return posix::resolveOnText(widen(path).c_str());
+    }
+
+    Prediction& prediction_;
+};
+
+void look(Updater& updater, Prediction& prediction) {
+    updater.pollMedia();
+    prediction.seen = updater.isMediaReady();
+    prediction.notes = updater.getMessageLines();
+    prediction.version = toDisplay(updater.getUpdateVersion());
+    prediction.state = updater.getState();
+}
+
+void run(Updater& updater, const Progress& progress) {
+    updater.startUpdate();
+    while (updater.getState() == Updating) {
+        updater.step();
+        if (progress)
+            progress(updater.getProgress());
+    }
+}
+
+}  // namespace
+
+Prediction predict(const Progress& progress) {
+    Prediction prediction;
+    ObservedUpdater updater(prediction);
+    look(updater, prediction);
+    if (prediction.seen)
+        run(updater, progress);
+    prediction.state = updater.getState();
+    // Two names can be the same one to the device, which then copies that one twice.
+    for (const std::string& file : prediction.copied)
+        prediction.lost.erase(file);
+    return prediction;
+}
+
+Prediction lookAtKey() {
+    Prediction prediction;
+    ObservedUpdater updater(prediction);
+    look(updater, prediction);
+    return prediction;
+}
+
+const char* stateName(int32_t state) {
+    constexpr const char* names[] = {"WaitingForMedia", "ReadyToUpdate", "Updating",
+                                     "UpdateComplete",  "UpdateFailed",  "MainAppNotFound"};
+    const bool known = state >= WaitingForMedia && state <= MainAppNotFound;
+    return known ? names[state] : "unknown";
+}
+
+std::string toDisplay(const std::string& narrow) {
+    return posix::toUtf8(widen(narrow));
+}

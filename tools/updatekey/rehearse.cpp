@@ -1,0 +1,206 @@
+#include "tools/updatekey/rehearse.h"
+
+#include <signal.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <thread>
+
+#include "tools/updatekey/child_process.h"
+#include "tools/updatekey/key_device.h"
+#include "tools/updatekey/manifest.h"
+#include "update/updater.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr const char* FLASH = "FlashDisk";
+constexpr const char* LOG = "FlashDisk/VELD/Updater-log.txt";
+
+// A copy of the device with the key in place of the one that it may have plugged in. What still
+// runs from it when the rehearsal is over is ended: nobody else can have started it.
+class Stage {
+  public:
+    Stage(const fs::path& device, const fs::path& key)
+        : root_(fs::canonical(makeTemporaryFolder(fs::temp_directory_path() / "rehearsal"))) {
+        for (const fs::directory_entry& entry : fs::directory_iterator(device))
+            if (entry.path().filename() != "USB HD")
+                fs::copy(entry.path(), this->device() / entry.path().filename(),
+                         fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+        fs::create_directory_symlink(fs::canonical(key), this->device() / "USB HD");
+    }
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+    ~Stage() {
+        endApplication();
+        removeTemporaryFolder(root_);
+    }
+
+    fs::path device() const {
+        const fs::path folder = root_ / "device";
+        fs::create_directories(folder);
+        return folder;
+    }
+    fs::path outputFile() const { return root_ / "output.txt"; }
+    fs::path framesFile() const { return root_ / "frames.txt"; }
+
+    // Whether there was one.
+    bool endApplication() const {
+        const std::vector<pid_t> processes = processesOf(device());
+        for (const pid_t process : processes)
+            ::kill(process, SIGTERM);
+        return !processes.empty();
+    }
+
+  private:
+    fs::path root_;
+};
+
+std::string readText(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+Manifest contentOf(const fs::path& folder) {
+    Manifest content;
+    for (const KeyEntry& entry : readTree(folder)) {
+        if (entry.kind == KeyEntry::Kind::file)
+            content[entry.path] = sha256Of(folder / entry.path);
+        else
+            content[entry.path + "/"] = "";
+    }
+    return content;
+}
+
+std::map<std::string, char> compare(const Manifest& before, const Manifest& after) {
+    std::map<std::string, char> differences;
+    for (const auto& [path, checksum] : before)
+        if (after.count(path) == 0)
+            differences[path] = '-';
+    for (const auto& [path, checksum] : after) {
+        const auto old = before.find(path);
+        if (old == before.end())
+            differences[path] = '+';
+        else if (old->second != checksum)
+            differences[path] = '~';
+    }
+    return differences;
+}
+
+// Both trees hold exactly what was foretold, byte for byte.
+bool installedAsPredicted(const RehearseOptions& options, const CheckReport& check,
+                          const Manifest& flash) {
+    Manifest expected;
+    for (const std::string& path : check.prediction.copied)
+        expected[path] = sha256Of(options.key / path);
+    Manifest installed;
+    for (const auto& [path, checksum] : flash)
+        if (!checksum.empty() &&
+            (startsWith(path, "VELD/KSTRL/") || startsWith(path, "VELD/ORBUI/")))
+            installed[path] = checksum;
+    return installed == expected;
+}
+
+fs::path besideThisProgram(const std::string& name) {
+    for (const fs::path& folder : {ownFolder(), ownFolder() / "../lib/kestrel-updater"})
+        if (fs::exists(folder / name))
+            return fs::canonical(folder / name);
+    return {};
+}
+
+int32_t outcomeOf(const std::string& log) {
+    if (log.find("Update succeeded at ") != std::string::npos)
+        return UpdateComplete;
+    return log.find("*** ERROR *** Update failed.") != std::string::npos ? UpdateFailed : Updating;
+}
+
+// Runs the updater until it ends by itself. After a failed update it would wait for a key for good,
+// and is ended.
+void runUpdater(const RehearseOptions& options, const fs::path& updater, const Stage& stage,
+                RehearseReport& report) {
+    std::map<std::string, std::string> environment = {
+        {"UPDATER_DEVICE", stage.device().string()},
+        {"UPDATEKEY_FRAMES", stage.framesFile().string()},
+    };
+    const fs::path counter = besideThisProgram("libframe-counter.so");
+    if (!counter.empty())
+        environment["LD_PRELOAD"] = counter.string();
+    std::vector<std::string> command;
+    const char* const display = std::getenv("DISPLAY");
+    if (options.hidden || display == nullptr || *display == '\0')
+        command = {"xvfb-run", "-a", "-s", "-screen 0 1024x768x24"};
+    // The counter is for the updater alone.
+    command.insert(command.end(), {"env"});
+    for (const auto& [name, value] : environment)
+        command.push_back(name + "=" + value);
+    command.insert(command.end(), {updater.string(), "/auto"});
+
+    const Clock::time_point start = Clock::now();
+    const pid_t process = startProcess(command, {}, stage.outputFile());
+    const auto endUpdater = [&] {
+        for (const pid_t candidate : processesOf(updater))
+            if (groupOf(candidate) == process)
+                ::kill(candidate, SIGTERM);
+    };
+    Clock::time_point lastCall = start + std::chrono::seconds(options.timeout);
+    bool toldToEnd = false;
+    while (!hasEnded(process, report.exitCode)) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        const bool failed = outcomeOf(readText(stage.device() / LOG)) == UpdateFailed;
+        report.timedOut = report.timedOut || (!failed && Clock::now() > lastCall);
+        if (!toldToEnd && (failed || report.timedOut)) {
+            toldToEnd = true;
+            endUpdater();
+            lastCall = Clock::now() + std::chrono::seconds(10);
+        } else if (toldToEnd && Clock::now() > lastCall) {
+            ::kill(-process, SIGKILL);
+        }
+    }
+    report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    if (toldToEnd)
+        report.exitCode = -1;
+}
+
+}  // namespace
+
+RehearseReport rehearse(const RehearseOptions& options) {
+    const fs::path updater =
+        options.updater.empty() ? besideThisProgram("updater") : fs::canonical(options.updater);
+    if (updater.empty())
+        throw std::runtime_error("the updater's program is not where this tool is; see --updater");
+    if (!fs::is_directory(options.device / FLASH))
+        throw std::runtime_error(options.device.string() + " has no folder FlashDisk");
+
+    RehearseReport report;
+    report.check = checkKey(options.key, options.check);
+    if (!report.check.prediction.seen)
+        return report;
+
+    const Stage stage(options.device, options.key);
+    fs::remove(stage.device() / LOG);
+    const Manifest before = contentOf(stage.device() / FLASH);
+    runUpdater(options, updater, stage, report);
+    report.rehearsed = true;
+    report.applicationStarted = stage.endApplication();
+
+    report.log = readText(stage.device() / LOG);
+    report.output = readText(stage.outputFile());
+    report.state = outcomeOf(report.log);
+    const Manifest after = contentOf(stage.device() / FLASH);
+    report.differences = compare(before, after);
+    report.asPredicted = report.state == report.check.prediction.state &&
+                         installedAsPredicted(options, report.check, after);
+    const std::string frames = readText(stage.framesFile());
+    if (!frames.empty())
+        report.frames = std::strtol(frames.c_str(), nullptr, 10);
+    if (!options.keep.empty())
+        fs::copy(stage.device(), options.keep,
+                 fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+    return report;
+}
