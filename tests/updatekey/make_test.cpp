@@ -1,0 +1,171 @@
+// Keys that are made: laid as the device wants them, whole or not at all, the same every time.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <fstream>
+#include <stdexcept>
+
+#include "tests/support/device_folder.h"
+#include "tests/updatekey/sound_key.h"
+#include "tools/updatekey/make.h"
+#include "tools/updatekey/manifest.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class MakeKey : public ::testing::Test {
+  protected:
+    MakeKey() {
+        writeSoundKey(work.root() / "source");
+        const fs::path maker = work.root() / "source/VELD";
+        options.application = maker / "KSTRL";
+        options.guiData = maker / "ORBUI/data";
+        options.notes = maker / "kstrXReleaseNotes.txt";
+        options.version = "2.14.3";
+        options.out = work.root() / "key";
+    }
+
+    // What lies beside the sources: the key, or what a failed run left.
+    std::set<std::string> leftBeside() const {
+        std::set<std::string> names;
+        for (const fs::directory_entry& entry : fs::directory_iterator(work.root()))
+            names.insert(entry.path().filename().string());
+        names.erase("source");
+        return names;
+    }
+
+    DeviceFolder work;
+    MakeOptions options;
+};
+
+TEST_F(MakeKey, MakesAKeyInWhichNothingIsFound) {
+    const MakeReport report = makeKey(options);
+    EXPECT_TRUE(report.written);
+    EXPECT_TRUE(report.leftOut.empty());
+    EXPECT_EQ(leftBeside(), std::set<std::string>{"key"});
+    const CheckReport check = checkKey(options.out, {});
+    EXPECT_TRUE(check.findings.empty());
+    EXPECT_EQ(check.prediction.version, "2.14.3");
+    EXPECT_EQ(parseManifest(readFile(options.out / MANIFEST_NAME)), computeManifest(options.out));
+    EXPECT_EQ(work.tree("key/VELD"), work.tree("source/VELD"));
+}
+
+TEST_F(MakeKey, LeavesOutAndNamesWhatDesktopsScatter) {
+    writeFile(options.application / ".DS_Store", "x");
+    writeFile(options.guiData / "__MACOSX/._a", "x");
+    const MakeReport report = makeKey(options);
+    EXPECT_TRUE(report.written);
+    EXPECT_EQ(report.leftOut,
+              (std::vector<std::string>{(options.application / ".DS_Store").string(),
+                                        (options.guiData / "__MACOSX").string(),
+                                        (options.guiData / "__MACOSX/._a").string()}));
+    EXPECT_FALSE(fs::exists(options.out / "VELD/KSTRL/.DS_Store"));
+    EXPECT_FALSE(fs::exists(options.out / "VELD/ORBUI/data/__MACOSX"));
+}
+
+TEST_F(MakeKey, RefusesWhatTheDeviceWouldDropAndLeavesNothing) {
+    writeFile(options.application / "plugins/a.dll", "x");
+    const MakeReport report = makeKey(options);
+    EXPECT_FALSE(report.written);
+    EXPECT_EQ(report.check.findings.at(0).code, "not-copied");
+    EXPECT_TRUE(leftBeside().empty());
+}
+
+TEST_F(MakeKey, TouchesNothingThatIsThere) {
+    writeFile(options.out / "mine.txt", "x");
+    EXPECT_THROW(makeKey(options), std::runtime_error);
+    EXPECT_EQ(work.tree("key"), (Tree{{"mine.txt", "x"}}));
+    fs::remove(options.out / "mine.txt");
+    EXPECT_TRUE(makeKey(options).written);
+}
+
+TEST_F(MakeKey, GivesTheSameBytesAndTimesEveryTime) {
+    writeFile(options.application / "old.dat", "x");
+    const auto old = fs::file_time_type::clock::now() - std::chrono::hours(1000);
+    fs::last_write_time(options.application / "old.dat", old);
+    makeKey(options);
+    options.out = work.root() / "again";
+    makeKey(options);
+    EXPECT_EQ(work.tree("key"), work.tree("again"));
+    for (const KeyEntry& entry : readTree(options.out)) {
+        const fs::path first = work.root() / "key" / entry.path;
+        EXPECT_EQ(fs::last_write_time(first), fs::last_write_time(options.out / entry.path));
+        struct stat status {};
+        ASSERT_EQ(::stat(first.c_str(), &status), 0);
+        EXPECT_EQ(status.st_mtime % 2, 0) << "FAT32 keeps even seconds";
+    }
+    ::setenv("SOURCE_DATE_EPOCH", "1500000001", 1);
+    options.out = work.root() / "dated";
+    makeKey(options);
+    ::unsetenv("SOURCE_DATE_EPOCH");
+    struct stat status {};
+    ASSERT_EQ(::stat((options.out / "VELD/KSTRL/KSTRL.exe").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mtime, 1500000000);
+}
+
+TEST(ComposeNotes, WritesWhatTheDeviceReads) {
+    EXPECT_EQ(composeNotes("News", "3.0"), "KSTRL Release 3.0\nNews\n");
+    EXPECT_EQ(composeNotes("KSTRL Release 3.0\r\nNews\r\n", "3.0"), "KSTRL Release 3.0\nNews\n");
+    EXPECT_EQ(composeNotes("KSTRL Release 3.0", "3.0"), "KSTRL Release 3.0\n");
+    EXPECT_EQ(composeNotes("", "3.0"), "KSTRL Release 3.0\n");
+    EXPECT_EQ(composeNotes("\xEF\xBB\xBF"
+                           "Z\xC3\xBCrich\n",
+                           "3.0"),
+              "KSTRL Release 3.0\nZ\xFCrich\n");
+    EXPECT_EQ(composeNotes("Z\xFCrich\n", "3.0"), "KSTRL Release 3.0\nZ\xFCrich\n");
+}
+
+TEST(ComposeNotes, RefusesWhatTheDeviceCannotShow) {
+    EXPECT_THROW(composeNotes("\xE6\xBC\xA2\n", "3.0"), std::runtime_error);
+    EXPECT_THROW(composeNotes("KSTRL Release 2.0\n", "3.0"), std::runtime_error);
+    EXPECT_THROW(composeNotes("News\n", ""), std::runtime_error);
+    EXPECT_THROW(composeNotes("News\n", "3\n0"), std::runtime_error);
+}
+
+TEST(ManifestText, HasTheChecksumsThatEverybodyComputes) {
+    const DeviceFolder work;
+    writeFile(work.root() / "VELD/empty", "");
+    writeFile(work.root() / "VELD/abc", "abc");
+    EXPECT_EQ(toText(computeManifest(work.root())),
+              "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad  VELD/abc\n"
+              "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855  VELD/empty\n");
+    EXPECT_THROW(sha256Of(work.root() / "absent"), std::runtime_error);
+}
+
+class CheckOptionsTest : public ::testing::Test {
+  protected:
+    CheckOptionsTest() { writeSoundKey(device.root() / "USB HD"); }
+
+    std::set<std::string> codes(const CheckOptions& options) const {
+        std::set<std::string> found;
+        for (const Finding& finding : checkKey(device.root() / "USB HD", options).findings)
+            found.insert(finding.code);
+        return found;
+    }
+
+    DeviceFolder device;
+};
+
+TEST_F(CheckOptionsTest, JudgesTheRoomOnTheFlashDisk) {
+    CheckOptions options;
+    const CheckReport report = checkKey(device.root() / "USB HD", options);
+    options.flashSize = report.flashNeeded;
+    EXPECT_EQ(codes(options), std::set<std::string>{});
+    options.flashSize = report.flashNeeded - 1;
+    EXPECT_EQ(codes(options), std::set<std::string>{"flash-tight"});
+    options.flashSize = report.flashNeeded / 3 - 1;
+    EXPECT_EQ(codes(options), std::set<std::string>{"flash-too-small"});
+}
+
+TEST_F(CheckOptionsTest, AsksOnlyForWhatTheLanguagesNeed) {
+    fs::remove(device.root() / "USB HD/VELD/ORBUI/data/fonts/MeiryoUI_36px.fnt");
+    fs::remove(device.root() / "USB HD/VELD/ORBUI/data/lang/StringTable_jp.txt");
+    EXPECT_EQ(codes({}), (std::set<std::string>{"font-missing", "table-missing"}));
+    CheckOptions latinOnly;
+    latinOnly.languages = {0, 1};
+    EXPECT_EQ(codes(latinOnly), std::set<std::string>{});
+}
+
+}  // namespace
