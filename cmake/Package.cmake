@@ -37,7 +37,7 @@ install_compressed(${sources}/changelog changelog ${doc_folder})
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kestrel-updater)
-set(CPACK_PACKAGE_CONTACT "Kestrel updater maintainers <maintainers@localhost.localdomain>")
+set(CPACK_PACKAGE_CONTACT "Kestrel updater maintainers <maintainers@kestrel-updater.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "update keys and updater simulator of the Kestrel instrument")
 set(CPACK_PACKAGE_DESCRIPTION
   "Makes, judges and rehearses the update keys of the Kestrel, a handheld\n"

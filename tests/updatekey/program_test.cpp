@@ -14,14 +14,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Run {
+struct Ended {
     int code;
     std::string output;
 };
 
-Run updatekey(const std::string& arguments) {
+Ended updatekey(const std::string& arguments) {
     const std::string command = std::string(UPDATEKEY_PROGRAM) + " " + arguments + " 2>/dev/null";
-    Run run{-1, {}};
+    Ended run{-1, {}};
     std::FILE* const pipe = ::popen(command.c_str(), "r");
     std::array<char, 4096> buffer{};
     while (const std::size_t got = std::fread(buffer.data(), 1, buffer.size(), pipe))
@@ -57,7 +57,7 @@ TEST_F(Program, WritesNothingButJsonWhenAsked) {
     fs::remove(key / "VELD/kstrXReleaseNotes.txt");
     writeFile(key / "VELD/KSTRL/k\xC3\xA4the", "x");
     writeFile(key / "VELD/KSTRL/plugins/a\xFF", "x");
-    const Run run = updatekey("--json check " + key.string());
+    const Ended run = updatekey("--json check " + key.string());
     const nlohmann::json check = nlohmann::json::parse(run.output);
     EXPECT_EQ(check["state"], "UpdateComplete");
     EXPECT_EQ(check["version"], "");

@@ -128,7 +128,7 @@ void runUpdater(const RehearseOptions& options, const fs::path& updater, const S
         {"UPDATER_DEVICE", stage.device().string()},
         {"UPDATEKEY_FRAMES", stage.framesFile().string()},
     };
-    const fs::path counter = besideThisProgram("libframe-counter.so");
+    const fs::path counter = besideThisProgram("frame-counter.so");
     if (!counter.empty())
         environment["LD_PRELOAD"] = counter.string();
     std::vector<std::string> command;
