@@ -107,10 +107,10 @@ bool installedAsPredicted(const RehearseOptions& options, const CheckReport& che
     return installed == expected;
 }
 
-fs::path besideThisProgram(const std::string& name) {
+fs::path updaterBesideThisProgram() {
     for (const fs::path& folder : {ownFolder(), ownFolder() / "../lib/kestrel-updater"})
-        if (fs::exists(folder / name))
-            return fs::canonical(folder / name);
+        if (fs::exists(folder / "updater"))
+            return fs::canonical(folder / "updater");
     return {};
 }
 
@@ -128,8 +128,8 @@ void runUpdater(const RehearseOptions& options, const fs::path& updater, const S
         {"UPDATER_DEVICE", stage.device().string()},
         {"UPDATEKEY_FRAMES", stage.framesFile().string()},
     };
-    const fs::path counter = besideThisProgram("frame-counter.so");
-    if (!counter.empty())
+    const fs::path counter = updater.parent_path() / "frame-counter.so";
+    if (fs::exists(counter))
         environment["LD_PRELOAD"] = counter.string();
     std::vector<std::string> command;
     const char* const display = std::getenv("DISPLAY");
@@ -171,7 +171,7 @@ void runUpdater(const RehearseOptions& options, const fs::path& updater, const S
 
 RehearseReport rehearse(const RehearseOptions& options) {
     const fs::path updater =
-        options.updater.empty() ? besideThisProgram("updater") : fs::canonical(options.updater);
+        options.updater.empty() ? updaterBesideThisProgram() : fs::canonical(options.updater);
     if (updater.empty())
         throw std::runtime_error("the updater's program is not where this tool is; see --updater");
     if (!fs::is_directory(options.device / FLASH))
