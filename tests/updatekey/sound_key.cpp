@@ -7,7 +7,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string number(uint32_t value, int bytes) {
+std::string number(uint64_t value, int bytes) {
     std::string text;
     for (int i = 0; i < bytes; ++i)
         text += static_cast<char>((value >> (8 * i)) & 0xFF);

@@ -37,7 +37,7 @@ pid_t startProcess(const std::vector<std::string>& arguments,
                    const std::map<std::string, std::string>& environment, const fs::path& output) {
     std::vector<std::string> words = {"env"};
     for (const auto& [name, value] : environment)
-        words.push_back(name + "=" + value);
+        words.emplace_back(name).append("=").append(value);
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
     pointers.reserve(words.size() + 1);

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::size_t HEX_LENGTH = 2 * SHA256_DIGEST_SIZE;
+constexpr std::size_t HEX_LENGTH = std::size_t{2} * SHA256_DIGEST_SIZE;
 
 std::string toHex(const uint8_t* bytes, std::size_t size) {
     constexpr const char* digits = "0123456789abcdef";

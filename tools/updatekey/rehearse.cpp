@@ -43,7 +43,7 @@ class Stage {
     }
 
     fs::path device() const {
-        const fs::path folder = root_ / "device";
+        fs::path folder = root_ / "device";
         fs::create_directories(folder);
         return folder;
     }
@@ -138,7 +138,7 @@ void runUpdater(const RehearseOptions& options, const fs::path& updater, const S
     // The counter is for the updater alone.
     command.insert(command.end(), {"env"});
     for (const auto& [name, value] : environment)
-        command.push_back(name + "=" + value);
+        command.emplace_back(name).append("=").append(value);
     command.insert(command.end(), {updater.string(), "/auto"});
 
     const Clock::time_point start = Clock::now();
