@@ -6,13 +6,8 @@
 #include <EGL/egl.h>
 #include <GLES2/gl2.h>
 
+#include "platform/gles_precision.h"
 #include "platform/posix/win32_api.h"
 
 // The handle by which EGL knows `window`; 0 for a window that does not exist.
 EGLNativeWindowType nativeWindowOf(HWND window);
-
-// glShaderSource for compilers that refuse a fragment shader without a precision statement: each
-// fragment shader gets one in a string of its own, which leaves the line numbers of the text alone.
-void shaderSourceWithPrecision(GLuint shader, GLsizei count, const GLchar* const* strings,
-                               const GLint* lengths);
-#define glShaderSource shaderSourceWithPrecision
