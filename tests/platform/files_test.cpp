@@ -45,11 +45,14 @@ struct Case {
     BOOL (*call)();
     DWORD error;
     const char* after;  // null: as before
+    bool differsOnWine = false;
 };
 
 void run(const std::vector<Case>& cases) {
     for (std::size_t i = 0; i < cases.size(); ++i) {
         const Case& test = cases[i];
+        if (test.differsOnWine && underWine())
+            continue;
         SCOPED_TRACE("case " + std::to_string(i) + ": " + test.before);
         const DeviceFolder device;
         make(device, test.before);
@@ -84,10 +87,12 @@ TEST(Files, Copy) {
         {"s=", [] { return CopyFileW(S, D, TRUE); }, 0, "d= s="},
         {"d=longer s=1", [] { return CopyFileW(S, D, FALSE); }, 0, "d=1 s=1"},
         {"!s=1", [] { return CopyFileW(S, D, FALSE); }, 0, "!d=1 !s=1"},
-        {"d=2 !s=1", [] { return CopyFileW(S, D, FALSE); }, 0, "!d=1 !s=1"},
+        // Wine leaves the flags of the file that it overwrites.
+        {"d=2 !s=1", [] { return CopyFileW(S, D, FALSE); }, 0, "!d=1 !s=1", true},
         {"d=2 s=1", [] { return CopyFileW(S, D, TRUE); }, 80, nullptr},
         {"!d=2 s=1", [] { return CopyFileW(S, D, TRUE); }, 80, nullptr},
-        {"!d=2 s=1", [] { return CopyFileW(S, D, FALSE); }, 5, nullptr},
+        // To the administrator of the host Wine gives way.
+        {"!d=2 s=1", [] { return CopyFileW(S, D, FALSE); }, 5, nullptr, true},
         {"d/ s=1", [] { return CopyFileW(S, D, FALSE); }, 5, nullptr},
         {"s/", [] { return CopyFileW(S, D, FALSE); }, 5, nullptr},
         {"s=1", [] { return CopyFileW(S, S, FALSE); }, 32, nullptr},
@@ -179,7 +184,8 @@ TEST(Files, Open) {
         {"!f=1", [] { return opens(TEXT("/T/f"), TEXT("rb")); }, 0, nullptr},
         {"f=12345", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 0, "f="},
         {"", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 0, "f="},
-        {"!f=1", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 5, nullptr},
+        // As in copying.
+        {"!f=1", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 5, nullptr, true},
         {"f/", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 5, nullptr},
         {"f/", [] { return opens(TEXT("/T/f"), TEXT("rb")); }, 5, nullptr},
         {"", [] { return opens(TEXT("/T/f"), TEXT("rb")); }, 2, nullptr},

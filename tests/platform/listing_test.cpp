@@ -39,6 +39,7 @@ TEST(Listing, YieldsNamesOrAnError) {
         LPCWSTR pattern;
         DWORD error;
         std::vector<std::string> names;
+        bool differsOnWine = false;
     };
     const Case cases[] = {
         {TEXT("/T/*"), 18, {".", "..", "!c", "a", "b", "d", "empty"}},
@@ -51,13 +52,16 @@ TEST(Listing, YieldsNamesOrAnError) {
         {TEXT("/T/gone"), 2, {}},
         {TEXT("/T/gone/x"), 3, {}},
         {TEXT("/T/gone/*"), 3, {}},
-        {TEXT("/T/b/*"), 267, {}},
-        {TEXT("/T/b/x"), 267, {}},
+        // Wine says 123.
+        {TEXT("/T/b/*"), 267, {}, true},
+        {TEXT("/T/b/x"), 267, {}, true},
         {TEXT("/T/b/x/*"), 3, {}},
         {TEXT(""), 3, {}},
     };
     for (const Case& test : cases) {
         SCOPED_TRACE(narrow(test.pattern));
+        if (test.differsOnWine && underWine())
+            continue;
         DWORD error = 0;
         EXPECT_EQ(find(test.pattern, error), test.names);
         EXPECT_EQ(error, test.error);

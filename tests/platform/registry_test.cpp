@@ -28,8 +28,10 @@ Queried query(HKEY key, LPCWSTR name, DWORD room) {
     return queried;
 }
 
+// The desktop's call looks behind a text for a terminator that its size leaves out: it finds none.
 LSTATUS set(HKEY key, LPCWSTR name, DWORD type, const std::string& bytes) {
-    return RegSetValueExW(key, name, 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
+    const std::string guarded = bytes + "\x7F\x7F\x7F";
+    return RegSetValueExW(key, name, 0, type, reinterpret_cast<const BYTE*>(guarded.data()),
                           static_cast<DWORD>(bytes.size()));
 }
 

@@ -23,3 +23,7 @@ void DeviceFolder::setLanguage(int language) const {
           "\"LANGUAGE\"=dword:" +
               std::to_string(language) + "\n");
 }
+
+bool underWine() {
+    return false;
+}

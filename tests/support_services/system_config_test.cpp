@@ -26,7 +26,9 @@ class Config : public ::testing::Test {
         ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, TEXT("SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG"),
                                 0, KEY_WRITE, &key),
                   0);
-        RegSetValueExW(key, name.c_str(), 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
+        // The desktop's call looks behind a text for a terminator that its size leaves out.
+        const std::string guarded = bytes + "xxx";
+        RegSetValueExW(key, name.c_str(), 0, type, reinterpret_cast<const BYTE*>(guarded.data()),
                        static_cast<DWORD>(bytes.size()));
         RegCloseKey(key);
     }

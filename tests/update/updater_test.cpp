@@ -28,7 +28,7 @@ class Update : public ::testing::Test {
         Logger::instance().setPath("/FlashDisk/VELD/Updater-log.txt");
 
         device.write("USB HD/VELD/KSTRL/KSTRL.exe", "application 2");
-        device.write("USB HD/VELD/KSTRL/a.dll", "library 2");
+        device.write("USB HD/VELD/KSTRL/lib.dll", "library 2");
         device.write("USB HD/VELD/ORBUI/data/bg.raw", "picture 2");
         device.write("USB HD/VELD/ORBUI/data/lang/StringTable_en.txt", "texts 2");
     }
@@ -46,7 +46,7 @@ class Update : public ::testing::Test {
     std::string log() const { return device.read("FlashDisk/VELD/Updater-log.txt"); }
     bool logHas(const std::string& text) const { return log().find(text) != std::string::npos; }
 
-    const Tree newApplication = {{"KSTRL.exe", "application 2"}, {"a.dll", "library 2"}};
+    const Tree newApplication = {{"KSTRL.exe", "application 2"}, {"lib.dll", "library 2"}};
     const Tree newGuiData = {{"data/", ""},
                              {"data/bg.raw", "picture 2"},
                              {"data/lang/", ""},
@@ -88,7 +88,7 @@ TEST_F(Update, QueuesFoldersAndFilesInOrder) {
     EXPECT_EQ(updater.foldersToCreate,
               (std::vector<std::string>{"KSTRL/", "ORBUI/", "ORBUI/data/", "ORBUI/data/lang\\"}));
     EXPECT_EQ(updater.filesToCopy,
-              (std::deque<std::string>{"KSTRL/KSTRL.exe", "KSTRL/a.dll", "ORBUI/data/bg.raw",
+              (std::deque<std::string>{"KSTRL/KSTRL.exe", "KSTRL/lib.dll", "ORBUI/data/bg.raw",
                                        "ORBUI/data/lang\\StringTable_en.txt"}));
     EXPECT_EQ(updater.totalFiles, 4U);
     EXPECT_EQ(
@@ -97,7 +97,7 @@ TEST_F(Update, QueuesFoldersAndFilesInOrder) {
 }
 
 TEST_F(Update, CopiesOneFileAStepAndFinishesInTheStepAfterTheLast) {
-    std::filesystem::remove(device.root() / "USB HD/VELD/KSTRL/a.dll");
+    std::filesystem::remove(device.root() / "USB HD/VELD/KSTRL/lib.dll");
     updater.pollMedia();
     EXPECT_EQ(updater.getProgress(), 0);
     updater.startUpdate();
@@ -115,16 +115,16 @@ TEST_F(Update, CopiesOneFileAStepAndFinishesInTheStepAfterTheLast) {
     }
     updater.step();
     EXPECT_EQ(updater.getState(), UpdateComplete);
-    const Tree after = device.tree();
+    const Tree after = device.tree("FlashDisk");
     updater.step();
-    EXPECT_EQ(device.tree(), after);
+    EXPECT_EQ(device.tree("FlashDisk"), after);
 }
 
 TEST_F(Update, StepsBeforeAKeyIsThereAreHarmless) {
-    const Tree before = device.tree();
+    const Tree before = device.tree("FlashDisk");
     updater.step();
     EXPECT_EQ(updater.getState(), WaitingForMedia);
-    EXPECT_EQ(device.tree(), before);
+    EXPECT_EQ(device.tree("FlashDisk"), before);
 }
 
 TEST_F(Update, ReadOnlyFilesAreNoObstacle) {
