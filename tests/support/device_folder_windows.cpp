@@ -10,22 +10,32 @@ constexpr LPCWSTR MAKER_KEY = L"SOFTWARE\\VELD";
 constexpr LPCWSTR CONFIG_KEY = L"SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG";
 
 // The folders that tests make. Nothing else of the drive is touched.
-const char* const FOLDERS[] = {"FlashDisk", "USB HD", "T"};
+const char* const FOLDERS[] = {"FlashDisk", "USB HD", "T", "current", "later"};
 
-// Windows keeps read-only files where they are, and reaches a path of more than MAX_PATH characters
-// by this form only.
-void removeTree(const fs::path& path) {
-    const fs::path tree = L"\\\\?\\" + path.wstring();
-    std::error_code error;
-    fs::recursive_directory_iterator entry(tree, error);
-    for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error))
-        SetFileAttributesW(entry->path().c_str(), FILE_ATTRIBUTE_NORMAL);
-    fs::remove_all(tree, error);
+// Windows keeps read-only files where they are. `path` begins with the mark by which it takes names
+// of any length.
+void removeTree(const std::wstring& path) {
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = FindFirstFileW((path + L"\\*").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE)
+        return;
+    do {
+        const std::wstring name = found.cFileName;
+        const std::wstring full = path + L"\\" + name;
+        if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+            SetFileAttributesW(full.c_str(), FILE_ATTRIBUTE_NORMAL);
+            DeleteFileW(full.c_str());
+        } else if (name != L"." && name != L"..") {
+            removeTree(full);
+        }
+    } while (FindNextFileW(search, &found));
+    FindClose(search);
+    RemoveDirectoryW(path.c_str());
 }
 
 void clean(const fs::path& root) {
     for (const char* const folder : FOLDERS)
-        removeTree(root / folder);
+        removeTree(L"\\\\?\\" + (root / folder).wstring());
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, MAKER_KEY);
 }
 

@@ -183,9 +183,8 @@ TEST_F(Update, MissingGuiDataFailsTheUpdateAlthoughItIsInstalled) {
 }
 
 TEST_F(Update, AnEmptyFlashDiskIsFilled) {
-    std::filesystem::remove_all(device.root() / "FlashDisk/VELD");
-    device.makeFolder("FlashDisk");
     Logger::instance().setPath("/FlashDisk/log.txt");
+    std::filesystem::remove_all(device.root() / "FlashDisk/VELD");
     EXPECT_EQ(run(), UpdateFailed);
     expectUpdated();
 }
