@@ -10,7 +10,7 @@ constexpr LPCWSTR MAKER_KEY = L"SOFTWARE\\VELD";
 constexpr LPCWSTR CONFIG_KEY = L"SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG";
 
 // The folders that tests make. Nothing else of the drive is touched.
-const char* const FOLDERS[] = {"FlashDisk", "USB HD", "T", "current", "later"};
+const char* const FOLDERS[] = {"FlashDisk", "USB HD", "T", "D", "current", "later", "logs"};
 
 // Windows keeps read-only files where they are. `path` begins with the mark by which it takes names
 // of any length.
