@@ -1,0 +1,120 @@
+// A whole update by the engine against the same by the system's own tools: copy the key's folders
+// beside the installed ones, remove the old backups, and move. Both work on trees of their own on
+// the same disk, from the same key. Usage: compare_updates ENGINE
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "bench/bench_device.h"
+#include "bench/measure.h"
+
+namespace {
+
+constexpr const char* TOOLS_UPDATE = R"(set -e
+key=$1/USB\ HD/VELD
+cd "$2"
+mkdir Update
+cp -r "$key/KSTRL" "$key/ORBUI" Update
+for name in KSTRL ORBUI; do
+    rm -rf "${name}_old"
+    mv "$name" "${name}_old"
+    mv "Update/$name" "$name"
+done
+rmdir Update
+)";
+
+struct EngineReport {
+    double files = 0;
+    double seconds = 0;
+    double residentBytes = 0;
+    double heapBytes = 0;
+};
+
+struct Measured {
+    Comparison wall;
+    EngineReport engine;
+};
+
+Measured measure(const std::string& engine, const BenchDevice& device, int pairs) {
+    EngineReport report;
+    std::vector<double> engineSeconds;
+    const auto ours = [&] {
+        settleDisk();
+        std::string output;
+        const double seconds = runCommand({engine}, &output);
+        std::sscanf(output.c_str(), "%lf %lf %lf %lf", &report.files, &report.seconds,
+                    &report.residentBytes, &report.heapBytes);
+        engineSeconds.push_back(report.seconds);
+        return seconds;
+    };
+    const std::string root = device.root().string();
+    const auto theirs = [&] {
+        settleDisk();
+        return runCommand({"sh", "-c", TOOLS_UPDATE, "sh", root, root + "/tools"});
+    };
+    // Each gets an installation and a backup of the update's size: what is measured is the update
+    // of an instrument that has been updated before.
+    for (const std::string place : {"FlashDisk/VELD/", "tools/"})
+        for (const char* const folder : {"KSTRL", "KSTRL_old", "ORBUI", "ORBUI_old"}) {
+            const std::string name = folder;
+            std::filesystem::create_directories(device.root() / place);
+            runCommand({"cp", "-r", root + "/USB HD/VELD/" + name.substr(0, 5),
+                        root + "/" + place + name});
+        }
+    const Comparison wall = compare(pairs, ours, theirs);
+    report.seconds = median(engineSeconds);
+    return {wall, report};
+}
+
+std::string megabytes(double bytes) {
+    return numberText(bytes / (1 << 20), 2) + " MiB";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2)
+        return 2;
+    const std::string engine = argv[1];
+    constexpr std::size_t smallFile = 1024;
+    const struct {
+        std::size_t files;
+        int pairs;
+    } trees[] = {{100, 15}, {1000, 9}, {10000, 5}, {100000, 1}};
+    EngineReport first;
+    EngineReport thousand;
+    EngineReport last;
+    for (const auto& tree : trees) {
+        const BenchDevice device;
+        device.makeKey(tree.files, smallFile, 50);
+        const Measured measured = measure(engine, device, tree.pairs);
+        printRow("update of " + std::to_string(tree.files) + " files of 1 KiB", measured.wall,
+                 "1.00");
+        last = measured.engine;
+        if (tree.files == 100)
+            first = last;
+        if (tree.files == 1000)
+            thousand = last;
+    }
+    const double perFile = last.seconds / last.files;
+    const double perFileOfThousand = thousand.seconds / thousand.files;
+    printRow("time per file, 100000 against 1000 files", timeText(perFile),
+             timeText(perFileOfThousand), numberText(perFile / perFileOfThousand, 2), "1.20");
+
+    for (const std::size_t megabyte : {1U, 16U, 256U}) {
+        const BenchDevice device;
+        device.makeKeyOfOneFile(megabyte << 20);
+        const Measured measured = measure(engine, device, megabyte == 256 ? 3 : 9);
+        printRow("update of one file of " + std::to_string(megabyte) + " MiB", measured.wall,
+                 "1.05");
+    }
+    printRow("peak resident memory, 100000 against 100 files", megabytes(last.residentBytes),
+             megabytes(first.residentBytes),
+             numberText(last.residentBytes / first.residentBytes, 1), "");
+    printRow("peak heap, 100000 against 100 files", megabytes(last.heapBytes),
+             megabytes(first.heapBytes), numberText(last.heapBytes / first.heapBytes, 1), "");
+    printRow(
+        "heap for each further file",
+        numberText((last.heapBytes - first.heapBytes) / (last.files - first.files), 0) + " bytes",
+        "", "", "");
+}

@@ -1,0 +1,79 @@
+#include "bench/counted_heap.h"
+
+#include <malloc.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+HeapCount count;
+
+void* take(std::size_t size) noexcept {
+    void* const block = std::malloc(size);
+    if (block == nullptr)
+        return nullptr;
+    ++count.allocations;
+    count.bytesInUse += ::malloc_usable_size(block);
+    count.peakBytes = std::max(count.peakBytes, count.bytesInUse);
+    return block;
+}
+
+void giveBack(void* block) noexcept {
+    count.bytesInUse -= ::malloc_usable_size(block);
+    std::free(block);
+}
+
+void* takeOrThrow(std::size_t size) {
+    void* const block = take(size);
+    if (block == nullptr)
+        throw std::bad_alloc();
+    return block;
+}
+
+}  // namespace
+
+HeapCount heapCount() {
+    return count;
+}
+
+uint64_t peakResidentBytes() {
+    std::FILE* const status = std::fopen("/proc/self/status", "r");
+    if (status == nullptr)
+        return 0;
+    unsigned long kilobytes = 0;
+    char line[256];
+    while (std::fgets(line, sizeof line, status) != nullptr) {
+        if (std::sscanf(line, "VmHWM: %lu", &kilobytes) == 1)
+            break;
+    }
+    std::fclose(status);
+    return uint64_t{kilobytes} * 1024;
+}
+
+void* operator new(std::size_t size) {
+    return takeOrThrow(size);
+}
+void* operator new[](std::size_t size) {
+    return takeOrThrow(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return take(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return take(size);
+}
+void operator delete(void* block) noexcept {
+    giveBack(block);
+}
+void operator delete[](void* block) noexcept {
+    giveBack(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+    giveBack(block);
+}
+void operator delete[](void* block, std::size_t) noexcept {
+    giveBack(block);
+}

@@ -1,0 +1,32 @@
+// Runs one update of the device folder, its steps back to back and without a window. Prints the
+// files, the seconds of the update, and the peaks of resident memory and heap in bytes.
+
+#include <cstdio>
+
+#include "bench/counted_heap.h"
+#include "bench/measure.h"
+#include "support/logger.h"
+#include "update/updater.h"
+
+namespace {
+
+class CountedUpdater : public Updater {
+  public:
+    uint32_t files() const { return totalFiles; }
+};
+
+}  // namespace
+
+int main() {
+    Logger::instance().setPath("/FlashDisk/VELD/Updater-log.txt");
+    const double start = now();
+    CountedUpdater updater;
+    updater.pollMedia();
+    updater.startUpdate();
+    while (updater.getState() == Updating && updater.isMediaReady())
+        updater.step();
+    std::printf("%u %.6f %llu %llu\n", updater.files(), now() - start,
+                static_cast<unsigned long long>(peakResidentBytes()),
+                static_cast<unsigned long long>(heapCount().peakBytes));
+    return updater.getState() == UpdateComplete ? 0 : 1;
+}

@@ -1,0 +1,118 @@
+// What single calls of the POSIX layer cost, beside the host's call that each cannot do without.
+
+#include <benchmark/benchmark.h>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "bench/bench_device.h"
+#include "platform/posix/device.h"
+#include "platform/win32.h"
+#include "support/file_util.h"
+
+namespace {
+
+const BenchDevice& device() {
+    static const BenchDevice& theDevice = *[] {
+        const BenchDevice* const made = new BenchDevice;
+        made->makeKey(2000, 1024, 1);
+        return made;
+    }();
+    return theDevice;
+}
+
+const std::string& hostFile() {
+    static const std::string path = (device().root() / "USB HD/VELD/KSTRL/file0.dat").string();
+    return path;
+}
+constexpr LPCWSTR DEVICE_FILE = TEXT("/USB HD/VELD/KSTRL\\file0.dat");
+
+void resolveOnText(benchmark::State& state) {
+    device();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(posix::resolveOnText(DEVICE_FILE));
+}
+BENCHMARK(resolveOnText);
+
+void resolve(benchmark::State& state) {
+    device();
+    std::string host;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(posix::resolve(DEVICE_FILE, host));
+}
+BENCHMARK(resolve);
+
+void hostStatus(benchmark::State& state) {
+    struct stat status {};
+    for (auto _ : state)
+        benchmark::DoNotOptimize(::lstat(hostFile().c_str(), &status));
+}
+BENCHMARK(hostStatus);
+
+void fileAttributes(benchmark::State& state) {
+    device();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(GetFileAttributesW(DEVICE_FILE));
+}
+BENCHMARK(fileAttributes);
+
+// The least that a listing with sizes and times in a fixed order can do.
+void hostListing(benchmark::State& state) {
+    const std::string path = (device().root() / "USB HD/VELD/KSTRL").string();
+    for (auto _ : state) {
+        DIR* const folder = ::opendir(path.c_str());
+        std::vector<std::string> names;
+        while (const dirent* entry = ::readdir(folder))
+            names.emplace_back(entry->d_name);
+        std::sort(names.begin(), names.end());
+        struct stat status {};
+        for (const std::string& name : names)
+            benchmark::DoNotOptimize(
+                ::fstatat(::dirfd(folder), name.c_str(), &status, AT_SYMLINK_NOFOLLOW));
+        ::closedir(folder);
+    }
+}
+BENCHMARK(hostListing);
+
+void listing(benchmark::State& state) {
+    device();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(listDirectory("/USB HD/VELD/KSTRL/", false, true));
+}
+BENCHMARK(listing);
+
+void hostCopy(benchmark::State& state) {
+    const std::string to = (device().root() / "host-copy").string();
+    for (auto _ : state) {
+        const int input = ::open(hostFile().c_str(), O_RDONLY);
+        const int output = ::open(to.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+        while (::copy_file_range(input, nullptr, output, nullptr, 1 << 30, 0) > 0) {
+        }
+        ::close(input);
+        ::close(output);
+        ::unlink(to.c_str());
+    }
+}
+BENCHMARK(hostCopy);
+
+void copyAndDelete(benchmark::State& state) {
+    device();
+    for (auto _ : state) {
+        CopyFileW(DEVICE_FILE, TEXT("/own-copy"), FALSE);
+        DeleteFileW(TEXT("/own-copy"));
+    }
+}
+BENCHMARK(copyAndDelete);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    std::filesystem::remove_all(device().root());
+}
