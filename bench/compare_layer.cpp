@@ -10,7 +10,7 @@
 namespace {
 
 constexpr std::size_t FILE_COUNT = 10000;
-constexpr int PAIRS = 7;
+constexpr int PAIRS = 3;
 
 double timeOf(const std::function<void()>& work) {
     const double start = now();

@@ -80,7 +80,7 @@ int main(int argc, char** argv) {
     const struct {
         std::size_t files;
         int pairs;
-    } trees[] = {{100, 15}, {1000, 9}, {10000, 5}, {100000, 1}};
+    } trees[] = {{100, 9}, {1000, 5}, {10000, 3}, {100000, 1}};
     EngineReport first;
     EngineReport thousand;
     EngineReport last;
@@ -104,7 +104,7 @@ int main(int argc, char** argv) {
     for (const std::size_t megabyte : {1U, 16U, 256U}) {
         const BenchDevice device;
         device.makeKeyOfOneFile(megabyte << 20);
-        const Measured measured = measure(engine, device, megabyte == 256 ? 3 : 9);
+        const Measured measured = measure(engine, device, megabyte == 256 ? 3 : 5);
         printRow("update of one file of " + std::to_string(megabyte) + " MiB", measured.wall,
                  "1.05");
     }

@@ -64,7 +64,7 @@ void StringTable::addLine(const WideString& line) {
     entries_[narrow(line.substr(0, keyEnd))] = line.substr(textStart, length);
 }
 
-const WideString& StringTable::lookup(const std::string& key) const {
+const WideString& StringTable::lookup(std::string_view key) const {
     const auto entry = entries_.find(key);
     return entry != entries_.end() ? entry->second : fallback_;
 }

@@ -5,8 +5,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 
 #include "platform/win32.h"
 
@@ -25,7 +27,7 @@ class StringTable {
     int load(const char* fileName);
 
     // The text for `key`, or "<NO STRING>". Looking up adds no entry.
-    const WideString& lookup(const std::string& key) const;
+    const WideString& lookup(std::string_view key) const;
 
     int32_t language() const { return language_; }
     bool isLoaded() const { return loaded_; }
@@ -35,7 +37,7 @@ class StringTable {
 
     void addLine(const WideString& line);
 
-    std::map<std::string, WideString> entries_;
+    std::map<std::string, WideString, std::less<>> entries_;
     WideString fallback_ = TEXT("<NO STRING>");
     int32_t language_ = 0;
     bool loaded_ = false;

@@ -99,14 +99,6 @@ FILETIME fileTime(const timespec& time) {
                      time.tv_nsec / NANOSECONDS_PER_TICK);
 }
 
-FILETIME creationTime(int folder, const std::string& name, const struct stat& status) {
-    struct statx more {};
-    if (::statx(folder, name.c_str(), AT_SYMLINK_NOFOLLOW, STATX_BTIME, &more) == 0 &&
-        (more.stx_mask & STATX_BTIME) != 0)
-        return fileTime({more.stx_btime.tv_sec, static_cast<long>(more.stx_btime.tv_nsec)});
-    return fileTime(status.st_mtim);
-}
-
 void forgetTimeZone() {
     deviceZone.reset();
 }

@@ -3,17 +3,12 @@
 
 #include <sys/stat.h>
 
-#include <string>
-
 #include "platform/posix/win32_api.h"
 
 namespace posix {
 
 // 100 ns since 1601, UTC.
 FILETIME fileTime(const timespec& time);
-
-// When the file was made; its last change where the file system does not keep that.
-FILETIME creationTime(int folder, const std::string& name, const struct stat& status);
 
 // The device's time zone is read once and kept until the program sets it; the device folder's
 // change calls for another look.

@@ -23,9 +23,13 @@ bool isRelative(std::u16string_view path) {
     return path.find_first_of(SEPARATORS) != 0;
 }
 
-bool isLink(const std::string& path) {
+// Whether the first `length` characters of `path`, which a separator follows, name a link.
+bool isLink(std::string& path, std::size_t length) {
     struct stat status {};
-    return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+    path[length] = '\0';
+    const bool found = ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+    path[length] = '/';
+    return found;
 }
 
 }  // namespace
@@ -43,8 +47,11 @@ namespace posix {
 
 std::string resolveOnText(LPCWSTR path) {
     const std::u16string_view text(path);
-    const std::string base = isRelative(text) ? "." : deviceRoot();
-    std::string host = base;
+    static const std::string currentFolder = ".";
+    const std::string& base = isRelative(text) ? currentFolder : deviceRoot();
+    std::string host;
+    host.reserve(base.size() + text.size() + 1);
+    host = base;
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = std::min(text.find_first_of(SEPARATORS, start), text.size());
         const std::u16string_view part = text.substr(start, end - start);
@@ -53,7 +60,7 @@ std::string resolveOnText(LPCWSTR path) {
                 host.erase(host.rfind('/'));
         } else if (!part.empty() && part != u".") {
             host += '/';
-            host += toUtf8(part);
+            appendUtf8(host, part);
         }
         start = end + 1;
     }
@@ -72,7 +79,7 @@ DWORD resolve(LPCWSTR path, std::string& host) {
         return ERROR_SUCCESS;
     for (std::size_t end = host.find('/', drive + 1); end != std::string::npos;
          end = host.find('/', end + 1)) {
-        if (isLink(host.substr(0, end)))
+        if (isLink(host, end))
             return ERROR_ACCESS_DENIED;
     }
     return ERROR_SUCCESS;

@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <vector>
 
 #include "platform/posix/call_hook.h"
 #include "platform/posix/device.h"
@@ -48,32 +47,35 @@ bool writeAll(int to, const char* data, std::size_t size) {
 }
 
 bool copyThroughMemory(int from, int to) {
-    std::vector<char> buffer(std::size_t{1} << 18);
+    char buffer[std::size_t{1} << 16];
     for (;;) {
-        const ssize_t got = ::read(from, buffer.data(), buffer.size());
+        const ssize_t got = ::read(from, buffer, sizeof buffer);
         if (got < 0 && errno == EINTR)
             continue;
         if (got <= 0)
             return got == 0;
-        if (!writeAll(to, buffer.data(), static_cast<std::size_t>(got)))
+        if (!writeAll(to, buffer, static_cast<std::size_t>(got)))
             return false;
     }
 }
 
-bool copyContent(int from, int to) {
+bool copyContent(int from, int to, off_t size) {
     constexpr std::size_t most = std::size_t{1} << 30;
-    for (;;) {
+    for (off_t done = 0; done < size;) {
         const ssize_t copied = ::copy_file_range(from, nullptr, to, nullptr, most, 0);
+        if (copied > 0)
+            done += copied;
         if (copied > 0 || (copied < 0 && errno == EINTR))
             continue;
-        // The end, or a pair of file systems for which the kernel does not do it: whatever is left
-        // goes through memory.
+        // A pair of file systems for which the kernel does not do it.
         const bool refused = copied < 0 && (errno == EXDEV || errno == EINVAL || errno == ENOSYS ||
                                             errno == EOPNOTSUPP);
         if (copied < 0 && !refused)
             return false;
-        return copyThroughMemory(from, to);
+        break;
     }
+    // Whatever is left, also of a file that has more in it than its size says.
+    return copyThroughMemory(from, to);
 }
 
 // What there is at the destination must be an ordinary file that may be replaced.
@@ -105,17 +107,21 @@ BOOL CopyFileW(LPCWSTR source, LPCWSTR destination, BOOL failIfExists) {
     if (!S_ISREG(status.st_mode))
         return fail(ERROR_ACCESS_DENIED);
 
-    struct stat present {};
-    if (::lstat(to.c_str(), &present) == 0) {
-        if (const DWORD error = refusal(status, present, failIfExists))
-            return fail(error);
+    constexpr int flags = O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    int file = ::open(to.c_str(), flags | O_EXCL, 0600);
+    if (file < 0 && errno == EEXIST) {
+        struct stat present {};
+        if (::lstat(to.c_str(), &present) == 0) {
+            if (const DWORD error = refusal(status, present, failIfExists))
+                return fail(error);
+        }
+        file = ::open(to.c_str(), flags | O_TRUNC, 0600);
     }
-    const int flags = O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
-    const Descriptor output(::open(to.c_str(), flags, 0600));
+    const Descriptor output(file);
     if (!output.isOpen())
         return fail(errno == ENOENT ? ERROR_PATH_NOT_FOUND : windowsError(errno, to));
 
-    if (!copyContent(input.number(), output.number())) {
+    if (!copyContent(input.number(), output.number(), status.st_size)) {
         const DWORD error = windowsError(errno, to);
         ::unlink(to.c_str());
         return fail(error);

@@ -33,9 +33,9 @@ struct Search {
 
 void readNames(DIR* folder, std::vector<std::string>& names) {
     while (const dirent* entry = ::readdir(folder)) {
-        const std::string name = entry->d_name;
-        if (name != "." && name != ".." && name.find('\\') == std::string::npos)
-            names.push_back(name);
+        const std::string_view name = entry->d_name;
+        if (name != "." && name != ".." && name.find('\\') == std::string_view::npos)
+            names.emplace_back(name);
     }
     std::sort(names.begin(), names.end());
     names.insert(names.begin(), {".", ".."});
@@ -70,22 +70,29 @@ bool isSeparator(WCHAR character) {
     return character == u'/' || character == u'\\';
 }
 
+FILETIME fileTime(const struct statx_timestamp& time) {
+    return posix::fileTime({time.tv_sec, static_cast<long>(time.tv_nsec)});
+}
+
 bool fill(const Search& search, const std::string& name, WIN32_FIND_DATAW& found) {
-    struct stat status {};
-    if (::fstatat(search.folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+    struct statx status {};
+    if (::statx(search.folder, name.c_str(), AT_SYMLINK_NOFOLLOW, STATX_BASIC_STATS | STATX_BTIME,
+                &status) != 0)
         return false;
-    if (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode) && !S_ISLNK(status.st_mode))
+    if (!S_ISREG(status.stx_mode) && !S_ISDIR(status.stx_mode) && !S_ISLNK(status.stx_mode))
         return false;
     const std::u16string wide = posix::toUtf16(name);
     if (wide.size() >= MAX_PATH)
         return false;
     found = {};
-    found.dwFileAttributes = posix::attributesOf(status);
-    found.ftCreationTime = posix::creationTime(search.folder, name, status);
-    found.ftLastAccessTime = posix::fileTime(status.st_atim);
-    found.ftLastWriteTime = posix::fileTime(status.st_mtim);
-    if (!S_ISDIR(status.st_mode)) {
-        const auto size = static_cast<uint64_t>(status.st_size);
+    found.dwFileAttributes = posix::attributesOf(status.stx_mode);
+    // The last change where the file system does not keep when the file was made.
+    const bool keepsCreation = (status.stx_mask & STATX_BTIME) != 0;
+    found.ftCreationTime = fileTime(keepsCreation ? status.stx_btime : status.stx_mtime);
+    found.ftLastAccessTime = fileTime(status.stx_atime);
+    found.ftLastWriteTime = fileTime(status.stx_mtime);
+    if (!S_ISDIR(status.stx_mode)) {
+        const uint64_t size = status.stx_size;
         found.nFileSizeHigh = static_cast<DWORD>(size >> 32);
         found.nFileSizeLow = static_cast<DWORD>(size & 0xFFFFFFFF);
     }

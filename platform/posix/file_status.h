@@ -7,16 +7,20 @@
 
 namespace posix {
 
-inline bool isReadOnly(const struct stat& status) {
-    return S_ISREG(status.st_mode) && (status.st_mode & S_IWUSR) == 0;
+inline bool isReadOnly(mode_t mode) {
+    return S_ISREG(mode) && (mode & S_IWUSR) == 0;
 }
 
-inline DWORD attributesOf(const struct stat& status) {
-    if (S_ISDIR(status.st_mode))
+inline bool isReadOnly(const struct stat& status) {
+    return isReadOnly(status.st_mode);
+}
+
+inline DWORD attributesOf(mode_t mode) {
+    if (S_ISDIR(mode))
         return FILE_ATTRIBUTE_DIRECTORY;
-    if (S_ISLNK(status.st_mode))
+    if (S_ISLNK(mode))
         return FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_REPARSE_POINT;
-    return FILE_ATTRIBUTE_ARCHIVE | (isReadOnly(status) ? FILE_ATTRIBUTE_READONLY : 0);
+    return FILE_ATTRIBUTE_ARCHIVE | (isReadOnly(mode) ? FILE_ATTRIBUTE_READONLY : 0);
 }
 
 }  // namespace posix

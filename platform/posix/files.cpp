@@ -99,7 +99,7 @@ DWORD GetFileAttributesW(LPCWSTR path) {
         return INVALID_FILE_ATTRIBUTES;
     std::string host;
     struct stat status {};
-    return find(path, host, status) ? posix::attributesOf(status) : INVALID_FILE_ATTRIBUTES;
+    return find(path, host, status) ? posix::attributesOf(status.st_mode) : INVALID_FILE_ATTRIBUTES;
 }
 
 BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes) {

@@ -32,7 +32,7 @@ uint32_t decode(std::string_view utf8, std::size_t at, std::size_t& length) {
     return point;
 }
 
-void appendUtf8(std::string& text, uint32_t point) {
+void appendPoint(std::string& text, uint32_t point) {
     const auto put = [&](uint32_t value) { text += static_cast<char>(value); };
     if (point < 0x80) {
         put(point);
@@ -74,19 +74,23 @@ std::u16string toUtf16(std::string_view utf8) {
 std::string toUtf8(std::u16string_view utf16) {
     std::string text;
     text.reserve(utf16.size());
+    appendUtf8(text, utf16);
+    return text;
+}
+
+void appendUtf8(std::string& text, std::u16string_view utf16) {
     for (std::size_t i = 0; i < utf16.size(); ++i) {
         const uint32_t unit = utf16[i];
         const bool high = unit >= 0xD800 && unit <= 0xDBFF;
         const bool pair =
             high && i + 1 < utf16.size() && utf16[i + 1] >= 0xDC00 && utf16[i + 1] <= 0xDFFF;
         if (pair)
-            appendUtf8(text, 0x10000 + ((unit - 0xD800) << 10) + (utf16[++i] - 0xDC00U));
+            appendPoint(text, 0x10000 + ((unit - 0xD800) << 10) + (utf16[++i] - 0xDC00U));
         else if (unit >= 0xDC80 && unit <= 0xDCFF)
             text += static_cast<char>(unit - 0xDC00);
         else
-            appendUtf8(text, unit);
+            appendPoint(text, unit);
     }
-    return text;
 }
 
 }  // namespace posix

@@ -11,5 +11,6 @@ namespace posix {
 std::u16string toUtf16(std::string_view utf8);
 
 std::string toUtf8(std::u16string_view utf16);
+void appendUtf8(std::string& text, std::u16string_view utf16);
 
 }  // namespace posix
