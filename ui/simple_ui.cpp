@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "render/raw_texture.h"
+#include "render/shader_program.h"
 #include "support/logger.h"
 #include "support/path_constants.h"
 #include "support/string_table.h"
@@ -36,6 +37,8 @@ void SimpleUI::init(uint32_t width, uint32_t height) {
     imageRenderer = std::make_unique<ImageRenderer>();
     backgroundTexture =
         loadRawLuminanceTexture((guiData + "KSTRL-menubg4.raw").c_str(), backgroundSide, 0);
+    // Built now, so that no frame waits for the compiler.
+    getProgram(programCache(), "gui");
 }
 
 void SimpleUI::tick() {
