@@ -59,10 +59,11 @@ bool copyThroughMemory(int from, int to) {
     }
 }
 
-bool copyContent(int from, int to, off_t size) {
-    constexpr std::size_t most = std::size_t{1} << 30;
+// Copies `size` bytes from where both files stand, and whatever follows when it is the last piece.
+bool copyPiece(int from, int to, off_t size, bool last) {
     for (off_t done = 0; done < size;) {
-        const ssize_t copied = ::copy_file_range(from, nullptr, to, nullptr, most, 0);
+        const auto left = static_cast<std::size_t>(size - done);
+        const ssize_t copied = ::copy_file_range(from, nullptr, to, nullptr, left, 0);
         if (copied > 0)
             done += copied;
         if (copied > 0 || (copied < 0 && errno == EINTR))
@@ -70,12 +71,33 @@ bool copyContent(int from, int to, off_t size) {
         // A pair of file systems for which the kernel does not do it.
         const bool refused = copied < 0 && (errno == EXDEV || errno == EINVAL || errno == ENOSYS ||
                                             errno == EOPNOTSUPP);
-        if (copied < 0 && !refused)
-            return false;
-        break;
+        return (copied == 0 || refused) && copyThroughMemory(from, to);
     }
-    // Whatever is left, also of a file that has more in it than its size says.
-    return copyThroughMemory(from, to);
+    // A file may have more in it than its size says.
+    return !last || copyThroughMemory(from, to);
+}
+
+// Holes stay holes: a sparse file takes no more room than it did.
+bool copySparse(int from, int to, off_t size) {
+    for (off_t at = 0; at < size;) {
+        const off_t data = ::lseek(from, at, SEEK_DATA);
+        if (data < 0)
+            break;
+        const off_t hole = ::lseek(from, data, SEEK_HOLE);
+        at = hole > data ? hole : size;
+        if (::lseek(from, data, SEEK_SET) < 0 || ::lseek(to, data, SEEK_SET) < 0 ||
+            !copyPiece(from, to, at - data, false))
+            return false;
+    }
+    return ::ftruncate(to, size) == 0;
+}
+
+bool copyContent(int from, int to, const struct stat& status) {
+    constexpr off_t blockSize = 512;
+    const bool sparse = status.st_blocks * blockSize < status.st_size;
+    const bool seekable = sparse && ::lseek(from, 0, SEEK_DATA) >= 0;
+    return (seekable || (sparse && errno == ENXIO)) ? copySparse(from, to, status.st_size)
+                                                    : copyPiece(from, to, status.st_size, true);
 }
 
 // What there is at the destination must be an ordinary file that may be replaced.
@@ -121,7 +143,7 @@ BOOL CopyFileW(LPCWSTR source, LPCWSTR destination, BOOL failIfExists) {
     if (!output.isOpen())
         return fail(errno == ENOENT ? ERROR_PATH_NOT_FOUND : windowsError(errno, to));
 
-    if (!copyContent(input.number(), output.number(), status.st_size)) {
+    if (!copyContent(input.number(), output.number(), status)) {
         const DWORD error = windowsError(errno, to);
         ::unlink(to.c_str());
         return fail(error);

@@ -1,0 +1,12 @@
+// ".kern" files.
+
+#include "fuzz/fuzz_device.h"
+#include "render/font_file.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+    static const FuzzDevice device;
+    device.write("face.kern", data, size);
+    KerningTable kerning;
+    loadKerningFile("/face.kern", kerning);
+    return 0;
+}

@@ -1,0 +1,81 @@
+// An updater that waits for a day, and a device that is updated for a lifetime: neither may cost
+// memory or handles.
+
+#include <unistd.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "platform/posix/call_hook.h"
+#include "tests/hostile/update_on_device.h"
+#include "ui/simple_ui.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::size_t openHandles() {
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
+}
+
+// Pages of this process that it has written to or reads from.
+std::size_t residentPages() {
+    std::ifstream file("/proc/self/statm");
+    std::size_t total = 0;
+    std::size_t resident = 0;
+    file >> total >> resident;
+    return resident;
+}
+
+// What the allocator and the checkers keep for themselves.
+constexpr std::size_t SLACK_PAGES = 512;
+
+using LongLife = UpdateOnDevice;
+
+TEST_F(LongLife, ADayOfWaitingForAKeyCostsNothing) {
+    constexpr int pollsADay = 24 * 60 * 60 * 10;
+    constexpr int settled = 1000;
+    fs::remove_all(device.root() / "USB HD");
+    int sleeps = 0;
+    setCallHook([&](const HookedCall& call) {
+        // Every other call is as quick as it is; a search of the missing key finds nothing.
+        const bool sleeping = std::string(call.name) == "Sleep";
+        sleeps += sleeping ? 1 : 0;
+        return sleeping ? ERROR_GEN_FAILURE : ERROR_SUCCESS;
+    });
+    SimpleUI screen;
+    std::size_t handles = 0;
+    std::size_t pages = 0;
+    for (int i = 0; i < pollsADay; ++i) {
+        if (i == settled) {
+            handles = openHandles();
+            pages = residentPages();
+        }
+        screen.tick();
+    }
+    EXPECT_EQ(sleeps, pollsADay);
+    EXPECT_EQ(openHandles(), handles);
+    EXPECT_LE(residentPages(), pages + SLACK_PAGES);
+}
+
+TEST_F(LongLife, AThousandUpdatesInARowAreAllAlike) {
+    constexpr int updates = 1000;
+    constexpr int settled = 20;
+    std::size_t handles = 0;
+    std::size_t pages = 0;
+    for (int i = 0; i < updates; ++i) {
+        if (i == settled) {
+            handles = openHandles();
+            pages = residentPages();
+        }
+        device.write("USB HD/VELD/KSTRL/KSTRL.exe", "application " + std::to_string(i));
+        ASSERT_EQ(run(), UpdateComplete) << "update " << i;
+    }
+    EXPECT_EQ(openHandles(), handles);
+    EXPECT_LE(residentPages(), pages + SLACK_PAGES);
+    EXPECT_EQ(device.read("FlashDisk/VELD/KSTRL_old/KSTRL.exe"), "application 998");
+    EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL"), (Tree{{"KSTRL.exe", "application 999"}}));
+}
+
+}  // namespace
