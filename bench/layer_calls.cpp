@@ -35,7 +35,7 @@ constexpr LPCWSTR DEVICE_FILE = TEXT("/USB HD/VELD/KSTRL\\file0.dat");
 void resolveOnText(benchmark::State& state) {
     device();
     for (auto _ : state)
-        benchmark::DoNotOptimize(posix::resolveOnText(DEVICE_FILE));
+        benchmark::DoNotOptimize(host::resolveOnText(DEVICE_FILE));
 }
 BENCHMARK(resolveOnText);
 
@@ -43,7 +43,7 @@ void resolve(benchmark::State& state) {
     device();
     std::string host;
     for (auto _ : state)
-        benchmark::DoNotOptimize(posix::resolve(DEVICE_FILE, host));
+        benchmark::DoNotOptimize(host::resolve(DEVICE_FILE, host));
 }
 BENCHMARK(resolve);
 

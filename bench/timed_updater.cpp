@@ -142,6 +142,6 @@ void timedLink(GLuint program) {
 int main(int argc, char** argv) {
     entry = now();
     std::atexit(report);
-    posix::setCommandLine(argc, argv);
+    host::setCommandLine(argc, argv);
     return runUpdater(nullptr);
 }

@@ -7,17 +7,17 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     const std::string bytes(reinterpret_cast<const char*>(data), size);
-    const std::u16string wide = posix::toUtf16(bytes);
+    const std::u16string wide = host::toUtf16(bytes);
     // A name survives the way there and back.
-    if (posix::toUtf8(wide) != bytes)
+    if (host::toUtf8(wide) != bytes)
         std::abort();
     setDeviceRoot("/nowhere/device");
     const std::u16string path = u"/" + wide;
-    const std::string host = posix::resolveOnText(path.c_str());
+    const std::string host = host::resolveOnText(path.c_str());
     if (host.compare(0, deviceRoot().size(), deviceRoot()) != 0 ||
         host.find("/../") != std::string::npos || host.find("//") != std::string::npos)
         std::abort();
     std::string resolved;
-    posix::resolve(path.c_str(), resolved);
+    host::resolve(path.c_str(), resolved);
     return 0;
 }

@@ -6,8 +6,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    const std::string once = posix::Registry::fromText(bytes).toText();
-    const std::string twice = posix::Registry::fromText(once).toText();
+    const std::string once = host::Registry::fromText(bytes).toText();
+    const std::string twice = host::Registry::fromText(once).toText();
     if (once != twice)
         std::abort();
     return 0;

@@ -5,10 +5,10 @@
 #include "platform/posix/utf.h"
 
 void setCallHook(CallHook hook) {
-    posix::callHook = std::move(hook);
+    host::callHook = std::move(hook);
 }
 
-namespace posix {
+namespace host {
 
 CallHook callHook;
 
@@ -16,4 +16,4 @@ std::string hookArgument(LPCWSTR text) {
     return text != nullptr ? toUtf8(text) : "(null)";
 }
 
-}  // namespace posix
+}  // namespace host

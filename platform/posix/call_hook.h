@@ -21,7 +21,7 @@ using CallHook = std::function<DWORD(const HookedCall& call)>;
 // Replaces the hook; an empty one takes it away.
 void setCallHook(CallHook hook);
 
-namespace posix {
+namespace host {
 
 extern CallHook callHook;
 
@@ -50,4 +50,4 @@ bool refusedByHook(const char* name, const Arguments&... arguments) {
     return error != ERROR_SUCCESS;
 }
 
-}  // namespace posix
+}  // namespace host

@@ -45,8 +45,8 @@ TIME_ZONE_INFORMATION hostZone() {
 const TIME_ZONE_INFORMATION& zone() {
     if (!deviceZone) {
         deviceZone = hostZone();
-        const posix::Registry registry = posix::loadRegistry();
-        const posix::RegistryValue* stored = registry.find(ZONE_KEY, ZONE_VALUE);
+        const host::Registry registry = host::loadRegistry();
+        const host::RegistryValue* stored = registry.find(ZONE_KEY, ZONE_VALUE);
         if (stored != nullptr && stored->data.size() == sizeof *deviceZone)
             std::memcpy(&*deviceZone, stored->data.data(), sizeof *deviceZone);
     }
@@ -90,7 +90,7 @@ bool toCalendar(const FILETIME& time, SYSTEMTIME& calendar) {
 
 }  // namespace
 
-namespace posix {
+namespace host {
 
 FILETIME fileTime(const timespec& time) {
     // A file system may hold any number of seconds.
@@ -103,10 +103,10 @@ void forgetTimeZone() {
     deviceZone.reset();
 }
 
-}  // namespace posix
+}  // namespace host
 
 void Sleep(DWORD milliseconds) {
-    if (posix::errorFromHook("Sleep", milliseconds) != ERROR_SUCCESS)
+    if (host::errorFromHook("Sleep", milliseconds) != ERROR_SUCCESS)
         return;
     timespec left{static_cast<std::time_t>(milliseconds / 1000),
                   static_cast<long>(milliseconds % 1000) * 1'000'000};
@@ -115,54 +115,54 @@ void Sleep(DWORD milliseconds) {
 }
 
 void GetLocalTime(SYSTEMTIME* time) {
-    if (posix::errorFromHook("GetLocalTime") != ERROR_SUCCESS)
+    if (host::errorFromHook("GetLocalTime") != ERROR_SUCCESS)
         return;
     timespec now{};
     ::clock_gettime(CLOCK_REALTIME, &now);
-    toCalendar(toLocal(posix::fileTime(now)), *time);
+    toCalendar(toLocal(host::fileTime(now)), *time);
 }
 
 DWORD GetTimeZoneInformation(TIME_ZONE_INFORMATION* information) {
-    if (posix::refusedByHook("GetTimeZoneInformation"))
+    if (host::refusedByHook("GetTimeZoneInformation"))
         return TIME_ZONE_ID_INVALID;
     *information = zone();
     return TIME_ZONE_ID_UNKNOWN;
 }
 
 BOOL SetTimeZoneInformation(const TIME_ZONE_INFORMATION* information) {
-    if (posix::refusedByHook("SetTimeZoneInformation"))
+    if (host::refusedByHook("SetTimeZoneInformation"))
         return FALSE;
-    posix::Registry registry = posix::loadRegistry();
+    host::Registry registry = host::loadRegistry();
     const auto* bytes = reinterpret_cast<const BYTE*>(information);
     registry.set(ZONE_KEY, ZONE_VALUE, {REG_BINARY, {bytes, bytes + sizeof *information}});
-    if (const DWORD error = posix::saveRegistry(registry))
-        return posix::fail(error);
+    if (const DWORD error = host::saveRegistry(registry))
+        return host::fail(error);
     deviceZone = *information;
     return TRUE;
 }
 
 BOOL FileTimeToLocalFileTime(const FILETIME* time, FILETIME* local) {
-    if (posix::refusedByHook("FileTimeToLocalFileTime"))
+    if (host::refusedByHook("FileTimeToLocalFileTime"))
         return FALSE;
     *local = toLocal(*time);
     return TRUE;
 }
 
 BOOL FileTimeToSystemTime(const FILETIME* time, SYSTEMTIME* calendar) {
-    if (posix::refusedByHook("FileTimeToSystemTime"))
+    if (host::refusedByHook("FileTimeToSystemTime"))
         return FALSE;
-    return toCalendar(*time, *calendar) || posix::fail(ERROR_INVALID_PARAMETER);
+    return toCalendar(*time, *calendar) || host::fail(ERROR_INVALID_PARAMETER);
 }
 
 BOOL QueryPerformanceFrequency(LARGE_INTEGER* frequency) {
-    if (posix::refusedByHook("QueryPerformanceFrequency"))
+    if (host::refusedByHook("QueryPerformanceFrequency"))
         return FALSE;
     frequency->QuadPart = NANOSECONDS_PER_SECOND;
     return TRUE;
 }
 
 BOOL QueryPerformanceCounter(LARGE_INTEGER* count) {
-    if (posix::refusedByHook("QueryPerformanceCounter"))
+    if (host::refusedByHook("QueryPerformanceCounter"))
         return FALSE;
     timespec now{};
     ::clock_gettime(CLOCK_MONOTONIC, &now);

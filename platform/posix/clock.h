@@ -5,7 +5,7 @@
 
 #include "platform/posix/win32_api.h"
 
-namespace posix {
+namespace host {
 
 // 100 ns since 1601, UTC.
 FILETIME fileTime(const timespec& time);
@@ -14,4 +14,4 @@ FILETIME fileTime(const timespec& time);
 // change calls for another look.
 void forgetTimeZone();
 
-}  // namespace posix
+}  // namespace host

@@ -14,7 +14,7 @@ std::u16string& commandLine() {
 
 }  // namespace
 
-namespace posix {
+namespace host {
 
 void setCommandLine(int count, const char* const* arguments) {
     std::string line;
@@ -27,7 +27,7 @@ void setCommandLine(int count, const char* const* arguments) {
     commandLine() = toUtf16(line);
 }
 
-}  // namespace posix
+}  // namespace host
 
 LPWSTR GetCommandLineW() {
     return commandLine().data();

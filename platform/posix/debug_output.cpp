@@ -6,9 +6,9 @@
 #include "platform/posix/utf.h"
 
 void OutputDebugStringW(LPCWSTR text) {
-    if (posix::errorFromHook("OutputDebugStringW", text) != ERROR_SUCCESS)
+    if (host::errorFromHook("OutputDebugStringW", text) != ERROR_SUCCESS)
         return;
-    std::string line = posix::toUtf8(text);
+    std::string line = host::toUtf8(text);
     line.erase(line.find_last_not_of("\r\n") + 1);
     for (char& c : line) {
         const auto byte = static_cast<unsigned char>(c);

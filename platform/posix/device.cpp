@@ -40,10 +40,10 @@ const std::string& deviceRoot() {
 
 void setDeviceRoot(const std::string& folder) {
     root() = folder;
-    posix::forgetTimeZone();
+    host::forgetTimeZone();
 }
 
-namespace posix {
+namespace host {
 
 std::string resolveOnText(LPCWSTR path) {
     const std::u16string_view text(path);
@@ -85,4 +85,4 @@ DWORD resolve(LPCWSTR path, std::string& host) {
     return ERROR_SUCCESS;
 }
 
-}  // namespace posix
+}  // namespace host

@@ -15,7 +15,7 @@ const std::string& deviceRoot();
 // Takes another folder from now on, for tests.
 void setDeviceRoot(const std::string& folder);
 
-namespace posix {
+namespace host {
 
 // A path that does not begin with a separator counts from the current folder of the host. The
 // result has no separator at its end.
@@ -25,4 +25,4 @@ std::string resolveOnText(LPCWSTR path);
 // for a path of 260 characters or more, 5 for one that leads through a link.
 DWORD resolve(LPCWSTR path, std::string& host);
 
-}  // namespace posix
+}  // namespace host

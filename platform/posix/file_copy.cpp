@@ -12,8 +12,8 @@
 #include "platform/posix/file_status.h"
 #include "platform/posix/last_error.h"
 
-using posix::fail;
-using posix::windowsError;
+using host::fail;
+using host::windowsError;
 
 namespace {
 
@@ -104,7 +104,7 @@ bool copyContent(int from, int to, const struct stat& status) {
 DWORD refusal(const struct stat& source, const struct stat& present, BOOL failIfExists) {
     if (failIfExists)
         return ERROR_FILE_EXISTS;
-    if (!S_ISREG(present.st_mode) || posix::isReadOnly(present))
+    if (!S_ISREG(present.st_mode) || host::isReadOnly(present))
         return ERROR_ACCESS_DENIED;
     const bool same = source.st_dev == present.st_dev && source.st_ino == present.st_ino;
     return same ? ERROR_SHARING_VIOLATION : ERROR_SUCCESS;
@@ -113,13 +113,13 @@ DWORD refusal(const struct stat& source, const struct stat& present, BOOL failIf
 }  // namespace
 
 BOOL CopyFileW(LPCWSTR source, LPCWSTR destination, BOOL failIfExists) {
-    if (posix::refusedByHook("CopyFileW", source, destination, failIfExists))
+    if (host::refusedByHook("CopyFileW", source, destination, failIfExists))
         return FALSE;
     std::string from;
     std::string to;
-    if (const DWORD error = posix::resolve(source, from))
+    if (const DWORD error = host::resolve(source, from))
         return fail(error);
-    if (const DWORD error = posix::resolve(destination, to))
+    if (const DWORD error = host::resolve(destination, to))
         return fail(error);
 
     const Descriptor input(::open(from.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));

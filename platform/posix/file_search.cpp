@@ -20,8 +20,8 @@
 #include "platform/posix/last_error.h"
 #include "platform/posix/utf.h"
 
-using posix::fail;
-using posix::refusedByHook;
+using host::fail;
+using host::refusedByHook;
 
 namespace {
 
@@ -47,7 +47,7 @@ DWORD openError(const std::string& path) {
     // What is there but no folder, or nothing on the way to it.
     if (error == ENOTDIR && ::lstat(path.c_str(), &status) == 0)
         return ERROR_DIRECTORY;
-    return error == ENOENT ? ERROR_PATH_NOT_FOUND : posix::windowsError(error, path);
+    return error == ENOENT ? ERROR_PATH_NOT_FOUND : host::windowsError(error, path);
 }
 
 // Opens the folder of `host` (or `host` itself) and collects the names to be found.
@@ -71,7 +71,7 @@ bool isSeparator(WCHAR character) {
 }
 
 FILETIME fileTime(const struct statx_timestamp& time) {
-    return posix::fileTime({time.tv_sec, static_cast<long>(time.tv_nsec)});
+    return host::fileTime({time.tv_sec, static_cast<long>(time.tv_nsec)});
 }
 
 bool fill(const Search& search, const std::string& name, WIN32_FIND_DATAW& found) {
@@ -81,11 +81,11 @@ bool fill(const Search& search, const std::string& name, WIN32_FIND_DATAW& found
         return false;
     if (!S_ISREG(status.stx_mode) && !S_ISDIR(status.stx_mode) && !S_ISLNK(status.stx_mode))
         return false;
-    const std::u16string wide = posix::toUtf16(name);
+    const std::u16string wide = host::toUtf16(name);
     if (wide.size() >= MAX_PATH)
         return false;
     found = {};
-    found.dwFileAttributes = posix::attributesOf(status.stx_mode);
+    found.dwFileAttributes = host::attributesOf(status.stx_mode);
     // The last change where the file system does not keep when the file was made.
     const bool keepsCreation = (status.stx_mask & STATX_BTIME) != 0;
     found.ftCreationTime = fileTime(keepsCreation ? status.stx_btime : status.stx_mtime);
@@ -120,7 +120,7 @@ HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* found) {
     if (refusedByHook("FindFirstFileW", pattern))
         return INVALID_HANDLE_VALUE;
     std::string host;
-    DWORD error = posix::resolve(pattern, host);
+    DWORD error = host::resolve(pattern, host);
     // A folder is found by its name, with no separator behind it; the root has none.
     const bool named = *pattern != 0 && !isSeparator(std::u16string_view(pattern).back());
     if (error == ERROR_SUCCESS && (!named || host == deviceRoot()))

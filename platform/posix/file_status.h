@@ -5,7 +5,7 @@
 
 #include "platform/posix/win32_api.h"
 
-namespace posix {
+namespace host {
 
 inline bool isReadOnly(mode_t mode) {
     return S_ISREG(mode) && (mode & S_IWUSR) == 0;
@@ -23,4 +23,4 @@ inline DWORD attributesOf(mode_t mode) {
     return FILE_ATTRIBUTE_ARCHIVE | (isReadOnly(mode) ? FILE_ATTRIBUTE_READONLY : 0);
 }
 
-}  // namespace posix
+}  // namespace host

@@ -15,9 +15,9 @@
 #include "platform/posix/file_status.h"
 #include "platform/posix/last_error.h"
 
-using posix::fail;
-using posix::refusedByHook;
-using posix::windowsError;
+using host::fail;
+using host::refusedByHook;
+using host::windowsError;
 
 namespace {
 
@@ -27,7 +27,7 @@ BOOL failFromErrno(const std::string& host) {
 
 // Resolves `path` and reads the status of what is there; sets the last error when either fails.
 bool find(LPCWSTR path, std::string& host, struct stat& status) {
-    if (const DWORD error = posix::resolve(path, host))
+    if (const DWORD error = host::resolve(path, host))
         return fail(error) != FALSE;
     return ::lstat(host.c_str(), &status) == 0 || failFromErrno(host) != FALSE;
 }
@@ -38,7 +38,7 @@ BOOL CreateDirectoryW(LPCWSTR path, SECURITY_ATTRIBUTES*) {
     if (refusedByHook("CreateDirectoryW", path))
         return FALSE;
     std::string host;
-    if (const DWORD error = posix::resolve(path, host))
+    if (const DWORD error = host::resolve(path, host))
         return fail(error);
     if (::mkdir(host.c_str(), 0777) == 0)
         return TRUE;
@@ -54,7 +54,7 @@ BOOL MoveFileW(LPCWSTR source, LPCWSTR destination) {
     struct stat status {};
     if (!find(source, from, status))
         return FALSE;
-    if (const DWORD error = posix::resolve(destination, to))
+    if (const DWORD error = host::resolve(destination, to))
         return fail(error);
     if (::lstat(to.c_str(), &status) == 0)
         return fail(ERROR_ALREADY_EXISTS);
@@ -73,7 +73,7 @@ BOOL DeleteFileW(LPCWSTR path) {
     struct stat status {};
     if (!find(path, host, status))
         return FALSE;
-    if (S_ISDIR(status.st_mode) || posix::isReadOnly(status))
+    if (S_ISDIR(status.st_mode) || host::isReadOnly(status))
         return fail(ERROR_ACCESS_DENIED);
     return ::unlink(host.c_str()) == 0 || failFromErrno(host);
 }
@@ -99,7 +99,7 @@ DWORD GetFileAttributesW(LPCWSTR path) {
         return INVALID_FILE_ATTRIBUTES;
     std::string host;
     struct stat status {};
-    return find(path, host, status) ? posix::attributesOf(status.st_mode) : INVALID_FILE_ATTRIBUTES;
+    return find(path, host, status) ? host::attributesOf(status.st_mode) : INVALID_FILE_ATTRIBUTES;
 }
 
 BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes) {
@@ -123,7 +123,7 @@ FILE* _wfopen(LPCWSTR path, LPCWSTR mode) {
     if (refusedByHook("_wfopen", path, mode))
         return nullptr;
     std::string host;
-    if (const DWORD error = posix::resolve(path, host)) {
+    if (const DWORD error = host::resolve(path, host)) {
         fail(error);
         return nullptr;
     }
@@ -134,7 +134,7 @@ FILE* _wfopen(LPCWSTR path, LPCWSTR mode) {
     struct stat status {};
     if (file < 0 || ::fstat(file, &status) != 0) {
         failFromErrno(host);
-    } else if (!S_ISREG(status.st_mode) || (writing && posix::isReadOnly(status))) {
+    } else if (!S_ISREG(status.st_mode) || (writing && host::isReadOnly(status))) {
         fail(ERROR_ACCESS_DENIED);
     } else if (writing && ::ftruncate(file, 0) != 0) {
         failFromErrno(host);

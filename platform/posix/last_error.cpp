@@ -23,7 +23,7 @@ void SetLastError(DWORD error) {
     lastError = error;
 }
 
-namespace posix {
+namespace host {
 
 BOOL fail(DWORD error) {
     lastError = error;
@@ -74,4 +74,4 @@ DWORD windowsError(int error, const std::string& hostPath) {
     }
 }
 
-}  // namespace posix
+}  // namespace host

@@ -5,7 +5,7 @@
 
 #include "platform/posix/win32_api.h"
 
-namespace posix {
+namespace host {
 
 // Sets the last error and returns FALSE, for the end of a failing call.
 BOOL fail(DWORD error);
@@ -14,4 +14,4 @@ BOOL fail(DWORD error);
 // of `hostPath` being there gives 2, otherwise 3.
 DWORD windowsError(int error, const std::string& hostPath);
 
-}  // namespace posix
+}  // namespace host

@@ -54,6 +54,6 @@ int main(int argc, char** argv) {
                      "updater: the device folder \"%s\" does not exist (see UPDATER_DEVICE in "
                      "updater --help)\n",
                      deviceRoot().c_str());
-    posix::setCommandLine(argc, argv);
+    host::setCommandLine(argc, argv);
     return runUpdater(nullptr);
 }

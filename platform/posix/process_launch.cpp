@@ -14,7 +14,7 @@
 #include "platform/posix/device.h"
 #include "platform/posix/last_error.h"
 
-using posix::fail;
+using host::fail;
 
 namespace {
 
@@ -69,17 +69,17 @@ int startDetached(const std::string& path) {
 
 BOOL CreateProcessW(LPCWSTR application, LPWSTR, SECURITY_ATTRIBUTES*, SECURITY_ATTRIBUTES*, BOOL,
                     DWORD, void*, LPCWSTR, STARTUPINFOW*, PROCESS_INFORMATION*) {
-    if (posix::refusedByHook("CreateProcessW", application))
+    if (host::refusedByHook("CreateProcessW", application))
         return FALSE;
     std::string path;
-    if (const DWORD error = posix::resolve(application, path))
+    if (const DWORD error = host::resolve(application, path))
         return fail(error);
     struct stat status {};
     if (::lstat(path.c_str(), &status) != 0)
-        return fail(posix::windowsError(errno, path));
+        return fail(host::windowsError(errno, path));
     if (!S_ISREG(status.st_mode))
         return fail(ERROR_ACCESS_DENIED);
     if (const int error = startDetached(path))
-        return fail(posix::windowsError(error, path));
+        return fail(host::windowsError(error, path));
     return TRUE;
 }

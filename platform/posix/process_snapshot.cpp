@@ -21,8 +21,8 @@
 #include "platform/posix/last_error.h"
 #include "platform/posix/utf.h"
 
-using posix::fail;
-using posix::refusedByHook;
+using host::fail;
+using host::refusedByHook;
 
 namespace {
 
@@ -140,7 +140,7 @@ BOOL nextEntry(HANDLE handle, PROCESSENTRY32* entry) {
     *entry = {};
     entry->dwSize = sizeof *entry;
     entry->th32ProcessID = process.id;
-    const std::u16string name = posix::toUtf16(process.name).substr(0, MAX_PATH - 1);
+    const std::u16string name = host::toUtf16(process.name).substr(0, MAX_PATH - 1);
     std::copy(name.begin(), name.end(), entry->szExeFile);
     return TRUE;
 }

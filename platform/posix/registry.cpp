@@ -10,7 +10,7 @@ struct KeyHandle {
     REGSAM access;
 };
 
-using posix::errorFromHook;
+using host::errorFromHook;
 
 LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subkey, DWORD, REGSAM access, HKEY* opened) {
     if (const DWORD error = errorFromHook("RegOpenKeyExW", subkey, access))
@@ -18,7 +18,7 @@ LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subkey, DWORD, REGSAM access, HKEY* open
     if (key != HKEY_LOCAL_MACHINE)
         return ERROR_INVALID_HANDLE;
     const std::u16string path = std::u16string(u"HKEY_LOCAL_MACHINE\\") + subkey;
-    if (!posix::loadRegistry().hasKey(path))
+    if (!host::loadRegistry().hasKey(path))
         return ERROR_FILE_NOT_FOUND;
     *opened = new KeyHandle{path, access};
     return ERROR_SUCCESS;
@@ -27,8 +27,8 @@ LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subkey, DWORD, REGSAM access, HKEY* open
 LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, DWORD*, DWORD* type, BYTE* data, DWORD* size) {
     if (const DWORD error = errorFromHook("RegQueryValueExW", name))
         return static_cast<LSTATUS>(error);
-    const posix::Registry registry = posix::loadRegistry();
-    const posix::RegistryValue* value = registry.find(key->path, name);
+    const host::Registry registry = host::loadRegistry();
+    const host::RegistryValue* value = registry.find(key->path, name);
     if (value == nullptr)
         return ERROR_FILE_NOT_FOUND;
     if (type != nullptr)
@@ -48,9 +48,9 @@ LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD, DWORD type, const BYTE* da
     constexpr REGSAM setValue = 0x2;
     if ((key->access & setValue) == 0)
         return ERROR_ACCESS_DENIED;
-    posix::Registry registry = posix::loadRegistry();
+    host::Registry registry = host::loadRegistry();
     registry.set(key->path, name, {type, {data, data + size}});
-    return static_cast<LSTATUS>(posix::saveRegistry(registry));
+    return static_cast<LSTATUS>(host::saveRegistry(registry));
 }
 
 // A key whose close the hook fails is let go all the same: nobody closes it again.

@@ -10,7 +10,7 @@
 #include "platform/posix/device.h"
 #include "platform/posix/last_error.h"
 
-namespace posix {
+namespace host {
 namespace {
 
 std::string registryPath() {
@@ -44,4 +44,4 @@ DWORD saveRegistry(const Registry& registry) {
     return error;
 }
 
-}  // namespace posix
+}  // namespace host

@@ -10,7 +10,7 @@
 
 #include "platform/posix/win32_api.h"
 
-namespace posix {
+namespace host {
 
 struct RegistryValue {
     DWORD type = 0;
@@ -51,4 +51,4 @@ Registry loadRegistry();
 // Replaces the file as a whole. Returns 0 or the error number.
 DWORD saveRegistry(const Registry& registry);
 
-}  // namespace posix
+}  // namespace host

@@ -9,7 +9,7 @@
 
 #include "platform/posix/utf.h"
 
-namespace posix {
+namespace host {
 namespace {
 
 std::u16string folded(std::u16string_view text) {
@@ -272,4 +272,4 @@ std::string Registry::toText() const {
     return bytes;
 }
 
-}  // namespace posix
+}  // namespace host

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace posix {
+namespace host {
 namespace {
 
 constexpr uint32_t INVALID = 0xFFFFFFFF;
@@ -93,4 +93,4 @@ void appendUtf8(std::string& text, std::u16string_view utf16) {
     }
 }
 
-}  // namespace posix
+}  // namespace host

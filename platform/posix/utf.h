@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace posix {
+namespace host {
 
 // A byte that is not UTF-8 becomes a lone low surrogate (0xDC00 plus the byte), as toUtf8 expects
 // it back: any host name survives the way there and back.
@@ -13,4 +13,4 @@ std::u16string toUtf16(std::string_view utf8);
 std::string toUtf8(std::u16string_view utf16);
 void appendUtf8(std::string& text, std::u16string_view utf16);
 
-}  // namespace posix
+}  // namespace host

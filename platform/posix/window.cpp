@@ -19,8 +19,8 @@
 #include "platform/posix/last_error.h"
 #include "platform/posix/window_messages.h"
 
-using posix::fail;
-using posix::refusedByHook;
+using host::fail;
+using host::refusedByHook;
 
 struct WindowHandle {
     GLFWwindow* desktop;
@@ -78,12 +78,12 @@ WPARAM virtualKey(int key) {
 void onDesktopKey(GLFWwindow* desktop, int key, int, int action, int) {
     const HWND window = handleOf(desktop);
     if (window->enabled)
-        posix::postMessage(window, action == GLFW_RELEASE ? WM_KEYUP : WM_KEYDOWN, virtualKey(key));
+        host::postMessage(window, action == GLFW_RELEASE ? WM_KEYUP : WM_KEYDOWN, virtualKey(key));
 }
 
 void onDesktopClose(GLFWwindow* desktop) {
     glfwSetWindowShouldClose(desktop, GLFW_FALSE);
-    posix::postMessage(handleOf(desktop), WM_CLOSE, 0);
+    host::postMessage(handleOf(desktop), WM_CLOSE, 0);
 }
 
 void onDesktopError(int, const char* description) {
@@ -92,7 +92,7 @@ void onDesktopError(int, const char* description) {
 
 }  // namespace
 
-namespace posix {
+namespace host {
 
 void collectWindowEvents() {
     glfwPollEvents();
@@ -104,7 +104,7 @@ LRESULT callWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lPa
                : 0;
 }
 
-}  // namespace posix
+}  // namespace host
 
 EGLNativeWindowType nativeWindowOf(HWND window) {
     return window != nullptr && window->desktop != nullptr ? glfwGetX11Window(window->desktop) : 0;
@@ -210,7 +210,7 @@ BOOL DestroyWindow(HWND window) {
         return FALSE;
     if (window == nullptr || window->desktop == nullptr)
         return fail(ERROR_INVALID_WINDOW_HANDLE);
-    posix::callWindowProcedure(window, WM_DESTROY, 0, 0);
+    host::callWindowProcedure(window, WM_DESTROY, 0, 0);
     // The record stays, so that messages still queued for it find a window that is gone.
     glfwDestroyWindow(window->desktop);
     window->desktop = nullptr;

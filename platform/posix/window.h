@@ -3,7 +3,7 @@
 
 #include "platform/posix/win32_api.h"
 
-namespace posix {
+namespace host {
 
 // Turns what happened on the desktop since the last call into posted messages.
 void collectWindowEvents();
@@ -11,4 +11,4 @@ void collectWindowEvents();
 // 0 for a window that does not exist.
 LRESULT callWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-}  // namespace posix
+}  // namespace host

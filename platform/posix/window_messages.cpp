@@ -17,19 +17,19 @@ std::deque<MSG>& queue() {
 
 }  // namespace
 
-namespace posix {
+namespace host {
 
 void postMessage(HWND window, UINT message, WPARAM wParam) {
     queue().push_back({window, message, wParam, 0, 0, {0, 0}});
 }
 
-}  // namespace posix
+}  // namespace host
 
 BOOL PeekMessageW(MSG* message, HWND, UINT, UINT, UINT) {
-    if (posix::refusedByHook("PeekMessageW"))
+    if (host::refusedByHook("PeekMessageW"))
         return FALSE;
     if (queue().empty())
-        posix::collectWindowEvents();
+        host::collectWindowEvents();
     if (queue().empty())
         return FALSE;
     *message = queue().front();
@@ -39,18 +39,18 @@ BOOL PeekMessageW(MSG* message, HWND, UINT, UINT, UINT) {
 
 // No character messages are made: nothing here reads text from the keyboard.
 BOOL TranslateMessage(const MSG*) {
-    posix::errorFromHook("TranslateMessage");
+    host::errorFromHook("TranslateMessage");
     return FALSE;
 }
 
 LRESULT DispatchMessageW(const MSG* message) {
-    if (posix::refusedByHook("DispatchMessageW"))
+    if (host::refusedByHook("DispatchMessageW"))
         return 0;
-    return posix::callWindowProcedure(message->hwnd, message->message, message->wParam,
-                                      message->lParam);
+    return host::callWindowProcedure(message->hwnd, message->message, message->wParam,
+                                     message->lParam);
 }
 
 void PostQuitMessage(int exitCode) {
-    if (posix::errorFromHook("PostQuitMessage", exitCode) == ERROR_SUCCESS)
-        posix::postMessage(nullptr, WM_QUIT, static_cast<WPARAM>(exitCode));
+    if (host::errorFromHook("PostQuitMessage", exitCode) == ERROR_SUCCESS)
+        host::postMessage(nullptr, WM_QUIT, static_cast<WPARAM>(exitCode));
 }

@@ -3,8 +3,8 @@
 
 #include "platform/posix/win32_api.h"
 
-namespace posix {
+namespace host {
 
 void postMessage(HWND window, UINT message, WPARAM wParam);
 
-}  // namespace posix
+}  // namespace host

@@ -30,7 +30,7 @@ const std::map<std::string, std::vector<DWORD>>& errorsOfCalls() {
 }
 
 std::string hostPath(const std::string& path) {
-    return posix::resolveOnText(posix::toUtf16(path).c_str());
+    return host::resolveOnText(host::toUtf16(path).c_str());
 }
 
 void copyHalf(const HookedCall& call) {
@@ -45,7 +45,7 @@ void make(const HookedCall& call) {
     const std::string name = call.name;
     std::vector<std::u16string> texts;
     for (const std::string& argument : call.arguments)
-        texts.push_back(posix::toUtf16(argument));
+        texts.push_back(host::toUtf16(argument));
     if (name == "CreateDirectoryW")
         CreateDirectoryW(texts[0].c_str(), nullptr);
     else if (name == "CopyFileW")

@@ -65,7 +65,7 @@ bool startsWith(const std::string& text, const std::string& start) {
 
 bool isOutside(const std::string& path) {
     const std::string installation = deviceRoot() + "/FlashDisk/VELD";
-    const std::string host = posix::resolveOnText(posix::toUtf16(path).c_str());
+    const std::string host = host::resolveOnText(host::toUtf16(path).c_str());
     return host != installation && !startsWith(host, installation + "/");
 }
 

@@ -25,7 +25,7 @@ class Clock : public ::testing::Test {
 };
 
 TEST_F(Clock, CalendarTimesOfFileTimes) {
-    FILETIME time = posix::fileTime({1'457'341'500, 250'000'000});
+    FILETIME time = host::fileTime({1'457'341'500, 250'000'000});
     SYSTEMTIME calendar{};
     ASSERT_TRUE(FileTimeToSystemTime(&time, &calendar));
     EXPECT_EQ(calendar.wYear, 2016);
@@ -48,7 +48,7 @@ TEST_F(Clock, NoTimeIsOutOfRange) {
     using Seconds = std::numeric_limits<std::time_t>;
     setBias(-14 * 60);
     for (const std::time_t seconds : {Seconds::min(), std::time_t{0}, Seconds::max()}) {
-        const FILETIME time = posix::fileTime({seconds, 999'999'999});
+        const FILETIME time = host::fileTime({seconds, 999'999'999});
         FILETIME local{};
         SYSTEMTIME calendar{};
         EXPECT_TRUE(FileTimeToLocalFileTime(&time, &local));
@@ -62,16 +62,16 @@ TEST_F(Clock, NoTimeIsOutOfRange) {
 TEST_F(Clock, TheZoneIsTheDevicesAndShiftsItsTimes) {
     ::setenv("TZ", "XYZ-3", 1);
     ::tzset();
-    posix::forgetTimeZone();
+    host::forgetTimeZone();
     TIME_ZONE_INFORMATION zone{};
     EXPECT_LE(GetTimeZoneInformation(&zone), DWORD{2});
     EXPECT_EQ(zone.Bias, -180);
 
     setBias(90);
-    posix::forgetTimeZone();
+    host::forgetTimeZone();
     GetTimeZoneInformation(&zone);
     EXPECT_EQ(zone.Bias, 90);
-    const FILETIME time = posix::fileTime({1'457'341'500, 0});
+    const FILETIME time = host::fileTime({1'457'341'500, 0});
     FILETIME local{};
     SYSTEMTIME calendar{};
     ASSERT_TRUE(FileTimeToLocalFileTime(&time, &local));
@@ -86,7 +86,7 @@ TEST_F(Clock, TheZoneIsTheDevicesAndShiftsItsTimes) {
     EXPECT_EQ(zone.Bias, -180);
     ::unsetenv("TZ");
     ::tzset();
-    posix::forgetTimeZone();
+    host::forgetTimeZone();
 }
 
 TEST_F(Clock, SettingTheZoneKeepsTheRestOfTheRegistry) {

@@ -34,7 +34,7 @@ class FilesPosix : public ::testing::Test {
         if (search == INVALID_HANDLE_VALUE)
             return names;
         do
-            names.push_back(posix::toUtf8(found.cFileName));
+            names.push_back(host::toUtf8(found.cFileName));
         while (FindNextFileW(search, &found));
         FindClose(search);
         return names;
@@ -129,7 +129,7 @@ TEST_F(FilesPosix, AnyOtherNameCanBeListedAndUsed) {
     sorted.insert(sorted.begin(), {".", ".."});
     EXPECT_EQ(list(TEXT("/N/*")), sorted);
     for (const std::string& name : names)
-        EXPECT_TRUE(DeleteFileW((u"/N/" + posix::toUtf16(name)).c_str())) << name;
+        EXPECT_TRUE(DeleteFileW((u"/N/" + host::toUtf16(name)).c_str())) << name;
     EXPECT_EQ(device.tree("N"), Tree{});
 }
 

@@ -34,9 +34,9 @@ TEST(Paths, AreResolvedOnTheirTextAndStayInTheDevice) {
         {u"a/../../log.txt", "./log.txt"},
     };
     for (const Case& test : cases) {
-        SCOPED_TRACE(posix::toUtf8(test.path));
+        SCOPED_TRACE(host::toUtf8(test.path));
         std::string host;
-        EXPECT_EQ(posix::resolve(test.path, host), DWORD{0});
+        EXPECT_EQ(host::resolve(test.path, host), DWORD{0});
         EXPECT_EQ(host, test.host);
     }
 }
@@ -44,9 +44,9 @@ TEST(Paths, AreResolvedOnTheirTextAndStayInTheDevice) {
 TEST(Paths, HaveALength) {
     const DeviceFolder device;
     std::string host;
-    EXPECT_EQ(posix::resolve(u"", host), DWORD{3});
-    EXPECT_EQ(posix::resolve((u"/" + std::u16string(258, u'a')).c_str(), host), DWORD{0});
-    EXPECT_EQ(posix::resolve((u"/" + std::u16string(259, u'a')).c_str(), host), DWORD{3});
+    EXPECT_EQ(host::resolve(u"", host), DWORD{3});
+    EXPECT_EQ(host::resolve((u"/" + std::u16string(258, u'a')).c_str(), host), DWORD{0});
+    EXPECT_EQ(host::resolve((u"/" + std::u16string(259, u'a')).c_str(), host), DWORD{3});
 }
 
 TEST(Utf, AnyBytesSurviveTheWayThereAndBack) {
@@ -67,16 +67,16 @@ TEST(Utf, AnyBytesSurviveTheWayThereAndBack) {
         "\xF0\x9F\x98\x80\x80\xE9",  // behind a pair
     };
     for (const std::string& bytes : cases)
-        EXPECT_EQ(posix::toUtf8(posix::toUtf16(bytes)), bytes);
-    EXPECT_EQ(posix::toUtf16("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xE9"),
+        EXPECT_EQ(host::toUtf8(host::toUtf16(bytes)), bytes);
+    EXPECT_EQ(host::toUtf16("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xE9"),
               u"\u00E9\u20AC\U0001F600\xDCE9");
-    EXPECT_EQ(posix::toUtf16("\xC0\xAF"), u"\xDCC0\xDCAF");
+    EXPECT_EQ(host::toUtf16("\xC0\xAF"), u"\xDCC0\xDCAF");
 }
 
 TEST(Utf, LoneSurrogatesAreEncodedAsTheyAre) {
-    EXPECT_EQ(posix::toUtf8(u"\xD83D"), "\xED\xA0\xBD");
-    EXPECT_EQ(posix::toUtf8(u"\xD83D\x0041"), "\xED\xA0\xBD\x41");
-    EXPECT_EQ(posix::toUtf8(u"\xDE00"), "\xED\xB8\x80");
+    EXPECT_EQ(host::toUtf8(u"\xD83D"), "\xED\xA0\xBD");
+    EXPECT_EQ(host::toUtf8(u"\xD83D\x0041"), "\xED\xA0\xBD\x41");
+    EXPECT_EQ(host::toUtf8(u"\xDE00"), "\xED\xB8\x80");
 }
 
 }  // namespace

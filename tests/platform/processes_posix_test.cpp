@@ -74,7 +74,7 @@ std::vector<DWORD> processesNamed(const std::string& name) {
     entry.dwSize = sizeof entry;
     for (BOOL more = Process32First(snapshot, &entry); more;
          more = Process32Next(snapshot, &entry)) {
-        if (posix::toUtf8(entry.szExeFile) == name)
+        if (host::toUtf8(entry.szExeFile) == name)
             ids.push_back(entry.th32ProcessID);
     }
     CloseHandle(snapshot);

@@ -15,7 +15,7 @@ const std::string KEY = "[HKEY_LOCAL_MACHINE\\K]\r\n";
 
 std::string asUtf16(const std::string& text) {
     std::string bytes = "\xFF\xFE";
-    for (const char16_t unit : posix::toUtf16(text)) {
+    for (const char16_t unit : host::toUtf16(text)) {
         bytes += static_cast<char>(unit & 0xFF);
         bytes += static_cast<char>(unit >> 8);
     }
@@ -24,8 +24,8 @@ std::string asUtf16(const std::string& text) {
 
 // Type and bytes of value "V" of key K: "1:41 00 00 00"; "-" when absent.
 std::string valueOf(const std::string& file, const char16_t* name = u"V") {
-    const posix::Registry registry = posix::Registry::fromText(file);
-    const posix::RegistryValue* value = registry.find(u"HKEY_LOCAL_MACHINE\\K", name);
+    const host::Registry registry = host::Registry::fromText(file);
+    const host::RegistryValue* value = registry.find(u"HKEY_LOCAL_MACHINE\\K", name);
     if (value == nullptr)
         return "-";
     std::string text = std::to_string(value->type) + ":";
@@ -123,8 +123,8 @@ TEST(RegistryFile, WritesTheFormThatItReads) {
                              "\"Num\"=dword:0000001f\r\n"
                              "\"Quote\\\"\\\\\"=\"a\\\\b \\\"c\\\" \xC3\xA9\"\r\n"
                              "\r\n[HKEY_LOCAL_MACHINE\\K\\Sub Key]\r\n";
-    EXPECT_EQ(posix::Registry::fromText(text).toText(), text);
-    EXPECT_EQ(posix::Registry::fromText(asUtf16(text)).toText(), asUtf16(text));
+    EXPECT_EQ(host::Registry::fromText(text).toText(), text);
+    EXPECT_EQ(host::Registry::fromText(asUtf16(text)).toText(), asUtf16(text));
 }
 
 TEST(RegistryFile, IsReplacedAsAWhole) {
@@ -133,9 +133,9 @@ TEST(RegistryFile, IsReplacedAsAWhole) {
     struct stat before {};
     ASSERT_EQ(::stat((device.root() / "registry.reg").c_str(), &before), 0);
 
-    posix::Registry registry = posix::loadRegistry();
+    host::Registry registry = host::loadRegistry();
     registry.set(u"hkey_local_machine\\k", u"v", {REG_DWORD, {2, 0, 0, 0}});
-    EXPECT_EQ(posix::saveRegistry(registry), DWORD{0});
+    EXPECT_EQ(host::saveRegistry(registry), DWORD{0});
     struct stat after {};
     ASSERT_EQ(::stat((device.root() / "registry.reg").c_str(), &after), 0);
     EXPECT_NE(after.st_ino, before.st_ino);
@@ -143,7 +143,7 @@ TEST(RegistryFile, IsReplacedAsAWhole) {
 
     std::filesystem::remove(device.root() / "registry.reg");
     device.makeFolder("registry.reg/in the way");
-    EXPECT_NE(posix::saveRegistry(registry), DWORD{0});
+    EXPECT_NE(host::saveRegistry(registry), DWORD{0});
     EXPECT_FALSE(device.exists("registry.reg.new"));
 }
 

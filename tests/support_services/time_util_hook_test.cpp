@@ -23,7 +23,7 @@ TEST(SetTimeZone, ChangesTheBiasAndKeepsTheRest) {
     };
     for (const Case test : {Case{-5, 300}, Case{13, -780}, Case{0, 0}}) {
         setTimeZone(test.hours);
-        posix::forgetTimeZone();
+        host::forgetTimeZone();
         TIME_ZONE_INFORMATION stored{};
         GetTimeZoneInformation(&stored);
         EXPECT_EQ(stored.Bias, test.bias);

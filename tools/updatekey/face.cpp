@@ -70,7 +70,7 @@ std::string listCharacters(const std::set<WCHAR>& characters) {
         std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(code));
         const bool printable = code > 0x20 && !(code >= 0x7F && code < 0xA0);
         list += list.empty() ? "" : ", ";
-        list += printable ? "\"" + posix::toUtf8({&code, 1}) + "\" (" + number + ")" : number;
+        list += printable ? "\"" + host::toUtf8({&code, 1}) + "\" (" + number + ")" : number;
     }
     return list;
 }

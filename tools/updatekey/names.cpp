@@ -42,7 +42,7 @@ bool isDesktopLitter(const std::string& name) {
 }
 
 bool isLatin1(const std::string& utf8) {
-    const std::u16string wide = posix::toUtf16(utf8);
+    const std::u16string wide = host::toUtf16(utf8);
     return std::all_of(wide.begin(), wide.end(), [](char16_t c) { return c <= 0xFF; });
 }
 
@@ -57,11 +57,11 @@ bool isFatName(const std::string& name) {
 }
 
 std::string foldCase(const std::string& utf8) {
-    std::u16string wide = posix::toUtf16(utf8);
+    std::u16string wide = host::toUtf16(utf8);
     std::transform(wide.begin(), wide.end(), wide.begin(), lowerLatin1);
-    return posix::toUtf8(wide);
+    return host::toUtf8(wide);
 }
 
 std::size_t deviceLength(const std::string& utf8) {
-    return posix::toUtf16(utf8).size();
+    return host::toUtf16(utf8).size();
 }

@@ -18,14 +18,14 @@ bool isUtf8(const std::u16string& decoded) {
 
 // Bytes that are not UTF-8 are taken to be Latin-1 already.
 std::string toLatin1(const std::string& text) {
-    const std::u16string decoded = posix::toUtf16(text);
+    const std::u16string decoded = host::toUtf16(text);
     const bool pairsOnly = isUtf8(decoded);
     if (!pairsOnly)
         return text;
     std::string latin1;
     for (const char16_t c : decoded) {
         if (c > 0xFF)
-            throw std::runtime_error("the device cannot show \"" + posix::toUtf8({&c, 1}) +
+            throw std::runtime_error("the device cannot show \"" + host::toUtf8({&c, 1}) +
                                      "\", which is outside Latin-1: write the notes without it");
         latin1 += static_cast<char>(static_cast<unsigned char>(c));
     }

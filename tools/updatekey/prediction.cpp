@@ -39,7 +39,7 @@ class ObservedUpdater : public Updater {
 
   private:
     static std::string hostPath(const std::string& path) {
-        return posix::resolveOnText(widen(path).c_str());
+        return host::resolveOnText(widen(path).c_str());
     }
 
     Prediction& prediction_;
@@ -92,5 +92,5 @@ const char* stateName(int32_t state) {
 }
 
 std::string toDisplay(const std::string& narrow) {
-    return posix::toUtf8(widen(narrow));
+    return host::toUtf8(widen(narrow));
 }
