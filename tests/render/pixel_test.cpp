@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 
 #include "render/font_renderer.h"
 #include "render/gui_primitives.h"
@@ -14,28 +13,12 @@
 #include "support/system_settings.h"
 #include "tests/support/device_folder.h"
 #include "tests/support/font_bytes.h"
+#include "tests/support/offscreen_context.h"
 
 namespace {
 
 constexpr EGLint SIDE = 64;
 constexpr std::size_t SIZE = SIDE;
-
-// A context that all tests share, as the programs are: they are cached for the process.
-bool makeContext() {
-    setenv("EGL_PLATFORM", "surfaceless", 1);
-    const EGLDisplay display = eglGetDisplay(EGL_DEFAULT_DISPLAY);
-    constexpr EGLint wanted[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RED_SIZE, 8, EGL_NONE};
-    constexpr EGLint extent[] = {EGL_WIDTH, SIDE, EGL_HEIGHT, SIDE, EGL_NONE};
-    constexpr EGLint version[] = {EGL_CONTEXT_CLIENT_VERSION, 2, EGL_NONE};
-    EGLConfig config = nullptr;
-    EGLint count = 0;
-    if (eglInitialize(display, nullptr, nullptr) == EGL_FALSE ||
-        eglChooseConfig(display, wanted, &config, 1, &count) == EGL_FALSE || count == 0)
-        return false;
-    const EGLSurface surface = eglCreatePbufferSurface(display, config, extent);
-    const EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, version);
-    return eglMakeCurrent(display, surface, surface, context) == EGL_TRUE;
-}
 
 // 0xRRGGBB by row from the top and by column.
 using Image = std::array<std::array<unsigned, SIZE>, SIZE>;
@@ -65,7 +48,7 @@ void expectDrawn(const Image& expected) {
 
 class Pixels : public testing::Test {
   protected:
-    static void SetUpTestSuite() { ASSERT_TRUE(makeContext()); }
+    static void SetUpTestSuite() { ASSERT_TRUE(makeOffscreenContext(SIDE, SIDE)); }
 
     Pixels() {
         orthoMatrix(0, SIDE, SIDE, 0, -1, 1, downwards.data());

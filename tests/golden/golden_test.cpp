@@ -1,0 +1,157 @@
+// Whole screens, drawn with the GUI data of the simulated device, beside what they looked like when
+// somebody last looked at them.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+
+#include "platform/posix/call_hook.h"
+#include "tests/golden/picture.h"
+#include "tests/support/device_folder.h"
+#include "tests/support/offscreen_context.h"
+#include "ui/simple_ui.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t WIDTH = 1024;
+constexpr std::size_t HEIGHT = 768;
+
+// Other versions of the driver may round otherwise. A changed letter has more pixels than this.
+constexpr int TOLERATED_LEVELS = 24;
+constexpr std::size_t TOLERATED_PIXELS = 60;
+
+struct Screenshot {
+    const char* language;
+    int number;
+    const char* state;
+};
+
+constexpr const char* STATES[] = {"waiting",  "ready",  "updating",
+                                  "complete", "failed", "failed-restart"};
+
+std::vector<Screenshot> allScreenshots() {
+    std::vector<Screenshot> all = {{"en", 0, "background"}};
+    for (const Screenshot& language : {Screenshot{"en", 0, ""}, {"jp", 4, ""}, {"zh", 5, ""}})
+        for (const char* state : STATES)
+            all.push_back({language.language, language.number, state});
+    return all;
+}
+
+// In steps of 17 levels, which keeps the files small and is below what is tolerated.
+uint8_t coarse(uint8_t level) {
+    return static_cast<uint8_t>((level + 8) / 17 * 17);
+}
+
+Picture screenPicture() {
+    Picture picture{WIDTH, HEIGHT, std::vector<uint8_t>(WIDTH * HEIGHT * 3)};
+    std::vector<uint8_t> drawn(WIDTH * HEIGHT * 4);
+    glReadPixels(0, 0, WIDTH, HEIGHT, GL_RGBA, GL_UNSIGNED_BYTE, drawn.data());
+    for (std::size_t y = 0; y < HEIGHT; ++y)
+        for (std::size_t x = 0; x < WIDTH; ++x)
+            std::transform(&drawn[((HEIGHT - 1 - y) * WIDTH + x) * 4],
+                           &drawn[((HEIGHT - 1 - y) * WIDTH + x) * 4] + 3,
+                           &picture.rgb[(y * WIDTH + x) * 3], coarse);
+    return picture;
+}
+
+class Golden : public testing::TestWithParam<Screenshot> {
+  protected:
+    static void SetUpTestSuite() { ASSERT_TRUE(makeOffscreenContext(WIDTH, HEIGHT)); }
+
+    // There is nothing to launch on this device.
+    void SetUp() override {
+        const std::string data = "FlashDisk/VELD/ORBUI/data";
+        device.makeFolder(data);
+        for (const char* folder : {"fonts", "lang"})
+            fs::copy(std::string(GUIDATA) + folder, device.root() / data / folder);
+        if (GetParam().state == std::string("background"))
+            fs::copy(std::string(GUIDATA) + "KSTRL-menubg4.raw", device.root() / data);
+        device.write("FlashDisk/VELD/KSTRL/version.txt");
+        device.setLanguage(GetParam().number);
+        setCallHook([](const HookedCall& call) -> DWORD {
+            return std::string(call.name) == "Sleep" ? ERROR_INVALID_PARAMETER : ERROR_SUCCESS;
+        });
+        screen.init(WIDTH, HEIGHT);
+    }
+
+    void plugIn(bool withNotes) const {
+        for (const char* file : {"KSTRL/a", "KSTRL/b", "ORBUI/data/c"})
+            device.write(std::string("USB HD/VELD/") + file);
+        if (withNotes)
+            device.write(
+                "USB HD/VELD/kstrXReleaseNotes.txt",
+                "KSTRL Release 2.14.3\n\nNew in this release:\n- Antenna 400 MHz: new table\n"
+                "- Quick (100%) & safe, \"as before\"\n");
+    }
+
+    void reach(const std::string& state) {
+        if (state == "waiting")
+            return;
+        const bool ready = state == "ready" || state == "background";
+        plugIn(ready);
+        screen.tick();
+        if (ready)
+            return;
+        // A folder that the update did not make keeps the staging folder from being removed.
+        if (state.find("failed") == 0)
+            device.write("FlashDisk/VELD/Update/stray/x");
+        screen.onKey(VK_HOME);
+        const int frames = state == "updating" ? 1 : state == "complete" ? 5 : 4;
+        for (int i = 0; i < frames; ++i)
+            screen.tick();
+        if (state == "failed-restart")
+            screen.onKey(VK_HOME);
+    }
+
+    DeviceFolder device;
+    SimpleUI screen;
+};
+
+TEST_P(Golden, LooksAsItDid) {
+    const std::string name = GetParam().language + std::string("-") + GetParam().state;
+    const std::string file = GOLDENS + name + ".png";
+    reach(GetParam().state);
+    glClear(GL_COLOR_BUFFER_BIT);
+    screen.draw();
+    const Picture actual = screenPicture();
+    if (std::getenv("RENEW_GOLDENS") != nullptr) {
+        ASSERT_TRUE(writePng(actual, file)) << file;
+        return;
+    }
+
+    const Picture expected = readPng(file);
+    ASSERT_EQ(expected.rgb.size(), actual.rgb.size()) << file << " is missing, or of another size";
+    const Difference difference = compare(actual, expected, TOLERATED_LEVELS);
+    if (difference.pixels <= TOLERATED_PIXELS)
+        return;
+    writePng(actual, RESULTS + name + ".actual.png");
+    writePng(difference.picture, RESULTS + name + ".difference.png");
+    ADD_FAILURE() << name << ": " << difference.report() << "\n  expected " << file << "\n  actual "
+                  << RESULTS << name << ".actual.png\n  difference " << RESULTS << name
+                  << ".difference.png";
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, Golden, testing::ValuesIn(allScreenshots()),
+                         [](const testing::TestParamInfo<Screenshot>& shot) {
+                             std::string name =
+                                 std::string(shot.param.language) + "_" + shot.param.state;
+                             std::replace(name.begin(), name.end(), '-', '_');
+                             return name;
+                         });
+
+TEST(Difference, TellsWhereAndHowMuch) {
+    const Picture expected{4, 3, std::vector<uint8_t>(36, 100)};
+    Picture actual = expected;
+    actual.rgb[17] = 60;
+    actual.rgb[33] = 117;
+    actual.rgb[0] = 116;  // tolerated
+    const Difference difference = compare(actual, expected, 16);
+    EXPECT_EQ(difference.report(), "2 pixels differ, by up to 40 levels, from (1, 1) to (3, 2)");
+    EXPECT_EQ(difference.picture.rgb[0], 0x60);
+    EXPECT_EQ(difference.picture.rgb[15], 0xFF);
+}
+
+}  // namespace

@@ -1,0 +1,25 @@
+// The GL of this machine without a display.
+#pragma once
+
+#include <cstdlib>
+
+#include "platform/gles.h"
+
+// Makes a context with a surface of that many pixels current, for the rest of the process: GL
+// programs are cached for as long. Returns whether it could be made.
+inline bool makeOffscreenContext(EGLint width, EGLint height) {
+    setenv("EGL_PLATFORM", "surfaceless", 1);
+    setenv("LIBGL_ALWAYS_SOFTWARE", "1", 1);
+    const EGLDisplay display = eglGetDisplay(EGL_DEFAULT_DISPLAY);
+    constexpr EGLint wanted[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RED_SIZE, 8, EGL_NONE};
+    const EGLint extent[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
+    constexpr EGLint version[] = {EGL_CONTEXT_CLIENT_VERSION, 2, EGL_NONE};
+    EGLConfig config = nullptr;
+    EGLint count = 0;
+    if (eglInitialize(display, nullptr, nullptr) == EGL_FALSE ||
+        eglChooseConfig(display, wanted, &config, 1, &count) == EGL_FALSE || count == 0)
+        return false;
+    const EGLSurface surface = eglCreatePbufferSurface(display, config, extent);
+    const EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, version);
+    return eglMakeCurrent(display, surface, surface, context) == EGL_TRUE;
+}
