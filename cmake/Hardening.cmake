@@ -1,0 +1,9 @@
+# The release build guards its stack, its libc calls and its relocations. Debug and sanitizer builds
+# are left alone: they have guards of their own.
+if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo" AND NOT WIN32)
+  include(CheckPIESupported)
+  check_pie_supported()
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+  add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -fstack-protector-strong)
+  add_link_options(-Wl,-z,relro,-z,now)
+endif()
