@@ -1,5 +1,6 @@
 #include "render/raw_texture.h"
 
+#include <algorithm>
 #include <limits>
 #include <memory>
 #include <new>
@@ -29,9 +30,12 @@ Pixels readPixels(std::FILE* file, uint64_t size) {
     if (tooLarge || size > std::numeric_limits<std::size_t>::max())
         return nullptr;
     const std::size_t count = static_cast<std::size_t>(size);
-    Pixels pixels(new (std::nothrow) unsigned char[count]());
-    if (pixels != nullptr)
-        std::fread(pixels.get(), 1, count, file);
+    Pixels pixels(new (std::nothrow) unsigned char[count]);
+    if (pixels == nullptr)
+        return nullptr;
+    // However few bytes come, the rest is zero.
+    const std::size_t got = std::fread(pixels.get(), 1, count, file);
+    std::fill(pixels.get() + got, pixels.get() + count, static_cast<unsigned char>(0));
     return pixels;
 }
 

@@ -36,9 +36,9 @@ std::unique_ptr<char[]> loadShaderFile(const std::string& fileName) {
     const FilePointer file = openBinaryFile(SHADER_FOLDER + fileName);
     if (file == nullptr)
         return nullptr;
-    // Zeroed, so that a file that ends early leaves a terminated text.
     const std::size_t size = static_cast<std::size_t>(bytesLeft(file.get()));
     auto text = std::make_unique<char[]>(size + 1);
-    std::fread(text.get(), 1, size, file.get());
+    const std::size_t got = std::fread(text.get(), 1, size, file.get());
+    text[got] = '\0';
     return text;
 }
