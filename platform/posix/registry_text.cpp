@@ -129,7 +129,7 @@ bool isPlainText(const RegistryValue& value) {
     if (value.type != REG_SZ || size < 2 || size % 2 != 0)
         return false;
     for (std::size_t i = 0; i < size; i += 2) {
-        const unsigned unit = value.data[i] | (value.data[i + 1] << 8U);
+        const unsigned unit = unsigned{value.data[i]} | (unsigned{value.data[i + 1]} << 8U);
         const bool last = i + 2 == size;
         if (last ? unit != 0 : unit < 0x20)
             return false;
