@@ -36,7 +36,8 @@ class DeviceFolder {
     std::filesystem::path root_;
 };
 
-// Whether the Windows that the test runs on is Wine, for the cases in which it differs from Windows.
+// Whether the Windows that the test runs on is Wine, for the cases in which it differs from
+// Windows.
 bool underWine();
 
 using Tree = std::map<std::string, std::string>;
