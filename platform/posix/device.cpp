@@ -1,7 +1,12 @@
 #include "platform/posix/device.h"
 
+#include <fcntl.h>
+#include <linux/openat2.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 
 #include "platform/posix/clock.h"
@@ -23,13 +28,26 @@ bool isRelative(std::u16string_view path) {
     return path.find_first_of(SEPARATORS) != 0;
 }
 
-// Whether the first `length` characters of `path`, which a separator follows, name a link.
-bool isLink(std::string& path, std::size_t length) {
+bool isLink(const std::string& path) {
     struct stat status {};
-    path[length] = '\0';
-    const bool found = ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
-    path[length] = '/';
-    return found;
+    return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
+// Whether a folder below the drive of `path` is a link. Paths outside the device folder are the
+// host's own, and may.
+bool leadsThroughLink(const std::string& path) {
+    const std::string& device = deviceRoot();
+    if (path.compare(0, device.size(), device) != 0 || path.size() <= device.size() + 1)
+        return false;
+    const std::size_t drive = path.find('/', device.size() + 1);
+    if (drive == std::string::npos)
+        return false;
+    for (std::size_t end = path.find('/', drive + 1); end != std::string::npos;
+         end = path.find('/', end + 1)) {
+        if (isLink(path.substr(0, end)))
+            return true;
+    }
+    return false;
 }
 
 }  // namespace
@@ -67,22 +85,35 @@ std::string resolveOnText(LPCWSTR path) {
     return host;
 }
 
-DWORD resolve(LPCWSTR path, std::string& host) {
+DWORD resolveName(LPCWSTR path, std::string& host) {
     const std::u16string_view text(path);
     if (text.empty() || text.size() >= MAX_PATH)
         return ERROR_PATH_NOT_FOUND;
     host = resolveOnText(path);
-    if (isRelative(text))
-        return ERROR_SUCCESS;
-    const std::size_t drive = host.find('/', deviceRoot().size() + 1);
-    if (drive == std::string::npos)
-        return ERROR_SUCCESS;
-    for (std::size_t end = host.find('/', drive + 1); end != std::string::npos;
-         end = host.find('/', end + 1)) {
-        if (isLink(host, end))
-            return ERROR_ACCESS_DENIED;
-    }
     return ERROR_SUCCESS;
+}
+
+DWORD resolve(LPCWSTR path, std::string& host) {
+    if (const DWORD error = resolveName(path, host))
+        return error;
+    return leadsThroughLink(host) ? ERROR_ACCESS_DENIED : ERROR_SUCCESS;
+}
+
+int openResolved(const std::string& host, int flags, mode_t mode) {
+    open_how how{};
+    how.flags = static_cast<uint64_t>(flags | O_NOFOLLOW | O_CLOEXEC);
+    how.mode = (flags & O_CREAT) != 0 ? mode : 0;
+    how.resolve = RESOLVE_NO_SYMLINKS;
+    const long file = ::syscall(SYS_openat2, AT_FDCWD, host.c_str(), &how, sizeof how);
+    // A link may stand above the drives, where it is no harm; and not every kernel has the call, or
+    // allows it.
+    if (file >= 0 || (errno != ELOOP && errno != ENOSYS && errno != EPERM))
+        return static_cast<int>(file);
+    if (leadsThroughLink(host)) {
+        errno = ELOOP;
+        return -1;
+    }
+    return ::open(host.c_str(), flags | O_NOFOLLOW | O_CLOEXEC, mode);
 }
 
 }  // namespace host

@@ -8,30 +8,16 @@
 #include <cerrno>
 
 #include "platform/posix/call_hook.h"
+#include "platform/posix/descriptor.h"
 #include "platform/posix/device.h"
 #include "platform/posix/file_status.h"
 #include "platform/posix/last_error.h"
 
+using host::Descriptor;
 using host::fail;
 using host::windowsError;
 
 namespace {
-
-class Descriptor {
-  public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (number_ >= 0)
-            ::close(number_);
-    }
-    bool isOpen() const { return number_ >= 0; }
-    int number() const { return number_; }
-
-  private:
-    int number_;
-};
 
 bool writeAll(int to, const char* data, std::size_t size) {
     while (size > 0) {
@@ -59,8 +45,8 @@ bool copyThroughMemory(int from, int to) {
     }
 }
 
-// Copies `size` bytes from where both files stand, and whatever follows when it is the last piece.
-bool copyPiece(int from, int to, off_t size, bool last) {
+// Copies `size` bytes from where both files stand.
+bool copyPiece(int from, int to, off_t size) {
     for (off_t done = 0; done < size;) {
         const auto left = static_cast<std::size_t>(size - done);
         const ssize_t copied = ::copy_file_range(from, nullptr, to, nullptr, left, 0);
@@ -73,8 +59,7 @@ bool copyPiece(int from, int to, off_t size, bool last) {
                                             errno == EOPNOTSUPP);
         return (copied == 0 || refused) && copyThroughMemory(from, to);
     }
-    // A file may have more in it than its size says.
-    return !last || copyThroughMemory(from, to);
+    return true;
 }
 
 // Holes stay holes: a sparse file takes no more room than it did.
@@ -86,18 +71,21 @@ bool copySparse(int from, int to, off_t size) {
         const off_t hole = ::lseek(from, data, SEEK_HOLE);
         at = hole > data ? hole : size;
         if (::lseek(from, data, SEEK_SET) < 0 || ::lseek(to, data, SEEK_SET) < 0 ||
-            !copyPiece(from, to, at - data, false))
+            !copyPiece(from, to, at - data))
             return false;
     }
     return ::ftruncate(to, size) == 0;
 }
 
 bool copyContent(int from, int to, const struct stat& status) {
+    // A file whose size the kernel does not tell has more in it than that.
+    if (status.st_size == 0)
+        return copyThroughMemory(from, to);
     constexpr off_t blockSize = 512;
     const bool sparse = status.st_blocks * blockSize < status.st_size;
     const bool seekable = sparse && ::lseek(from, 0, SEEK_DATA) >= 0;
     return (seekable || (sparse && errno == ENXIO)) ? copySparse(from, to, status.st_size)
-                                                    : copyPiece(from, to, status.st_size, true);
+                                                    : copyPiece(from, to, status.st_size);
 }
 
 // What there is at the destination must be an ordinary file that may be replaced.
@@ -117,27 +105,30 @@ BOOL CopyFileW(LPCWSTR source, LPCWSTR destination, BOOL failIfExists) {
         return FALSE;
     std::string from;
     std::string to;
-    if (const DWORD error = host::resolve(source, from))
+    if (const DWORD error = host::resolveName(source, from))
         return fail(error);
-    if (const DWORD error = host::resolve(destination, to))
+    if (const DWORD error = host::resolveName(destination, to))
         return fail(error);
 
-    const Descriptor input(::open(from.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const Descriptor input(host::openResolved(from, O_RDONLY | O_NONBLOCK));
     struct stat status {};
     if (!input.isOpen() || ::fstat(input.number(), &status) != 0)
         return fail(windowsError(errno, from));
     if (!S_ISREG(status.st_mode))
         return fail(ERROR_ACCESS_DENIED);
 
-    constexpr int flags = O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
-    int file = ::open(to.c_str(), flags | O_EXCL, 0600);
-    if (file < 0 && errno == EEXIST) {
+    constexpr int flags = O_WRONLY | O_CREAT | O_NONBLOCK;
+    // Writable until its content is complete, so that a copy that is killed can be made again.
+    const mode_t mode = status.st_mode & 0777;
+    int file = host::openResolved(to, flags | O_EXCL, mode | S_IWUSR);
+    const bool replaces = file < 0 && errno == EEXIST;
+    if (replaces) {
         struct stat present {};
         if (::lstat(to.c_str(), &present) == 0) {
             if (const DWORD error = refusal(status, present, failIfExists))
                 return fail(error);
         }
-        file = ::open(to.c_str(), flags | O_TRUNC, 0600);
+        file = host::openResolved(to, flags | O_TRUNC, mode | S_IWUSR);
     }
     const Descriptor output(file);
     if (!output.isOpen())
@@ -150,7 +141,8 @@ BOOL CopyFileW(LPCWSTR source, LPCWSTR destination, BOOL failIfExists) {
     }
     // As far as the file system has modes and times: a copy to a memory stick is none the worse.
     const timespec times[2] = {status.st_atim, status.st_mtim};
-    ::fchmod(output.number(), status.st_mode & 0777);
+    if (replaces || host::isReadOnly(status))
+        ::fchmod(output.number(), mode);
     ::futimens(output.number(), times);
     return TRUE;
 }

@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "platform/posix/call_hook.h"
+#include "platform/posix/descriptor.h"
 #include "platform/posix/device.h"
 #include "platform/posix/file_status.h"
 #include "platform/posix/last_error.h"
@@ -27,9 +28,11 @@ BOOL failFromErrno(const std::string& host) {
 
 // Resolves `path` and reads the status of what is there; sets the last error when either fails.
 bool find(LPCWSTR path, std::string& host, struct stat& status) {
-    if (const DWORD error = host::resolve(path, host))
+    if (const DWORD error = host::resolveName(path, host))
         return fail(error) != FALSE;
-    return ::lstat(host.c_str(), &status) == 0 || failFromErrno(host) != FALSE;
+    const host::Descriptor place(host::openResolved(host, O_PATH));
+    const bool found = place.isOpen() && ::fstat(place.number(), &status) == 0;
+    return found || failFromErrno(host) != FALSE;
 }
 
 }  // namespace
@@ -123,14 +126,14 @@ FILE* _wfopen(LPCWSTR path, LPCWSTR mode) {
     if (refusedByHook("_wfopen", path, mode))
         return nullptr;
     std::string host;
-    if (const DWORD error = host::resolve(path, host)) {
+    if (const DWORD error = host::resolveName(path, host)) {
         fail(error);
         return nullptr;
     }
     const bool writing = mode[0] == u'w';
     // Not blocking: the open of a named pipe would wait for its other end.
-    const int flags = O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | (writing ? O_WRONLY | O_CREAT : 0);
-    const int file = ::open(host.c_str(), flags, 0666);
+    const int flags = O_NONBLOCK | (writing ? O_WRONLY | O_CREAT : O_RDONLY);
+    const int file = host::openResolved(host, flags, 0666);
     struct stat status {};
     if (file < 0 || ::fstat(file, &status) != 0) {
         failFromErrno(host);
