@@ -1,11 +1,11 @@
 #include "app/command_line.h"
 
 CommandLine parseCommandLine(const std::string& line) {
-    static const std::string autoSwitch = "/auto";
+    static const std::string AUTO_SWITCH = "/auto";
     CommandLine result;
-    // The switch alone does not count: a command line begins with the program that it starts.
-    if (line.size() > autoSwitch.size() &&
-        line.compare(line.size() - autoSwitch.size(), autoSwitch.size(), autoSwitch) == 0) {
+    // The switch alone does not count, only one with something in front of it, as callers pass it.
+    if (line.size() > AUTO_SWITCH.size() &&
+        line.compare(line.size() - AUTO_SWITCH.size(), AUTO_SWITCH.size(), AUTO_SWITCH) == 0) {
         result.autoMode = true;
         return result;
     }

@@ -71,6 +71,8 @@ bool initEgl(HWND window, EGLDisplay& display, EGLSurface& surface, EGLContext& 
         return fail("eglChooseConfig failed!\n");
     if (count == 0)
         return fail("No matching EGL configs found!\n");
+    // Two dots in one message below and one blank in another: logs are searched for them as they
+    // are.
     EGLConfig const config = pickConfig(display, configs, count);
 
     context = eglCreateContext(display, config, EGL_NO_CONTEXT, CONTEXT_ATTRIBUTES);

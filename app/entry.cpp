@@ -43,9 +43,9 @@ bool drainMessages() {
 }
 
 void runFrames() {
-    constexpr DWORD framePause = 2;
+    constexpr DWORD FRAME_PAUSE = 2;
     do {
-        Sleep(framePause);
+        Sleep(FRAME_PAUSE);
         glClear(GL_COLOR_BUFFER_BIT);
         theScreen.draw();
         theScreen.tick();
@@ -55,12 +55,12 @@ void runFrames() {
 
 }  // namespace
 
-int runUpdater(HINSTANCE module) {
+int runUpdater() {
     terminateProcessByName("KSTRL.exe");
     terminateProcessByName("KSTRLLF.exe");
 
-    registerWindowClass(module);
-    const HWND window = createMainWindow(module);
+    registerWindowClass();
+    const HWND window = createMainWindow();
     if (window == nullptr)
         return -1;
     ShowWindow(window, SW_SHOWNORMAL);

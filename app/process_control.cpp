@@ -9,6 +9,9 @@ namespace {
 constexpr DWORD PROCESS_ENTRY_SIZE = 564;
 
 void terminateProcess(DWORD id) {
+    // A process that cannot be opened or ended is left running, and nothing is told: the update
+    // goes on, and a file that it holds shows in the log. The null handle of a failed open is
+    // refused by the two calls below.
     const HANDLE process = OpenProcess(PROCESS_ALL_ACCESS, FALSE, id);
     if (TerminateProcess(process, 0) == 0)
         GetLastError();

@@ -43,25 +43,27 @@ LRESULT CALLBACK mainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     }
 }
 
-void registerWindowClass(HINSTANCE module) {
+void registerWindowClass() {
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = mainWindowProc;
-    windowClass.hInstance = module;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.hbrBackground = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
     windowClass.lpszClassName = CLASS_NAME;
     RegisterClassW(&windowClass);
 }
 
-HWND createMainWindow(HINSTANCE module) {
+HWND createMainWindow() {
     return CreateWindowExW(0, CLASS_NAME, nullptr, START_STYLE, CW_USEDEFAULT, CW_USEDEFAULT,
-                           CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, module, nullptr);
+                           CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
+                           GetModuleHandleW(nullptr), nullptr);
 }
 
 void makeFullScreen(HWND window, uint32_t width, uint32_t height) {
     SetWindowLongW(window, GWL_STYLE, static_cast<LONG>(WS_POPUP));
     SetWindowPos(window, HWND_TOPMOST, 0, 0, static_cast<int>(width), static_cast<int>(height),
                  SWP_FRAMECHANGED);
-    SetForegroundWindow(window);
+    // In this order: a window that is disabled gets no keyboard.
     EnableWindow(window, TRUE);
+    SetForegroundWindow(window);
 }

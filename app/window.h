@@ -6,11 +6,11 @@
 #include "platform/win32.h"
 
 // Registers the window class of createMainWindow.
-void registerWindowClass(HINSTANCE module);
+void registerWindowClass();
 
 // Makes the window, with the size and the frame that the system gives it and disabled; null when it
 // cannot be made.
-HWND createMainWindow(HINSTANCE module);
+HWND createMainWindow();
 
 // Makes the window cover the screen of the given size in pixels, and gives it the keyboard.
 void makeFullScreen(HWND window, uint32_t width, uint32_t height);

@@ -143,5 +143,5 @@ int main(int argc, char** argv) {
     entry = now();
     std::atexit(report);
     host::setCommandLine(argc, argv);
-    return runUpdater(nullptr);
+    return runUpdater();
 }

@@ -22,8 +22,8 @@ constexpr std::size_t SHORTEST_KERNING_LINE = 4;
 // A glyph names its page with one byte, so nothing is drawn from further pages.
 constexpr std::size_t MAX_PAGES = 256;
 
-// Three times what a glyph for every character takes; of a larger file only this much is read.
-constexpr uint64_t MAX_FONT_FILE_SIZE = uint64_t{4} << 20;
+// A glyph for every character and a kerning amount for every pair of 2,500 letters fit in.
+constexpr uint64_t MAX_FONT_FILE_SIZE = uint64_t{64} << 20;
 
 enum BlockType : unsigned char { COMMON = 2, PAGES = 3, CHARS = 4, KERNING_PAIRS = 5 };
 
@@ -132,8 +132,12 @@ void loadFontFile(const std::string& path, FontData& font) {
         Logger::instance().error("Font file %s not found.\n", path.c_str());
         return;
     }
-    std::vector<unsigned char> bytes(
-        static_cast<std::size_t>(std::min(bytesLeft(file.get()), MAX_FONT_FILE_SIZE)));
+    const uint64_t length = bytesLeft(file.get());
+    if (length > MAX_FONT_FILE_SIZE) {
+        Logger::instance().error("Font file %s is too large.\n", path.c_str());
+        return;
+    }
+    std::vector<unsigned char> bytes(static_cast<std::size_t>(length));
     const std::size_t size = std::fread(bytes.data(), 1, bytes.size(), file.get());
     parseFont(bytes.data(), size, font);
 }

@@ -36,7 +36,7 @@ class FontRenderer : public Renderer {
                   const float* projection, bool useKerning, const float* modelview) const;
 
     // The sum of the advances in pixels, without kerning; more than drawText takes for the
-    // characters that it narrows.
+    // characters that it narrows. It stays so: texts are placed by this width.
     uint32_t textWidth(WideText text) const;
     uint32_t textWidth(const std::string& text) const;
 

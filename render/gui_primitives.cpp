@@ -1,6 +1,7 @@
 #include "render/gui_primitives.h"
 
 #include <array>
+#include <cmath>
 
 namespace {
 
@@ -81,7 +82,7 @@ void drawFilledRect(const GuiRect& rect, GLint positionLocation, GLint colorLoca
 
 void drawRectOutline(const GuiRect& rect, GLint positionLocation, GLint colorLocation, float red,
                      float green, float blue, float lineWidth) {
-    const int32_t half = static_cast<int32_t>(lineWidth / 2.0F);
+    const int32_t half = static_cast<int32_t>(std::ceil(lineWidth / 2.0F));
     const int32_t left = rect.x;
     const int32_t right = rect.x + rect.width;
     const int32_t bottom = rect.y;

@@ -65,14 +65,14 @@ std::string fileTimeText(const std::string& path) {
 }
 
 std::string sizeText(int64_t bytes) {
-    constexpr int64_t kilobyte = int64_t{1} << 10;
-    constexpr int64_t megabyte = int64_t{1} << 20;
-    constexpr int64_t gigabyte = int64_t{1} << 30;
-    if (bytes > gigabyte)
-        return std::to_string(bytes / gigabyte) + "GB";
-    if (bytes > megabyte)
-        return std::to_string(bytes / megabyte) + "MB";
-    if (bytes > kilobyte)
-        return std::to_string(bytes / kilobyte) + "KB";
+    constexpr int64_t KILOBYTE = int64_t{1} << 10;
+    constexpr int64_t MEGABYTE = int64_t{1} << 20;
+    constexpr int64_t GIGABYTE = int64_t{1} << 30;
+    if (bytes > GIGABYTE)
+        return std::to_string(bytes / GIGABYTE) + "GB";
+    if (bytes > MEGABYTE)
+        return std::to_string(bytes / MEGABYTE) + "MB";
+    if (bytes > KILOBYTE)
+        return std::to_string(bytes / KILOBYTE) + "KB";
     return std::to_string(bytes) + " bytes";
 }

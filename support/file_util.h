@@ -26,4 +26,5 @@ std::vector<FileEntry> listDirectory(const std::string& folder, bool includeFold
 std::string fileTimeText(const std::string& path);
 
 // "3KB", "2GB", but "1024 bytes": the units cut off what is left over, and begin above their size.
+// Only "bytes" has a blank in front of it: screens and logs show sizes in this form.
 std::string sizeText(int64_t bytes);

@@ -23,7 +23,7 @@ bool LineReader::readLine(std::string& line) {
 }
 
 int LineReader::nextCharacter() {
-    constexpr int ctrlZ = 0x1A;
+    constexpr int CTRL_Z = 0x1A;
     int c = std::fgetc(file_);
     if (c == '\r') {
         const int next = std::fgetc(file_);
@@ -31,7 +31,7 @@ int LineReader::nextCharacter() {
             return next;
         std::ungetc(next, file_);
     }
-    if (c == ctrlZ) {
+    if (c == CTRL_Z) {
         std::ungetc(c, file_);
         c = EOF;
     }

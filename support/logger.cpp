@@ -16,9 +16,10 @@ void sendToDebugger(const std::string& text) {
     OutputDebugStringW((widen(text) + TEXT("\n")).c_str());
 }
 
-// The echo of a logged message goes through the trace as its format, as it always has: "%%" that
-// an argument brought in becomes "%". Any other conversion has no argument to read, so its text
-// stays as it is.
+// The echo of a logged message is the trace's format, as it always has been: a percent sign that an
+// argument brought in counts again, and a name with "%%" in it shows with "%". Conversions other
+// than that have no argument, and following them would read memory that is nobody's: they are shown
+// as they are.
 void echo(const std::string& message) {
     std::string text;
     for (std::size_t i = 0; i < message.size(); ++i) {

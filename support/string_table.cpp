@@ -26,6 +26,7 @@ StringTable& StringTable::instance() {
 
 void StringTable::setLanguage(int32_t language) {
     entries_.clear();
+    // The empty key has an empty text, where unknown keys have a text that says so.
     entries_[""] = WideString();
     load(NUMERALS_FILE);
     if (language >= 0 && language < LANGUAGE_COUNT)

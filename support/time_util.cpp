@@ -34,13 +34,13 @@ double Timer::elapsedMilliseconds() const {
 }
 
 void setTimeZone(int32_t hours) {
-    constexpr DWORD highestZoneId = 2;
-    constexpr LONG minutesPerHour = 60;
+    constexpr DWORD HIGHEST_ZONE_ID = 2;
+    constexpr LONG MINUTES_PER_HOUR = 60;
     TIME_ZONE_INFORMATION current{};
-    if (GetTimeZoneInformation(&current) > highestZoneId)
+    if (GetTimeZoneInformation(&current) > HIGHEST_ZONE_ID)
         std::printf("GTZI failed (%d)\n", static_cast<int>(GetLastError()));
     TIME_ZONE_INFORMATION zone = current;
-    zone.Bias = static_cast<LONG>(int64_t{hours} * -minutesPerHour);
+    zone.Bias = static_cast<LONG>(int64_t{hours} * -MINUTES_PER_HOUR);
     if (!SetTimeZoneInformation(&zone))
         std::printf("STZI failed (%d)\n", static_cast<int>(GetLastError()));
 }

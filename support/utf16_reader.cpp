@@ -4,9 +4,9 @@
 
 Utf16Reader::Utf16Reader(const std::string& path)
     : file_(_wfopen(widen(path).c_str(), TEXT("rb,ccs=UTF-16LE"))) {
-    constexpr WCHAR byteOrderMark = 0xFEFF;
+    constexpr WCHAR BYTE_ORDER_MARK = 0xFEFF;
     WCHAR first{};
-    if (file_ != nullptr && !(readCharacter(first) && first == byteOrderMark))
+    if (file_ != nullptr && !(readCharacter(first) && first == BYTE_ORDER_MARK))
         std::rewind(file_);
 }
 

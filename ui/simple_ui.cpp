@@ -3,6 +3,7 @@
 #include "ui/simple_ui.h"
 
 #include <cstdlib>
+#include <new>
 
 #include "render/raw_texture.h"
 #include "render/shader_program.h"
@@ -33,19 +34,19 @@ void SimpleUI::init(uint32_t width, uint32_t height) {
     fontSet.loadFonts(language);
     StringTable::instance().setLanguage(language);
 
-    constexpr int32_t backgroundSide = 1024;
-    imageRenderer = std::make_unique<ImageRenderer>();
+    constexpr int32_t BACKGROUND_SIDE = 1024;
+    imageRenderer.reset(new (std::nothrow) ImageRenderer);
     backgroundTexture =
-        loadRawLuminanceTexture((guiData + "KSTRL-menubg4.raw").c_str(), backgroundSide, 0);
+        loadRawLuminanceTexture((guiData + "KSTRL-menubg4.raw").c_str(), BACKGROUND_SIDE, 0);
     // Built now, so that no frame waits for the compiler.
     getProgram(programCache(), "gui");
 }
 
 void SimpleUI::tick() {
-    constexpr DWORD mediaPollPause = 100;
+    constexpr DWORD MEDIA_POLL_PAUSE = 100;
     if (!updater.isMediaReady()) {
         updater.pollMedia();
-        Sleep(mediaPollPause);
+        Sleep(MEDIA_POLL_PAUSE);
     } else if (!restartAttempted && updater.getState() == UpdateComplete) {
         launchMainApp();
     }

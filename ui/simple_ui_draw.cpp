@@ -140,6 +140,7 @@ void SimpleUI::drawTexts() {
             noteTop = 255;
             break;
         case UpdateComplete:
+            // The keys are misspelled in every string table in the field.
             drawLine(textOf("STR_UDPATECOMPLETE"), 205);
             noteTop = 255;
             break;

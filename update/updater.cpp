@@ -43,8 +43,7 @@ int32_t Updater::getProgress() {
 void Updater::startUpdate() {
     buildFileLists();
     state = Updating;
-    // Whether a folder could be made shows when files are copied into it; one that is there from an
-    // interrupted update is used again.
+    // Not examined, like the copies: a folder that an interrupted update left is used again.
     CreateDirectoryW(widen(flashRoot).c_str(), nullptr);
     CreateDirectoryW(widen(flashRoot + "Update").c_str(), nullptr);
     for (const std::string& folder : foldersToCreate)
@@ -52,7 +51,7 @@ void Updater::startUpdate() {
 }
 
 void Updater::step() {
-    if (!mediaReady || finished)
+    if (!isMediaReady() || finished)
         return;
     if (copyDone)
         finishUpdate();

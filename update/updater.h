@@ -56,8 +56,10 @@ class Updater {
     // One step of the update: copies a file, or finishes once all are copied. Harmless at any time.
     virtual void step();
 
-  protected:
+    // Appends the lines of the release notes to those at hand; pollMedia calls it.
     virtual void readReleaseNotes();
+
+  protected:
     virtual void addComponentFolder(const std::string& name);
     virtual void buildFileLists();
     virtual void copyNextFile();

@@ -32,13 +32,13 @@ void Updater::pollMedia() {
         return;
     state = ReadyToUpdate;
 
-    static const std::string versionPrefix = "KSTRL Release ";
+    static const std::string VERSION_PREFIX = "KSTRL Release ";
     LineReader notes(usbRoot + makerFolder + releaseNotesName);
     notes.readLine(updateVersion);
     // The place of the prefix is not used: release notes carry it at the start of their first line,
     // and the cut has always been made there.
-    if (updateVersion.rfind(versionPrefix) != std::string::npos)
-        updateVersion = updateVersion.substr(versionPrefix.size());
+    if (updateVersion.rfind(VERSION_PREFIX) != std::string::npos)
+        updateVersion = updateVersion.substr(VERSION_PREFIX.size());
     readReleaseNotes();
 }
 

@@ -81,8 +81,8 @@ bool copyContent(int from, int to, const struct stat& status) {
     // A file whose size the kernel does not tell has more in it than that.
     if (status.st_size == 0)
         return copyThroughMemory(from, to);
-    constexpr off_t blockSize = 512;
-    const bool sparse = status.st_blocks * blockSize < status.st_size;
+    constexpr off_t BLOCK_SIZE = 512;
+    const bool sparse = status.st_blocks * BLOCK_SIZE < status.st_size;
     const bool seekable = sparse && ::lseek(from, 0, SEEK_DATA) >= 0;
     return (seekable || (sparse && errno == ENXIO)) ? copySparse(from, to, status.st_size)
                                                     : copyPiece(from, to, status.st_size);

@@ -116,9 +116,9 @@ BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes) {
         return TRUE;
     if (!S_ISREG(status.st_mode))
         return fail(ERROR_ACCESS_DENIED);
-    constexpr mode_t anyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
+    constexpr mode_t ANY_WRITE = S_IWUSR | S_IWGRP | S_IWOTH;
     const bool readOnly = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
-    const mode_t mode = readOnly ? status.st_mode & ~anyWrite : status.st_mode | S_IWUSR;
+    const mode_t mode = readOnly ? status.st_mode & ~ANY_WRITE : status.st_mode | S_IWUSR;
     return ::chmod(host.c_str(), mode & 07777) == 0 || failFromErrno(host);
 }
 

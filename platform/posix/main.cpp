@@ -55,5 +55,5 @@ int main(int argc, char** argv) {
                      "updater --help)\n",
                      deviceRoot().c_str());
     host::setCommandLine(argc, argv);
-    return runUpdater(nullptr);
+    return runUpdater();
 }

@@ -80,18 +80,18 @@ std::vector<std::string> deviceFolders() {
 // the first argument or behind one of the interpreter's. A program that merely was given the path
 // of a file of the device carries a name of its own.
 std::string scriptOf(const std::string& process) {
-    constexpr std::size_t longestName = 15;
+    constexpr std::size_t LONGEST_NAME = 15;
     std::string name = readFile(process + "/comm");
     name.erase(name.find_last_not_of('\n') + 1);
     const std::string arguments = readFile(process + "/cmdline");
     const std::string program = arguments.c_str();
-    if (baseName(program).substr(0, longestName) == name)
+    if (baseName(program).substr(0, LONGEST_NAME) == name)
         return {};
     std::size_t start = program.size() + 1;
     for (int i = 1; i <= 2 && start < arguments.size(); ++i) {
         const std::string argument = arguments.c_str() + start;
         start += argument.size() + 1;
-        if (baseName(argument).substr(0, longestName) != name)
+        if (baseName(argument).substr(0, LONGEST_NAME) != name)
             continue;
         const bool absolute = argument[0] == '/';
         return canonical(absolute ? argument : readLink(process + "/cwd") + "/" + argument);

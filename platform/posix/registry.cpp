@@ -45,8 +45,8 @@ LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, DWORD*, DWORD* type, BYTE* data
 LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD, DWORD type, const BYTE* data, DWORD size) {
     if (const DWORD error = errorFromHook("RegSetValueExW", name, type))
         return static_cast<LSTATUS>(error);
-    constexpr REGSAM setValue = 0x2;
-    if ((key->access & setValue) == 0)
+    constexpr REGSAM SET_VALUE = 0x2;
+    if ((key->access & SET_VALUE) == 0)
         return ERROR_ACCESS_DENIED;
     host::Registry registry = host::loadRegistry();
     registry.set(key->path, name, {type, {data, data + size}});

@@ -24,9 +24,9 @@ uint32_t decode(std::string_view utf8, std::size_t at, std::size_t& length) {
             return INVALID;
         point = (point << 6) | (byte(at + i) & 0x3F);
     }
-    constexpr uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    constexpr uint32_t SMALLEST[] = {0, 0, 0x80, 0x800, 0x10000};
     const bool surrogate = point >= 0xD800 && point <= 0xDFFF;
-    if (point < smallest[size] || point > 0x10FFFF || surrogate)
+    if (point < SMALLEST[size] || point > 0x10FFFF || surrogate)
         return INVALID;
     length = size;
     return point;

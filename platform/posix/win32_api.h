@@ -295,6 +295,7 @@ BOOL TranslateMessage(const MSG* message);
 LRESULT DispatchMessageW(const MSG* message);
 void PostQuitMessage(int exitCode);
 BOOL DestroyWindow(HWND window);
+HINSTANCE GetModuleHandleW(LPCWSTR name);
 HCURSOR LoadCursorW(HINSTANCE instance, LPCWSTR name);
 HGDIOBJ GetStockObject(int object);
 

@@ -45,13 +45,13 @@ struct ScreenSize {
 };
 
 ScreenSize screenSize() {
-    constexpr int largest = 16384;
+    constexpr int LARGEST = 16384;
     ScreenSize size;
     const char* variable = std::getenv("UPDATER_SCREEN");
     int width = 0;
     int height = 0;
     if (variable != nullptr && std::sscanf(variable, "%5dx%5d", &width, &height) == 2 &&
-        width > 0 && width <= largest && height > 0 && height <= largest)
+        width > 0 && width <= LARGEST && height > 0 && height <= LARGEST)
         size = {width, height};
     return size;
 }
@@ -215,6 +215,10 @@ BOOL DestroyWindow(HWND window) {
     glfwDestroyWindow(window->desktop);
     window->desktop = nullptr;
     return TRUE;
+}
+
+HINSTANCE GetModuleHandleW(LPCWSTR) {
+    return nullptr;
 }
 
 HCURSOR LoadCursorW(HINSTANCE, LPCWSTR) {

@@ -1,6 +1,6 @@
 // The Win32 calls on Windows: the system's own.
 //
-// The program asks nothing of them that Windows CE 8 does not have. Desktop Windows refuses three
+// The program asks nothing of them that Windows CE 8 does not have. Desktop Windows refuses some
 // of the instrument's ways; what is defined below takes them there, and CE never sees it.
 #pragma once
 
@@ -40,6 +40,10 @@ BOOL nextProcessOfAnySize(HANDLE snapshot, PROCESSENTRY32W* entry);
 #undef Process32Next
 #define Process32First firstProcessOfAnySize
 #define Process32Next nextProcessOfAnySize
+
+// The desktop's headers ask for rights that CE does not know.
+#undef PROCESS_ALL_ACCESS
+#define PROCESS_ALL_ACCESS 0x1F0FFF
 
 // The desktop's runtime decodes a file that is opened with ",ccs=UTF-16LE" even when its bytes are
 // asked for, and turns line ends into two characters. Here all files are opened as they are, so

@@ -7,8 +7,8 @@
 #include "app/window.h"
 
 int main() {
-    registerWindowClass(nullptr);
-    const HWND window = createMainWindow(nullptr);
+    registerWindowClass();
+    const HWND window = createMainWindow();
     if (window == nullptr)
         return 2;
     ShowWindow(window, SW_SHOWNORMAL);
