@@ -1,6 +1,6 @@
 // A whole update by the engine against the same by the system's own tools: copy the key's folders
-// beside the installed ones, remove the old backups, and move. Both work on trees of their own on
-// the same disk, from the same key. Usage: compare_updates ENGINE
+// beside the installed ones, remove the old backups, and move. Both work in turn on the same
+// device, from the same key: what one leaves is the other's start. Usage: compare_updates ENGINE
 
 #include <cstdio>
 #include <cstdlib>
@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* TOOLS_UPDATE = R"(set -e
 key=$1/USB\ HD/VELD
-cd "$2"
+cd "$1/FlashDisk/VELD"
 mkdir Update
 cp -r "$key/KSTRL" "$key/ORBUI" Update
 for name in KSTRL ORBUI; do
@@ -50,17 +50,14 @@ Measured measure(const std::string& engine, const BenchDevice& device, int pairs
     const std::string root = device.root().string();
     const auto theirs = [&] {
         settleDisk();
-        return runCommand({"sh", "-c", TOOLS_UPDATE, "sh", root, root + "/tools"});
+        return runCommand({"sh", "-c", TOOLS_UPDATE, "sh", root});
     };
-    // Each gets an installation and a backup of the update's size: what is measured is the update
-    // of an instrument that has been updated before.
-    for (const std::string place : {"FlashDisk/VELD/", "tools/"})
-        for (const char* const folder : {"KSTRL", "KSTRL_old", "ORBUI", "ORBUI_old"}) {
-            const std::string name = folder;
-            std::filesystem::create_directories(device.root() / place);
-            runCommand({"cp", "-r", root + "/USB HD/VELD/" + name.substr(0, 5),
-                        root + "/" + place + name});
-        }
+    // An installation and a backup of the update's size: what is measured is the update of an
+    // instrument that has been updated before.
+    std::filesystem::create_directories(device.root() / "FlashDisk/VELD");
+    for (const std::string name : {"KSTRL", "KSTRL_old", "ORBUI", "ORBUI_old"})
+        runCommand({"cp", "-r", root + "/USB HD/VELD/" + name.substr(0, 5),
+                    root + "/FlashDisk/VELD/" + name});
     const Comparison wall = compare(pairs, ours, theirs);
     report.seconds = median(engineSeconds);
     return {wall, report};

@@ -20,7 +20,20 @@
 
 namespace {
 
-enum Step { SLEEP, INIT, DRAW, TICK, SWAP, FONTS, TEXTS, TEXTURES, PROGRAMS, STEP_COUNT };
+enum Step {
+    SLEEP,
+    CLEAR,
+    INIT,
+    DRAW,
+    TICK,
+    SWAP,
+    EVENTS,
+    FONTS,
+    TEXTS,
+    TEXTURES,
+    PROGRAMS,
+    STEP_COUNT
+};
 
 std::array<double, STEP_COUNT> seconds;
 double entry;
@@ -47,8 +60,9 @@ class Watch {
 void report() {
     const double end = now();
     const auto inLoop = [](Step step) { return seconds[step] - beforeLoop[step]; };
-    std::fprintf(stderr, "loop %lu %.6f %.6f %.6f %.6f %.6f\n", frames, end - firstSwap,
-                 inLoop(SLEEP), inLoop(DRAW), inLoop(SWAP), inLoop(TICK));
+    std::fprintf(stderr, "loop %lu %.6f %.6f %.6f %.6f %.6f %.6f\n", frames, end - firstSwap,
+                 inLoop(SLEEP), inLoop(CLEAR) + inLoop(DRAW), inLoop(SWAP), inLoop(TICK),
+                 inLoop(EVENTS));
     std::fprintf(stderr, "start %.6f %.6f %.6f %.6f %.6f %.6f\n", firstSwap - entry, seconds[FONTS],
                  seconds[TEXTS], seconds[TEXTURES], beforeLoop[PROGRAMS], seconds[INIT]);
     std::fprintf(stderr, "memory %llu %llu %llu\n",
@@ -69,6 +83,9 @@ void realSetLanguage(StringTable* table,
 GLuint realLoadTexture(const char* path, GLsizei size,
                        int32_t offset) asm("__real__Z23loadRawLuminanceTexturePKcii");
 EGLBoolean realSwap(EGLDisplay display, EGLSurface surface) asm("__real_eglSwapBuffers");
+void realClear(GLbitfield mask) asm("__real_glClear");
+BOOL realPeek(MSG* message, HWND window, UINT first, UINT last,
+              UINT remove) asm("__real__Z12PeekMessageWP3MSGP12WindowHandlejjj");
 void realCompile(GLuint shader) asm("__real_glCompileShader");
 void realLink(GLuint program) asm("__real_glLinkProgram");
 
@@ -83,6 +100,9 @@ void timedSetLanguage(StringTable* table,
 GLuint timedLoadTexture(const char* path, GLsizei size,
                         int32_t offset) asm("__wrap__Z23loadRawLuminanceTexturePKcii");
 EGLBoolean timedSwap(EGLDisplay display, EGLSurface surface) asm("__wrap_eglSwapBuffers");
+void timedClear(GLbitfield mask) asm("__wrap_glClear");
+BOOL timedPeek(MSG* message, HWND window, UINT first, UINT last,
+               UINT remove) asm("__wrap__Z12PeekMessageWP3MSGP12WindowHandlejjj");
 void timedCompile(GLuint shader) asm("__wrap_glCompileShader");
 void timedLink(GLuint program) asm("__wrap_glLinkProgram");
 
@@ -129,6 +149,14 @@ EGLBoolean timedSwap(EGLDisplay display, EGLSurface surface) {
         frames = 0;
     }
     return result;
+}
+void timedClear(GLbitfield mask) {
+    const Watch watch(CLEAR);
+    realClear(mask);
+}
+BOOL timedPeek(MSG* message, HWND window, UINT first, UINT last, UINT remove) {
+    const Watch watch(EVENTS);
+    return realPeek(message, window, first, last, remove);
 }
 void timedCompile(GLuint shader) {
     const Watch watch(PROGRAMS);

@@ -28,14 +28,9 @@ bool isRelative(std::u16string_view path) {
     return path.find_first_of(SEPARATORS) != 0;
 }
 
-bool isLink(const std::string& path) {
-    struct stat status {};
-    return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
-}
-
 // Whether a folder below the drive of `path` is a link. Paths outside the device folder are the
 // host's own, and may.
-bool leadsThroughLink(const std::string& path) {
+bool leadsThroughLink(std::string path) {
     const std::string& device = deviceRoot();
     if (path.compare(0, device.size(), device) != 0 || path.size() <= device.size() + 1)
         return false;
@@ -44,8 +39,11 @@ bool leadsThroughLink(const std::string& path) {
         return false;
     for (std::size_t end = path.find('/', drive + 1); end != std::string::npos;
          end = path.find('/', end + 1)) {
-        if (isLink(path.substr(0, end)))
+        struct stat status {};
+        path[end] = '\0';
+        if (::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode))
             return true;
+        path[end] = '/';
     }
     return false;
 }
