@@ -1,8 +1,8 @@
-#include "tests/fault_matrix/invariants.h"
+#include "faults/invariants.h"
 
 #include <algorithm>
 
-#include "tests/fault_matrix/device_states.h"
+#include "faults/device_states.h"
 
 namespace {
 

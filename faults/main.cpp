@@ -13,7 +13,7 @@
 #include <cstdlib>
 #include <new>
 
-#include "tests/fault_matrix/report.h"
+#include "faults/report.h"
 
 namespace {
 

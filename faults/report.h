@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/fault_matrix/fault_case.h"
+#include "faults/fault_case.h"
 
 struct MatrixRow {
     NamedState state;

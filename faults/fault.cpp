@@ -1,4 +1,4 @@
-#include "tests/fault_matrix/fault.h"
+#include "faults/fault.h"
 
 #include <csignal>
 #include <filesystem>

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/fault_matrix/update_run.h"
+#include "faults/update_run.h"
 #include "tests/support/device_folder.h"
 
 enum class Invariant {

@@ -1,4 +1,4 @@
-#include "tests/fault_matrix/report.h"
+#include "faults/report.h"
 
 #include <cstdio>
 #include <fstream>

@@ -1,4 +1,4 @@
-#include "tests/fault_matrix/update_run.h"
+#include "faults/update_run.h"
 
 #include <fcntl.h>
 #include <sys/mman.h>

@@ -1,4 +1,4 @@
-#include "tests/fault_matrix/fault_case.h"
+#include "faults/fault_case.h"
 
 #include <sys/stat.h>
 

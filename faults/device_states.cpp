@@ -1,4 +1,4 @@
-#include "tests/fault_matrix/device_states.h"
+#include "faults/device_states.h"
 
 #include <filesystem>
 

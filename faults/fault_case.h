@@ -4,9 +4,9 @@
 #include <array>
 #include <string>
 
-#include "tests/fault_matrix/device_states.h"
-#include "tests/fault_matrix/fault.h"
-#include "tests/fault_matrix/invariants.h"
+#include "faults/device_states.h"
+#include "faults/fault.h"
+#include "faults/invariants.h"
 
 struct FaultCase {
     StartState state;

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/fault_matrix/fault.h"
+#include "faults/fault.h"
 #include "tests/support/device_folder.h"
 
 enum class RunEnd {
