@@ -11,7 +11,7 @@ class ImageRenderer : public Renderer {
     // Needs the GL context. The program comes from the program cache and outlives this object.
     ImageRenderer();
 
-    GLuint program = 0;
+    GLuint program;
     GLint samplerLocation = 0;
     GLint positionLocation = -1;
     GLint texCoordLocation = -1;

@@ -65,10 +65,8 @@ void SimpleUI::tick() {
 }
 
 void SimpleUI::onKey(WPARAM virtualKey) {
-    if (updater.getState() == UpdateFailed) {
-        restart();
-    } else if (virtualKey == VK_END) {
-        // Also in the middle of an update, which is then abandoned: STOP always stops.
+    // STOP always stops, also in the middle of an update, which is then abandoned.
+    if (updater.getState() == UpdateFailed || virtualKey == VK_END) {
         restart();
     } else if (virtualKey == VK_HOME) {
         if (updater.getState() == ReadyToUpdate && updater.isMediaReady())

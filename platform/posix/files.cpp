@@ -135,16 +135,19 @@ FILE* _wfopen(LPCWSTR path, LPCWSTR mode) {
     const int flags = O_NONBLOCK | (writing ? O_WRONLY | O_CREAT : O_RDONLY);
     const int file = host::openResolved(host, flags, 0666);
     struct stat status {};
-    if (file < 0 || ::fstat(file, &status) != 0) {
+    if (file < 0) {
         failFromErrno(host);
-    } else if (!S_ISREG(status.st_mode) || (writing && host::isReadOnly(status))) {
-        fail(ERROR_ACCESS_DENIED);
-    } else if (writing && ::ftruncate(file, 0) != 0) {
-        failFromErrno(host);
-    } else if (FILE* stream = ::fdopen(file, writing ? "wb" : "rb")) {
-        return stream;
+        return nullptr;
     }
-    if (file >= 0)
-        ::close(file);
+    const bool known = ::fstat(file, &status) == 0;
+    if (known && (!S_ISREG(status.st_mode) || (writing && host::isReadOnly(status)))) {
+        fail(ERROR_ACCESS_DENIED);
+    } else if (known && (!writing || ::ftruncate(file, 0) == 0)) {
+        if (FILE* stream = ::fdopen(file, writing ? "wb" : "rb"))
+            return stream;
+    } else {
+        failFromErrno(host);
+    }
+    ::close(file);
     return nullptr;
 }

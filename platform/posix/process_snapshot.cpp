@@ -84,7 +84,7 @@ std::string scriptOf(const std::string& process) {
     std::string name = readFile(process + "/comm");
     name.erase(name.find_last_not_of('\n') + 1);
     const std::string arguments = readFile(process + "/cmdline");
-    const std::string program = arguments.c_str();
+    const std::string program = arguments.substr(0, arguments.find('\0'));
     if (baseName(program).substr(0, LONGEST_NAME) == name)
         return {};
     std::size_t start = program.size() + 1;

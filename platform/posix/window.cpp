@@ -45,14 +45,16 @@ struct ScreenSize {
 };
 
 ScreenSize screenSize() {
-    constexpr int LARGEST = 16384;
+    constexpr long LARGEST = 16384;
     ScreenSize size;
     const char* variable = std::getenv("UPDATER_SCREEN");
-    int width = 0;
-    int height = 0;
-    if (variable != nullptr && std::sscanf(variable, "%5dx%5d", &width, &height) == 2 &&
-        width > 0 && width <= LARGEST && height > 0 && height <= LARGEST)
-        size = {width, height};
+    if (variable == nullptr)
+        return size;
+    char* end = nullptr;
+    const long width = std::strtol(variable, &end, 10);
+    const long height = *end == 'x' ? std::strtol(end + 1, nullptr, 10) : 0;
+    if (width > 0 && width <= LARGEST && height > 0 && height <= LARGEST)
+        size = {static_cast<int>(width), static_cast<int>(height)};
     return size;
 }
 
