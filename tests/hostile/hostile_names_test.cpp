@@ -53,12 +53,4 @@ TEST_F(HostileNames, OfTheLargestLengthAreLeftOut) {
     EXPECT_EQ(device.read("FlashDisk/VELD/ORBUI/data/bg.raw"), "picture 2");
 }
 
-TEST_F(HostileNames, InGreatNumbersAreAllCopied) {
-    constexpr int count = 5000;
-    for (int i = 0; i < count; ++i)
-        device.write(KEY + ("KSTRL/f" + std::to_string(i)));
-    EXPECT_EQ(run(), UpdateComplete);
-    EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL").size(), count + 1U);
-}
-
 }  // namespace

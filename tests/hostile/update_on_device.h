@@ -24,7 +24,7 @@ class UpdateOnDevice : public ::testing::Test {
 
     // Runs an update to its end. Returns the state it ends in.
     static int32_t run() {
-        constexpr int mostSteps = 20000;
+        constexpr int mostSteps = 200000;
         Updater updater;
         updater.pollMedia();
         updater.startUpdate();
