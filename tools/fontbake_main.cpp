@@ -1,13 +1,13 @@
 // fontbake: a font file and a size to the files of a face of the device.
 #include <cstdio>
 
-#include "tools/command_line.h"
 #include "tools/font_baker.h"
 #include "tools/font_dump.h"
 #include "tools/font_reader.h"
 #include "tools/host_file.h"
 #include "tools/source_lines.h"
 #include "tools/text_encoding.h"
+#include "tools/tool_main.h"
 
 namespace {
 
@@ -21,30 +21,31 @@ struct Arguments {
     std::string dump;
 };
 
-void describe(CLI::App& app, Arguments& arguments) {
+std::vector<ToolOption> options(Arguments& arguments) {
     BakeRequest& request = arguments.request;
-    CLI::Option_group* const mode = app.add_option_group("What to do");
-    CLI::Option* const font =
-        mode->add_option("--font", request.fontPath, "Bake a face of this TrueType font file");
-    mode->add_option("--dump", arguments.dump, "Print what this .fnt file holds, as JSON");
-    mode->require_option(1);
-    app.add_option("--face", request.faceIndex, "Number of the font in a collection")
-        ->check(CLI::NonNegativeNumber);
-    app.add_option("--em", request.emSize, "Size of the em, in pixels")
-        ->check(CLI::Range(4.0, 400.0));
-    app.add_option("--line-height", request.lineHeight, "Height of a line, in pixels")
-        ->check(CLI::Range(1, 1000));
-    app.add_option("--base", request.base, "Rows from a line's top to its baseline")
-        ->check(CLI::Range(1, 1000));
-    app.add_option("--name", request.faceName, "Name of the face, as in SegoeUI_24px");
-    app.add_option("--texts", arguments.textSources,
-                   "UTF-8 files; what they use is baked beside Latin-1");
-    app.add_option("--kerning", arguments.kerningSource, "UTF-8 file of extra kerning pairs");
-    app.add_option("--max-page", request.maxPageSide, "Largest side of a page, in pixels")
-        ->check(CLI::IsMember({32, 64, 128, 256, 512, 1024}));
-    app.add_option("--output", arguments.outputFolder, "Folder that the files are written to");
-    for (const char* const name : {"--em", "--line-height", "--base", "--name"})
-        font->needs(app.get_option(name));
+    return {
+        {"--font",
+         &request.fontPath,
+         "Bake a face of this TrueType font file",
+         {},
+         ToolOption::ALTERNATIVE,
+         {"--em", "--line-height", "--base", "--name"}},
+        {"--dump",
+         &arguments.dump,
+         "Print what this .fnt file holds, as JSON",
+         {},
+         ToolOption::ALTERNATIVE},
+        {"--face", &request.faceIndex, "Number of the font in a collection", NotNegative()},
+        {"--em", &request.emSize, "Size of the em, in pixels", Between{4, 400}},
+        {"--line-height", &request.lineHeight, "Height of a line, in pixels", Between{1, 1000}},
+        {"--base", &request.base, "Rows from a line's top to its baseline", Between{1, 1000}},
+        {"--name", &request.faceName, "Name of the face, as in SegoeUI_24px"},
+        {"--texts", &arguments.textSources, "UTF-8 files; what they use is baked beside Latin-1"},
+        {"--kerning", &arguments.kerningSource, "UTF-8 file of extra kerning pairs"},
+        {"--max-page", &request.maxPageSide, "Largest side of a page, in pixels",
+         OneOf{32, 64, 128, 256, 512, 1024}},
+        {"--output", &arguments.outputFolder, "Folder that the files are written to"},
+    };
 }
 
 bool addCharacters(const std::string& path, std::set<char16_t>& characters, std::string& error) {
@@ -78,7 +79,7 @@ bool readInputs(Arguments& arguments, std::string& error) {
     return true;
 }
 
-int bake(Arguments& arguments) {
+ExitCode bake(Arguments& arguments) {
     std::string error;
     if (!readInputs(arguments, error))
         return fail(TOOL, error);
@@ -92,7 +93,7 @@ int bake(Arguments& arguments) {
     return EXIT_CODE_DONE;
 }
 
-int dump(const std::string& path) {
+ExitCode dump(const std::string& path) {
     std::string error;
     FontData font;
     if (!readFont(path, font, error))
@@ -101,20 +102,16 @@ int dump(const std::string& path) {
     return EXIT_CODE_DONE;
 }
 
-int run(Arguments& arguments) {
+ExitCode run(Arguments& arguments) {
     return arguments.dump.empty() ? bake(arguments) : dump(arguments.dump);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    try {
-        CLI::App app("Bakes a font at one size into the .fnt, .kern and .raw files of the device.");
-        Arguments arguments;
-        describe(app, arguments);
-        const std::optional<ExitCode> end = parseCommandLine(app, argc, argv);
-        return end ? *end : run(arguments);
-    } catch (const std::exception& problem) {
-        return fail(TOOL, problem.what());
-    }
+    Arguments arguments;
+    return runTool(
+        {TOOL, "Bakes a font at one size into the .fnt, .kern and .raw files of the device.",
+         options(arguments), [&] { return run(arguments); }},
+        argc, argv);
 }

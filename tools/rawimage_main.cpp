@@ -1,8 +1,8 @@
 // rawimage: a PNG picture to a background picture of the device.
 
-#include "tools/command_line.h"
 #include "tools/host_file.h"
 #include "tools/raw_image.h"
+#include "tools/tool_main.h"
 
 namespace {
 
@@ -14,15 +14,7 @@ struct Arguments {
     uint32_t side = 1024;
 };
 
-void describe(CLI::App& app, Arguments& arguments) {
-    app.add_option("picture", arguments.picture, "PNG file")->required();
-    app.add_option("--output", arguments.output, "Raw file to write")->required();
-    app.add_option("--side", arguments.side, "Side of the square, in pixels")
-        ->check(CLI::Range(1, 8192))
-        ->capture_default_str();
-}
-
-int convert(const Arguments& arguments) {
+ExitCode convert(const Arguments& arguments) {
     std::string error;
     const std::optional<std::vector<uint8_t>> square =
         luminanceSquare(arguments.picture, arguments.side, error);
@@ -34,13 +26,18 @@ int convert(const Arguments& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    try {
-        CLI::App app("Makes a raw luminance picture of the device from a PNG file.");
-        Arguments arguments;
-        describe(app, arguments);
-        const std::optional<ExitCode> end = parseCommandLine(app, argc, argv);
-        return end ? *end : convert(arguments);
-    } catch (const std::exception& problem) {
-        return fail(TOOL, problem.what());
-    }
+    Arguments arguments;
+    return runTool({TOOL,
+                    "Makes a raw luminance picture of the device from a PNG file.",
+                    {{"picture", &arguments.picture, "PNG file", {}, ToolOption::REQUIRED},
+                     {"--output", &arguments.output, "Raw file to write", {}, ToolOption::REQUIRED},
+                     {"--side",
+                      &arguments.side,
+                      "Side of the square, in pixels",
+                      Between{1, 8192},
+                      ToolOption::OPTIONAL,
+                      {},
+                      true}},
+                    [&] { return convert(arguments); }},
+                   argc, argv);
 }

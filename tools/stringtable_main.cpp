@@ -1,11 +1,11 @@
 // stringtable: a UTF-8 source of texts to a string-table file of the device.
 #include <cstdio>
 
-#include "tools/command_line.h"
 #include "tools/font_reader.h"
 #include "tools/host_file.h"
 #include "tools/text_fit.h"
 #include "tools/text_source.h"
+#include "tools/tool_main.h"
 
 namespace {
 
@@ -17,16 +17,6 @@ struct Arguments {
     std::string keys;
     std::string face;
 };
-
-void describe(CLI::App& app, Arguments& arguments) {
-    app.add_option("source", arguments.source, "UTF-8 file of lines KEY, blanks, text")->required();
-    app.add_option("--output", arguments.output, "UTF-16LE file to write")->required();
-    app.add_option("--keys", arguments.keys,
-                   "File of the keys that the source must have, each with the x that its text must "
-                   "not go beyond");
-    app.add_option("--face", arguments.face,
-                   "The .fnt file that the texts are drawn with; warns about what it cannot show");
-}
 
 bool readKeys(const std::string& path, ScreenKeys& keys, std::string& error) {
     std::string source;
@@ -43,7 +33,7 @@ void print(const std::vector<std::string>& messages) {
         std::fprintf(stderr, "%s\n", message.c_str());
 }
 
-int convert(const Arguments& arguments) {
+ExitCode convert(const Arguments& arguments) {
     std::string error;
     std::string source;
     ScreenKeys keys;
@@ -70,13 +60,21 @@ int convert(const Arguments& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    try {
-        CLI::App app("Makes a string-table file of the device from a UTF-8 source.");
-        Arguments arguments;
-        describe(app, arguments);
-        const std::optional<ExitCode> end = parseCommandLine(app, argc, argv);
-        return end ? *end : convert(arguments);
-    } catch (const std::exception& problem) {
-        return fail(TOOL, problem.what());
-    }
+    Arguments arguments;
+    return runTool(
+        {TOOL,
+         "Makes a string-table file of the device from a UTF-8 source.",
+         {{"source",
+           &arguments.source,
+           "UTF-8 file of lines KEY, blanks, text",
+           {},
+           ToolOption::REQUIRED},
+          {"--output", &arguments.output, "UTF-16LE file to write", {}, ToolOption::REQUIRED},
+          {"--keys", &arguments.keys,
+           "File of the keys that the source must have, each with the x that its text must not go "
+           "beyond"},
+          {"--face", &arguments.face,
+           "The .fnt file that the texts are drawn with; warns about what it cannot show"}},
+         [&] { return convert(arguments); }},
+        argc, argv);
 }
