@@ -3,6 +3,7 @@
 #include <set>
 
 #include "render/matrix.h"
+#include "render/narrowing.h"
 #include "render/raw_texture.h"
 #include "render/shader_program.h"
 #include "support/logger.h"
@@ -13,21 +14,12 @@ namespace {
 
 constexpr WCHAR BYTE_ORDER_MARK = 0xFEFF;
 constexpr std::size_t EXTENSION_LENGTH = 4;
-constexpr float NARROW_SCALE = 2.0F / 3.0F;
 
 constexpr GLushort QUAD_INDICES[] = {0, 1, 2, 3, 0, 2};
 constexpr GLsizei QUAD_INDEX_COUNT = 6;
 
 bool isPassedOver(WCHAR code) {
     return code == BYTE_ORDER_MARK || code == TEXT('\r') || code == TEXT('\n');
-}
-
-// Katakana and unified ideographs are drawn narrower, to fit the room that the screens were laid
-// out with for Latin text.
-float widthScale(WCHAR code) {
-    const bool katakana = code >= 0x30A0 && code <= 0x30FF;
-    const bool ideograph = code >= 0x4E00 && code <= 0x9FFF;
-    return katakana || ideograph ? NARROW_SCALE : 1.0F;
 }
 
 // The font tool's signed numbers have always been read as unsigned here.
@@ -110,7 +102,7 @@ void FontRenderer::drawText(WideText text, int x, int y, float red, float green,
         float kerning = 0.0F;
         if (useKerning && i > 0)
             kerning = static_cast<float>(findKerning(line[i - 1], code).value_or(0));
-        const float scale = widthScale(code);
+        const float scale = isNarrowed(code) ? NARROW_SCALE : 1.0F;
         drawGlyph(*glyph, pen + kerning, y, scale);
         pen += asUnsigned(glyph->xadvance) * scale;
     }

@@ -16,13 +16,6 @@ constexpr uint64_t MAX_COMPLETED_BYTES = uint64_t{2048} * 2048 * 3;
 
 using Pixels = std::unique_ptr<unsigned char[]>;
 
-FilePointer openImage(const char* path) {
-    FilePointer file = openBinaryFile(path);
-    if (file == nullptr)
-        Logger::instance().error("File %s not found.", path);
-    return file;
-}
-
 // Reads `size` bytes from where the file stands, with zeros for what it does not hold. Null when
 // the picture is larger than is sensible for that file, or than the memory.
 Pixels readPixels(std::FILE* file, uint64_t size) {
@@ -36,6 +29,23 @@ Pixels readPixels(std::FILE* file, uint64_t size) {
     // However few bytes come, the rest is zero.
     const std::size_t got = std::fread(pixels.get(), 1, count, file);
     std::fill(pixels.get() + got, pixels.get() + count, static_cast<unsigned char>(0));
+    return pixels;
+}
+
+// The same from byte `offset` of the file at `path` on. Null, and the reason in the log, also when
+// there is no such file.
+Pixels loadPixels(const char* path, int32_t offset, uint64_t size) {
+    if (path == nullptr)
+        return nullptr;
+    const FilePointer file = openBinaryFile(path);
+    if (file == nullptr) {
+        Logger::instance().error("File %s not found.", path);
+        return nullptr;
+    }
+    std::fseek(file.get(), offset, SEEK_SET);
+    Pixels pixels = readPixels(file.get(), size);
+    if (pixels == nullptr)
+        Logger::instance().error("File %s is too short.", path);
     return pixels;
 }
 
@@ -64,16 +74,9 @@ uint64_t byteCount(GLsizei width, GLsizei height, uint64_t bytesPerPixel) {
 }  // namespace
 
 GLuint loadRawRGBTexture(const char* path, GLsizei width, GLsizei height) {
-    if (path == nullptr)
+    const Pixels pixels = loadPixels(path, 0, byteCount(width, height, 3));
+    if (pixels == nullptr)
         return 0;
-    const FilePointer file = openImage(path);
-    if (file == nullptr)
-        return 0;
-    const Pixels pixels = readPixels(file.get(), byteCount(width, height, 3));
-    if (pixels == nullptr) {
-        Logger::instance().error("File %s is too short.", path);
-        return 0;
-    }
     const GLuint texture = createTexture();
     if (texture == 0)
         Logger::instance().error("Failed to create GL texture.");
@@ -83,17 +86,9 @@ GLuint loadRawRGBTexture(const char* path, GLsizei width, GLsizei height) {
 }
 
 GLuint loadRawLuminanceTexture(const char* path, GLsizei size, int32_t offset) {
-    if (path == nullptr)
+    const Pixels pixels = loadPixels(path, offset, byteCount(size, size, 1));
+    if (pixels == nullptr)
         return 0;
-    const FilePointer file = openImage(path);
-    if (file == nullptr)
-        return 0;
-    std::fseek(file.get(), offset, SEEK_SET);
-    const Pixels pixels = readPixels(file.get(), byteCount(size, size, 1));
-    if (pixels == nullptr) {
-        Logger::instance().error("File %s is too short.", path);
-        return 0;
-    }
     const GLuint texture = createTexture();
     // To the debugger only: a font with many pages would fill the log.
     if (texture == 0)

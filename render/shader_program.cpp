@@ -7,6 +7,23 @@
 #include "render/shader_source.h"
 #include "support/logger.h"
 
+namespace {
+
+// The two functions of GL are those of shaders or those of programs.
+template <class GetNumber, class GetLog>
+void printInfoLog(GLuint object, GetNumber getNumber, GetLog getLog) {
+    GLint length = 0;
+    getNumber(object, GL_INFO_LOG_LENGTH, &length);
+    if (length <= 1)
+        return;
+    GLsizei written = 0;
+    std::vector<GLchar> log(static_cast<std::size_t>(length));
+    getLog(object, length, &written, log.data());
+    debugPrint("%s", log.data());
+}
+
+}  // namespace
+
 ProgramCache& programCache() {
     static ProgramCache cache;
     return cache;
@@ -82,23 +99,9 @@ GLint getUniformLocation(GLuint program, const char* name) {
 }
 
 void printShaderInfoLog(GLuint shader) {
-    GLint length = 0;
-    glGetShaderiv(shader, GL_INFO_LOG_LENGTH, &length);
-    if (length <= 1)
-        return;
-    GLsizei written = 0;
-    std::vector<GLchar> log(static_cast<std::size_t>(length));
-    glGetShaderInfoLog(shader, length, &written, log.data());
-    debugPrint("%s", log.data());
+    printInfoLog(shader, glGetShaderiv, glGetShaderInfoLog);
 }
 
 void printProgramInfoLog(GLuint program) {
-    GLint length = 0;
-    glGetProgramiv(program, GL_INFO_LOG_LENGTH, &length);
-    if (length <= 1)
-        return;
-    GLsizei written = 0;
-    std::vector<GLchar> log(static_cast<std::size_t>(length));
-    glGetProgramInfoLog(program, length, &written, log.data());
-    debugPrint("%s", log.data());
+    printInfoLog(program, glGetProgramiv, glGetProgramInfoLog);
 }

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <set>
 
-#include "tools/narrowing.h"
+#include "render/narrowing.h"
 #include "tools/source_lines.h"
 #include "tools/text_encoding.h"
 

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "tools/narrowing.h"
+#include "render/narrowing.h"
 
 namespace {
 

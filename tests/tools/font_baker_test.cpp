@@ -6,8 +6,8 @@
 
 #include <algorithm>
 
+#include "render/narrowing.h"
 #include "tools/bmfont_writer.h"
-#include "tools/narrowing.h"
 #include "tools/typeface.h"
 
 // What test lists call a face.
