@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "tests/blackbox/child_process.h"
+#include "tests/support/child_process.h"
 #include "tests/support/device_folder.h"
 
 // An X server that nobody sees, of the instrument's screen size.

@@ -39,10 +39,6 @@ TEST(Paths, AreResolvedOnTheirTextAndStayInTheDevice) {
         EXPECT_EQ(host::resolve(test.path, host), DWORD{0});
         EXPECT_EQ(host, test.host);
     }
-}
-
-TEST(Paths, HaveALength) {
-    const DeviceFolder device;
     std::string host;
     EXPECT_EQ(host::resolve(u"", host), DWORD{3});
     EXPECT_EQ(host::resolve((u"/" + std::u16string(258, u'a')).c_str(), host), DWORD{0});
@@ -71,9 +67,7 @@ TEST(Utf, AnyBytesSurviveTheWayThereAndBack) {
     EXPECT_EQ(host::toUtf16("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xE9"),
               u"\u00E9\u20AC\U0001F600\xDCE9");
     EXPECT_EQ(host::toUtf16("\xC0\xAF"), u"\xDCC0\xDCAF");
-}
-
-TEST(Utf, LoneSurrogatesAreEncodedAsTheyAre) {
+    // Lone surrogates are encoded as they are.
     EXPECT_EQ(host::toUtf8(u"\xD83D"), "\xED\xA0\xBD");
     EXPECT_EQ(host::toUtf8(u"\xD83D\x0041"), "\xED\xA0\xBD\x41");
     EXPECT_EQ(host::toUtf8(u"\xDE00"), "\xED\xB8\x80");

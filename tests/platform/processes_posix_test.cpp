@@ -1,20 +1,16 @@
 // Real processes: the device's are seen, ended and started; the host's are out of reach.
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <chrono>
-#include <csignal>
-#include <functional>
-#include <sstream>
-#include <thread>
+#include <fstream>
 
 #include "platform/posix/utf.h"
 #include "platform/win32.h"
+#include "tests/support/child_process.h"
 #include "tests/support/device_folder.h"
 
 namespace {
@@ -22,50 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const std::string PROGRAM = "FlashDisk/VELD/KSTRL/KSTRL.exe";
-
-// A process of the test's own, ended with it.
-class Child {
-  public:
-    Child(const std::string& program, std::vector<std::string> arguments) {
-        int report[2];
-        if (::pipe2(report, O_CLOEXEC) != 0)
-            return;
-        arguments.insert(arguments.begin(), program);
-        std::vector<char*> list;
-        for (std::string& argument : arguments)
-            list.push_back(argument.data());
-        list.push_back(nullptr);
-        id_ = ::fork();
-        if (id_ == 0) {
-            ::execv(program.c_str(), list.data());
-            ::_exit(127);
-        }
-        // Its end closes when the program has taken the place of the fork.
-        ::close(report[1]);
-        char none = 0;
-        EXPECT_EQ(::read(report[0], &none, 1), 0);
-        ::close(report[0]);
-    }
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
-    ~Child() {
-        if (id_ > 0) {
-            ::kill(id_, SIGKILL);
-            ::waitpid(id_, nullptr, 0);
-        }
-    }
-
-    DWORD id() const { return static_cast<DWORD>(id_); }
-    int signalThatEndedIt() {
-        int status = 0;
-        ::waitpid(id_, &status, 0);
-        id_ = 0;
-        return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
-    }
-
-  private:
-    pid_t id_ = 0;
-};
 
 std::vector<DWORD> processesNamed(const std::string& name) {
     std::vector<DWORD> ids;
@@ -80,6 +32,10 @@ std::vector<DWORD> processesNamed(const std::string& name) {
     CloseHandle(snapshot);
     std::sort(ids.begin(), ids.end());
     return ids;
+}
+
+DWORD idOf(const ChildProcess& process) {
+    return static_cast<DWORD>(process.id());
 }
 
 BOOL end(DWORD id) {
@@ -108,62 +64,29 @@ class ProcessesPosix : public ::testing::Test {
         return (device.root() / path).string();
     }
     void installSleep() const { fs::copy_file("/bin/sleep", host()); }
-    void installScript(const std::string& text, const std::string& path = PROGRAM) const {
-        device.write(path, text);
-        fs::permissions(host(path), static_cast<fs::perms>(0755));
-    }
-    // Waits for what a started program does on its own.
-    static bool comesTrue(const std::function<bool()>& condition) {
-        for (int i = 0; i < 2000 && !condition(); ++i)
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        return condition();
-    }
-
     DeviceFolder device;
 };
 
-TEST_F(ProcessesPosix, ProgramsAndScriptsAreSeenAndEnded) {
+TEST_F(ProcessesPosix, ProgramsAndScriptsAreSeenAndEndedOnce) {
     installSleep();
-    installScript("#!/bin/sh -e\nread never\n", "FlashDisk/VELD/script/KSTRL.exe");
-    int wait[2];
-    ASSERT_EQ(::pipe(wait), 0);
-    const int input = ::dup(0);
-    ::dup2(wait[0], 0);
-    Child first(host(), {"1000"});
-    Child second(host(), {"1000"});
-    Child script(host("FlashDisk/VELD/script/KSTRL.exe"), {});
-    ::dup2(input, 0);
-    ::close(input);
+    const std::string other = host("FlashDisk/VELD/script/KSTRL.exe");
+    device.write("FlashDisk/VELD/script/KSTRL.exe", "#!/bin/sh -e\nkill -STOP $$\n");
+    fs::permissions(other, fs::perms::owner_all);
+    ChildProcess first({host(), "1000"});
+    ChildProcess second({host(), "1000"});
+    ChildProcess script({other});
+    fs::remove(host());  // the programs are still the device's
 
-    std::vector<DWORD> ids = {first.id(), second.id(), script.id()};
+    std::vector<DWORD> ids = {idOf(first), idOf(second), idOf(script)};
     std::sort(ids.begin(), ids.end());
-    EXPECT_EQ(processesNamed("KSTRL.exe"), ids);
+    // A script has its name a moment after its start.
+    EXPECT_TRUE(waitUntil([&] { return processesNamed("KSTRL.exe") == ids; }));
     for (const DWORD id : ids)
         EXPECT_EQ(end(id), TRUE);
-    EXPECT_EQ(first.signalThatEndedIt(), SIGKILL);
-    EXPECT_EQ(second.signalThatEndedIt(), SIGKILL);
-    EXPECT_EQ(script.signalThatEndedIt(), SIGKILL);
-    EXPECT_TRUE(processesNamed("KSTRL.exe").empty());
-    ::close(wait[0]);
-    ::close(wait[1]);
-}
-
-TEST_F(ProcessesPosix, AProgramWhoseFileIsGoneIsStillTheDevices) {
-    installSleep();
-    const Child child(host(), {"1000"});
-    fs::remove(host());
-    EXPECT_EQ(processesNamed("KSTRL.exe"), (std::vector<DWORD>{child.id()}));
-}
-
-TEST_F(ProcessesPosix, AnEndedProcessIsNotSeenAndCannotBeEndedTwice) {
-    installSleep();
-    const Child child(host(), {"1000"});
-    const HANDLE process = OpenProcess(PROCESS_ALL_ACCESS, FALSE, child.id());
-    ASSERT_NE(process, nullptr);
-    EXPECT_TRUE(TerminateProcess(process, 0));
-    EXPECT_TRUE(comesTrue([] { return processesNamed("KSTRL.exe").empty(); }));
-    EXPECT_TRUE(CloseHandle(process));
-    EXPECT_FALSE(end(child.id()));
+    // They are not waited for yet.
+    EXPECT_TRUE(waitUntil([] { return processesNamed("KSTRL.exe").empty(); }));
+    EXPECT_FALSE(end(ids[0]));
+    EXPECT_FALSE(first.isRunning() || second.isRunning() || script.isRunning());
 }
 
 TEST_F(ProcessesPosix, ProcessesOfTheHostAreOutOfReach) {
@@ -174,68 +97,52 @@ TEST_F(ProcessesPosix, ProcessesOfTheHostAreOutOfReach) {
     fs::create_symlink("/bin/tail", elsewhere / "follow");
     device.write("FlashDisk/VELD/KSTRL/follow");
     {
-        const Child sameName((elsewhere / "KSTRL.exe").string(), {"1000"});
-        const Child givenAPath("/bin/tail", {"-c0", "-f", host()});
+        const ChildProcess sameName({elsewhere / "KSTRL.exe", "1000"});
+        const ChildProcess givenAPath({"/bin/tail", "-c0", "-f", host()});
         // Named like the file that it was given, by the link through which it was started.
-        const Child namesake((elsewhere / "follow").string(),
-                             {"-f", host("FlashDisk/VELD/KSTRL/follow")});
-        for (const DWORD id : {sameName.id(), givenAPath.id(), namesake.id(),
+        const ChildProcess namesake(
+            {elsewhere / "follow", "-f", host("FlashDisk/VELD/KSTRL/follow")});
+        for (const DWORD id : {idOf(sameName), idOf(givenAPath), idOf(namesake),
                                static_cast<DWORD>(::getpid()), DWORD{1}}) {
             EXPECT_EQ(OpenProcess(PROCESS_ALL_ACCESS, FALSE, id), nullptr);
             EXPECT_EQ(GetLastError(), DWORD{5});
         }
-        EXPECT_TRUE(processesNamed("KSTRL.exe").empty());
-        EXPECT_TRUE(processesNamed("follow").empty());
-        EXPECT_TRUE(processesNamed("tail").empty());
+        for (const char* const name : {"KSTRL.exe", "follow", "tail"})
+            EXPECT_TRUE(processesNamed(name).empty()) << name;
     }
     fs::remove_all(elsewhere);
 }
 
-TEST_F(ProcessesPosix, AStartedScriptIsOnItsOwn) {
-    // Session, parent and streams, as it sees them itself.
-    installScript(
-        "#!/bin/sh\n"
-        "cd \"${0%/*}\"\n"
-        "read -r stat < /proc/$$/stat\n"
-        "(echo \"$$ $stat\"; for fd in 0 1 2; do readlink /proc/$$/fd/$fd; done) > new\n"
-        "mv new report\n");
-    ASSERT_EQ(launch(), TRUE);
-    const std::string report = "FlashDisk/VELD/KSTRL/report";
-    ASSERT_TRUE(comesTrue([&] { return device.exists(report); }));
-    std::istringstream text(device.read(report));
-    int id = 0, same = 0, parent = 0, group = 0, session = 0;
-    std::string name, state, line;
-    text >> id >> same >> name >> state >> parent >> group >> session;
-    EXPECT_EQ(name, "(KSTRL.exe)");
-    EXPECT_NE(parent, ::getpid());
-    EXPECT_EQ(session, id);
-    std::getline(text, line);
-    for (int stream = 0; stream <= 2; ++stream) {
-        std::getline(text, line);
-        EXPECT_EQ(line, "/dev/null");
-    }
-    // No child of ours is left, not even a dead one.
-    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
-    EXPECT_EQ(errno, ECHILD);
-}
-
-TEST_F(ProcessesPosix, AStartedProgramRunsOnAndHoldsNothingButItsStreams) {
+TEST_F(ProcessesPosix, AStartedProgramIsOnItsOwnAndHoldsNothingButItsStreams) {
     fs::copy_file("/usr/bin/yes", host());
     ASSERT_EQ(launch(), TRUE);
     const std::vector<DWORD> ids = processesNamed("KSTRL.exe");
     ASSERT_EQ(ids.size(), std::size_t{1});
+    const std::string process = "/proc/" + std::to_string(ids[0]);
     const std::map<std::string, std::string> streams = {
         {"0", "/dev/null"}, {"1", "/dev/null"}, {"2", "/dev/null"}};
     // While it is being loaded, its libraries are open too.
-    EXPECT_TRUE(comesTrue([&] {
+    EXPECT_TRUE(waitUntil([&] {
         std::map<std::string, std::string> open;
         std::error_code gone;
-        for (const auto& entry : fs::directory_iterator("/proc/" + std::to_string(ids[0]) + "/fd"))
+        for (const auto& entry : fs::directory_iterator(process + "/fd"))
             open[entry.path().filename()] = fs::read_symlink(entry.path(), gone);
         return open == streams;
     }));
-    EXPECT_TRUE(end(ids[0]));
-    EXPECT_TRUE(comesTrue([] { return processesNamed("KSTRL.exe").empty(); }));
+    std::ifstream stat(process + "/stat");
+    DWORD id = 0;
+    DWORD parent = 0;
+    DWORD group = 0;
+    DWORD session = 0;
+    std::string name;
+    std::string state;
+    stat >> id >> name >> state >> parent >> group >> session;
+    EXPECT_EQ(name, "(KSTRL.exe)");
+    EXPECT_NE(parent, static_cast<DWORD>(::getpid()));
+    EXPECT_EQ(session, id);
+    // No child of ours is left, not even a dead one.
+    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
+    EXPECT_EQ(errno, ECHILD);
 }
 
 TEST_F(ProcessesPosix, RefusalsOfTheHostKeepTheirNumbers) {
@@ -246,7 +153,7 @@ TEST_F(ProcessesPosix, RefusalsOfTheHostKeepTheirNumbers) {
 
     fs::remove(host());
     installSleep();
-    const Child running(host(), {"1000"});
+    const ChildProcess running({host(), "1000"});
     device.write("T/s", "1");
     EXPECT_FALSE(CopyFileW(u"/T/s", u"/FlashDisk/VELD/KSTRL/KSTRL.exe", FALSE));
     EXPECT_EQ(GetLastError(), DWORD{32});

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 
 #include "platform/posix/utf.h"
+#include "tests/support/bytes.h"
 #include "tests/support/device_folder.h"
 
 namespace {
@@ -14,12 +15,7 @@ const std::string HEADER = "Windows Registry Editor Version 5.00\r\n\r\n";
 const std::string KEY = "[HKEY_LOCAL_MACHINE\\K]\r\n";
 
 std::string asUtf16(const std::string& text) {
-    std::string bytes = "\xFF\xFE";
-    for (const char16_t unit : host::toUtf16(text)) {
-        bytes += static_cast<char>(unit & 0xFF);
-        bytes += static_cast<char>(unit >> 8);
-    }
-    return bytes;
+    return utf16Bytes(u"\uFEFF" + host::toUtf16(text));
 }
 
 // Type and bytes of value "V" of key K: "1:41 00 00 00"; "-" when absent.

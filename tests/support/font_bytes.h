@@ -5,15 +5,7 @@
 #include <vector>
 
 #include "render/font_file.h"
-#include "support/text.h"
-
-inline std::string u16Bytes(unsigned value) {
-    return {static_cast<char>(value & 0xFF), static_cast<char>(value >> 8 & 0xFF)};
-}
-
-inline std::string u32Bytes(uint32_t value) {
-    return u16Bytes(value & 0xFFFF) + u16Bytes(value >> 16);
-}
+#include "tests/support/bytes.h"
 
 inline std::string block(char type, const std::string& content) {
     return type + u32Bytes(static_cast<uint32_t>(content.size())) + content;
@@ -49,12 +41,4 @@ inline std::string fontBytes(unsigned lineHeight, unsigned scaleW, const std::ve
         records += glyphRecord(glyph);
     return std::string("BMF\3") + block(1, "info") + commonBlock(lineHeight, lineHeight, scaleW) +
            pageBlock() + block(4, records) + block(5, kerningRecords);
-}
-
-// UTF-16LE, as ".kern" files and string tables have it.
-inline std::string utf16Bytes(const WideString& text) {
-    std::string bytes;
-    for (const WCHAR character : text)
-        bytes += u16Bytes(character);
-    return bytes;
 }

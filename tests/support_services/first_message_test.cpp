@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/logger.h"
-#include "tests/support_services/log_text.h"
+#include "tests/support/log_text.h"
 
 namespace {
 

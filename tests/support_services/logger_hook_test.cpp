@@ -4,7 +4,7 @@
 
 #include "platform/posix/call_hook.h"
 #include "support/logger.h"
-#include "tests/support_services/log_text.h"
+#include "tests/support/log_text.h"
 
 namespace {
 

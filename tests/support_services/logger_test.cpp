@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "support/time_util.h"
-#include "tests/support_services/log_text.h"
+#include "tests/support/log_text.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "support/logger.h"
 #include "support/system_settings.h"
 #include "support/text.h"
-#include "tests/support_services/log_text.h"
+#include "tests/support/log_text.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "support/logger.h"
 #include "support/path_constants.h"
 #include "support/system_config.h"
-#include "tests/support_services/log_text.h"
+#include "tests/support/log_text.h"
 
 namespace {
 

@@ -1,0 +1,23 @@
+// The bytes of numbers and texts in the device's files, which are little-endian.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "support/text.h"
+
+inline std::string u16Bytes(unsigned value) {
+    return {static_cast<char>(value & 0xFF), static_cast<char>(value >> 8 & 0xFF)};
+}
+
+inline std::string u32Bytes(uint32_t value) {
+    return u16Bytes(value & 0xFFFF) + u16Bytes(value >> 16);
+}
+
+// UTF-16LE, as ".kern" files and string tables have it.
+inline std::string utf16Bytes(const WideString& text) {
+    std::string bytes;
+    for (const WCHAR character : text)
+        bytes += u16Bytes(character);
+    return bytes;
+}
