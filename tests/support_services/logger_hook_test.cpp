@@ -8,6 +8,8 @@
 
 namespace {
 
+using Traces = std::vector<std::string>;
+
 class LoggerEcho : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -22,38 +24,27 @@ class LoggerEcho : public ::testing::Test {
     DeviceFolder device;
     Logger& log = Logger::instance();
     std::string refused;
-    std::vector<std::string> traces;
+    Traces traces;
 };
 
+// Percent signs of the arguments are taken as a format again.
 TEST_F(LoggerEcho, ErrorsAndWarningsAreEchoedTheRestIsNot) {
     log.error("Error %d", 5);
     log.warning("w");
     log.write("x");
     log.writeLine("y");
-    EXPECT_EQ(traces, (std::vector<std::string>{"Error 5\n", "w\n"}));
-}
-
-TEST_F(LoggerEcho, PercentSignsOfArgumentsAreTakenAsFormatAgain) {
-    struct Case {
-        const char* argument;
-        const char* echo;
-    };
-    const Case cases[] = {
-        {"100%%", "100%\n"}, {"%%%%", "%%\n"},       {"%%%", "%%\n"},
-        {"%", "%\n"},        {"%s%n%d", "%s%n%d\n"}, {"%%s", "%s\n"},
-    };
-    for (const Case& test : cases) {
-        traces.clear();
-        log.error("%s", test.argument);
-        EXPECT_EQ(traces, (std::vector<std::string>{test.echo}));
-    }
+    const char* const arguments[] = {"100%%", "%%%%", "%%%", "%", "%s%n%d", "%%s"};
+    for (const char* const argument : arguments)
+        log.error("%s", argument);
+    EXPECT_EQ(traces,
+              (Traces{"Error 5\n", "w\n", "100%\n", "%%\n", "%%\n", "%\n", "%s%n%d\n", "%s\n"}));
 }
 
 TEST_F(LoggerEcho, TracesAreFormattedOnceAndNotLogged) {
     debugPrint("*** Read only flag set on: %s", "a%%\xE9");
     debugPrint("%s", std::string(5000, 'x').c_str());
-    EXPECT_EQ(traces, (std::vector<std::string>{"*** Read only flag set on: a%%\xC3\xA9\n",
-                                                std::string(2047, 'x') + "\n"}));
+    EXPECT_EQ(traces,
+              (Traces{"*** Read only flag set on: a%%\xC3\xA9\n", std::string(2047, 'x') + "\n"}));
     EXPECT_EQ(logMessages(device, "log.txt"), "");
 }
 
@@ -63,7 +54,7 @@ TEST_F(LoggerEcho, AFailedOpenIsReportedAtEveryMessage) {
     log.error("lost");
     log.writeLine("lost too");
     const std::string report = "Error opening log stream...\n";
-    EXPECT_EQ(traces, (std::vector<std::string>{report, report, "lost\n", report}));
+    EXPECT_EQ(traces, (Traces{report, report, "lost\n", report}));
     EXPECT_FALSE(device.exists("other.txt"));
 }
 

@@ -21,7 +21,8 @@ class LoggerFile : public ::testing::Test {
     Logger& log = Logger::instance();
 };
 
-TEST_F(LoggerFile, BeginsWithTheLocalTime) {
+TEST_F(LoggerFile, BeginsAnewWithTheLocalTimeOnEveryOpen) {
+    log.writeLine("of the last run");
     SYSTEMTIME before{};
     SYSTEMTIME after{};
     GetLocalTime(&before);
@@ -36,26 +37,18 @@ TEST_F(LoggerFile, BeginsWithTheLocalTime) {
 TEST_F(LoggerFile, HasOneShapeForEachKindOfMessage) {
     log.error("x");
     log.warning("%s [%d]", "w", -3);
+    log.error("%s", "100%% of %s%n.txt");
     log.write("a%%");
+    EXPECT_EQ(messages().substr(messages().size() - 2), "a%") << "held back";
     log.write("b");
     log.writeLine("c %5.1f", 1.25);
     log.writeLine("%s", "");
     EXPECT_EQ(messages(),
               "\n    *** ERROR *** x\n\n"
               "  ** Warning ** w [-3]\n"
+              "\n    *** ERROR *** 100%% of %s%n.txt\n\n"
               "a%bc   1.2\n"
               "\n");
-}
-
-TEST_F(LoggerFile, HoldsEveryMessageAtOnce) {
-    log.write("no line end");
-    EXPECT_EQ(messages(), "no line end");
-}
-
-TEST_F(LoggerFile, KeepsPercentSignsOfArguments) {
-    log.error("%s", "100%% of %s%n.txt");
-    log.warning("%s", "%");
-    EXPECT_EQ(messages(), "\n    *** ERROR *** 100%% of %s%n.txt\n\n  ** Warning ** %\n");
 }
 
 TEST_F(LoggerFile, CutsOverlongMessages) {
@@ -64,12 +57,6 @@ TEST_F(LoggerFile, CutsOverlongMessages) {
     log.writeLine("%s", fits.c_str());
     log.error("ab%s", cut.c_str());
     EXPECT_EQ(messages(), fits + "\n" + "\n    *** ERROR *** ab" + cut.substr(0, 2045) + "\n\n");
-}
-
-TEST_F(LoggerFile, IsEmptiedOnEveryOpen) {
-    log.writeLine("of the last run");
-    log.setPath("/logs/log.txt");
-    EXPECT_EQ(messages(), "");
 }
 
 TEST_F(LoggerFile, IsTriedAgainAtTheNextMessage) {

@@ -5,6 +5,7 @@
 #include "support/line_reader.h"
 #include "support/text.h"
 #include "support/utf16_reader.h"
+#include "tests/support/bytes.h"
 #include "tests/support/device_folder.h"
 
 namespace {
@@ -62,36 +63,28 @@ TEST(LineReader, WhatIsNoFileIsNotOpen) {
 
 TEST(Utf16Reader, ReadsLinesWithTheirEndsInPieces) {
     const DeviceFolder device;
-    struct Case {
-        std::string bytes;
-        std::vector<WideString> lines;
-    };
-    std::string manyBytes;
-    for (int i = 0; i < 1022; ++i)
-        manyBytes += std::string("x\0", 2);
+    const std::string manyBytes = utf16Bytes(WideString(1022, TEXT('x')));
     const WideString piece(511, TEXT('x'));
-    const Case cases[] = {
+    const std::pair<std::string, std::vector<WideString>> cases[] = {
         {"", {}},
         {"x", {}},
-        {std::string("a\0\r\0\n\0b\0", 8), {TEXT("a\r\n"), TEXT("b")}},
-        {std::string("\xFF\xFE\n\0", 4), {TEXT("\n")}},
-        {std::string("\xFF\xFE\xFF\xFE", 4), {TEXT("\xFEFF")}},
+        {utf16Bytes(TEXT("a\r\nb")), {TEXT("a\r\n"), TEXT("b")}},
+        {utf16Bytes(TEXT("\xFEFF\n")), {TEXT("\n")}},
+        {utf16Bytes(TEXT("\xFEFF\xFEFF")), {TEXT("\xFEFF")}},
         {std::string("\x0A\x0D\x0D\x0A\xAC", 5), {TEXT("\x0D0A\x0A0D")}},
-        {std::string("a\0\x1A\0b\0", 6),
-         {TEXT("a\x1A"
-               "b")}},
+        {utf16Bytes(TEXT("a\x1A-")), {TEXT("a\x1A-")}},
         {manyBytes, {piece, piece}},
-        {manyBytes + std::string("\n\0", 2), {piece, piece, TEXT("\n")}},
+        {manyBytes + utf16Bytes(TEXT("\n")), {piece, piece, TEXT("\n")}},
     };
-    for (const Case& test : cases) {
-        device.write("T/f", test.bytes);
+    for (const auto& [bytes, expected] : cases) {
+        device.write("T/f", bytes);
         Utf16Reader reader("/T/f");
         ASSERT_TRUE(reader.isOpen());
         std::vector<WideString> lines;
         WideString line;
         while (reader.readLine(line))
             lines.push_back(line);
-        EXPECT_EQ(lines, test.lines);
+        EXPECT_EQ(lines, expected);
     }
     Utf16Reader absent("/T/gone");
     WideString line;

@@ -7,18 +7,10 @@
 #include "support/logger.h"
 #include "support/system_settings.h"
 #include "support/text.h"
+#include "tests/support/bytes.h"
 #include "tests/support/log_text.h"
 
 namespace {
-
-std::string utf16(const WideString& text) {
-    std::string bytes;
-    for (const WCHAR unit : text) {
-        bytes += static_cast<char>(unit & 0xFF);
-        bytes += static_cast<char>(unit >> 8);
-    }
-    return bytes;
-}
 
 class Strings : public ::testing::Test {
   protected:
@@ -28,7 +20,7 @@ class Strings : public ::testing::Test {
     }
 
     void write(const std::string& file, const WideString& text) const {
-        device.write("D/data/lang/" + file, utf16(text));
+        device.write("D/data/lang/" + file, utf16Bytes(text));
     }
     // The English table with this text, and nothing else.
     void use(const WideString& text) {
@@ -83,41 +75,41 @@ TEST_F(Strings, KeepsWideTextAndNarrowsKeys) {
     EXPECT_EQ(table.lookup(std::string("\0A", 2)), TEXT("\x65E5\x672C \xD83D\xDE00"));
 }
 
-TEST_F(Strings, AByteOrderMarkSpoilsNothing) {
-    use(TEXT("\xFEFFKEY text\r\n"));
-    EXPECT_EQ(lookup("KEY"), "text");
+TEST_F(Strings, AByteOrderMarkOrHalfACharacterSpoilsNothing) {
+    const std::pair<std::string, std::string> cases[] = {
+        {utf16Bytes(TEXT("\xFEFFKEY text\r\n")), "text"},
+        {utf16Bytes(TEXT("KEY text\r\n")) + "x", "text"},
+        {"\xFF", NONE},
+    };
+    for (const auto& [bytes, text] : cases) {
+        device.write("D/data/lang/StringTable_en.txt", bytes);
+        table.setLanguage(0);
+        EXPECT_EQ(lookup("KEY"), text);
+    }
 }
 
+// A line is read in pieces of 511 characters, of which each is taken for a line with its end.
 TEST_F(Strings, CutsLongLinesInPieces) {
-    // 511 characters with the first piece's line end taken for granted, then a line of its own.
-    const WideString first = TEXT("A ") + WideString(509, TEXT('x'));
-    use(first + TEXT("B rest\r\nC c\r\n"));
-    EXPECT_EQ(lookup("A"), std::string(507, 'x'));
-    EXPECT_EQ(lookup("B"), "rest");
-    EXPECT_EQ(lookup("C"), "c");
-
-    // The line end just fits, and just does not.
-    use(TEXT("A ") + WideString(507, TEXT('x')) + TEXT("\r\nB b\r\n"));
-    EXPECT_EQ(lookup("A"), std::string(507, 'x'));
-    EXPECT_EQ(lookup("B"), "b");
-    use(TEXT("A ") + WideString(508, TEXT('x')) + TEXT("\r\nB b\r\n"));
-    EXPECT_EQ(lookup("A"), std::string(507, 'x'));
-    EXPECT_EQ(lookup("B"), "b");
-
-    // A piece that begins with the comment mark is a comment.
-    use(first + TEXT("#B b\r\n"));
-    EXPECT_EQ(lookup("#B"), NONE);
+    struct Case {
+        std::size_t length;
+        const char* behind;
+        std::string b;
+    };
+    const Case cases[] = {
+        {509, "B rest\r\n", "rest"},
+        {507, "\r\nB b\r\n", "b"},  // the line end just fits
+        {508, "\r\nB b\r\n", "b"},  // and just does not
+        {509, "#B b\r\n", NONE},    // a piece that begins with the comment mark is a comment
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.behind);
+        use(TEXT("A ") + WideString(test.length, TEXT('x')) + widen(test.behind) + TEXT("C c\r\n"));
+        EXPECT_EQ(lookup("A"), std::string(507, 'x'));
+        EXPECT_EQ(lookup("B"), test.b);
+        EXPECT_EQ(lookup("C"), "c");
+    }
     use(WideString(100000, TEXT('k')));
     EXPECT_EQ(lookup("k"), NONE);
-}
-
-TEST_F(Strings, DropsHalfACharacterAtTheEnd) {
-    device.write("D/data/lang/StringTable_en.txt", utf16(TEXT("KEY text\r\n")) + "x");
-    table.setLanguage(0);
-    EXPECT_EQ(lookup("KEY"), "text");
-    device.write("D/data/lang/StringTable_en.txt", "\xFF");
-    table.setLanguage(0);
-    EXPECT_EQ(lookup("KEY"), NONE);
 }
 
 TEST_F(Strings, EachLanguageHasItsFileBehindTheNumerals) {
@@ -148,19 +140,15 @@ TEST_F(Strings, EachLanguageHasItsFileBehindTheNumerals) {
 TEST_F(Strings, StartsAfreshAndMissesFilesInSilence) {
     use(TEXT("KEY text\r\n#\r\n \t x\r\n"));
     table.setLanguage(1);
-    EXPECT_EQ(lookup("KEY"), NONE);
+    for (const std::string key : {"KEY", NONE.c_str()})
+        EXPECT_EQ(lookup(key), NONE);
     EXPECT_EQ(lookup(""), "");
-    EXPECT_EQ(lookup(NONE), NONE);
-    EXPECT_EQ(logMessages(device, "log.txt"), "");
-}
-
-TEST_F(Strings, LoadTellsHowItWent) {
-    write("more.txt", TEXT("KEY text\r\n"));
-    EXPECT_EQ(table.load(nullptr), 1);
-    EXPECT_EQ(table.load(""), 1);
-    EXPECT_EQ(table.load("gone.txt"), 2);
-    EXPECT_EQ(table.load("more.txt"), 0);
+    const std::pair<const char*, int> loads[] = {
+        {nullptr, 1}, {"", 1}, {"gone.txt", 2}, {"StringTable_en.txt", 0}};
+    for (const auto& [file, result] : loads)
+        EXPECT_EQ(table.load(file), result);
     EXPECT_EQ(lookup("KEY"), "text");
+    EXPECT_EQ(logMessages(device, "log.txt"), "");
 }
 
 }  // namespace

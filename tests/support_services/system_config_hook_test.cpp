@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "platform/posix/call_hook.h"
 #include "support/logger.h"
 #include "support/path_constants.h"
@@ -10,73 +12,68 @@
 
 namespace {
 
-class ConfigCalls : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        Logger::instance().setPath("/log.txt");
-        device.setLanguage(4);
-    }
-    // Runs `operation` while the call of this name fails; returns the registry calls.
-    template <class Operation>
-    std::vector<std::string> callsWhen(const std::string& failing, Operation operation) {
-        std::vector<std::string> calls;
+using Calls = std::vector<std::string>;
+
+TEST(ConfigCalls, AreMadeInOrderAndWarnWhenTheyFailBehindTheOpen) {
+    const DeviceFolder device;
+    SystemConfig& config = SystemConfig::instance();
+    const auto number = [&] { return std::to_string(config.getDword(LANGUAGE)); };
+    const auto user = [&] { return config.getWindowsUserName(); };
+    const auto setNumber = [&] {
+        config.setLanguage(1);
+        return std::string();
+    };
+    const auto setUser = [&] {
+        config.setWindowsUserName("u");
+        return std::string();
+    };
+    const Calls open = {"RegOpenKeyExW"};
+    const Calls reading = {"RegOpenKeyExW", "RegQueryValueExW", "RegCloseKey"};
+    const Calls writing = {"RegOpenKeyExW", "RegSetValueExW", "RegCloseKey", "RegFlushKey"};
+    const std::string noNumber = "  ** Warning ** Error getting registry key [LANGUAGE].\n";
+    // Setters speak of setting, whatever failed.
+    const std::string notSet = "  ** Warning ** Error setting registry key [LANGUAGE].\n";
+
+    struct Case {
+        const char* failing;
+        std::function<std::string()> operation;
+        std::string result;
+        Calls calls;
+        std::string logged;
+    };
+    const Case cases[] = {
+        {"", number, "4", reading, ""},
+        {"", user, "", reading,
+         "  ** Warning ** Error getting registry key [WINDOWS_USER_NAME].\n"},
+        {"", setUser, "", writing, ""},
+        {"RegOpenKeyExW", number, "-1", open, ""},
+        {"RegOpenKeyExW", setNumber, "", open, ""},
+        {"RegQueryValueExW", number, "-1", reading, noNumber},
+        {"RegCloseKey", number, "4", reading,
+         "  ** Warning ** Error closing registry key [LANGUAGE].\n"},
+        {"RegCloseKey", user, "u", reading,
+         "  ** Warning ** Error closing registry key [WINDOWS_USER_NAME].\n"},
+        {"RegSetValueExW", setNumber, "", writing, notSet},
+        {"RegFlushKey", setNumber, "", writing, ""},
+        {"RegCloseKey", setNumber, "", writing, notSet},
+    };
+    Logger::instance().setPath("/log.txt");
+    device.setLanguage(4);
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.failing);
+        Calls calls;
         Logger::instance().open();
         setCallHook([&](const HookedCall& call) {
             const std::string name = call.name;
             if (name.rfind("Reg", 0) == 0)
                 calls.push_back(name);
-            return name == failing ? DWORD{5} : DWORD{0};
+            return name == test.failing ? DWORD{5} : DWORD{0};
         });
-        operation();
+        EXPECT_EQ(test.operation(), test.result);
         setCallHook({});
-        return calls;
+        EXPECT_EQ(calls, test.calls);
+        EXPECT_EQ(logMessages(device, "log.txt"), test.logged);
     }
-    std::string logged() const { return logMessages(device, "log.txt"); }
-
-    DeviceFolder device;
-    SystemConfig& config = SystemConfig::instance();
-};
-
-using Calls = std::vector<std::string>;
-
-TEST_F(ConfigCalls, EveryOperationOpensAndClosesTheKey) {
-    EXPECT_EQ(callsWhen("", [&] { config.getLanguage(); }),
-              (Calls{"RegOpenKeyExW", "RegQueryValueExW", "RegCloseKey"}));
-    EXPECT_EQ(callsWhen("", [&] { config.getWindowsUserName(); }),
-              (Calls{"RegOpenKeyExW", "RegQueryValueExW", "RegCloseKey"}));
-    const Calls writing = {"RegOpenKeyExW", "RegSetValueExW", "RegCloseKey", "RegFlushKey"};
-    EXPECT_EQ(callsWhen("", [&] { config.setLanguage(1); }), writing);
-    EXPECT_EQ(callsWhen("", [&] { config.setWindowsUserName("u"); }), writing);
-    EXPECT_EQ(logged(), "");
-}
-
-TEST_F(ConfigCalls, AKeyThatCannotBeOpenedIsNoMatter) {
-    EXPECT_EQ(callsWhen("RegOpenKeyExW", [&] { EXPECT_EQ(config.getDword(LANGUAGE), -1); }),
-              Calls{"RegOpenKeyExW"});
-    EXPECT_EQ(callsWhen("RegOpenKeyExW", [&] { config.setLanguage(1); }), Calls{"RegOpenKeyExW"});
-    EXPECT_EQ(logged(), "");
-}
-
-TEST_F(ConfigCalls, FailuresBehindTheOpenAreWarnings) {
-    callsWhen("RegQueryValueExW", [&] { EXPECT_EQ(config.getDword(LANGUAGE), -1); });
-    EXPECT_EQ(logged(), "  ** Warning ** Error getting registry key [LANGUAGE].\n");
-    const Calls writing = {"RegOpenKeyExW", "RegSetValueExW", "RegCloseKey", "RegFlushKey"};
-    EXPECT_EQ(callsWhen("RegSetValueExW", [&] { config.setLanguage(1); }), writing);
-    EXPECT_EQ(logged(), "  ** Warning ** Error setting registry key [LANGUAGE].\n");
-    callsWhen("RegFlushKey", [&] { config.setLanguage(1); });
-    EXPECT_EQ(logged(), "");
-}
-
-TEST_F(ConfigCalls, AFailedCloseIsAWarningAndSpoilsNothing) {
-    callsWhen("RegCloseKey", [&] { EXPECT_EQ(config.getLanguage(), 4); });
-    EXPECT_EQ(logged(), "  ** Warning ** Error closing registry key [LANGUAGE].\n");
-    callsWhen("RegCloseKey", [&] { config.getWindowsUserName(); });
-    EXPECT_EQ(logged(),
-              "  ** Warning ** Error getting registry key [WINDOWS_USER_NAME].\n"
-              "  ** Warning ** Error closing registry key [WINDOWS_USER_NAME].\n");
-    // Setters speak of setting.
-    callsWhen("RegCloseKey", [&] { config.setLanguage(1); });
-    EXPECT_EQ(logged(), "  ** Warning ** Error setting registry key [LANGUAGE].\n");
     EXPECT_EQ(config.getLanguage(), 1);
 }
 

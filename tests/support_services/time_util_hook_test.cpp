@@ -17,16 +17,13 @@ TEST(SetTimeZone, ChangesTheBiasAndKeepsTheRest) {
     zone.DaylightName[31] = u'D';
     zone.DaylightBias = -60;
     ASSERT_TRUE(SetTimeZoneInformation(&zone));
-    struct Case {
-        int32_t hours;
-        LONG bias;
-    };
-    for (const Case test : {Case{-5, 300}, Case{13, -780}, Case{0, 0}}) {
-        setTimeZone(test.hours);
+    const std::pair<int32_t, LONG> cases[] = {{-5, 300}, {13, -780}, {0, 0}};
+    for (const auto& [hours, bias] : cases) {
+        setTimeZone(hours);
         host::forgetTimeZone();
         TIME_ZONE_INFORMATION stored{};
         GetTimeZoneInformation(&stored);
-        EXPECT_EQ(stored.Bias, test.bias);
+        EXPECT_EQ(stored.Bias, bias);
         EXPECT_EQ(stored.StandardName[0], u'S');
         EXPECT_EQ(stored.StandardDate.wMonth, 10);
         EXPECT_EQ(stored.DaylightName[31], u'D');
