@@ -1,59 +1,248 @@
-// Each faulty key raises its findings, and the device does with it what was predicted.
+// Keys with one fault each: each raises its findings, and the device does with it what was
+// predicted.
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <functional>
+
 #include "support/logger.h"
+#include "tests/support/bytes.h"
 #include "tests/support/device_folder.h"
-#include "tests/updatekey/faulty_keys.h"
 #include "tests/updatekey/sound_key.h"
 #include "tools/updatekey/check.h"
+#include "tools/updatekey/manifest.h"
 #include "update/updater.h"
-
-// Called by the test framework.
-static void PrintTo(const FaultyKey& key, std::ostream* out) {
-    *out << key.name;
-}
 
 namespace {
 
 namespace fs = std::filesystem;
 
-struct Outcome {
-    int32_t state;
-    std::string version;
-    Tree installed;
+using Spoil = std::function<void(const fs::path& key)>;
+
+struct FaultyKey {
+    std::string name;
+    Spoil spoil;                     // what is wrong with a sound key
+    std::set<std::string> findings;  // the codes, all of them
+    bool seen = true;                // whether the device takes it as a key all the same
 };
 
-// What the engine as it is in the updater does with the key that is plugged into the device.
-Outcome update(const DeviceFolder& device) {
-    Logger::instance().setPath("/FlashDisk/VELD/Updater-log.txt");
-    Updater updater;
-    updater.pollMedia();
-    if (updater.isMediaReady()) {
-        updater.startUpdate();
-        for (int frame = 0; frame < 1000 && updater.getState() == Updating; ++frame)
-            updater.step();
-    }
-    Outcome outcome{updater.getState(), toDisplay(updater.getUpdateVersion()), {}};
-    for (const std::string folder : {"KSTRL", "ORBUI"})
-        for (const auto& [path, bytes] : device.tree("FlashDisk/VELD/" + folder))
-            if (path.back() != '/')
-                outcome.installed["VELD/" + folder + "/" + path] = bytes;
-    return outcome;
+const std::string KSTRL = "VELD/KSTRL/";
+const std::string DATA = "VELD/ORBUI/data/";
+const std::string BACKGROUND = DATA + "KSTRL-menubg4.raw";
+const std::string FACE = DATA + "fonts/SegoeUI_24px.fnt";
+const std::string PAGE = DATA + "fonts/page.raw";
+const std::string TABLE = DATA + "lang/StringTable_";
+const std::string NOTES = "VELD/kstrXReleaseNotes.txt";
+const std::string FIRST_LINE = "KSTRL Release 3.0\n";
+
+Spoil adding(const std::string& path, const std::string& bytes = "x") {
+    return [=](const fs::path& key) { writeFile(key / path, bytes); };
 }
 
-std::set<std::string> codesOf(const Findings& findings) {
-    std::set<std::string> codes;
-    for (const Finding& finding : findings)
-        codes.insert(finding.code);
-    return codes;
+Spoil removing(const std::string& path) {
+    return [=](const fs::path& key) { fs::remove_all(key / path); };
+}
+
+Spoil renaming(const std::string& from, const std::string& to) {
+    return [=](const fs::path& key) { fs::rename(key / from, key / to); };
+}
+
+Spoil emptying(const std::string& folder) {
+    return [=](const fs::path& key) {
+        fs::remove_all(key / folder);
+        fs::create_directory(key / folder);
+    };
+}
+
+Spoil resizing(const std::string& path, uintmax_t size) {
+    return [=](const fs::path& key) {
+        std::ofstream(key / path, std::ios::app).close();
+        fs::resize_file(key / path, size);
+    };
+}
+
+Spoil cuttingOff(const std::string& path, uintmax_t bytes) {
+    return [=](const fs::path& key) {
+        fs::resize_file(key / path, fs::file_size(key / path) - bytes);
+    };
+}
+
+Spoil replacing(const std::string& path, const std::string& what, const std::string& by) {
+    return [=](const fs::path& key) {
+        std::string bytes = readFile(key / path);
+        bytes.replace(bytes.find(what), what.size(), by);
+        writeFile(key / path, bytes);
+    };
+}
+
+Spoil linking(const std::string& path) {
+    return [=](const fs::path& key) { fs::create_symlink("antennas.dat", key / path); };
+}
+
+Spoil notes(const std::string& bytes) {
+    return adding(NOTES, bytes);
+}
+
+std::string utf16(const std::string& text) {
+    return utf16Bytes(widen(text));
+}
+
+std::string lines(int count) {
+    std::string text;
+    for (int line = 0; line < count; ++line)
+        text += "line\n";
+    return text;
+}
+
+// A path of that length in the staging area, without the staging area's own.
+std::string deepPath(std::size_t length) {
+    return DATA + "n/" + std::string(length - std::string("ORBUI/data/n/").size(), 'a');
+}
+
+// Makes the manifest first, so that it tells of the state before.
+Spoil afterManifest(const Spoil& spoil) {
+    return [=](const fs::path& key) {
+        writeFile(key / MANIFEST_NAME, toText(computeManifest(key)));
+        spoil(key);
+    };
+}
+
+const FaultyKey FAULTY_KEYS[] = {
+    {"sound", [](const fs::path&) {}, {}},
+
+    // The layout.
+    {"no maker folder", removing("VELD"), {"no-maker-folder"}, false},
+    {"maker folder in lower case",
+     renaming("VELD", "veld"),
+     {"no-maker-folder", "name-case"},
+     false},
+    {"no application folder", removing(KSTRL), {"no-application-folder"}, false},
+    {"application folder in another case",
+     renaming("VELD/KSTRL", "VELD/Kstrl"),
+     {"no-application-folder", "name-case"},
+     false},
+    {"application folder empty",
+     emptying("VELD/KSTRL"),
+     {"application-empty", "no-application"},
+     false},
+    {"no GUI folder", removing("VELD/ORBUI"), {"no-gui-folder"}, false},
+    {"GUI folder without data", removing(DATA), {"no-gui-data"}, false},
+    {"data in another case",
+     renaming("VELD/ORBUI/data", "VELD/ORBUI/Data"),
+     {"no-gui-data", "name-case"},
+     false},
+    {"data empty", emptying("VELD/ORBUI/data"), {"gui-data-empty"}, false},
+    {"no application", removing(KSTRL + "KSTRL.exe"), {"no-application"}},
+    {"application in another case",
+     renaming(KSTRL + "KSTRL.exe", KSTRL + "kstrl.exe"),
+     {"no-application", "name-case"}},
+    {"application empty", resizing(KSTRL + "KSTRL.exe", 0), {"application-damaged"}},
+
+    // What the device drops.
+    {"subfolder of the application", adding(KSTRL + "plugins/a.dll"), {"not-copied"}},
+    {"second-level subfolder of the data", adding(DATA + "lang/extra/x"), {"not-copied"}},
+    {"file beside data", adding("VELD/ORBUI/readme.txt"), {"not-copied"}},
+    {"folder beside KSTRL", adding("VELD/TOOLS/a"), {"not-copied"}},
+    {"litter of one desktop", adding(KSTRL + "._KSTRL.exe"), {"litter"}},
+    {"litter of another", adding(DATA + "fonts/Thumbs.db"), {"litter"}},
+    {"litter folder in the data", adding(DATA + ".Trashes/x"), {"litter"}},
+    {"litter where nothing is copied", adding(".DS_Store"), {}},
+    {"link", linking(KSTRL + "link"), {"not-a-file"}},
+
+    // Names and sizes.
+    {"case clash", adding(KSTRL + "Antennas.dat"), {"case-clash"}},
+    {"Latin-1 is fine", adding(KSTRL + "k\xC3\xA4the.dat"), {}},
+    {"outside Latin-1", adding(KSTRL + "\xC5\x81ukasz.dat"), {"name-not-latin1"}},
+    {"outside Latin-1, another's name for the device",
+     adding(KSTRL + "antennas.da\xC5\xB4"),
+     {"name-not-latin1"}},
+    {"folder outside Latin-1", adding(DATA + "\xE6\xBC\xA2/a"), {"name-not-latin1"}},
+    {"question mark", adding(KSTRL + "what?"), {"name-not-fat"}},
+    {"dot at the end", adding(KSTRL + "name."), {"name-not-fat"}},
+    {"longest path that the staging area holds", adding(deepPath(236)), {}},
+    {"too long for the staging area", adding(deepPath(237)), {"path-too-long", "copy-fails"}},
+    {"larger than FAT32 holds", resizing("recordings.bin", uintmax_t{1} << 32), {"file-too-large"}},
+
+    // The release notes.
+    {"no notes", removing(NOTES), {"notes-missing"}},
+    {"notes in another case",
+     renaming(NOTES, "VELD/KstrXReleaseNotes.txt"),
+     {"notes-missing", "name-case", "not-copied"}},
+    {"notes empty", notes(""), {"notes-no-version", "notes-no-final-line-feed"}},
+    {"no version", notes("Version 3.0\n"), {"notes-no-version"}},
+    {"prefix alone", notes("KSTRL Release \n"), {"notes-no-version"}},
+    {"prefix not in front", notes("xx KSTRL Release 3.0\n"), {"notes-prefix-misplaced"}},
+    {"byte-order mark",
+     notes("\xEF\xBB\xBF" + FIRST_LINE),
+     {"notes-prefix-misplaced", "notes-utf8", "notes-missing-glyph"}},
+    {"no final line feed", notes(FIRST_LINE + "lost"), {"notes-no-final-line-feed"}},
+    {"CR LF is fine", notes("KSTRL Release 3.0\r\nshown\r\n"), {}},
+    {"Ctrl-Z", notes(FIRST_LINE + "a\nb\x1A\nc\n"), {"notes-cut"}},
+    {"UTF-16",
+     notes(utf16(FIRST_LINE)),
+     {"notes-no-version", "notes-nul", "notes-no-final-line-feed"}},
+    {"UTF-8", notes(FIRST_LINE + "\xC3\xA4\n"), {"notes-utf8", "notes-missing-glyph"}},
+    {"a tab", notes(FIRST_LINE + "\tindented\n"), {"notes-missing-glyph"}},
+    {"line of 524 pixels", notes(FIRST_LINE + std::string(65, 'm') + "\n"), {}},
+    {"line too wide", notes(FIRST_LINE + std::string(66, 'm') + "\n"), {"notes-line-too-wide"}},
+    {"too many lines", notes(FIRST_LINE + lines(24)), {"notes-too-many-lines"}},
+
+    // What the screen is drawn with.
+    {"no background", removing(BACKGROUND), {"background-missing"}},
+    {"background too small", resizing(BACKGROUND, 1024 * 768), {"background-size"}},
+    {"no font", removing(FACE), {"font-missing"}},
+    {"font of another kind", replacing(FACE, "BMF\3", "BMF\2"), {"font-damaged"}},
+    {"font cut off", cuttingOff(FACE, 30), {"font-damaged"}},
+    {"font without its last block", cuttingOff(FACE, 5), {"font-damaged"}},
+    {"no font page", removing(PAGE), {"font-page-missing"}},
+    {"font page of another size", resizing(PAGE, 255), {"font-page-size"}},
+    {"no string table", removing(TABLE + "fr.txt"), {"table-missing"}},
+    {"table without a text",
+     replacing(TABLE + "en.txt", utf16("STR_UDPATEFAILED"), utf16("STR_UPDATEFAILED")),
+     {"text-missing"}},
+    {"table in UTF-8",
+     adding(TABLE + "jp.txt", "STR_KESTRELUPDATER\tx\r\n"),
+     {"text-missing", "table-line-end"}},
+    {"table's last line not ended", cuttingOff(TABLE + "du.txt", 4), {"table-line-end"}},
+    {"text too wide",
+     replacing(TABLE + "pt.txt", utf16("Text in pt"), utf16(std::string(121, 'w'))),
+     {"text-too-wide"}},
+    {"text that the face lacks",
+     replacing(TABLE + "sp.txt", utf16("Text"), utf16("T\x01t")),
+     {"text-missing-glyph"}},
+
+    // The manifest.
+    {"manifest and nothing wrong", afterManifest([](const fs::path&) {}), {}},
+    {"file changed",
+     afterManifest(adding(KSTRL + "antennas.dat", "Antennas")),
+     {"manifest-mismatch"}},
+    {"file added", afterManifest(adding(KSTRL + "new.dat")), {"manifest-unknown-file"}},
+    {"file lost", afterManifest(removing(DATA + "screens.dat")), {"manifest-missing-file"}},
+    {"manifest of another kind", adding(MANIFEST_NAME, "nonsense\n"), {"manifest-damaged"}},
+};
+
+// Called by the test framework.
+void PrintTo(const FaultyKey& key, std::ostream* out) {
+    *out << key.name;
+}
+
+// The engine as it is in the updater, with the key that is plugged into the device.
+void update(Updater& updater) {
+    Logger::instance().setPath("/FlashDisk/VELD/Updater-log.txt");
+    updater.pollMedia();
+    if (!updater.isMediaReady())
+        return;
+    updater.startUpdate();
+    for (int frame = 0; frame < 1000 && updater.getState() == Updating; ++frame)
+        updater.step();
 }
 
 class FaultyKeys : public ::testing::TestWithParam<FaultyKey> {};
 
 TEST_P(FaultyKeys, AreFoundAndDoOnTheDeviceAsPredicted) {
     const FaultyKey& faulty = GetParam();
-    DeviceFolder device;
+    const DeviceFolder device;
     const fs::path key = device.root() / "USB HD";
     writeSoundKey(key);
     faulty.spoil(key);
@@ -61,29 +250,34 @@ TEST_P(FaultyKeys, AreFoundAndDoOnTheDeviceAsPredicted) {
     device.write("FlashDisk/VELD/ORBUI/data/old", "old data");
 
     const CheckReport report = checkKey(key, {});
-    EXPECT_EQ(codesOf(report.findings), faulty.findings);
+    EXPECT_EQ(codesOf(report), faulty.findings);
     EXPECT_EQ(report.prediction.seen, faulty.seen);
 
-    const Outcome outcome = update(device);
-    EXPECT_EQ(outcome.state, report.prediction.state);
-    EXPECT_EQ(outcome.version, report.prediction.version);
-    if (!faulty.seen) {
-        EXPECT_EQ(outcome.installed.count("VELD/ORBUI/data/old"), 1U);
-        return;
-    }
+    Updater updater;
+    update(updater);
+    EXPECT_EQ(updater.getState(), report.prediction.state);
+    EXPECT_EQ(toDisplay(updater.getUpdateVersion()), report.prediction.version);
     Tree predicted;
     for (const std::string& path : report.prediction.copied)
         predicted[path] = readFile(key / path);
-    EXPECT_EQ(outcome.installed, predicted);
+    if (!faulty.seen)
+        predicted = {{"VELD/KSTRL/KSTRL.exe", "old application"},
+                     {"VELD/ORBUI/data/old", "old data"}};
+    Tree installed;
+    for (const std::string folder : {"VELD/KSTRL/", "VELD/ORBUI/"}) {
+        for (const auto& [path, bytes] : device.tree("FlashDisk/" + folder)) {
+            if (path.back() != '/')
+                installed[folder + path] = bytes;
+        }
+    }
+    EXPECT_EQ(installed, predicted);
 }
 
-std::string testName(const ::testing::TestParamInfo<FaultyKey>& info) {
+INSTANTIATE_TEST_SUITE_P(All, FaultyKeys, ::testing::ValuesIn(FAULTY_KEYS), [](const auto& test) {
     std::string name;
-    for (const char c : info.param.name)
+    for (const char c : test.param.name)
         name += std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';
     return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(All, FaultyKeys, ::testing::ValuesIn(faultyKeys()), testName);
+});
 
 }  // namespace

@@ -105,23 +105,23 @@ TEST_F(MakeKey, GivesTheSameBytesAndTimesEveryTime) {
     EXPECT_EQ(status.st_mtime, 1500000000);
 }
 
-TEST(ComposeNotes, WritesWhatTheDeviceReads) {
-    EXPECT_EQ(composeNotes("News", "3.0"), "KSTRL Release 3.0\nNews\n");
-    EXPECT_EQ(composeNotes("KSTRL Release 3.0\r\nNews\r\n", "3.0"), "KSTRL Release 3.0\nNews\n");
-    EXPECT_EQ(composeNotes("KSTRL Release 3.0", "3.0"), "KSTRL Release 3.0\n");
-    EXPECT_EQ(composeNotes("", "3.0"), "KSTRL Release 3.0\n");
-    EXPECT_EQ(composeNotes("\xEF\xBB\xBF"
-                           "Z\xC3\xBCrich\n",
-                           "3.0"),
-              "KSTRL Release 3.0\nZ\xFCrich\n");
-    EXPECT_EQ(composeNotes("Z\xFCrich\n", "3.0"), "KSTRL Release 3.0\nZ\xFCrich\n");
-}
-
-TEST(ComposeNotes, RefusesWhatTheDeviceCannotShow) {
-    EXPECT_THROW(composeNotes("\xE6\xBC\xA2\n", "3.0"), std::runtime_error);
-    EXPECT_THROW(composeNotes("KSTRL Release 2.0\n", "3.0"), std::runtime_error);
-    EXPECT_THROW(composeNotes("News\n", ""), std::runtime_error);
-    EXPECT_THROW(composeNotes("News\n", "3\n0"), std::runtime_error);
+TEST(ComposeNotes, WritesWhatTheDeviceReadsAndShows) {
+    const std::pair<const char*, const char*> notes[] = {
+        {"News", "KSTRL Release 3.0\nNews\n"},
+        {"KSTRL Release 3.0\r\nNews\r\n", "KSTRL Release 3.0\nNews\n"},
+        {"KSTRL Release 3.0", "KSTRL Release 3.0\n"},
+        {"", "KSTRL Release 3.0\n"},
+        {"\xEF\xBB\xBF\x5A\xC3\xBC\n", "KSTRL Release 3.0\nZ\xFC\n"},
+        {"Z\xFCrich\n", "KSTRL Release 3.0\nZ\xFCrich\n"},
+    };
+    for (const auto& [text, composed] : notes)
+        EXPECT_EQ(composeNotes(text, "3.0"), composed);
+    const std::pair<const char*, const char*> refused[] = {{"\xE6\xBC\xA2\n", "3.0"},
+                                                           {"KSTRL Release 2.0\n", "3.0"},
+                                                           {"News\n", ""},
+                                                           {"News\n", "3\n0"}};
+    for (const auto& [text, version] : refused)
+        EXPECT_THROW(composeNotes(text, version), std::runtime_error) << text;
 }
 
 TEST(ManifestText, HasTheChecksumsThatEverybodyComputes) {
@@ -136,21 +136,19 @@ TEST(ManifestText, HasTheChecksumsThatEverybodyComputes) {
 
 class CheckOptionsTest : public ::testing::Test {
   protected:
-    CheckOptionsTest() { writeSoundKey(device.root() / "USB HD"); }
+    CheckOptionsTest() { writeSoundKey(key); }
 
     std::set<std::string> codes(const CheckOptions& options) const {
-        std::set<std::string> found;
-        for (const Finding& finding : checkKey(device.root() / "USB HD", options).findings)
-            found.insert(finding.code);
-        return found;
+        return codesOf(checkKey(key, options));
     }
 
     DeviceFolder device;
+    const fs::path key = device.root() / "USB HD";
 };
 
 TEST_F(CheckOptionsTest, JudgesTheRoomOnTheFlashDisk) {
     CheckOptions options;
-    const CheckReport report = checkKey(device.root() / "USB HD", options);
+    const CheckReport report = checkKey(key, options);
     options.flashSize = report.flashNeeded;
     EXPECT_EQ(codes(options), std::set<std::string>{});
     options.flashSize = report.flashNeeded - 1;
@@ -160,8 +158,8 @@ TEST_F(CheckOptionsTest, JudgesTheRoomOnTheFlashDisk) {
 }
 
 TEST_F(CheckOptionsTest, AsksOnlyForWhatTheLanguagesNeed) {
-    fs::remove(device.root() / "USB HD/VELD/ORBUI/data/fonts/MeiryoUI_36px.fnt");
-    fs::remove(device.root() / "USB HD/VELD/ORBUI/data/lang/StringTable_jp.txt");
+    fs::remove(key / "VELD/ORBUI/data/fonts/MeiryoUI_36px.fnt");
+    fs::remove(key / "VELD/ORBUI/data/lang/StringTable_jp.txt");
     EXPECT_EQ(codes({}), (std::set<std::string>{"font-missing", "table-missing"}));
     CheckOptions latinOnly;
     latinOnly.languages = {0, 1};
