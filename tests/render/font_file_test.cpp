@@ -92,11 +92,7 @@ TEST(FontFile, MayEndAnywhere) {
 }
 
 TEST(KerningFile, LineSetsOnePair) {
-    struct Case {
-        LPCWSTR line;
-        KerningTable expected;
-    };
-    const std::vector<Case> cases = {
+    const std::pair<LPCWSTR, KerningTable> cases[] = {
         {TEXT("AV -2\r\n"), {{{'A', 'V'}, -2}}},
         {TEXT("AV\t  +3x"), {{{'A', 'V'}, 3}}},
         {TEXT("\u30A2,;65535\n"), {{{0x30A2, ','}, -1}}},
@@ -107,10 +103,10 @@ TEST(KerningFile, LineSetsOnePair) {
         {TEXT("\r\n"), {}},
         {TEXT(""), {}},
     };
-    for (const Case& each : cases) {
+    for (const auto& [line, expected] : cases) {
         KerningTable kerning;
-        parseKerningLine(each.line, kerning);
-        EXPECT_EQ(kerning, each.expected) << narrow(each.line);
+        parseKerningLine(line, kerning);
+        EXPECT_EQ(kerning, expected) << narrow(line);
     }
 }
 

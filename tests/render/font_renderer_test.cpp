@@ -9,8 +9,8 @@
 #include "render/matrix.h"
 #include "support/logger.h"
 #include "support/system_settings.h"
-#include "tests/support/device_folder.h"
 #include "tests/support/font_bytes.h"
+#include "tests/support/log_text.h"
 #include "tests/support/recording_gl.h"
 
 namespace {
@@ -108,23 +108,19 @@ TEST_F(FontRendererTest, SetsBothMatricesOnEveryCall) {
 }
 
 TEST_F(FontRendererTest, KernsTheGlyphAndNotThePen) {
-    writeFace("F", kerningRecord('A', 'B', -3));
+    writeFace("F", kerningRecord('A', 'B', -3) + kerningRecord('\n', 'B', 2));
     FontRenderer face("F", nullptr);
     const Quads kerned = {quad(100, 52, 110, 64), quad(106, 53, 114, 65), quad(116, 53, 124, 65)};
     EXPECT_EQ(draw(face, TEXT("ABB")), kerned);
+    // Line breaks are passed over, but kerned against.
+    const Quads oneLine = {quad(100, 52, 110, 64), quad(111, 53, 119, 65)};
+    EXPECT_EQ(draw(face, TEXT("\uFEFFA\r\nB")), oneLine);
     face.setKerning('A', 'B', 4);
     EXPECT_EQ(draw(face, TEXT("AB"))[1], quad(113, 53, 121, 65));
 
     gl.calls.clear();
     face.drawText("AB", 100, 50, 1.0F, 1.0F, 1.0F, PROJECTION, false, nullptr);
     EXPECT_EQ(quads()[1], quad(109, 53, 117, 65));
-}
-
-TEST_F(FontRendererTest, PassesOverLineBreaksButKernsAgainstThem) {
-    writeFace("F", kerningRecord('\n', 'B', 2) + kerningRecord('A', 'B', 50));
-    const FontRenderer face("F", nullptr);
-    const Quads oneLine = {quad(100, 52, 110, 64), quad(111, 53, 119, 65)};
-    EXPECT_EQ(draw(face, TEXT("\uFEFFA\r\nB")), oneLine);
 }
 
 TEST_F(FontRendererTest, NarrowsKatakanaAndIdeographs) {
@@ -139,11 +135,9 @@ TEST_F(FontRendererTest, NarrowsKatakanaAndIdeographs) {
     const Quads large = {quad(100, 65585, 120, 65597), quad(behind, 52, behind + 10.0F, 64)};
     EXPECT_EQ(draw(face, TEXT("\u4E00A")), large);
     EXPECT_EQ(face.textWidth(TEXT("\u4E00\u4E00")), 2U * 65512U);
-}
 
-TEST_F(FontRendererTest, WidensNarrowTextByteByByteUpToItsEnd) {
-    writeFace("F");
-    const FontRenderer face("F", nullptr);
+    // Narrow text is widened byte by byte, up to its end.
+    gl.calls.clear();
     face.drawText(std::string("\xE9\0A", 3), 100, 50, 1.0F, 1.0F, 1.0F, PROJECTION, true, nullptr);
     EXPECT_EQ(quads(), Quads{quad(100, 50, 105, 62)});
     EXPECT_EQ(face.textWidth("\xE9"), 5U);
@@ -155,8 +149,7 @@ TEST_F(FontRendererTest, ReportsAnUnknownCharacterOnceInAllFacesAndNoMissingPage
     const FontRenderer other("F", nullptr);
     EXPECT_EQ(draw(face, TEXT("\u20ACPA\u20AC")), Quads{quad(100, 52, 110, 64)});
     draw(other, TEXT("\u20AC"));
-    const std::string log = device.read("/log.txt");
-    EXPECT_EQ(log.substr(log.find('\n') + 1), "  ** Warning ** Unrecognized Char: 8364  20ac\n");
+    EXPECT_EQ(logMessages(device, "log.txt"), "  ** Warning ** Unrecognized Char: 8364  20ac\n");
 }
 
 TEST_F(FontRendererTest, FaceWithoutFilesTouchesNoGl) {

@@ -5,7 +5,7 @@
 #include <numeric>
 
 #include "support/logger.h"
-#include "tests/support/device_folder.h"
+#include "tests/support/log_text.h"
 #include "tests/support/recording_gl.h"
 
 namespace {
@@ -17,11 +17,7 @@ class RawTexture : public testing::Test {
         Logger::instance().setPath("/log.txt");
     }
 
-    // What was logged behind the line with the time.
-    std::string logged() const {
-        const std::string log = device.read("/log.txt");
-        return log.substr(log.find('\n') + 1);
-    }
+    std::string logged() const { return logMessages(device, "log.txt"); }
 
     DeviceFolder device;
     RecordingGl& gl = RecordingGl::instance();
@@ -55,23 +51,19 @@ TEST_F(RawTexture, ShortFileIsCompletedWithZeros) {
     EXPECT_EQ(gl.texturePixels[beyondEnd], std::vector<unsigned char>(4, 0));
 }
 
-TEST_F(RawTexture, SizeThatNoFileJustifiesIsRefused) {
+TEST_F(RawTexture, IsNotMadeOfAMissingFileOrInASizeThatNoFileJustifies) {
     device.write("/i.raw", "abcd");
+    const char* const missing[] = {"/no.raw", nullptr};
+    for (const char* const path : missing) {
+        EXPECT_EQ(loadRawLuminanceTexture(path, 4, 0), 0U);
+        EXPECT_EQ(loadRawRGBTexture(path, 4, 4), 0U);
+    }
     EXPECT_EQ(loadRawLuminanceTexture("/i.raw", 65535, 0), 0U);
     EXPECT_EQ(loadRawRGBTexture("/i.raw", 0x7FFFFFFF, 0x7FFFFFFF), 0U);
     EXPECT_TRUE(gl.calls.empty());
-    const std::string line = "\n    *** ERROR *** File /i.raw is too short.\n\n";
-    EXPECT_EQ(logged(), line + line);
-}
-
-TEST_F(RawTexture, MissingFileMakesNoTexture) {
-    EXPECT_EQ(loadRawLuminanceTexture("/no.raw", 4, 0), 0U);
-    EXPECT_EQ(loadRawRGBTexture("/no.raw", 4, 4), 0U);
-    EXPECT_EQ(loadRawLuminanceTexture(nullptr, 4, 0), 0U);
-    EXPECT_EQ(loadRawRGBTexture(nullptr, 4, 4), 0U);
-    EXPECT_TRUE(gl.calls.empty());
-    const std::string line = "\n    *** ERROR *** File /no.raw not found.\n\n";
-    EXPECT_EQ(logged(), line + line);
+    const std::string notFound = "\n    *** ERROR *** File /no.raw not found.\n\n";
+    const std::string tooShort = "\n    *** ERROR *** File /i.raw is too short.\n\n";
+    EXPECT_EQ(logged(), notFound + notFound + tooShort + tooShort);
 }
 
 TEST_F(RawTexture, OnlyTheRgbLoaderLogsThatTexturesRanOut) {
