@@ -13,33 +13,22 @@
 
 namespace {
 
-// Records the calls while it lives; a listing's steps and what the log needs are left out.
-class CallRecord {
-  public:
-    CallRecord() {
-        setCallHook([this](const HookedCall& call) {
-            const std::string name = call.name;
-            if (name == "FindNextFileW" || name == "FindClose" || name == "OutputDebugStringW" ||
-                name.rfind("FileTimeTo", 0) == 0)
-                return ERROR_SUCCESS;
-            std::string line = name;
-            for (const std::string& argument : call.arguments)
-                line += " " + argument;
-            calls.push_back(line);
-            return ERROR_SUCCESS;
-        });
-    }
-    CallRecord(const CallRecord&) = delete;
-    CallRecord& operator=(const CallRecord&) = delete;
-    ~CallRecord() { setCallHook({}); }
-
-    std::vector<std::string> calls;
-};
-
+// A listing's steps and what the log needs are left out.
 std::vector<std::string> callsOf(const std::function<void()>& operation) {
-    const CallRecord record;
+    std::vector<std::string> calls;
+    setCallHook([&](const HookedCall& call) {
+        const std::string name = call.name;
+        if (name == "FindNextFileW" || name == "FindClose" || name == "OutputDebugStringW" ||
+            name.rfind("FileTimeTo", 0) == 0)
+            return ERROR_SUCCESS;
+        calls.push_back(name);
+        for (const std::string& argument : call.arguments)
+            calls.back() += " " + argument;
+        return ERROR_SUCCESS;
+    });
     operation();
-    return record.calls;
+    setCallHook({});
+    return calls;
 }
 
 TEST(CallOrder, OfOneWholeUpdate) {
