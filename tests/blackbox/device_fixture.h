@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tests/blackbox/updater_program.h"
+#include "tools/updatekey/child_process.h"
 
 class Instrument : public ::testing::Test {
   protected:
@@ -17,7 +18,10 @@ class Instrument : public ::testing::Test {
         device.write("FlashDisk/VELD/ORBUI/data/bg.raw", "picture 1");
     }
 
-    void TearDown() override { endApplications(); }
+    void TearDown() override {
+        for (const pid_t process : applications())
+            ::kill(process, SIGKILL);
+    }
 
     // The stand-in for the instrument's application, with its version beside it.
     void installApplication(const std::string& folder, const std::string& version) const {
@@ -57,25 +61,7 @@ class Instrument : public ::testing::Test {
         EXPECT_EQ(lastLogLine().rfind("  ** Warning ** Update succeeded at 2", 0), 0U);
     }
 
-    // The processes whose executable lies on the device.
-    std::vector<pid_t> applications() const {
-        std::vector<pid_t> result;
-        for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
-            const std::string id = entry.path().filename();
-            std::error_code error;
-            const std::string executable =
-                std::filesystem::read_symlink(entry.path() / "exe", error).string();
-            if (id.find_first_not_of("0123456789") == std::string::npos &&
-                executable.rfind(device.root().string() + "/", 0) == 0)
-                result.push_back(static_cast<pid_t>(std::stol(id)));
-        }
-        return result;
-    }
-
-    void endApplications() const {
-        for (const pid_t process : applications())
-            ::kill(process, SIGKILL);
-    }
+    std::vector<pid_t> applications() const { return processesOf(device.root()); }
 
     DeviceFolder device;
 };

@@ -14,26 +14,15 @@
 
 namespace {
 
-std::vector<std::string> environment(const ChildProcess::Variables& variables) {
-    std::vector<std::string> result;
-    for (char** entry = environ; *entry != nullptr; ++entry) {
-        const std::string text = *entry;
-        if (variables.count(text.substr(0, text.find('='))) == 0)
-            result.push_back(text);
-    }
-    for (const auto& [name, value] : variables) {
-        if (!value.empty())
-            result.push_back(name + "=" + value);
-    }
-    return result;
-}
-
-std::vector<char*> pointers(const std::vector<std::string>& texts) {
-    std::vector<char*> result;
-    for (const std::string& text : texts)
-        result.push_back(const_cast<char*>(text.c_str()));
-    result.push_back(nullptr);
-    return result;
+std::vector<std::string> wordsOf(const std::vector<std::string>& command,
+                                 const ChildProcess::Variables& variables) {
+    std::vector<std::string> words;
+    if (!variables.empty())
+        words.push_back("env");
+    for (const auto& [name, value] : variables)
+        words.push_back(value.empty() ? "--unset=" + name : name + "=" + value);
+    words.insert(words.end(), command.begin(), command.end());
+    return words;
 }
 
 std::string readAll(const std::string& path) {
@@ -63,9 +52,12 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const Variab
     posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, 1, (folder_ + "/out").c_str(), flags, 0600);
     posix_spawn_file_actions_addopen(&actions, 2, (folder_ + "/err").c_str(), flags, 0600);
-    const std::vector<std::string> variableTexts = environment(variables);
-    if (posix_spawnp(&id_, command[0].c_str(), &actions, nullptr, pointers(command).data(),
-                     pointers(variableTexts).data()) != 0)
+    std::vector<std::string> words = wordsOf(command, variables);
+    std::vector<char*> pointers;
+    for (std::string& word : words)
+        pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+    if (posix_spawnp(&id_, pointers[0], &actions, nullptr, pointers.data(), environ) != 0)
         id_ = -1;
     posix_spawn_file_actions_destroy(&actions);
 }

@@ -56,20 +56,16 @@ int coverage(const BakedFace& face, const Glyph& glyph, int column, int row) {
     return face.pages[glyph.page].at(static_cast<std::size_t>(index));
 }
 
-bool rowHasInk(const BakedFace& face, const Glyph& glyph, int row) {
-    for (int column = 0; column < glyph.width; ++column) {
-        if (coverage(face, glyph, column, row) != 0)
+bool hasInk(const BakedFace& face, const Glyph& glyph, int left, int top, int width, int height) {
+    for (int i = 0; i < width * height; ++i) {
+        if (coverage(face, glyph, left + i % width, top + i / width) != 0)
             return true;
     }
     return false;
 }
 
 bool columnHasInk(const BakedFace& face, const Glyph& glyph, int column) {
-    for (int row = 0; row < glyph.height; ++row) {
-        if (coverage(face, glyph, column, row) != 0)
-            return true;
-    }
-    return false;
+    return hasInk(face, glyph, column, 0, 1, glyph.height);
 }
 
 class BakedFaces : public ::testing::TestWithParam<BakeRequest> {
@@ -80,32 +76,18 @@ class BakedFaces : public ::testing::TestWithParam<BakeRequest> {
 INSTANTIATE_TEST_SUITE_P(, BakedFaces, ::testing::Values(latinRequest(), japaneseRequest()),
                          [](const auto& test) { return test.param.faceName; });
 
-TEST_P(BakedFaces, HoldExactlyFiveBlocksThatReadBack) {
+TEST_P(BakedFaces, ReadBackAndComeOutTheSameEveryTime) {
     const std::string bytes = fntBytes(face);
-    ASSERT_EQ(bytes.substr(0, 4), "BMF\x03");
-    std::vector<std::size_t> sizes;
-    std::size_t position = 4;
-    while (position + 5 <= bytes.size()) {
-        EXPECT_EQ(bytes[position], static_cast<char>(sizes.size() + 1));
-        std::size_t size = 0;
-        for (std::size_t i = 4; i > 0; --i)
-            size = size << 8 | static_cast<unsigned char>(bytes[position + i]);
-        sizes.push_back(size);
-        position += 5 + size;
-    }
-    EXPECT_EQ(position, bytes.size());
-    ASSERT_EQ(sizes.size(), 5U);
-    EXPECT_EQ(sizes[1], 15U);
-    EXPECT_EQ(sizes[4], face.font.kerning.size() * 10);
-
     FontData read;
     parseFont(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), read);
-    EXPECT_EQ(read.atlasSize, face.font.atlasSize);
     EXPECT_EQ(read.lineHeight, 50U);
     EXPECT_EQ(read.base, 38U);
     EXPECT_EQ(read.pageNames, face.font.pageNames);
     EXPECT_EQ(read.kerning, face.font.kerning);
     EXPECT_EQ(encodeBmFont(read, face.fontName, face.emSize), bytes);
+    const BakedFace again = bake(GetParam());
+    EXPECT_EQ(fntBytes(again), bytes);
+    EXPECT_EQ(again.pages, face.pages);
 }
 
 TEST_P(BakedFaces, StandOnOneBaseline) {
@@ -128,17 +110,11 @@ TEST_P(BakedFaces, LieInTheirLineWithABlankBorder) {
         ASSERT_LT(glyph.x + glyph.width, static_cast<int>(face.font.atlasSize)) << code;
         ASSERT_GE(glyph.y, 1) << code;
         ASSERT_LT(glyph.y + glyph.height, static_cast<int>(face.font.atlasSize)) << code;
-        EXPECT_FALSE(rowHasInk(face, glyph, -1)) << code;
-        EXPECT_FALSE(rowHasInk(face, glyph, glyph.height)) << code;
-        EXPECT_FALSE(columnHasInk(face, glyph, -1)) << code;
-        EXPECT_FALSE(columnHasInk(face, glyph, glyph.width)) << code;
+        for (const int row : {-1, +glyph.height})
+            EXPECT_FALSE(hasInk(face, glyph, 0, row, glyph.width, 1)) << code;
+        for (const int column : {-1, +glyph.width})
+            EXPECT_FALSE(columnHasInk(face, glyph, column)) << code;
     }
-}
-
-TEST_P(BakedFaces, ComeOutTheSameEveryTime) {
-    const BakedFace again = bake(GetParam());
-    EXPECT_EQ(fntBytes(again), fntBytes(face));
-    EXPECT_EQ(again.pages, face.pages);
 }
 
 TEST(FontBaker, WidensWhatIsNarrowed) {
@@ -156,25 +132,6 @@ TEST(FontBaker, WidensWhatIsNarrowed) {
     EXPECT_NEAR((ideograph.width - bearing) / 1.5, ideograph.height, 2);
 }
 
-TEST(FontBaker, BakesTheSpaceBeforeTheInk) {
-    std::string error;
-    const auto typeface = Typeface::open(FONT_JAPANESE, 0, 30, error);
-    ASSERT_NE(typeface, nullptr) << error;
-    for (const char16_t character : std::u16string(u"H\u3092\u66F4")) {
-        const auto without = typeface->render(character, 0);
-        const auto with = typeface->render(character, 2);
-        ASSERT_TRUE(without && with);
-        const int shift = isNarrowed(character) ? 3 : 2;
-        EXPECT_EQ(with->width, without->width + shift);
-        EXPECT_EQ(with->advance, without->advance);
-        for (int row = 0; row < with->height; ++row) {
-            const auto from = without->coverage.begin() + row * std::ptrdiff_t{without->width};
-            const auto to = with->coverage.begin() + row * std::ptrdiff_t{with->width} + shift;
-            EXPECT_TRUE(std::equal(from, from + without->width, to)) << row;
-        }
-    }
-}
-
 TEST(FontBaker, MovesAllCellsForAGlyphLeftOfThePen) {
     BakeRequest request = latinRequest();
     const BakedFace face = bake(request);
@@ -188,9 +145,14 @@ TEST(FontBaker, MovesAllCellsForAGlyphLeftOfThePen) {
     EXPECT_TRUE(columnHasInk(overhanging, overhanging.font.glyphs.at(u'j'), 0));
 }
 
-TEST(FontBaker, RefusesAGlyphThatLeavesItsLine) {
+TEST(FontBaker, LeavesOutWhatTheFontLacksAndRefusesWhatLeavesItsLine) {
     std::string error;
     BakeRequest request = latinRequest();
+    request.characters = {u'A', u'\u66F4'};
+    const BakedFace face = bake(request);
+    EXPECT_EQ(face.missing, std::vector<char16_t>{u'\u66F4'});
+    EXPECT_EQ(face.font.glyphs.size(), 1U);
+
     request.characters = {u'H', u'\u00C5'};
     request.base = 28;
     EXPECT_FALSE(bakeFace(request, error));
@@ -202,14 +164,6 @@ TEST(FontBaker, RefusesAGlyphThatLeavesItsLine) {
     EXPECT_EQ(error.substr(0, 13), "Latin: U+0067");
 }
 
-TEST(FontBaker, LeavesOutWhatTheFontLacks) {
-    BakeRequest request = latinRequest();
-    request.characters = {u'A', u'\u66F4'};
-    const BakedFace face = bake(request);
-    EXPECT_EQ(face.missing, std::vector<char16_t>{u'\u66F4'});
-    EXPECT_EQ(face.font.glyphs.size(), 1U);
-}
-
 TEST(FontBaker, SpreadsOverPagesWithNamesOfOneLength) {
     BakeRequest request = latinRequest();
     request.maxPageSide = 64;
@@ -217,20 +171,14 @@ TEST(FontBaker, SpreadsOverPagesWithNamesOfOneLength) {
     EXPECT_EQ(face.font.atlasSize, 64U);
     ASSERT_GT(face.pages.size(), 10U);
     ASSERT_EQ(face.font.pageNames.size(), face.pages.size());
-    EXPECT_EQ(face.font.pageNames[0], "Latin_00.raw");
     EXPECT_EQ(face.font.pageNames[10], "Latin_10.raw");
-    int last = 0;
-    for (const auto& [code, glyph] : face.font.glyphs)
-        last = std::max<int>(last, glyph.page);
-    EXPECT_EQ(last + 1, static_cast<int>(face.pages.size()));
-
     std::string error;
     request.maxPageSide = 32;
     EXPECT_FALSE(bakeFace(request, error));
     EXPECT_EQ(error, "Latin: the glyphs do not fit on pages of 32 pixels");
 }
 
-TEST(FontBaker, TakesHalfOfTheFontsKerning) {
+TEST(FontBaker, TakesHalfOfTheFontsKerningAndAnyFaceOfACollection) {
     std::string error;
     const auto typeface = Typeface::open(FONT_LATIN, 0, 33.5, error);
     ASSERT_NE(typeface, nullptr) << error;
@@ -240,16 +188,10 @@ TEST(FontBaker, TakesHalfOfTheFontsKerning) {
     EXPECT_EQ(kerning.count({u'H', u'H'}), 0U);
     for (const auto& [pair, amount] : kerning)
         EXPECT_NE(amount, 0);
-}
 
-TEST(FontBaker, OpensFacesOfACollection) {
-    std::string error;
-    const auto first = Typeface::open(FONT_CHINESE, 0, 20, error);
     const auto second = Typeface::open(FONT_CHINESE, 1, 20, error);
-    ASSERT_TRUE(first && second) << error;
-    EXPECT_NE(first->familyName(), second->familyName());
-    EXPECT_EQ(Typeface::open(FONT_CHINESE, 99, 20, error), nullptr);
-    EXPECT_EQ(error, std::string(FONT_CHINESE) + ": no font file, or no face 99 in it");
+    ASSERT_NE(second, nullptr) << error;
+    EXPECT_NE(Typeface::open(FONT_CHINESE, 0, 20, error)->familyName(), second->familyName());
 }
 
 }  // namespace

@@ -14,19 +14,14 @@ TEST(TextEncoding, ReadsUtf8) {
 }
 
 TEST(TextEncoding, RefusesWhatIsNotUtf8) {
-    const char* const malformed[] = {
-        "\xE9",              // Latin-1
-        "\x80",              // no lead byte
-        "\xC3",              // cut off
-        "\xE6\x9B",          // cut off
-        "\xC3(",             // wrong second byte
-        "\xC0\xAF",          // longer than needed
-        "\xE0\x80\xAF",      // longer than needed
-        "\xF0\x80\x80\xAF",  // longer than needed
-        "\xED\xA0\x80",      // half of a surrogate pair
-        "\xF4\x90\x80\x80",  // beyond Unicode
-        "\xFF",
-    };
+    // A letter of Latin-1, sequences that are cut off or broken, longer than needed, half of a
+    // surrogate pair, and beyond Unicode.
+    const char* const malformed[] = {"\xE9",         "\x80",
+                                     "\xC3",         "\xE6\x9B",
+                                     "\xC3(",        "\xC0\xAF",
+                                     "\xE0\x80\xAF", "\xF0\x80\x80\xAF",
+                                     "\xED\xA0\x80", "\xF4\x90\x80\x80",
+                                     "\xFF"};
     for (const char* const bytes : malformed)
         EXPECT_FALSE(utf16FromUtf8(bytes)) << testing::PrintToString(bytes);
 }
