@@ -4,15 +4,16 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
+#include <algorithm>
+#include <array>
+#include <iterator>
 #include <string>
 #include <vector>
 
 namespace {
 
-struct Config {
-    EGLint red, green, blue, alpha, depth, stencil;
-};
+// Red, green, blue, alpha, depth and stencil size.
+using Config = std::array<EGLint, 6>;
 
 // The driver: which call fails, what it offers, and what was asked of it.
 struct Driver {
@@ -72,13 +73,11 @@ EGLBoolean eglChooseConfig(EGLDisplay, const EGLint* attributes, EGLConfig* conf
 }
 EGLBoolean eglGetConfigAttrib(EGLDisplay, EGLConfig handle, EGLint attribute, EGLint* value) {
     const int index = toIndex(handle);
-    const Config& config = driver.configs.at(static_cast<std::size_t>(index));
-    const std::map<EGLint, EGLint> values = {
-        {EGL_RED_SIZE, config.red},     {EGL_GREEN_SIZE, config.green},
-        {EGL_BLUE_SIZE, config.blue},   {EGL_ALPHA_SIZE, config.alpha},
-        {EGL_DEPTH_SIZE, config.depth}, {EGL_STENCIL_SIZE, config.stencil},
-    };
-    *value = values.at(attribute);
+    const EGLint sizes[] = {EGL_RED_SIZE,   EGL_GREEN_SIZE, EGL_BLUE_SIZE,
+                            EGL_ALPHA_SIZE, EGL_DEPTH_SIZE, EGL_STENCIL_SIZE};
+    const auto size = std::find(std::begin(sizes), std::end(sizes), attribute);
+    *value = driver.configs.at(static_cast<std::size_t>(index))
+                 .at(static_cast<std::size_t>(size - std::begin(sizes)));
     return index != driver.unreadableConfig || attribute != EGL_BLUE_SIZE;
 }
 EGLContext eglCreateContext(EGLDisplay, EGLConfig config, EGLContext shared,
@@ -174,29 +173,29 @@ TEST_F(EglContext, EveryFailingCallEndsTheSetUpWithItsMessage) {
 
 TEST_F(EglContext, PicksTheExactConfigOrTheFirst) {
     const Config exact = {5, 6, 5, 0, 16, 0};
-    const std::pair<std::vector<Config>, int> offers[] = {
-        {{exact}, 0},
-        {{{8, 8, 8, 8, 24, 8}, {8, 8, 8, 0, 24, 0}}, 0},
-        {{{8, 8, 8, 0, 24, 0}, {5, 6, 5, 0, 24, 8}, {5, 6, 5, 0, 0, 0}, {5, 6, 5, 1, 24, 0}}, 0},
-        {{{8, 8, 8, 0, 24, 0}, {5, 6, 5, 0, 1, 0}, exact}, 1},
-        {std::vector<Config>(64, {8, 8, 8, 0, 24, 0}), 0},
-    };
-    for (const auto& [configs, taken] : offers) {
-        driver = Driver();
-        driver.configs = configs;
-        EXPECT_TRUE(init());
-        EXPECT_EQ(driver.configTaken, taken);
-        EXPECT_EQ(printed, "");
-    }
-}
-
-TEST_F(EglContext, AConfigThatCannotBeAskedIsTakenAsItIs) {
     const Config other = {8, 8, 8, 0, 24, 0};
-    driver.configs = {other, other, other, {5, 6, 5, 0, 24, 0}};
-    driver.unreadableConfig = 2;
-    EXPECT_TRUE(init());
-    EXPECT_EQ(driver.configTaken, 2);
-    EXPECT_EQ(printed, "eglGetConfigAttrib failed!\n");
+    struct Offer {
+        std::vector<Config> configs;
+        int taken;
+        int unreadable = -1;
+    };
+    const Offer offers[] = {
+        {{exact}, 0},
+        {{{8, 8, 8, 8, 24, 8}, other}, 0},
+        {{other, {5, 6, 5, 0, 24, 8}, {5, 6, 5, 0, 0, 0}, {5, 6, 5, 1, 24, 0}}, 0},
+        {{other, {5, 6, 5, 0, 1, 0}, exact}, 1},
+        {std::vector<Config>(64, other), 0},
+        // One that cannot be asked is taken as it is.
+        {{other, other, other, exact}, 2, 2},
+    };
+    for (const Offer& offer : offers) {
+        driver = Driver();
+        driver.configs = offer.configs;
+        driver.unreadableConfig = offer.unreadable;
+        EXPECT_TRUE(init());
+        EXPECT_EQ(driver.configTaken, offer.taken);
+        EXPECT_EQ(printed, offer.unreadable < 0 ? "" : "eglGetConfigAttrib failed!\n");
+    }
 }
 
 TEST_F(EglContext, ShutsDownInOrderAndTellsWhatSucceeded) {

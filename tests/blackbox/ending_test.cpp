@@ -91,15 +91,4 @@ TEST_F(Ending, AMissingDeviceFolderAndHelpAreAnsweredClearly) {
         EXPECT_NE(help.output().find(word), std::string::npos) << word;
 }
 
-TEST(Depth, TheExactConfigIsTakenWhereThereIsOneAndTheFirstElsewhere) {
-    const std::pair<int, const char*> depths[] = {{16, "5 6 5 0 "}, {24, "8 8 8 "}};
-    for (const auto& [depth, sizes] : depths) {
-        SCOPED_TRACE(depth);
-        const VirtualDisplay display(depth);
-        ChildProcess probe({EGL_CONFIG_PROBE}, {{"DISPLAY", display.name()}});
-        EXPECT_EQ(probe.waitForEnd(), 0);
-        EXPECT_EQ(probe.output().rfind(sizes, 0), 0U) << probe.output();
-    }
-}
-
 }  // namespace

@@ -3,11 +3,10 @@
 #include <fstream>
 #include <sstream>
 
-VirtualDisplay::VirtualDisplay(int depth) {
+VirtualDisplay::VirtualDisplay() {
     // The server tells the number that it found free.
-    const std::string screen = "1024x768x" + std::to_string(depth);
-    server_.emplace(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0", screen,
-                                             "-nolisten", "tcp"});
+    server_.emplace(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0",
+                                             "1024x768x24", "-nolisten", "tcp"});
     waitUntil([this] { return server_->output().find('\n') != std::string::npos; });
     name_ = ":" + server_->output().substr(0, server_->output().find('\n'));
 }

@@ -46,22 +46,22 @@ TEST(Paths, AreResolvedOnTheirTextAndStayInTheDevice) {
 }
 
 TEST(Utf, AnyBytesSurviveTheWayThereAndBack) {
-    const std::string cases[] = {
-        "",
-        "plain",
-        "\xC3\xA9",                  // two bytes
-        "\xE2\x82\xAC",              // three
-        "\xF0\x9F\x98\x80",          // four
-        "\xE9",                      // Latin-1
-        "\xC3",                      // cut short
-        "\xF0\x9F\x98",              // cut short
-        "\xC0\xAF",                  // an overlong slash
-        "\xE0\x80\xAF",              // another
-        "\xED\xA0\x80",              // a surrogate
-        "\xF4\x90\x80\x80",          // beyond the last code point
-        "\xFF\xFE\x80",              // no lead bytes
-        "\xF0\x9F\x98\x80\x80\xE9",  // behind a pair
-    };
+    // Sound sequences of one to four bytes, then Latin-1, sequences cut short, overlong slashes, a
+    // surrogate, beyond the last code point, no lead bytes, and bytes behind a pair.
+    const std::string cases[] = {"",
+                                 "plain",
+                                 "\xC3\xA9",
+                                 "\xE2\x82\xAC",
+                                 "\xF0\x9F\x98\x80",
+                                 "\xE9",
+                                 "\xC3",
+                                 "\xF0\x9F\x98",
+                                 "\xC0\xAF",
+                                 "\xE0\x80\xAF",
+                                 "\xED\xA0\x80",
+                                 "\xF4\x90\x80\x80",
+                                 "\xFF\xFE\x80",
+                                 "\xF0\x9F\x98\x80\x80\xE9"};
     for (const std::string& bytes : cases)
         EXPECT_EQ(host::toUtf8(host::toUtf16(bytes)), bytes);
     EXPECT_EQ(host::toUtf16("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xE9"),

@@ -105,6 +105,38 @@ std::vector<std::string> RecordingGl::callsOf(const std::string& function) const
     return found;
 }
 
+// Calls that are recorded and do nothing else.
+#define RECORDED(function, parameters, ...) \
+    void function parameters {              \
+        record(#function, __VA_ARGS__);     \
+    }
+
+RECORDED(glCompileShader, (GLuint shader), shader)
+RECORDED(glDeleteShader, (GLuint shader), shader)
+RECORDED(glAttachShader, (GLuint program, GLuint shader), program, shader)
+RECORDED(glLinkProgram, (GLuint program), program)
+RECORDED(glUseProgram, (GLuint program), program)
+RECORDED(glUniform1i, (GLint location, GLint value), location, value)
+RECORDED(glUniform1f, (GLint location, GLfloat value), location, value)
+RECORDED(glUniform3f, (GLint location, GLfloat x, GLfloat y, GLfloat z), location, x, y, z)
+RECORDED(glUniform4f, (GLint location, GLfloat x, GLfloat y, GLfloat z, GLfloat w), location, x, y,
+         z, w)
+RECORDED(glPixelStorei, (GLenum name, GLint value), enumName(name), value)
+RECORDED(glDeleteTextures, (GLsizei count, const GLuint* textures), count, join(textures, count))
+RECORDED(glActiveTexture, (GLenum unit), enumName(unit))
+RECORDED(glTexParameteri, (GLenum target, GLenum name, GLint value), enumName(target),
+         enumName(name), enumName(static_cast<GLenum>(value)))
+RECORDED(glClearColor, (GLfloat red, GLfloat green, GLfloat blue, GLfloat alpha), red, green, blue,
+         alpha)
+RECORDED(glClear, (GLbitfield mask), mask)
+RECORDED(glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), x, y, width, height)
+RECORDED(glEnable, (GLenum capability), enumName(capability))
+RECORDED(glDisable, (GLenum capability), enumName(capability))
+RECORDED(glBlendFunc, (GLenum source, GLenum destination), enumName(source), enumName(destination))
+RECORDED(glLineWidth, (GLfloat width), width)
+
+#undef RECORDED
+
 // --- Shaders and programs ------------------------------------------------------------------------
 
 GLuint glCreateShader(GLenum type) {
@@ -126,10 +158,6 @@ void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* strings,
             source.append(strings[i], static_cast<std::size_t>(lengths[i]));
 }
 
-void glCompileShader(GLuint shader) {
-    record("glCompileShader", shader);
-}
-
 // As in GL, a query of a shader that is none answers nothing.
 void glGetShaderiv(GLuint shader, GLenum name, GLint* value) {
     const bool asksPlatform = name == GL_SHADER_TYPE;
@@ -149,21 +177,9 @@ void glGetShaderInfoLog(GLuint shader, GLsizei capacity, GLsizei* length, GLchar
     copyInfoLog(capacity, length, log);
 }
 
-void glDeleteShader(GLuint shader) {
-    record("glDeleteShader", shader);
-}
-
 GLuint glCreateProgram() {
     record("glCreateProgram");
     return ++gl().names;
-}
-
-void glAttachShader(GLuint program, GLuint shader) {
-    record("glAttachShader", program, shader);
-}
-
-void glLinkProgram(GLuint program) {
-    record("glLinkProgram", program);
 }
 
 void glGetProgramiv(GLuint program, GLenum name, GLint* value) {
@@ -176,10 +192,6 @@ void glGetProgramInfoLog(GLuint program, GLsizei capacity, GLsizei* length, GLch
     copyInfoLog(capacity, length, log);
 }
 
-void glUseProgram(GLuint program) {
-    record("glUseProgram", program);
-}
-
 GLint glGetUniformLocation(GLuint program, const GLchar* name) {
     record("glGetUniformLocation", program, name);
     return find(gl().uniforms, name);
@@ -190,24 +202,6 @@ GLint glGetAttribLocation(GLuint program, const GLchar* name) {
     return find(gl().attributes, name);
 }
 
-// --- Uniforms ------------------------------------------------------------------------------------
-
-void glUniform1i(GLint location, GLint value) {
-    record("glUniform1i", location, value);
-}
-
-void glUniform1f(GLint location, GLfloat value) {
-    record("glUniform1f", location, value);
-}
-
-void glUniform3f(GLint location, GLfloat x, GLfloat y, GLfloat z) {
-    record("glUniform3f", location, x, y, z);
-}
-
-void glUniform4f(GLint location, GLfloat x, GLfloat y, GLfloat z, GLfloat w) {
-    record("glUniform4f", location, x, y, z, w);
-}
-
 void glUniformMatrix4fv(GLint location, GLsizei count, GLboolean transpose, const GLfloat* value) {
     record("glUniformMatrix4fv", location, count, static_cast<int>(transpose));
     gl().matrices[location].assign(value, value + 16);
@@ -215,32 +209,15 @@ void glUniformMatrix4fv(GLint location, GLsizei count, GLboolean transpose, cons
 
 // --- Textures ------------------------------------------------------------------------------------
 
-void glPixelStorei(GLenum name, GLint value) {
-    record("glPixelStorei", enumName(name), value);
-}
-
 void glGenTextures(GLsizei count, GLuint* textures) {
     record("glGenTextures", count);
     for (GLsizei i = 0; i < count; ++i)
         textures[i] = gl().texturesRunOut ? 0 : ++gl().names;
 }
 
-void glDeleteTextures(GLsizei count, const GLuint* textures) {
-    record("glDeleteTextures", count, join(textures, count));
-}
-
-void glActiveTexture(GLenum unit) {
-    record("glActiveTexture", enumName(unit));
-}
-
 void glBindTexture(GLenum target, GLuint texture) {
     record("glBindTexture", enumName(target), texture);
     gl().boundTexture = texture;
-}
-
-void glTexParameteri(GLenum target, GLenum name, GLint value) {
-    record("glTexParameteri", enumName(target), enumName(name),
-           enumName(static_cast<GLenum>(value)));
 }
 
 void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height,
@@ -253,34 +230,6 @@ void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei widt
 }
 
 // --- Drawing -------------------------------------------------------------------------------------
-
-void glClearColor(GLfloat red, GLfloat green, GLfloat blue, GLfloat alpha) {
-    record("glClearColor", red, green, blue, alpha);
-}
-
-void glClear(GLbitfield mask) {
-    record("glClear", mask);
-}
-
-void glViewport(GLint x, GLint y, GLsizei width, GLsizei height) {
-    record("glViewport", x, y, width, height);
-}
-
-void glEnable(GLenum capability) {
-    record("glEnable", enumName(capability));
-}
-
-void glDisable(GLenum capability) {
-    record("glDisable", enumName(capability));
-}
-
-void glBlendFunc(GLenum source, GLenum destination) {
-    record("glBlendFunc", enumName(source), enumName(destination));
-}
-
-void glLineWidth(GLfloat width) {
-    record("glLineWidth", width);
-}
 
 void glEnableVertexAttribArray(GLuint index) {
     record("glEnableVertexAttribArray", index);
