@@ -131,24 +131,8 @@ class EglContext : public ::testing::Test {
     std::string printed;
 };
 
-TEST_F(EglContext, IsSetUpInOrder) {
-    EXPECT_TRUE(init());
-    EXPECT_EQ(printed, "");
-    EXPECT_EQ(display, DISPLAY);
-    EXPECT_EQ(surface, SURFACE);
-    EXPECT_EQ(context, CONTEXT);
-    EXPECT_EQ(driver.calls,
-              (std::vector<std::string>{"eglGetDisplay", "eglInitialize", "eglChooseConfig",
-                                        "eglCreateContext", "eglCreateWindowSurface",
-                                        "eglMakeCurrent", "eglSwapInterval"}));
-    EXPECT_EQ(driver.chooseAttributes,
-              (std::vector<EGLint>{0x3040, 4, 0x3020, 16, 0x3024, 5, 0x3023, 6, 0x3022, 5, 0x3021,
-                                   0, 0x3025, 1, 0x3026, 0}));
-    EXPECT_EQ(driver.contextAttributes, (std::vector<EGLint>{0x3098, 2}));
-}
-
-TEST_F(EglContext, EveryFailingCallEndsTheSetUpWithItsMessage) {
-    const std::pair<const char*, const char*> failures[] = {
+TEST_F(EglContext, IsSetUpInOrderUpToAFailingCallAndItsMessage) {
+    const std::pair<const char*, const char*> steps[] = {
         {"eglGetDisplay", "\n>>> EGL failed to obtain display!  Exiting...\n\n"},
         {"eglInitialize", "\n>>> EGL failed to initialize!  Exiting...\n\n"},
         {"eglChooseConfig", "eglChooseConfig failed!\n"},
@@ -157,15 +141,24 @@ TEST_F(EglContext, EveryFailingCallEndsTheSetUpWithItsMessage) {
         {"eglMakeCurrent", "\n>>> EGL couldn't make context current!  Exiting...\n\n"},
         {"eglSwapInterval", "\n>>> EGL couldn't set swap interval! Exiting...\n\n"},
     };
-    for (const auto& [call, message] : failures) {
-        SCOPED_TRACE(call);
+    std::vector<std::string> order;
+    for (const auto& [call, message] : steps) {
         driver = Driver();
         driver.failing = call;
+        order.emplace_back(call);
         EXPECT_FALSE(init());
         EXPECT_EQ(printed, message);
-        EXPECT_EQ(driver.calls.back(), call);
+        EXPECT_EQ(driver.calls, order);
     }
     driver = Driver();
+    EXPECT_TRUE(init());
+    EXPECT_EQ(printed, "");
+    EXPECT_TRUE(display == DISPLAY && surface == SURFACE && context == CONTEXT);
+    EXPECT_EQ(driver.calls, order);
+    EXPECT_EQ(driver.chooseAttributes,
+              (std::vector<EGLint>{0x3040, 4, 0x3020, 16, 0x3024, 5, 0x3023, 6, 0x3022, 5, 0x3021,
+                                   0, 0x3025, 1, 0x3026, 0}));
+    EXPECT_EQ(driver.contextAttributes, (std::vector<EGLint>{0x3098, 2}));
     driver.configs.clear();
     EXPECT_FALSE(init());
     EXPECT_EQ(printed, "No matching EGL configs found!\n");

@@ -1,4 +1,5 @@
-// The ways out of the program, by real keys: the exit code, what is started, and what is printed.
+// The program from its start to each of its ends, by real keys: the exit code, what is ended and
+// started, and what is printed.
 
 #include "tests/blackbox/close_window.h"
 #include "tests/blackbox/device_fixture.h"
@@ -63,7 +64,26 @@ TEST_F(Ending, StartAndACompleteUpdateStartTheNewApplication) {
     display.press("Home");
     EXPECT_EQ(updater->process().waitForEnd(), 0);
     expectUpdated();
+    EXPECT_EQ(installedVersion("KSTRL_old"), "1");
     EXPECT_TRUE(waitUntil([this] { return applications().size() == 1; }));
+}
+
+TEST_F(Ending, ComesToTheRunningApplicationsFirst) {
+    const std::filesystem::path folder = device.root() / "FlashDisk/VELD/KSTRL";
+    for (const char* const other : {"KSTRLLF.exe", "kstrl.exe"})
+        std::filesystem::copy_file(STANDIN_PROGRAM, folder / other);
+    ChildProcess first({folder / "KSTRL.exe"});
+    ChildProcess second({folder / "KSTRL.exe"});
+    ChildProcess third({folder / "KSTRLLF.exe"});
+    ChildProcess otherCase({folder / "kstrl.exe"});
+    ChildProcess onTheHost({STANDIN_PROGRAM});
+
+    updater.emplace(device, display, "");
+    EXPECT_TRUE(
+        waitUntil([&] { return !first.isRunning() && !second.isRunning() && !third.isRunning(); }));
+    ASSERT_TRUE(updater->waitForScreen());
+    EXPECT_TRUE(otherCase.isRunning());
+    EXPECT_TRUE(onTheHost.isRunning());
 }
 
 TEST_F(Ending, WithoutADisplayThereIsNoWindow) {

@@ -2,9 +2,7 @@
 
 #include <png.h>
 
-#include <array>
 #include <cstdlib>
-#include <map>
 
 Picture readPng(const std::string& path) {
     png_image image{};
@@ -19,26 +17,12 @@ Picture readPng(const std::string& path) {
 }
 
 bool writePng(const Picture& picture, const std::string& path) {
-    using Color = std::array<uint8_t, 3>;
-    std::map<Color, std::size_t> numbers;
-    std::vector<uint8_t> palette;
-    std::vector<uint8_t> pixels;
-    for (std::size_t i = 0; i + 2 < picture.rgb.size(); i += 3) {
-        const Color color = {picture.rgb[i], picture.rgb[i + 1], picture.rgb[i + 2]};
-        const auto [entry, isNew] = numbers.emplace(color, numbers.size());
-        if (isNew)
-            palette.insert(palette.end(), color.begin(), color.end());
-        pixels.push_back(static_cast<uint8_t>(entry->second));
-    }
-    if (numbers.size() > 256)
-        return false;
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
     image.width = picture.width;
     image.height = picture.height;
-    image.format = PNG_FORMAT_RGB_COLORMAP;
-    image.colormap_entries = static_cast<png_uint_32>(numbers.size());
-    return png_image_write_to_file(&image, path.c_str(), 0, pixels.data(), 0, palette.data()) != 0;
+    image.format = PNG_FORMAT_RGB;
+    return png_image_write_to_file(&image, path.c_str(), 0, picture.rgb.data(), 0, nullptr) != 0;
 }
 
 std::size_t differentPixels(const Picture& actual, const Picture& expected, int tolerance) {

@@ -15,8 +15,7 @@ struct Picture {
 // The picture of a PNG file; an empty one when it cannot be read.
 Picture readPng(const std::string& path);
 
-// Writes it with a palette, which keeps the file small. Returns whether it was written: no more
-// than 256 colours are.
+// Returns whether it was written.
 bool writePng(const Picture& picture, const std::string& path);
 
 // How many pixels of two pictures of one size differ by more than `tolerance` levels in some

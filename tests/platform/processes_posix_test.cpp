@@ -86,7 +86,8 @@ TEST_F(ProcessesPosix, ProgramsAndScriptsAreSeenAndEndedOnce) {
     // They are not waited for yet.
     EXPECT_TRUE(waitUntil([] { return processesNamed("KSTRL.exe").empty(); }));
     EXPECT_FALSE(end(ids[0]));
-    EXPECT_FALSE(first.isRunning() || second.isRunning() || script.isRunning());
+    for (ChildProcess* const ended : {&first, &second, &script})
+        EXPECT_EQ(ended->waitForEnd(), std::nullopt) << "it was not killed";
 }
 
 TEST_F(ProcessesPosix, ProcessesOfTheHostAreOutOfReach) {

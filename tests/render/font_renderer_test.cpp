@@ -92,17 +92,8 @@ TEST_F(FontRendererTest, DrawsAGlyphByOneOrderOfCalls) {
         "glDisableVertexAttribArray(1)",
     };
     EXPECT_EQ(gl.calls, expected);
-}
-
-TEST_F(FontRendererTest, SetsBothMatricesOnEveryCall) {
-    writeFace("F");
-    const FontRenderer face("F", nullptr);
     float identity[16];
     identityMatrix(identity);
-    const std::vector<float> modelview(16, 3.0F);
-    face.drawText("A", 0, 0, 1.0F, 1.0F, 1.0F, PROJECTION, false, modelview.data());
-    EXPECT_EQ(gl.matrices[1], modelview);
-    draw(face, TEXT(""));
     EXPECT_EQ(gl.matrices[1], std::vector<float>(identity, identity + 16));
     EXPECT_EQ(gl.matrices[2], std::vector<float>(PROJECTION, PROJECTION + 16));
 }

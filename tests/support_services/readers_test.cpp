@@ -1,11 +1,9 @@
-// The two line readers, and the conversions between narrow and wide text.
+// The line reader, and the conversions between narrow and wide text.
 
 #include <gtest/gtest.h>
 
 #include "support/line_reader.h"
 #include "support/text.h"
-#include "support/utf16_reader.h"
-#include "tests/support/bytes.h"
 #include "tests/support/device_folder.h"
 
 namespace {
@@ -59,37 +57,6 @@ TEST(LineReader, WhatIsNoFileIsNotOpen) {
         EXPECT_FALSE(reader.readLine(line));
         EXPECT_EQ(line, "");
     }
-}
-
-TEST(Utf16Reader, ReadsLinesWithTheirEndsInPieces) {
-    const DeviceFolder device;
-    const std::string manyBytes = utf16Bytes(WideString(1022, TEXT('x')));
-    const WideString piece(511, TEXT('x'));
-    const std::pair<std::string, std::vector<WideString>> cases[] = {
-        {"", {}},
-        {"x", {}},
-        {utf16Bytes(TEXT("a\r\nb")), {TEXT("a\r\n"), TEXT("b")}},
-        {utf16Bytes(TEXT("\xFEFF\n")), {TEXT("\n")}},
-        {utf16Bytes(TEXT("\xFEFF\xFEFF")), {TEXT("\xFEFF")}},
-        {std::string("\x0A\x0D\x0D\x0A\xAC", 5), {TEXT("\x0D0A\x0A0D")}},
-        {utf16Bytes(TEXT("a\x1A-")), {TEXT("a\x1A-")}},
-        {manyBytes, {piece, piece}},
-        {manyBytes + utf16Bytes(TEXT("\n")), {piece, piece, TEXT("\n")}},
-    };
-    for (const auto& [bytes, expected] : cases) {
-        device.write("T/f", bytes);
-        Utf16Reader reader("/T/f");
-        ASSERT_TRUE(reader.isOpen());
-        std::vector<WideString> lines;
-        WideString line;
-        while (reader.readLine(line))
-            lines.push_back(line);
-        EXPECT_EQ(lines, expected);
-    }
-    Utf16Reader absent("/T/gone");
-    WideString line;
-    EXPECT_FALSE(absent.isOpen());
-    EXPECT_FALSE(absent.readLine(line));
 }
 
 TEST(Text, IsConvertedCharacterByCharacter) {

@@ -45,6 +45,7 @@ TEST_F(Strings, ReadsLines) {
         {"KEY text\r\n", "KEY", "text"},
         {"KEY\t\tHello world\r\n", "KEY", "Hello world"},
         {"KEY \t two  blanks \t\r\n", "KEY", "two  blanks \t"},
+        {"KEY a\x1A-b\r\n", "KEY", "a\x1A-b"},
         {"KEY a#b\\n\"c\"\r\n", "KEY", "a#b\\n\"c\""},
         {"KEY Hello", "KEY", "Hel"},
         {"KEY Hello\n", "KEY", "Hell"},

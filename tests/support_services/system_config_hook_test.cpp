@@ -75,6 +75,8 @@ TEST(ConfigCalls, AreMadeInOrderAndWarnWhenTheyFailBehindTheOpen) {
         EXPECT_EQ(logMessages(device, "log.txt"), test.logged);
     }
     EXPECT_EQ(config.getLanguage(), 1);
+    // A text without its end would stand there in hexadecimal.
+    EXPECT_NE(device.read("registry.reg").find("\"WINDOWS_USER_NAME\"=\"u\""), std::string::npos);
 }
 
 }  // namespace

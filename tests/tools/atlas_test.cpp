@@ -6,30 +6,6 @@
 
 namespace {
 
-bool apart(const CellPlace& a, const CellSize& sizeA, const CellPlace& b, const CellSize& sizeB) {
-    return a.page != b.page || a.x + sizeA.width + 1 <= b.x || b.x + sizeB.width + 1 <= a.x ||
-           a.y + sizeA.height + 1 <= b.y || b.y + sizeB.height + 1 <= a.y;
-}
-
-TEST(Atlas, KeepsCellsApartAndInside) {
-    std::vector<CellSize> cells;
-    for (int i = 0; i < 150; ++i)
-        cells.push_back({3 + i * 7 % 19, 2 + i * 5 % 23});
-    for (const int maxSide : {64, 256, 1024}) {
-        const Atlas atlas = packAtlas(cells, maxSide);
-        EXPECT_LE(atlas.side, maxSide);
-        ASSERT_EQ(atlas.places.size(), cells.size());
-        for (std::size_t i = 0; i < cells.size(); ++i) {
-            const CellPlace& place = atlas.places[i];
-            EXPECT_TRUE(place.page >= 0 && place.page < atlas.pages) << i;
-            EXPECT_TRUE(place.x >= 1 && place.x + cells[i].width + 1 <= atlas.side) << i;
-            EXPECT_TRUE(place.y >= 1 && place.y + cells[i].height + 1 <= atlas.side) << i;
-            for (std::size_t j = 0; j < i; ++j)
-                EXPECT_TRUE(apart(place, cells[i], atlas.places[j], cells[j])) << i << " and " << j;
-        }
-    }
-}
-
 TEST(Atlas, TakesTheFewestAndSmallestPages) {
     struct Case {
         std::vector<CellSize> cells;

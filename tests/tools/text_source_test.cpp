@@ -1,4 +1,4 @@
-// What a source of texts may hold, and the file that comes of it.
+// What a source of texts may hold, which is UTF-8, and the UTF-16 file that comes of it.
 
 #include "tools/text_source.h"
 
@@ -7,6 +7,31 @@
 #include "tools/text_encoding.h"
 
 namespace {
+
+TEST(TextEncoding, ReadsUtf8) {
+    EXPECT_EQ(utf16FromUtf8("A\xC3\xA9\xE6\x9B\xB4"), u"A\u00E9\u66F4");
+    EXPECT_EQ(utf16FromUtf8("\xF0\x9F\x98\x80"), u"\U0001F600");
+    EXPECT_EQ(utf16FromUtf8("\xEF\xBB\xBF#"), u"#");
+    EXPECT_EQ(utf16FromUtf8(""), u"");
+}
+
+TEST(TextEncoding, RefusesWhatIsNotUtf8) {
+    // A letter of Latin-1, sequences that are cut off or broken, longer than needed, half of a
+    // surrogate pair, and beyond Unicode.
+    const char* const malformed[] = {"\xE9",         "\x80",
+                                     "\xC3",         "\xE6\x9B",
+                                     "\xC3(",        "\xC0\xAF",
+                                     "\xE0\x80\xAF", "\xF0\x80\x80\xAF",
+                                     "\xED\xA0\x80", "\xF4\x90\x80\x80",
+                                     "\xFF"};
+    for (const char* const bytes : malformed)
+        EXPECT_FALSE(utf16FromUtf8(bytes)) << testing::PrintToString(bytes);
+}
+
+TEST(TextEncoding, WritesTheLowByteFirst) {
+    EXPECT_EQ(utf16LittleEndian(u"A\u66F4"), std::string("A\0\xF4\x66", 4));
+    EXPECT_EQ(characterName(u'\u00E9'), "U+00E9");
+}
 
 const ScreenKeys KEYS = {{"STR_A", {}}, {"STR_B", {}}};
 
@@ -21,40 +46,38 @@ TEST(TextSource, RefusesWhatTheDeviceWouldMisread) {
     struct Case {
         const char* what;
         std::string source;
-        std::vector<std::string> errors;
+        std::string errors;  // one line each
     };
     const Case cases[] = {
-        {"a sound source", sound, {}},
-        {"line ends of Windows, comments, no last line end",
-         "# c\r\n\r\nSTR_A one\r\nSTR_B two",
-         {}},
-        {"a missing key", "STR_B two\n", {"xx.txt: STR_A is missing"}},
-        {"a doubled key", sound + "\nSTR_A again\n", {"xx.txt:4: STR_A stands in line 1 already"}},
-        {"a key in two words",
-         "STR_A one\nSTR B two\n",
-         {"xx.txt:2: STR is not a key of the screen", "xx.txt: STR_B is missing"}},
-        {"a blank first", sound + " STR_C x\n", {"xx.txt:3: a blank in front of the key"}},
-        {"a comment behind a blank", sound + " # c\n", {"xx.txt:3: a blank in front of the key"}},
-        {"a key without a text",
-         "STR_A one\nSTR_B \t\n",
-         {"xx.txt:2: STR_B has no text", "xx.txt: STR_B is missing"}},
-        {"an ideographic space behind the key",
-         "STR_A one\nSTR_B\xE3\x80\x80two\n",
-         {"xx.txt:2: a key of other characters than capitals, digits and underscores",
-          "xx.txt: STR_B is missing"}},
-        {"a key with an accent",
-         sound + "STR_\xC3\x89 x\n",
-         {"xx.txt:3: a key of other characters than capitals, digits and underscores"}},
-        {"not UTF-8", "STR_A one\nSTR_B \xE9\n", {"xx.txt:2: not UTF-8 text"}},
-        {"a carriage return inside", "STR_A o\rne\n", {"xx.txt:1: a control character"}},
-        {"a longest line", sound.substr(10) + "STR_A " + std::string(503, 'x') + "\n", {}},
-        {"too long a line",
-         sound.substr(10) + "STR_A " + std::string(504, 'x') + "\n",
-         {"xx.txt:2: a line of 512 characters, with its line end; the device cuts it after 511",
-          "xx.txt: STR_A is missing"}},
+        {"a sound source", sound, ""},
+        {"line ends of Windows, comments, no last line end", "# c\r\n\r\nSTR_A one\r\nSTR_B two",
+         ""},
+        {"a missing key", "STR_B two\n", "xx.txt: STR_A is missing\n"},
+        {"a doubled key", sound + "\nSTR_A again\n", "xx.txt:4: STR_A stands in line 1 already\n"},
+        {"a key in two words", "STR_A one\nSTR B two\n",
+         "xx.txt:2: STR is not a key of the screen\nxx.txt: STR_B is missing\n"},
+        {"a blank first", sound + " STR_C x\n", "xx.txt:3: a blank in front of the key\n"},
+        {"a comment behind a blank", sound + " # c\n", "xx.txt:3: a blank in front of the key\n"},
+        {"a key without a text", "STR_A one\nSTR_B \t\n",
+         "xx.txt:2: STR_B has no text\nxx.txt: STR_B is missing\n"},
+        {"an ideographic space behind the key", "STR_A one\nSTR_B\xE3\x80\x80two\n",
+         "xx.txt:2: a key of other characters than capitals, digits and underscores\nxx.txt: STR_B "
+         "is missing\n"},
+        {"a key with an accent", sound + "STR_\xC3\x89 x\n",
+         "xx.txt:3: a key of other characters than capitals, digits and underscores\n"},
+        {"not UTF-8", "STR_A one\nSTR_B \xE9\n", "xx.txt:2: not UTF-8 text\n"},
+        {"a carriage return inside", "STR_A o\rne\n", "xx.txt:1: a control character\n"},
+        {"a longest line", sound.substr(10) + "STR_A " + std::string(503, 'x') + "\n", ""},
+        {"too long a line", sound.substr(10) + "STR_A " + std::string(504, 'x') + "\n",
+         "xx.txt:2: a line of 512 characters, with its line end; the device cuts it after "
+         "511\nxx.txt: STR_A is missing\n"},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(messagesOf(c.source).errors, c.errors) << c.what;
+    for (const Case& c : cases) {
+        std::string errors;
+        for (const std::string& error : messagesOf(c.source).errors)
+            errors += error + "\n";
+        EXPECT_EQ(errors, c.errors) << c.what;
+    }
 }
 
 TEST(TextSource, TakesAnyKeyWithoutAList) {

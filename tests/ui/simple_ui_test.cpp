@@ -138,15 +138,6 @@ TEST_F(Screen, StopLaunchesInEveryStateAndLeavesAfterAFailedLaunch) {
     }
 }
 
-TEST_F(Screen, StopDuringAnUpdateLeavesTheInstallationAlone) {
-    toUpdating();
-    screen.tick();
-    screen.onKey(VK_END);
-    EXPECT_EQ(launches.size(), 1U);
-    EXPECT_FALSE(isUpdated());
-    EXPECT_TRUE(isStaging());
-}
-
 TEST_F(Screen, AnyKeyRestartsAfterAFailedUpdateAndTheNextOneLeaves) {
     toFailed();
     screen.tick();
@@ -154,14 +145,6 @@ TEST_F(Screen, AnyKeyRestartsAfterAFailedUpdateAndTheNextOneLeaves) {
     screen.onKey(VK_RETURN);
     EXPECT_EQ(launches.size(), 1U);
     EXPECT_EXIT(screen.onKey(VK_HOME), ::testing::ExitedWithCode(0), "");
-}
-
-TEST_F(Screen, ALaunchThatSucceedsEndsTheProcess) {
-    device.write("FlashDisk/VELD/KSTRL/KSTRL.exe", "#!/bin/sh\n");
-    std::filesystem::permissions(device.root() / "FlashDisk/VELD/KSTRL/KSTRL.exe",
-                                 std::filesystem::perms::owner_all);
-    setCallHook({});
-    EXPECT_EXIT(screen.onKey(VK_END), ::testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

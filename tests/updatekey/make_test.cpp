@@ -40,18 +40,6 @@ class MakeKey : public ::testing::Test {
     MakeOptions options;
 };
 
-TEST_F(MakeKey, MakesAKeyInWhichNothingIsFound) {
-    const MakeReport report = makeKey(options);
-    EXPECT_TRUE(report.written);
-    EXPECT_TRUE(report.leftOut.empty());
-    EXPECT_EQ(leftBeside(), std::set<std::string>{"key"});
-    const CheckReport check = checkKey(options.out, {});
-    EXPECT_TRUE(check.findings.empty());
-    EXPECT_EQ(check.prediction.version, "2.14.3");
-    EXPECT_EQ(parseManifest(readFile(options.out / MANIFEST_NAME)), computeManifest(options.out));
-    EXPECT_EQ(work.tree("key/VELD"), work.tree("source/VELD"));
-}
-
 TEST_F(MakeKey, LeavesOutAndNamesWhatDesktopsScatter) {
     writeFile(options.application / ".DS_Store", "x");
     writeFile(options.guiData / "__MACOSX/._a", "x");

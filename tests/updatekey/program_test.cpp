@@ -77,7 +77,9 @@ TEST_F(Program, MakesAKeyThatItFindsGood) {
                                            "2.14.3",
                                            out};
     EXPECT_EQ(run(make), 0);
+    EXPECT_EQ(work.tree("out/VELD"), work.tree("key/VELD"));
     EXPECT_EQ(run({"check", out}), 0);
+    EXPECT_NE(output.find("2.14.3"), std::string::npos);
     EXPECT_EQ(run(make), 2) << "it is there already";
 }
 
