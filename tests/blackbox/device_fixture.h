@@ -45,12 +45,6 @@ class Instrument : public ::testing::Test {
 
     std::string log() const { return device.read("FlashDisk/VELD/Updater-log.txt"); }
 
-    std::string lastLogLine() const {
-        std::string text = log();
-        text.erase(text.find_last_not_of('\n') + 1);
-        return text.substr(text.rfind('\n') + 1);
-    }
-
     void expectUpdated() const {
         EXPECT_EQ(installedVersion(), "2");
         EXPECT_EQ(device.tree("FlashDisk/VELD/ORBUI"), (Tree{{"data/", ""},
@@ -58,7 +52,7 @@ class Instrument : public ::testing::Test {
                                                              {"data/lang/", ""},
                                                              {"data/lang/en.txt", "texts 2"}}));
         EXPECT_FALSE(device.exists("FlashDisk/VELD/Update"));
-        EXPECT_EQ(lastLogLine().rfind("  ** Warning ** Update succeeded at 2", 0), 0U);
+        EXPECT_NE(log().find("\n  ** Warning ** Update succeeded at 2"), std::string::npos);
     }
 
     std::vector<pid_t> applications() const { return processesOf(device.root()); }

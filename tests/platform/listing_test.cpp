@@ -66,9 +66,6 @@ TEST(Listing, YieldsNamesOrAnError) {
         EXPECT_EQ(find(test.pattern, error), test.names);
         EXPECT_EQ(error, test.error);
     }
-}
-
-TEST(Listing, RefusesToCloseWhatIsNoSearch) {
     EXPECT_FALSE(FindClose(INVALID_HANDLE_VALUE));
     EXPECT_EQ(GetLastError(), DWORD{6});
 }

@@ -160,17 +160,4 @@ TEST_F(ProcessesPosix, RefusalsOfTheHostKeepTheirNumbers) {
     EXPECT_EQ(GetLastError(), DWORD{32});
 }
 
-TEST(Processes, ATooSmallRecordIsRefused) {
-    const DeviceFolder device;
-    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    PROCESSENTRY32 entry{};
-    entry.dwSize = sizeof entry - 1;
-    EXPECT_FALSE(Process32First(snapshot, &entry));
-    EXPECT_EQ(GetLastError(), DWORD{122});
-    entry.dwSize = 0;
-    EXPECT_FALSE(Process32Next(snapshot, &entry));
-    EXPECT_EQ(GetLastError(), DWORD{122});
-    EXPECT_TRUE(CloseHandle(snapshot));
-}
-
 }  // namespace

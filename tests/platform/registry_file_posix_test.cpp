@@ -69,24 +69,18 @@ TEST(RegistryFile, ReadsEachFormOfValue) {
 
 TEST(RegistryFile, PassesOverWhatItCannotRead) {
     const char* const lines[] = {
-        "V=dword:1",
         "\"V=dword:1",
         "\"V\"=",
         "\"V\"=\"open",
         "\"V\"=\"ends in a backslash\\",
         "\"V\"=dword:",
-        "\"V\"=dword:-1",
         "\"V\"=dword:123456789",
-        "\"V\"=hexagon",
-        "\"V\"=hex(:01",
         "\"V\"=hex(z):01",
         "\"V\"=hex:zz",
         "\"V\"=hex:01,,02",
         "; \"V\"=dword:1",
-        "; a remark that ends in a backslash \\",
         "[",
         "[-HKEY_LOCAL_MACHINE\\K]\r\n\"V\"=dword:1",
-        "[]\r\n\"V\"=dword:1",
         "[HKEY_LOCAL_MACHINE\\OTHER]\r\n\"V\"=dword:1",
         "",
     };
@@ -99,10 +93,8 @@ TEST(RegistryFile, PassesOverWhatItCannotRead) {
         EXPECT_EQ(valueOf(file + KEY + "\"V\"=dword:2"), "4: 02 00 00 00");
     }
     EXPECT_EQ(valueOf(KEY + "\"B\"=hex:01,\\\r\n\"V\"=dword:2"), "4: 02 00 00 00");
-    EXPECT_EQ(valueOf(""), "-");
-    EXPECT_EQ(valueOf("\xFF\xFE"), "-");
-    EXPECT_EQ(valueOf("\xFF\xFE["), "-");
-    EXPECT_EQ(valueOf("\"V\"=dword:1\n" + KEY), "-");
+    for (const std::string& file : {std::string("\xFF\xFE["), "\"V\"=dword:1\n" + KEY})
+        EXPECT_EQ(valueOf(file), "-");
 }
 
 TEST(RegistryFile, WritesTheFormThatItReads) {

@@ -25,13 +25,6 @@ TEST(GuiPrimitives, AreDrawnFromTheirCorners) {
         Lines drawn;  // from the draw call on
     };
     const Case cases[] = {
-        {"filled",
-         [] {
-             drawFilledRect({135, 529, 112, 36}, 0, 1, 0.0F, 1.0F, 0.5F);
-         },
-         "glVertexAttribPointer(0, 2, GL_INT, 0, 0)",
-         {QUAD, "  0: 135 529 | 247 529 | 247 565 | 135 565",
-          "  1: 0 1 0.5 | 0 1 0.5 | 0 1 0.5 | 0 1 0.5"}},
         {"an outline, which closes its corners",
          [] {
              drawRectOutline({10, 20, 30, 40}, 0, 1, 1.0F, 1.0F, 1.0F, 4.0F);

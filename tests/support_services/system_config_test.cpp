@@ -43,19 +43,6 @@ class Config : public ::testing::Test {
     SystemConfig& config = SystemConfig::instance();
 };
 
-TEST_F(Config, WithoutTheKeyReadsFallBackAndWritesAreLostInSilence) {
-    config.setLanguage(3);
-    config.setWindowsUserName("user");
-    EXPECT_EQ(config.getLanguage(), 0);
-    EXPECT_EQ(config.getSystemUnits(), 0);
-    EXPECT_EQ(config.getLastAppMode(), 0);
-    EXPECT_EQ(config.getDisplayTheme(), 0);
-    EXPECT_EQ(config.getTimeZone(), -1);
-    EXPECT_EQ(config.getDword(LANGUAGE), -1);
-    EXPECT_EQ(config.getWindowsUserName(), "");
-    EXPECT_EQ(logged(), "");
-}
-
 TEST_F(Config, AMissingOrOverlongValueFallsBackWithAWarning) {
     device.setLanguage(2);
     EXPECT_EQ(config.getLanguage(), 2);

@@ -75,11 +75,4 @@ TEST(GuiData, IsReadByTheDeviceAsItWasWritten) {
     }
 }
 
-TEST(GuiData, KeepsTheLinesOfTheScreenApart) {
-    for (const std::string face : {"SegoeUI_13px", "MeiryoUI_24px", "FangSong_24px"})
-        EXPECT_LE(fontOf(face).lineHeight, 22U) << face;
-    for (const std::string face : {"SegoeUI_24px", "MeiryoUI_36px", "FangSong_36px"})
-        EXPECT_LE(fontOf(face).lineHeight, 50U) << face;
-}
-
 }  // namespace

@@ -22,42 +22,36 @@ class UpdaterMedia : public ::testing::Test {
 
 struct Key {
     const char* what;
-    std::vector<std::string> files;
-    std::vector<std::string> folders;
+    std::vector<std::string> entries;  // folders end in "/"
     bool valid;
 };
 
 TEST_F(UpdaterMedia, SeesCompleteKeysOnly) {
-    const std::string kstrl = "USB HD/VELD/KSTRL/";
-    const std::string data = "USB HD/VELD/ORBUI/data/";
     const Key keys[] = {
-        {"no key at all", {}, {}, false},
-        {"an empty maker folder", {}, {"USB HD/VELD"}, false},
-        {"complete", {kstrl + "a", data + "b"}, {}, true},
-        {"no release notes needed, subfolders as data", {kstrl + "a"}, {data + "lang"}, true},
-        {"empty KSTRL", {data + "b"}, {kstrl}, false},
-        {"KSTRL with a subfolder only", {data + "b"}, {kstrl + "sub"}, false},
-        {"empty data", {kstrl + "a"}, {data}, false},
-        {"no data", {kstrl + "a", "USB HD/VELD/ORBUI/b"}, {}, false},
-        {"no ORBUI", {kstrl + "a"}, {}, false},
-        {"no KSTRL", {data + "b"}, {}, false},
-        {"KSTRL a file", {"USB HD/VELD/KSTRL", data + "b"}, {}, false},
-        {"other case", {kstrl + "a", "USB HD/VELD/orbui/data/b"}, {}, false},
+        {"no key at all", {}, false},
+        {"complete", {"KSTRL/a", "ORBUI/data/b"}, true},
+        {"no release notes needed, subfolders as data", {"KSTRL/a", "ORBUI/data/lang/"}, true},
+        {"KSTRL with a subfolder only", {"KSTRL/sub/", "ORBUI/data/b"}, false},
+        {"empty data", {"KSTRL/a", "ORBUI/data/"}, false},
+        {"no data", {"KSTRL/a", "ORBUI/b"}, false},
+        {"no KSTRL", {"ORBUI/data/b"}, false},
+        {"KSTRL a file", {"KSTRL", "ORBUI/data/b"}, false},
+        {"other case", {"KSTRL/a", "orbui/data/b"}, false},
     };
     for (const Key& key : keys) {
         SCOPED_TRACE(key.what);
         std::filesystem::remove_all(device.root() / "USB HD");
-        for (const std::string& folder : key.folders)
-            device.makeFolder(folder);
-        for (const std::string& file : key.files)
-            device.write(file);
+        for (const std::string& entry : key.entries) {
+            if (entry.back() == '/')
+                device.makeFolder("USB HD/VELD/" + entry);
+            else
+                device.write("USB HD/VELD/" + entry);
+        }
         Updater fresh;
         fresh.pollMedia();
         EXPECT_EQ(fresh.isMediaReady(), key.valid);
         EXPECT_EQ(fresh.getState(), key.valid ? ReadyToUpdate : WaitingForMedia);
-        if (!key.valid) {
-            EXPECT_EQ(fresh.getUpdateVersion(), "No version detected.");
-        }
+        EXPECT_EQ(fresh.getUpdateVersion(), key.valid ? "" : "No version detected.");
     }
 }
 

@@ -1,8 +1,9 @@
-// What the log sends to the debugger.
+// What the log and the file utilities send to the debugger.
 
 #include <gtest/gtest.h>
 
 #include "platform/posix/call_hook.h"
+#include "support/file_util.h"
 #include "support/logger.h"
 #include "tests/support/log_text.h"
 
@@ -10,7 +11,7 @@ namespace {
 
 using Traces = std::vector<std::string>;
 
-class LoggerEcho : public ::testing::Test {
+class Traced : public ::testing::Test {
   protected:
     void SetUp() override {
         log.setPath("/log.txt");
@@ -28,7 +29,7 @@ class LoggerEcho : public ::testing::Test {
 };
 
 // Percent signs of the arguments are taken as a format again.
-TEST_F(LoggerEcho, ErrorsAndWarningsAreEchoedTheRestIsNot) {
+TEST_F(Traced, ErrorsAndWarningsAreEchoedTheRestIsNot) {
     log.error("Error %d", 5);
     log.warning("w");
     log.write("x");
@@ -40,7 +41,7 @@ TEST_F(LoggerEcho, ErrorsAndWarningsAreEchoedTheRestIsNot) {
               (Traces{"Error 5\n", "w\n", "100%\n", "%%\n", "%%\n", "%\n", "%s%n%d\n", "%s\n"}));
 }
 
-TEST_F(LoggerEcho, TracesAreFormattedOnceAndNotLogged) {
+TEST_F(Traced, TracesAreFormattedOnceAndNotLogged) {
     debugPrint("*** Read only flag set on: %s", "a%%\xE9");
     debugPrint("%s", std::string(5000, 'x').c_str());
     EXPECT_EQ(traces,
@@ -48,7 +49,7 @@ TEST_F(LoggerEcho, TracesAreFormattedOnceAndNotLogged) {
     EXPECT_EQ(logMessages(device, "log.txt"), "");
 }
 
-TEST_F(LoggerEcho, AFailedOpenIsReportedAtEveryMessage) {
+TEST_F(Traced, AFailedOpenIsReportedAtEveryMessage) {
     refused = "_wfopen";
     log.setPath("/other.txt");
     log.error("lost");
@@ -56,6 +57,24 @@ TEST_F(LoggerEcho, AFailedOpenIsReportedAtEveryMessage) {
     const std::string report = "Error opening log stream...\n";
     EXPECT_EQ(traces, (Traces{report, report, "lost\n", report}));
     EXPECT_FALSE(device.exists("other.txt"));
+}
+
+TEST_F(Traced, FileUtilitiesTellOfLongPathsAndFailedConversions) {
+    device.write("T/file");
+    listDirectory("/" + std::string(257, 'x') + "/", true, true);
+    EXPECT_EQ(traces, Traces{"mbstowcs_s path conversion error.\n"});
+    listDirectory("/" + std::string(258, 'x') + "/", true, true);
+    fileTimeText("/" + std::string(259, 'x'));
+    fileTimeText("/" + std::string(258, 'x'));
+    EXPECT_EQ(traces.size(), std::size_t{1});
+
+    traces.clear();
+    refused = "FileTimeToLocalFileTime";
+    EXPECT_EQ(listDirectory("/T/", true, true).size(), std::size_t{1});
+    refused = "FileTimeToSystemTime";
+    EXPECT_NE(fileTimeText("/T/file"), "");
+    EXPECT_EQ(traces,
+              (Traces{"FileTimeToLocalFileTime error.\n", "FileTimeToSystemTime error.\n"}));
 }
 
 }  // namespace
