@@ -1,13 +1,17 @@
 // Whole screens, drawn with the GUI data of the simulated device, beside what they looked like when
 // somebody last looked at them.
+
 #include <gtest/gtest.h>
+#include <png.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "platform/posix/call_hook.h"
-#include "tests/golden/picture.h"
 #include "tests/support/device_folder.h"
 #include "tests/support/offscreen_context.h"
 #include "ui/simple_ui.h"
@@ -44,6 +48,46 @@ std::vector<Screenshot> allScreenshots() {
 // In steps of 17 levels, which keeps the files small and is below what is tolerated.
 uint8_t coarse(uint8_t level) {
     return static_cast<uint8_t>((level + 8) / 17 * 17);
+}
+
+struct Picture {
+    uint32_t width = 0;
+    uint32_t height = 0;
+    std::vector<uint8_t> rgb;  // from the top left
+};
+
+// An empty picture when the file cannot be read.
+Picture readPng(const std::string& path) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_file(&image, path.c_str()) == 0)
+        return {};
+    image.format = PNG_FORMAT_RGB;
+    Picture picture{image.width, image.height, std::vector<uint8_t>(PNG_IMAGE_SIZE(image))};
+    if (png_image_finish_read(&image, nullptr, picture.rgb.data(), 0, nullptr) == 0)
+        return {};
+    return picture;
+}
+
+bool writePng(const Picture& picture, const std::string& path) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = picture.width;
+    image.height = picture.height;
+    image.format = PNG_FORMAT_RGB;
+    return png_image_write_to_file(&image, path.c_str(), 0, picture.rgb.data(), 0, nullptr) != 0;
+}
+
+// Pixels that differ by more than `tolerance` levels in some channel.
+std::size_t differentPixels(const Picture& actual, const Picture& expected, int tolerance) {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i + 2 < actual.rgb.size(); i += 3) {
+        bool differs = false;
+        for (std::size_t channel = i; channel < i + 3; ++channel)
+            differs |= std::abs(actual.rgb[channel] - expected.rgb[channel]) > tolerance;
+        count += differs ? 1 : 0;
+    }
+    return count;
 }
 
 Picture screenPicture() {
