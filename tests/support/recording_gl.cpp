@@ -21,33 +21,32 @@ void record(const char* function, const Arguments&... arguments) {
     gl().calls.push_back(line.str());
 }
 
-#define NAMED(constant) \
-    { constant, #constant }
-
 std::string enumName(GLenum value) {
-    static const std::map<GLenum, const char*> names = {NAMED(GL_VERTEX_SHADER),
-                                                        NAMED(GL_FRAGMENT_SHADER),
-                                                        NAMED(GL_COMPILE_STATUS),
-                                                        NAMED(GL_LINK_STATUS),
-                                                        NAMED(GL_INFO_LOG_LENGTH),
-                                                        NAMED(GL_UNPACK_ALIGNMENT),
-                                                        NAMED(GL_TEXTURE_2D),
-                                                        NAMED(GL_TEXTURE0),
-                                                        NAMED(GL_TEXTURE_MIN_FILTER),
-                                                        NAMED(GL_TEXTURE_MAG_FILTER),
-                                                        NAMED(GL_LINEAR),
-                                                        NAMED(GL_RGB),
-                                                        NAMED(GL_LUMINANCE),
-                                                        NAMED(GL_UNSIGNED_BYTE),
-                                                        NAMED(GL_UNSIGNED_SHORT),
-                                                        NAMED(GL_INT),
-                                                        NAMED(GL_FLOAT),
-                                                        NAMED(GL_BLEND),
-                                                        NAMED(GL_SRC_ALPHA),
-                                                        NAMED(GL_ONE_MINUS_SRC_ALPHA),
-                                                        NAMED(GL_LINES),
-                                                        NAMED(GL_LINE_STRIP),
-                                                        NAMED(GL_TRIANGLES)};
+    static const std::map<GLenum, const char*> names = {
+        {GL_VERTEX_SHADER, "GL_VERTEX_SHADER"},
+        {GL_FRAGMENT_SHADER, "GL_FRAGMENT_SHADER"},
+        {GL_COMPILE_STATUS, "GL_COMPILE_STATUS"},
+        {GL_LINK_STATUS, "GL_LINK_STATUS"},
+        {GL_INFO_LOG_LENGTH, "GL_INFO_LOG_LENGTH"},
+        {GL_UNPACK_ALIGNMENT, "GL_UNPACK_ALIGNMENT"},
+        {GL_TEXTURE_2D, "GL_TEXTURE_2D"},
+        {GL_TEXTURE0, "GL_TEXTURE0"},
+        {GL_TEXTURE_MIN_FILTER, "GL_TEXTURE_MIN_FILTER"},
+        {GL_TEXTURE_MAG_FILTER, "GL_TEXTURE_MAG_FILTER"},
+        {GL_LINEAR, "GL_LINEAR"},
+        {GL_RGB, "GL_RGB"},
+        {GL_LUMINANCE, "GL_LUMINANCE"},
+        {GL_UNSIGNED_BYTE, "GL_UNSIGNED_BYTE"},
+        {GL_UNSIGNED_SHORT, "GL_UNSIGNED_SHORT"},
+        {GL_INT, "GL_INT"},
+        {GL_FLOAT, "GL_FLOAT"},
+        {GL_BLEND, "GL_BLEND"},
+        {GL_SRC_ALPHA, "GL_SRC_ALPHA"},
+        {GL_ONE_MINUS_SRC_ALPHA, "GL_ONE_MINUS_SRC_ALPHA"},
+        {GL_LINES, "GL_LINES"},
+        {GL_LINE_STRIP, "GL_LINE_STRIP"},
+        {GL_TRIANGLES, "GL_TRIANGLES"},
+    };
     const auto name = names.find(value);
     return name != names.end() ? name->second : std::to_string(value);
 }
