@@ -11,14 +11,13 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "platform/posix/call_hook.h"
 #include "platform/posix/device.h"
 #include "platform/posix/last_error.h"
+#include "platform/posix/read_file.h"
 #include "platform/posix/utf.h"
 
 using host::fail;
@@ -50,11 +49,6 @@ std::string readLink(const std::string& path) {
     return length > 0 ? std::string(target, static_cast<std::size_t>(length)) : std::string();
 }
 
-std::string readFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 std::string baseName(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
@@ -81,9 +75,9 @@ std::vector<std::string> deviceFolders() {
 // of a file of the device carries a name of its own.
 std::string scriptOf(const std::string& process) {
     constexpr std::size_t LONGEST_NAME = 15;
-    std::string name = readFile(process + "/comm");
+    std::string name = host::readFile(process + "/comm");
     name.erase(name.find_last_not_of('\n') + 1);
-    const std::string arguments = readFile(process + "/cmdline");
+    const std::string arguments = host::readFile(process + "/cmdline");
     const std::string program = arguments.substr(0, arguments.find('\0'));
     if (baseName(program).substr(0, LONGEST_NAME) == name)
         return {};

@@ -4,11 +4,10 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <fstream>
-#include <iterator>
 
 #include "platform/posix/device.h"
 #include "platform/posix/last_error.h"
+#include "platform/posix/read_file.h"
 
 namespace host {
 namespace {
@@ -20,9 +19,7 @@ std::string registryPath() {
 }  // namespace
 
 Registry loadRegistry() {
-    std::ifstream file(registryPath(), std::ios::binary);
-    return Registry::fromText(
-        std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()));
+    return Registry::fromText(readFile(registryPath()));
 }
 
 DWORD saveRegistry(const Registry& registry) {

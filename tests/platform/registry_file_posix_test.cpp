@@ -125,6 +125,7 @@ TEST(RegistryFile, IsReplacedAsAWhole) {
 
     std::filesystem::remove(device.root() / "registry.reg");
     device.makeFolder("registry.reg/in the way");
+    EXPECT_EQ(host::loadRegistry().toText(), host::Registry().toText());
     EXPECT_NE(host::saveRegistry(registry), DWORD{0});
     EXPECT_FALSE(device.exists("registry.reg.new"));
 }
