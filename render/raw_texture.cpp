@@ -11,16 +11,15 @@
 namespace {
 
 // The instrument's largest texture is 2048 pixels on a side. A font file can claim a page of 65535
-// pixels: such a page must not cost 4 GB when its file is small.
+// pixels: such a page must not cost 4 GB when its file holds less than half of it.
 constexpr uint64_t MAX_COMPLETED_BYTES = uint64_t{2048} * 2048 * 3;
 
 using Pixels = std::unique_ptr<unsigned char[]>;
 
 // Reads `size` bytes from where the file stands, with zeros for what it does not hold. Null when
-// the picture is larger than is sensible for that file, or than the memory.
+// that is more than the memory.
 Pixels readPixels(std::FILE* file, uint64_t size) {
-    const bool tooLarge = size > MAX_COMPLETED_BYTES && size > bytesLeft(file);
-    if (tooLarge || size > std::numeric_limits<std::size_t>::max())
+    if (size > std::numeric_limits<std::size_t>::max())
         return nullptr;
     const std::size_t count = static_cast<std::size_t>(size);
     Pixels pixels(new (std::nothrow) unsigned char[count]);
@@ -43,9 +42,13 @@ Pixels loadPixels(const char* path, int32_t offset, uint64_t size) {
         return nullptr;
     }
     std::fseek(file.get(), offset, SEEK_SET);
+    if (size > MAX_COMPLETED_BYTES && size / 2 > bytesLeft(file.get())) {
+        Logger::instance().error("File %s is too short.", path);
+        return nullptr;
+    }
     Pixels pixels = readPixels(file.get(), size);
     if (pixels == nullptr)
-        Logger::instance().error("File %s is too short.", path);
+        Logger::instance().error("File %s is too large.", path);
     return pixels;
 }
 

@@ -3,10 +3,11 @@
 #include <fstream>
 #include <sstream>
 
-VirtualDisplay::VirtualDisplay() {
+VirtualDisplay::VirtualDisplay(int depth) {
     // The server tells the number that it found free.
     server_.emplace(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0",
-                                             "1024x768x24", "-nolisten", "tcp"});
+                                             "1024x768x" + std::to_string(depth), "-nolisten",
+                                             "tcp"});
     waitUntil([this] { return server_->output().find('\n') != std::string::npos; });
     name_ = ":" + server_->output().substr(0, server_->output().find('\n'));
 }

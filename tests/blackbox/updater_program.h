@@ -11,7 +11,7 @@
 // An X server that nobody sees, of the instrument's screen size.
 class VirtualDisplay {
   public:
-    VirtualDisplay();
+    explicit VirtualDisplay(int depth = 24);
 
     const std::string& name() const { return name_; }
 
