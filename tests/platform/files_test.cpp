@@ -65,7 +65,7 @@ void run(const std::vector<Case>& cases) {
     }
 }
 
-TEST(Files, CreateDirectory) {
+TEST(Files, MakingFolders) {
     run({
         {"", [] { return CreateDirectoryW(TEXT("/T/d"), nullptr); }, 0, "d/"},
         {"", [] { return CreateDirectoryW(TEXT("\\T\\\\d/"), nullptr); }, 0, "d/"},
@@ -133,7 +133,7 @@ TEST(Files, Delete) {
     });
 }
 
-TEST(Files, RemoveDirectory) {
+TEST(Files, RemovingFolders) {
     static constexpr LPCWSTR D = TEXT("/T/d");
     run({
         {"d/", [] { return RemoveDirectoryW(D); }, 0, ""},
