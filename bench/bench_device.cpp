@@ -97,7 +97,9 @@ void BenchDevice::makeKey(std::size_t files, std::size_t size, std::size_t lines
     const std::string key = "USB HD/VELD/";
     const std::size_t half = files / 2;
     for (std::size_t i = 0; i < files; ++i) {
-        const std::string name = "file" + std::to_string(i) + ".dat";
+        // In the order of their names, so that this order and that of the disk are the same.
+        const std::string number = std::to_string(i);
+        const std::string name = "file" + std::string(6 - number.size(), '0') + number + ".dat";
         write(key + (i < half ? "KSTRL/" : "ORBUI/data/" + subfolder(i - half)) + name, bytes);
     }
     std::string notes = "KSTRL Release 2.14.3\n";

@@ -77,7 +77,7 @@ int main(int argc, char** argv) {
     const struct {
         std::size_t files;
         int pairs;
-    } trees[] = {{100, 9}, {1000, 5}, {10000, 3}, {100000, 1}};
+    } trees[] = {{100, 9}, {1000, 9}, {10000, 5}, {100000, 1}};
     EngineReport first;
     EngineReport thousand;
     EngineReport last;

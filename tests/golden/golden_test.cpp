@@ -33,6 +33,10 @@ struct Screenshot {
     const char* state;
 };
 
+std::ostream& operator<<(std::ostream& out, const Screenshot& screenshot) {
+    return out << screenshot.language << "-" << screenshot.state;
+}
+
 constexpr const char* STATES[] = {"waiting",  "ready",  "updating",
                                   "complete", "failed", "failed-restart"};
 

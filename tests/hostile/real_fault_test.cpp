@@ -65,7 +65,7 @@ TEST_F(RealFault, AReadOnlyFlashDiskIsLeftAsItIs) {
     MOUNT_OR_SKIP("1m");
     Logger::instance().setPath("/log.txt");
     const Tree before = device.tree("FlashDisk");
-    ASSERT_EQ(::mount("none", flashDisk().c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
+    ASSERT_EQ(::mount("none", flashDisk().c_str(), "", MS_REMOUNT | MS_RDONLY, nullptr), 0);
     EXPECT_EQ(run(), UpdateFailed);
     EXPECT_EQ(device.tree("FlashDisk"), before);
     const std::string told = device.read("log.txt");
