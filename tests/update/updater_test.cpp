@@ -126,6 +126,10 @@ struct Oddity {
     std::string error;
 };
 
+std::ostream& operator<<(std::ostream& out, const Oddity& oddity) {
+    return out << oddity.name;
+}
+
 class OddDevice : public Update, public ::testing::WithParamInterface<Oddity> {};
 
 // What is on the key is installed in all these cases, whatever the end is called.
