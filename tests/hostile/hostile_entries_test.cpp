@@ -7,7 +7,7 @@
 
 #include <cstring>
 
-#include "tests/hostile/update_on_device.h"
+#include "tests/support/update_on_device.h"
 
 namespace fs = std::filesystem;
 
@@ -94,12 +94,6 @@ TEST_F(HostileEntries, ASparseFileOf4GiBIsCopiedWithItsHoles) {
     EXPECT_EQ(status.st_size, size);
     EXPECT_LT(status.st_blocks, 4096);
     EXPECT_EQ(device.read("FlashDisk/VELD/KSTRL/KSTRL.exe"), "application 2");
-}
-
-TEST_F(HostileEntries, AnEmptyFileIsCopied) {
-    device.write(KEY + std::string("KSTRL/empty"));
-    EXPECT_EQ(run(), UpdateComplete);
-    EXPECT_TRUE(device.exists("FlashDisk/VELD/KSTRL/empty"));
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <vector>
 
-#include "tests/hostile/update_on_device.h"
+#include "tests/support/update_on_device.h"
 
 namespace {
 

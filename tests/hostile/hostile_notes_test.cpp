@@ -1,6 +1,6 @@
 // Release notes that nobody wrote by hand.
 
-#include "tests/hostile/update_on_device.h"
+#include "tests/support/update_on_device.h"
 
 namespace {
 

@@ -4,10 +4,11 @@
 #include <unistd.h>
 
 #include <fstream>
+#include <functional>
 #include <iterator>
 
 #include "platform/posix/call_hook.h"
-#include "tests/hostile/update_on_device.h"
+#include "tests/support/update_on_device.h"
 #include "ui/simple_ui.h"
 
 namespace fs = std::filesystem;
@@ -31,11 +32,25 @@ std::size_t residentPages() {
 // What the allocator and the checkers keep for themselves.
 constexpr std::size_t SLACK_PAGES = 512;
 
+// Does something many times; once it has settled, that takes no more handles and no more memory.
+void expectNoGrowth(int times, int settled, const std::function<void(int)>& something) {
+    std::size_t handles = 0;
+    std::size_t pages = 0;
+    for (int i = 0; i < times; ++i) {
+        if (i == settled) {
+            handles = openHandles();
+            pages = residentPages();
+        }
+        something(i);
+    }
+    EXPECT_EQ(openHandles(), handles);
+    EXPECT_LE(residentPages(), pages + SLACK_PAGES);
+}
+
 using LongLife = UpdateOnDevice;
 
 TEST_F(LongLife, ADayOfWaitingForAKeyCostsNothing) {
     constexpr int pollsADay = 24 * 60 * 60 * 10;
-    constexpr int settled = 1000;
     fs::remove_all(device.root() / "USB HD");
     int sleeps = 0;
     setCallHook([&](const HookedCall& call) {
@@ -45,35 +60,15 @@ TEST_F(LongLife, ADayOfWaitingForAKeyCostsNothing) {
         return sleeping ? ERROR_GEN_FAILURE : ERROR_SUCCESS;
     });
     SimpleUI screen;
-    std::size_t handles = 0;
-    std::size_t pages = 0;
-    for (int i = 0; i < pollsADay; ++i) {
-        if (i == settled) {
-            handles = openHandles();
-            pages = residentPages();
-        }
-        screen.tick();
-    }
+    expectNoGrowth(pollsADay, 1000, [&](int) { screen.tick(); });
     EXPECT_EQ(sleeps, pollsADay);
-    EXPECT_EQ(openHandles(), handles);
-    EXPECT_LE(residentPages(), pages + SLACK_PAGES);
 }
 
 TEST_F(LongLife, AThousandUpdatesInARowAreAllAlike) {
-    constexpr int updates = 1000;
-    constexpr int settled = 20;
-    std::size_t handles = 0;
-    std::size_t pages = 0;
-    for (int i = 0; i < updates; ++i) {
-        if (i == settled) {
-            handles = openHandles();
-            pages = residentPages();
-        }
+    expectNoGrowth(1000, 20, [this](int i) {
         device.write("USB HD/VELD/KSTRL/KSTRL.exe", "application " + std::to_string(i));
         ASSERT_EQ(run(), UpdateComplete) << "update " << i;
-    }
-    EXPECT_EQ(openHandles(), handles);
-    EXPECT_LE(residentPages(), pages + SLACK_PAGES);
+    });
     EXPECT_EQ(device.read("FlashDisk/VELD/KSTRL_old/KSTRL.exe"), "application 998");
     EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL"), (Tree{{"KSTRL.exe", "application 999"}}));
 }

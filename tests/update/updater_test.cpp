@@ -1,37 +1,18 @@
 // The update procedure, on a device folder.
 
-#include "update/updater.h"
-
-#include <gtest/gtest.h>
-
 #include "platform/win32.h"
-#include "support/logger.h"
 #include "tests/support/log_text.h"
+#include "tests/support/update_on_device.h"
 
 namespace {
 
-class Update : public ::testing::Test {
+class Update : public UpdateOnDevice {
   protected:
     void SetUp() override {
-        device.write("FlashDisk/VELD/KSTRL/KSTRL.exe", "application 1");
+        UpdateOnDevice::SetUp();
         device.write("FlashDisk/VELD/KSTRL/gone.dll", "not on the key");
-        device.write("FlashDisk/VELD/ORBUI/data/bg.raw", "picture 1");
-        Logger::instance().setPath("/FlashDisk/VELD/Updater-log.txt");
-
-        device.write("USB HD/VELD/KSTRL/KSTRL.exe", "application 2");
         device.write("USB HD/VELD/KSTRL/lib.dll", "library 2");
-        device.write("USB HD/VELD/ORBUI/data/bg.raw", "picture 2");
         device.write("USB HD/VELD/ORBUI/data/lang/StringTable_en.txt", "texts 2");
-    }
-
-    // Runs an update to its end. Returns the state it ends in.
-    int32_t run() {
-        updater.pollMedia();
-        updater.startUpdate();
-        constexpr int steps = 100;
-        for (int i = 0; i < steps && updater.getState() == Updating; ++i)
-            updater.step();
-        return updater.getState();
     }
 
     const Tree newApplication = {{"KSTRL.exe", "application 2"}, {"lib.dll", "library 2"}};
@@ -45,9 +26,6 @@ class Update : public ::testing::Test {
         EXPECT_EQ(device.tree("FlashDisk/VELD/ORBUI"), newGuiData);
         EXPECT_FALSE(device.exists("FlashDisk/VELD/Update"));
     }
-
-    DeviceFolder device;
-    Updater updater;
 };
 
 TEST_F(Update, ReplacesTheFoldersAndKeepsTheOldOnes) {
@@ -63,13 +41,13 @@ TEST_F(Update, ReplacesTheFoldersAndKeepsTheOldOnes) {
     EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL_old"), application);
     EXPECT_EQ(device.tree("FlashDisk/VELD/ORBUI_old"), guiData);
     EXPECT_EQ(device.tree("USB HD"), key);
-    const std::string log = device.read("FlashDisk/VELD/Updater-log.txt");
-    EXPECT_NE(log.find("\n  ** Warning ** Update succeeded at 2"), std::string::npos) << log;
-    EXPECT_EQ(log.find("ERROR"), std::string::npos);
+    EXPECT_NE(log().find("\n  ** Warning ** Update succeeded at 2"), std::string::npos) << log();
+    EXPECT_EQ(log().find("ERROR"), std::string::npos);
 }
 
 TEST_F(Update, CopiesOneFileAStepAndFinishesInTheStepAfterTheLast) {
     std::filesystem::remove(device.root() / "USB HD/VELD/KSTRL/lib.dll");
+    Updater updater;
     updater.step();
     EXPECT_EQ(updater.getState(), WaitingForMedia);
     updater.pollMedia();
