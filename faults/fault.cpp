@@ -3,10 +3,10 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <map>
 
 #include "platform/posix/device.h"
+#include "platform/posix/read_file.h"
 #include "platform/posix/utf.h"
 
 namespace {
@@ -34,8 +34,7 @@ std::string hostPath(const std::string& path) {
 }
 
 void copyHalf(const HookedCall& call) {
-    std::ifstream from(hostPath(call.arguments[0]), std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(from), std::istreambuf_iterator<char>()};
+    const std::string bytes = host::readFile(hostPath(call.arguments[0]));
     std::ofstream(hostPath(call.arguments[1]), std::ios::binary)
         << bytes.substr(0, bytes.size() / 2);
 }

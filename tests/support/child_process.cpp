@@ -8,9 +8,9 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <thread>
+
+#include "platform/posix/read_file.h"
 
 namespace {
 
@@ -23,11 +23,6 @@ std::vector<std::string> wordsOf(const std::vector<std::string>& command,
         words.push_back(value.empty() ? "--unset=" + name : name + "=" + value);
     words.insert(words.end(), command.begin(), command.end());
     return words;
-}
-
-std::string readAll(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 }  // namespace
@@ -85,9 +80,9 @@ std::optional<int> ChildProcess::waitForEnd() {
 }
 
 std::string ChildProcess::output() const {
-    return readAll(folder_ + "/out");
+    return host::readFile(folder_ + "/out");
 }
 
 std::string ChildProcess::errors() const {
-    return readAll(folder_ + "/err");
+    return host::readFile(folder_ + "/err");
 }

@@ -8,6 +8,7 @@
 #include <iterator>
 #include <sstream>
 
+#include "platform/posix/read_file.h"
 #include "support/logger.h"
 #include "tests/support/bytes.h"
 #include "tests/support/device_folder.h"
@@ -72,7 +73,7 @@ Spoil cuttingOff(const std::string& path, uintmax_t bytes) {
 
 Spoil replacing(const std::string& path, const std::string& what, const std::string& by) {
     return [=](const fs::path& key) {
-        std::string bytes = readFile(key / path);
+        std::string bytes = host::readFile(key / path);
         bytes.replace(bytes.find(what), what.size(), by);
         writeFile(key / path, bytes);
     };
@@ -236,7 +237,7 @@ TEST_P(FaultyKeys, AreFoundAndDoOnTheDeviceAsPredicted) {
     EXPECT_EQ(toDisplay(updater.getUpdateVersion()), report.prediction.version);
     Tree predicted;
     for (const std::string& path : report.prediction.copied)
-        predicted[path] = readFile(key / path);
+        predicted[path] = host::readFile(key / path);
     if (!faulty.seen)
         predicted = {{"VELD/KSTRL/KSTRL.exe", "old application"},
                      {"VELD/ORBUI/data/old", "old data"}};

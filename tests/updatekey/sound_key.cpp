@@ -1,7 +1,6 @@
 #include "tests/updatekey/sound_key.h"
 
 #include <fstream>
-#include <iterator>
 
 #include "tests/support/font_bytes.h"
 
@@ -34,11 +33,6 @@ std::string tableBytes(const std::string& language) {
 void writeFile(const fs::path& path, const std::string& bytes) {
     fs::create_directories(path.parent_path());
     std::ofstream(path, std::ios::binary) << bytes;
-}
-
-std::string readFile(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 void writeSoundKey(const fs::path& folder) {

@@ -13,6 +13,4 @@ void writeSoundKey(const std::filesystem::path& folder);
 // Writes a file and the folders on the way to it.
 void writeFile(const std::filesystem::path& path, const std::string& bytes);
 
-std::string readFile(const std::filesystem::path& path);
-
 std::set<std::string> codesOf(const CheckReport& report);

@@ -1,9 +1,7 @@
 // The files by which the updater's own screen is drawn. The update replaces them by the key's: what
 // the key lacks, the next update's screen lacks.
 
-#include <fstream>
-#include <iterator>
-
+#include "platform/posix/read_file.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
 
@@ -31,8 +29,7 @@ const NeededFace NEEDED_FACES[] = {
 // Whether five blocks fill the file to its end. The device's reader forgives a file that was cut;
 // whoever ships it should not.
 bool isWhole(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const std::string bytes = host::readFile(path);
     constexpr std::size_t blockHeader = 5;
     std::size_t position = 4;
     for (int block = 0; block < 5; ++block) {

@@ -1,9 +1,7 @@
 // Whether the key still is what its manifest says; a key without one was not made by this tool, and
 // is none the worse for it.
 
-#include <fstream>
-#include <iterator>
-
+#include "platform/posix/read_file.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/manifest.h"
 
@@ -11,9 +9,8 @@ void checkManifest(const KeyUnderCheck& key, CheckReport& report) {
     const KeyEntry* const entry = key.find(MANIFEST_NAME);
     if (entry == nullptr)
         return;
-    std::ifstream file(key.folder / MANIFEST_NAME, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    const std::optional<Manifest> stated = parseManifest(text);
+    const std::optional<Manifest> stated =
+        parseManifest(host::readFile(key.folder / MANIFEST_NAME));
     if (!stated)
         return addError(report.findings, "manifest-damaged", MANIFEST_NAME,
                         "is not a list of checksums and paths");

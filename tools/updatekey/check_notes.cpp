@@ -1,8 +1,6 @@
 // The release notes: the version in their first line, and what the screen can show of the rest.
 
-#include <fstream>
-#include <iterator>
-
+#include "platform/posix/read_file.h"
 #include "support/text.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
@@ -16,11 +14,6 @@ constexpr int LEFT = 500;
 constexpr int TOP = 235;
 constexpr int SPACING = 22;
 constexpr std::size_t LINES_THAT_FIT = (SCREEN_HEIGHT - TOP) / SPACING;
-
-std::string readFile(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 void checkVersionLine(const std::string& bytes, Findings& findings) {
     const std::string line = bytes.substr(0, bytes.find_first_of("\r\n"));
@@ -90,7 +83,7 @@ void checkNotes(const KeyUnderCheck& key, CheckReport& report) {
     if (entry == nullptr || entry->kind != KeyEntry::Kind::file)
         return addError(report.findings, "notes-missing", NOTES,
                         "no release notes; the device takes the key, with an empty version");
-    const std::string bytes = readFile(key.folder / NOTES);
+    const std::string bytes = host::readFile(key.folder / NOTES);
     checkVersionLine(bytes, report.findings);
     checkLineEnds(bytes, report.findings);
     if (isUtf8BeyondAscii(bytes))

@@ -4,11 +4,10 @@
 
 #include <chrono>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <thread>
 
+#include "platform/posix/read_file.h"
 #include "tools/updatekey/child_process.h"
 #include "tools/updatekey/key_device.h"
 #include "tools/updatekey/manifest.h"
@@ -61,11 +60,6 @@ class Stage {
   private:
     fs::path root_;
 };
-
-std::string readText(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 Manifest contentOf(const fs::path& folder) {
     Manifest content;
@@ -152,7 +146,7 @@ void runUpdater(const RehearseOptions& options, const fs::path& updater, const S
     bool toldToEnd = false;
     while (!hasEnded(process, report.exitCode)) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        const bool failed = outcomeOf(readText(stage.device() / LOG)) == UpdateFailed;
+        const bool failed = outcomeOf(host::readFile(stage.device() / LOG)) == UpdateFailed;
         report.timedOut = report.timedOut || (!failed && Clock::now() > lastCall);
         if (!toldToEnd && (failed || report.timedOut)) {
             toldToEnd = true;
@@ -189,14 +183,14 @@ RehearseReport rehearse(const RehearseOptions& options) {
     report.rehearsed = true;
     report.applicationStarted = stage.endApplication();
 
-    report.log = readText(stage.device() / LOG);
-    report.output = readText(stage.outputFile());
+    report.log = host::readFile(stage.device() / LOG);
+    report.output = host::readFile(stage.outputFile());
     report.state = outcomeOf(report.log);
     const Manifest after = contentOf(stage.device() / FLASH);
     report.differences = compare(before, after);
     report.asPredicted = report.state == report.check.prediction.state &&
                          installedAsPredicted(options, report.check, after);
-    const std::string frames = readText(stage.framesFile());
+    const std::string frames = host::readFile(stage.framesFile());
     if (!frames.empty())
         report.frames = std::strtol(frames.c_str(), nullptr, 10);
     if (!options.keep.empty())
