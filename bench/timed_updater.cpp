@@ -73,70 +73,46 @@ void report() {
 
 }  // namespace
 
-void realSleep(DWORD milliseconds) asm("__real__Z5Sleepj");
-void realInit(SimpleUI* screen, uint32_t width, uint32_t height) asm("__real__ZN8SimpleUI4initEjj");
-void realDraw(SimpleUI* screen) asm("__real__ZN8SimpleUI4drawEv");
-void realTick(SimpleUI* screen) asm("__real__ZN8SimpleUI4tickEv");
-bool realLoadFonts(FontSet* fonts, int32_t language) asm("__real__ZN7FontSet9loadFontsEi");
-void realSetLanguage(StringTable* table,
-                     int32_t language) asm("__real__ZN11StringTable11setLanguageEi");
-GLuint realLoadTexture(const char* path, GLsizei size,
-                       int32_t offset) asm("__real__Z23loadRawLuminanceTexturePKcii");
-EGLBoolean realSwap(EGLDisplay display, EGLSurface surface) asm("__real_eglSwapBuffers");
-void realClear(GLbitfield mask) asm("__real_glClear");
-BOOL realPeek(MSG* message, HWND window, UINT first, UINT last,
-              UINT remove) asm("__real__Z12PeekMessageWP3MSGP12WindowHandlejjj");
-void realCompile(GLuint shader) asm("__real_glCompileShader");
-void realLink(GLuint program) asm("__real_glLinkProgram");
+// The true function of a symbol, and the one that the calls are led to.
+#define WRAPPED(result, name, symbol, parameters)        \
+    result real##name parameters asm("__real_" symbol);  \
+    result timed##name parameters asm("__wrap_" symbol); \
+    result timed##name parameters
 
-void timedSleep(DWORD milliseconds) asm("__wrap__Z5Sleepj");
-void timedInit(SimpleUI* screen, uint32_t width,
-               uint32_t height) asm("__wrap__ZN8SimpleUI4initEjj");
-void timedDraw(SimpleUI* screen) asm("__wrap__ZN8SimpleUI4drawEv");
-void timedTick(SimpleUI* screen) asm("__wrap__ZN8SimpleUI4tickEv");
-bool timedLoadFonts(FontSet* fonts, int32_t language) asm("__wrap__ZN7FontSet9loadFontsEi");
-void timedSetLanguage(StringTable* table,
-                      int32_t language) asm("__wrap__ZN11StringTable11setLanguageEi");
-GLuint timedLoadTexture(const char* path, GLsizei size,
-                        int32_t offset) asm("__wrap__Z23loadRawLuminanceTexturePKcii");
-EGLBoolean timedSwap(EGLDisplay display, EGLSurface surface) asm("__wrap_eglSwapBuffers");
-void timedClear(GLbitfield mask) asm("__wrap_glClear");
-BOOL timedPeek(MSG* message, HWND window, UINT first, UINT last,
-               UINT remove) asm("__wrap__Z12PeekMessageWP3MSGP12WindowHandlejjj");
-void timedCompile(GLuint shader) asm("__wrap_glCompileShader");
-void timedLink(GLuint program) asm("__wrap_glLinkProgram");
+#define TIMED(step, result, name, symbol, parameters, arguments) \
+    WRAPPED(result, name, symbol, parameters) {                  \
+        const Watch watch(step);                                 \
+        return real##name arguments;                             \
+    }
 
-void timedSleep(DWORD milliseconds) {
-    const Watch watch(SLEEP);
-    realSleep(milliseconds);
-}
-void timedInit(SimpleUI* screen, uint32_t width, uint32_t height) {
+TIMED(SLEEP, void, Sleep, "_Z5Sleepj", (DWORD milliseconds), (milliseconds))
+TIMED(CLEAR, void, Clear, "glClear", (GLbitfield mask), (mask))
+TIMED(TICK, void, Tick, "_ZN8SimpleUI4tickEv", (SimpleUI * screen), (screen))
+TIMED(EVENTS, BOOL, Peek, "_Z12PeekMessageWP3MSGP12WindowHandlejjj",
+      (MSG * message, HWND window, UINT first, UINT last, UINT remove),
+      (message, window, first, last, remove))
+TIMED(FONTS, bool, LoadFonts, "_ZN7FontSet9loadFontsEi", (FontSet * fonts, int32_t language),
+      (fonts, language))
+TIMED(TEXTS, void, SetLanguage, "_ZN11StringTable11setLanguageEi",
+      (StringTable * table, int32_t language), (table, language))
+TIMED(TEXTURES, GLuint, LoadTexture, "_Z23loadRawLuminanceTexturePKcii",
+      (const char* path, GLsizei size, int32_t offset), (path, size, offset))
+TIMED(PROGRAMS, void, Compile, "glCompileShader", (GLuint shader), (shader))
+TIMED(PROGRAMS, void, Link, "glLinkProgram", (GLuint program), (program))
+
+WRAPPED(void, Init, "_ZN8SimpleUI4initEjj", (SimpleUI * screen, uint32_t width, uint32_t height)) {
     const Watch watch(INIT);
     realInit(screen, width, height);
     heapAfterStart = heapCount().bytesInUse;
 }
-void timedDraw(SimpleUI* screen) {
+
+WRAPPED(void, Draw, "_ZN8SimpleUI4drawEv", (SimpleUI * screen)) {
     const Watch watch(DRAW);
     realDraw(screen);
     ++frames;
 }
-void timedTick(SimpleUI* screen) {
-    const Watch watch(TICK);
-    realTick(screen);
-}
-bool timedLoadFonts(FontSet* fonts, int32_t language) {
-    const Watch watch(FONTS);
-    return realLoadFonts(fonts, language);
-}
-void timedSetLanguage(StringTable* table, int32_t language) {
-    const Watch watch(TEXTS);
-    realSetLanguage(table, language);
-}
-GLuint timedLoadTexture(const char* path, GLsizei size, int32_t offset) {
-    const Watch watch(TEXTURES);
-    return realLoadTexture(path, size, offset);
-}
-EGLBoolean timedSwap(EGLDisplay display, EGLSurface surface) {
+
+WRAPPED(EGLBoolean, Swap, "eglSwapBuffers", (EGLDisplay display, EGLSurface surface)) {
     EGLBoolean result = EGL_FALSE;
     {
         const Watch watch(SWAP);
@@ -149,22 +125,6 @@ EGLBoolean timedSwap(EGLDisplay display, EGLSurface surface) {
         frames = 0;
     }
     return result;
-}
-void timedClear(GLbitfield mask) {
-    const Watch watch(CLEAR);
-    realClear(mask);
-}
-BOOL timedPeek(MSG* message, HWND window, UINT first, UINT last, UINT remove) {
-    const Watch watch(EVENTS);
-    return realPeek(message, window, first, last, remove);
-}
-void timedCompile(GLuint shader) {
-    const Watch watch(PROGRAMS);
-    realCompile(shader);
-}
-void timedLink(GLuint program) {
-    const Watch watch(PROGRAMS);
-    realLink(program);
 }
 
 int main(int argc, char** argv) {
