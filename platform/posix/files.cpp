@@ -13,6 +13,7 @@
 #include "platform/posix/call_hook.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/device.h"
+#include "platform/posix/durable.h"
 #include "platform/posix/file_status.h"
 #include "platform/posix/last_error.h"
 
@@ -61,12 +62,19 @@ BOOL MoveFileW(LPCWSTR source, LPCWSTR destination) {
         return fail(error);
     if (::lstat(to.c_str(), &status) == 0)
         return fail(ERROR_ALREADY_EXISTS);
-    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
-        return TRUE;
-    // A file system without the flag: nothing was there to be replaced.
-    if (errno == EINVAL && ::rename(from.c_str(), to.c_str()) == 0)
-        return TRUE;
-    return errno == ENOENT ? fail(ERROR_PATH_NOT_FOUND) : failFromErrno(to);
+    // Contents come first: after a power cut a moved folder is at its old place or whole at the
+    // new.
+    if (!host::flushDiskOf(from))
+        return failFromErrno(from);
+    const bool moved =
+        ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0 ||
+        // A file system without the flag: nothing was there to be replaced.
+        (errno == EINVAL && ::rename(from.c_str(), to.c_str()) == 0);
+    if (!moved)
+        return errno == ENOENT ? fail(ERROR_PATH_NOT_FOUND) : failFromErrno(to);
+    // A move that the disk does not confirm has failed, and is not undone: a failing disk is
+    // written to no more than it must.
+    return (host::flushFolderOf(to) && host::flushFolderOf(from)) || failFromErrno(to);
 }
 
 BOOL DeleteFileW(LPCWSTR path) {
@@ -132,7 +140,8 @@ FILE* _wfopen(LPCWSTR path, LPCWSTR mode) {
     }
     const bool writing = mode[0] == u'w';
     // Not blocking: the open of a named pipe would wait for its other end.
-    const int flags = O_NONBLOCK | (writing ? O_WRONLY | O_CREAT : O_RDONLY);
+    // What is written is on the disk when the stream's flush returns.
+    const int flags = O_NONBLOCK | (writing ? O_WRONLY | O_CREAT | O_DSYNC : O_RDONLY);
     const int file = host::openResolved(host, flags, 0666);
     struct stat status {};
     if (file < 0) {
@@ -142,7 +151,7 @@ FILE* _wfopen(LPCWSTR path, LPCWSTR mode) {
     const bool known = ::fstat(file, &status) == 0;
     if (known && (!S_ISREG(status.st_mode) || (writing && host::isReadOnly(status)))) {
         fail(ERROR_ACCESS_DENIED);
-    } else if (known && (!writing || ::ftruncate(file, 0) == 0)) {
+    } else if (known && (!writing || (::ftruncate(file, 0) == 0 && host::flushFolderOf(host)))) {
         if (FILE* stream = ::fdopen(file, writing ? "wb" : "rb"))
             return stream;
     } else {

@@ -6,6 +6,7 @@
 #include <cerrno>
 
 #include "platform/posix/device.h"
+#include "platform/posix/durable.h"
 #include "platform/posix/last_error.h"
 #include "platform/posix/read_file.h"
 
@@ -34,7 +35,8 @@ DWORD saveRegistry(const Registry& registry) {
         ::fsync(file) == 0;
     DWORD error = written ? ERROR_SUCCESS : windowsError(errno, temporary);
     ::close(file);
-    if (error == ERROR_SUCCESS && ::rename(temporary.c_str(), path.c_str()) != 0)
+    if (error == ERROR_SUCCESS &&
+        (::rename(temporary.c_str(), path.c_str()) != 0 || !flushFolderOf(path)))
         error = windowsError(errno, path);
     if (error != ERROR_SUCCESS)
         ::unlink(temporary.c_str());
