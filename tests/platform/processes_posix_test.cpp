@@ -12,6 +12,7 @@
 #include "platform/win32.h"
 #include "tests/support/child_process.h"
 #include "tests/support/device_folder.h"
+#include "tests/support/scratch.h"
 
 namespace {
 
@@ -55,10 +56,6 @@ BOOL launch() {
 class ProcessesPosix : public ::testing::Test {
   protected:
     void SetUp() override { device.makeFolder("FlashDisk/VELD/KSTRL"); }
-    void TearDown() override {
-        for (const DWORD id : processesNamed("KSTRL.exe"))
-            end(id);
-    }
 
     std::string host(const std::string& path = PROGRAM) const {
         return (device.root() / path).string();
@@ -92,8 +89,7 @@ TEST_F(ProcessesPosix, ProgramsAndScriptsAreSeenAndEndedOnce) {
 
 TEST_F(ProcessesPosix, ProcessesOfTheHostAreOutOfReach) {
     installSleep();
-    const fs::path elsewhere = device.root().string() + "-elsewhere";
-    fs::create_directories(elsewhere);
+    const fs::path elsewhere = makeScratchFolder();
     fs::copy_file("/bin/sleep", elsewhere / "KSTRL.exe");
     fs::create_symlink("/bin/tail", elsewhere / "follow");
     device.write("FlashDisk/VELD/KSTRL/follow");
@@ -111,7 +107,6 @@ TEST_F(ProcessesPosix, ProcessesOfTheHostAreOutOfReach) {
         for (const char* const name : {"KSTRL.exe", "follow", "tail"})
             EXPECT_TRUE(processesNamed(name).empty()) << name;
     }
-    fs::remove_all(elsewhere);
 }
 
 TEST_F(ProcessesPosix, AStartedProgramIsOnItsOwnAndHoldsNothingButItsStreams) {

@@ -6,11 +6,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <thread>
 
 #include "platform/posix/read_file.h"
+#include "tests/support/scratch.h"
 
 namespace {
 
@@ -37,10 +36,8 @@ bool waitUntil(const std::function<bool()>& condition) {
     return true;
 }
 
-ChildProcess::ChildProcess(const std::vector<std::string>& command, const Variables& variables) {
-    std::string pattern = (std::filesystem::temp_directory_path() / "child-XXXXXX").string();
-    folder_ = ::mkdtemp(pattern.data());
-
+ChildProcess::ChildProcess(const std::vector<std::string>& command, const Variables& variables)
+    : folder_(makeScratchFolder()) {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     const int flags = O_WRONLY | O_CREAT | O_TRUNC;
@@ -59,11 +56,11 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const Variab
 
 ChildProcess::~ChildProcess() {
     if (isRunning()) {
-        ::kill(id_, SIGKILL);
+        ::kill(id_, SIGTERM);
+        ::kill(id_, SIGCONT);
         ::waitpid(id_, nullptr, 0);
     }
-    std::error_code error;
-    std::filesystem::remove_all(folder_, error);
+    removeScratchFolder(folder_);
 }
 
 bool ChildProcess::isRunning() {

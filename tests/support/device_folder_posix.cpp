@@ -1,19 +1,16 @@
-#include <cstdlib>
-
 #include "platform/posix/call_hook.h"
 #include "platform/posix/device.h"
 #include "tests/support/device_folder.h"
+#include "tests/support/scratch.h"
 
 DeviceFolder::DeviceFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "device-XXXXXX").string();
-    root_ = ::mkdtemp(pattern.data());
+    root_ = makeScratchFolder();
     setDeviceRoot(root_.string());
 }
 
 DeviceFolder::~DeviceFolder() {
     setCallHook({});
-    std::error_code error;
-    std::filesystem::remove_all(root_, error);
+    removeScratchFolder(root_);
 }
 
 void DeviceFolder::setLanguage(int language) const {
