@@ -1,4 +1,6 @@
-// What a baked face promises to the renderer, on the real fonts.
+// Whether a baked face keeps what the renderer relies on, on the real fonts: ink beyond a cell
+// shows as specks beside the next letter, and faces that differ from build to build cannot be
+// compared.
 
 #include "tools/font_baker.h"
 
@@ -59,10 +61,6 @@ bool hasInk(const BakedFace& face, const Glyph& glyph, int left, int top, int wi
     return false;
 }
 
-bool columnHasInk(const BakedFace& face, const Glyph& glyph, int column) {
-    return hasInk(face, glyph, column, 0, 1, glyph.height);
-}
-
 TEST(FontBaker, BakesFacesThatReadBackAndComeOutTheSameEveryTime) {
     for (const BakeRequest& request : {latinRequest(), japaneseRequest()}) {
         const BakedFace face = bake(request);
@@ -96,21 +94,8 @@ TEST(FontBaker, LaysGlyphsIntoTheirLineWithABlankBorder) {
         for (const int row : {-1, +glyph.height})
             EXPECT_FALSE(hasInk(face, glyph, 0, row, glyph.width, 1));
         for (const int column : {-1, +glyph.width})
-            EXPECT_FALSE(columnHasInk(face, glyph, column));
+            EXPECT_FALSE(hasInk(face, glyph, column, 0, 1, glyph.height));
     }
-}
-
-TEST(FontBaker, MovesAllCellsForAGlyphLeftOfThePen) {
-    BakeRequest request = latinRequest();
-    const BakedFace face = bake(request);
-    request.characters = {u'H'};
-    const BakedFace upright = bake(request);
-    request.characters = {u'H', u'j'};
-    const BakedFace overhanging = bake(request);
-    const int inset = overhanging.font.glyphs.at(u'H').width - upright.font.glyphs.at(u'H').width;
-    EXPECT_GT(inset, 0);
-    EXPECT_EQ(overhanging.font.glyphs.at(u'H').xadvance, upright.font.glyphs.at(u'H').xadvance);
-    EXPECT_TRUE(columnHasInk(overhanging, overhanging.font.glyphs.at(u'j'), 0));
 }
 
 TEST(FontBaker, LeavesOutWhatTheFontLacksAndRefusesWhatLeavesItsLine) {
@@ -125,11 +110,6 @@ TEST(FontBaker, LeavesOutWhatTheFontLacksAndRefusesWhatLeavesItsLine) {
     request.base = 28;
     EXPECT_FALSE(bakeFace(request, error));
     EXPECT_EQ(error, "Latin: U+00C5 covers the rows -4 to 28 of a line of 50");
-    request = latinRequest();
-    request.characters = {u'H', u'g'};
-    request.lineHeight = 40;
-    EXPECT_FALSE(bakeFace(request, error));
-    EXPECT_EQ(error.substr(0, 13), "Latin: U+0067");
 }
 
 TEST(FontBaker, SpreadsOverPagesWithNamesOfOneLength) {

@@ -1,4 +1,4 @@
-// The GUI data that the build makes: what the operator gets to see of it.
+// Whether each language that the build makes shows all of its texts, on the device too.
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// Which texts the screen cannot show.
+// Whether a text that runs off the screen, or lacks a glyph, is told of before it is shipped.
 
 #include "tools/text_fit.h"
 
@@ -25,27 +25,24 @@ std::vector<std::string> warningsOf(const std::u16string& text, const TextUse& u
     return messages.warnings;
 }
 
-TEST(TextFit, MeasuresAsTheTextIsDrawn) {
-    const FontData face = faceOf(u"a\u30A0\u30FF\u4E00\u9FFF\u309F\u3100\uA000", 30);
-    EXPECT_DOUBLE_EQ(drawnWidth(u"aa", face), 60);
-    EXPECT_DOUBLE_EQ(drawnWidth(u"a?a", face), 60);  // takes no room
-    EXPECT_DOUBLE_EQ(drawnWidth(u"\u30A0\u30FF\u4E00\u9FFF", face), 80);
-    EXPECT_DOUBLE_EQ(drawnWidth(u"\u309F\u3100\uA000", face), 90);
-}
-
-TEST(TextFit, WarnsBeyondTheRightEdge) {
-    EXPECT_TRUE(warningsOf(u"ab", {108, u""}).empty());
-    EXPECT_EQ(warningsOf(u"ab", {107, u""}),
-              std::vector<std::string>{"xx.txt:7: warning: STR_A ends at x 108, beyond 107"});
-    EXPECT_EQ(warningsOf(u"ab", {167, u"0%"}),
-              std::vector<std::string>{"xx.txt:7: warning: STR_A ends at x 168, beyond 167"});
-    EXPECT_TRUE(warningsOf(u"\u66F4\u30AD", {88, u""}).empty());
-}
-
-TEST(TextFit, WarnsOnceOfACharacterThatTheFaceLacks) {
-    EXPECT_EQ(warningsOf(u"axbx", {1024, u""}),
-              std::vector<std::string>{"xx.txt:7: warning: STR_A: the face has no U+0078"});
-    EXPECT_EQ(warningsOf(u"\U0001F600", {1024, u""}).size(), 2U);
+TEST(TextFit, WarnsBeyondTheRightEdgeAndOnceOfACharacterThatTheFaceLacks) {
+    using Warnings = std::vector<std::string>;
+    struct Case {
+        std::u16string text;
+        TextUse use;
+        Warnings warnings;
+    };
+    const Case cases[] = {
+        {u"ab", {108, u""}, {}},
+        {u"ab", {107, u""}, {"xx.txt:7: warning: STR_A ends at x 108, beyond 107"}},
+        {u"ab", {167, u"0%"}, {"xx.txt:7: warning: STR_A ends at x 168, beyond 167"}},
+        // Narrowed, as they are drawn; and one that is not.
+        {u"\u66F4\u30AD", {88, u""}, {}},
+        {u"\u3042", {77, u""}, {"xx.txt:7: warning: STR_A ends at x 78, beyond 77"}},
+        {u"axbx", {108, u""}, {"xx.txt:7: warning: STR_A: the face has no U+0078"}},
+    };
+    for (const Case& test : cases)
+        EXPECT_EQ(warningsOf(test.text, test.use), test.warnings);
 }
 
 }  // namespace

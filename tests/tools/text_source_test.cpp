@@ -1,4 +1,5 @@
-// What a source of texts may hold, which is UTF-8, and the UTF-16 file that comes of it.
+// Whether a translation that the device would misread is refused when it is made: on the device it
+// is a wrong or a missing text in front of the operator.
 
 #include "tools/text_source.h"
 
@@ -8,38 +9,18 @@
 
 namespace {
 
-TEST(TextEncoding, ReadsUtf8) {
-    EXPECT_EQ(utf16FromUtf8("A\xC3\xA9\xE6\x9B\xB4"), u"A\u00E9\u66F4");
-    EXPECT_EQ(utf16FromUtf8("\xF0\x9F\x98\x80"), u"\U0001F600");
-    EXPECT_EQ(utf16FromUtf8("\xEF\xBB\xBF#"), u"#");
-    EXPECT_EQ(utf16FromUtf8(""), u"");
-}
-
-TEST(TextEncoding, RefusesWhatIsNotUtf8) {
+TEST(TextEncoding, TakesUtf8AndRefusesTheRest) {
+    EXPECT_EQ(utf16FromUtf8("\xEF\xBB\xBF"
+                            "A\xC3\xA9\xE6\x9B\xB4\xF0\x9F\x98\x80"),
+              u"A\u00E9\u66F4\U0001F600");
     // A letter of Latin-1, sequences that are cut off or broken, longer than needed, half of a
     // surrogate pair, and beyond Unicode.
-    const char* const malformed[] = {"\xE9",         "\x80",
-                                     "\xC3",         "\xE6\x9B",
-                                     "\xC3(",        "\xC0\xAF",
-                                     "\xE0\x80\xAF", "\xF0\x80\x80\xAF",
-                                     "\xED\xA0\x80", "\xF4\x90\x80\x80",
-                                     "\xFF"};
-    for (const char* const bytes : malformed)
+    for (const char* const bytes : {"\xE9", "\x80", "\xE6\x9B", "\xC3(", "\xC0\xAF", "\xE0\x80\xAF",
+                                    "\xED\xA0\x80", "\xF4\x90\x80\x80"})
         EXPECT_FALSE(utf16FromUtf8(bytes)) << testing::PrintToString(bytes);
 }
 
-TEST(TextEncoding, WritesTheLowByteFirst) {
-    EXPECT_EQ(utf16LittleEndian(u"A\u66F4"), std::string("A\0\xF4\x66", 4));
-    EXPECT_EQ(characterName(u'\u00E9'), "U+00E9");
-}
-
 const ScreenKeys KEYS = {{"STR_A", {}}, {"STR_B", {}}};
-
-MessageList messagesOf(const std::string& source, const ScreenKeys& keys = KEYS) {
-    MessageList messages;
-    parseTextSource(source, "xx.txt", keys, messages);
-    return messages;
-}
 
 TEST(TextSource, RefusesWhatTheDeviceWouldMisread) {
     const std::string sound = "STR_A\tone\nSTR_B\ttwo\n";
@@ -73,32 +54,21 @@ TEST(TextSource, RefusesWhatTheDeviceWouldMisread) {
          "511\nxx.txt: STR_A is missing\n"},
     };
     for (const Case& c : cases) {
+        MessageList messages;
+        parseTextSource(c.source, "xx.txt", KEYS, messages);
         std::string errors;
-        for (const std::string& error : messagesOf(c.source).errors)
+        for (const std::string& error : messages.errors)
             errors += error + "\n";
         EXPECT_EQ(errors, c.errors) << c.what;
     }
 }
 
-TEST(TextSource, TakesAnyKeyWithoutAList) {
-    EXPECT_TRUE(messagesOf("ANY_KEY text\n", {}).errors.empty());
-    EXPECT_EQ(messagesOf("K a\nK b\n", {}).errors.size(), 1U);
-}
-
-TEST(TextSource, KeepsBlanksInsideAndBehindTheText) {
-    MessageList messages;
-    const std::vector<TextEntry> entries =
-        parseTextSource("# c\nSTR_A \t two  words... \r\n", "xx.txt", {}, messages);
-    ASSERT_EQ(entries.size(), 1U);
-    EXPECT_EQ(entries[0].line, 2);
-    EXPECT_EQ(entries[0].key, "STR_A");
-    EXPECT_EQ(entries[0].text, u"two  words... ");
-}
-
 TEST(TextSource, BecomesUtf16WithACommentFirst) {
-    const std::string table = encodeStringTable({{1, "STR_A", u"one "}, {2, "STR_B", u"\u66F4"}});
+    MessageList messages;
+    const std::string table = encodeStringTable(parseTextSource(
+        "# c\nSTR_A \t two  words... \r\nSTR_B \xE6\x9B\xB4\n", "xx.txt", {}, messages));
     const std::u16string expected =
-        u"\uFEFF# Texts of the updater's screen\r\nSTR_A\tone \r\nSTR_B\t\u66F4\r\n";
+        u"\uFEFF# Texts of the updater's screen\r\nSTR_A\ttwo  words... \r\nSTR_B\t\u66F4\r\n";
     EXPECT_EQ(table, utf16LittleEndian(expected));
     EXPECT_EQ(table.substr(0, 4), std::string("\xFF\xFE#\0", 4));
 }

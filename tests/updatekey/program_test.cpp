@@ -1,4 +1,5 @@
-// The program as scripts use it: exit codes, JSON, and the version.
+// Whether scripts can rely on the program: exit codes, JSON, and a key that it makes and finds
+// good.
 
 #include <gtest/gtest.h>
 
