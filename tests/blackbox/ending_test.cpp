@@ -2,7 +2,6 @@
 // started, and what is printed.
 
 #include <gtest/gtest.h>
-#include <signal.h>
 
 #include <string>
 #include <thread>
@@ -20,11 +19,6 @@ class Ending : public ::testing::Test {
     void SetUp() override {
         installApplication("FlashDisk/VELD/KSTRL", "1");
         device.write("FlashDisk/VELD/ORBUI/data/bg.raw", "picture 1");
-    }
-
-    void TearDown() override {
-        for (const pid_t process : applications())
-            ::kill(process, SIGKILL);
     }
 
     // The stand-in for the instrument's application, with its version beside it.
@@ -139,32 +133,6 @@ TEST_F(Ending, ByItselfComesOnceEachPartOfAKeyIsThere) {
     EXPECT_TRUE(applications().empty());
 }
 
-TEST_F(Ending, TakesWhatThereIsOnBothSides) {
-    plugIn();
-    device.write("FlashDisk/VELD/KSTRL_old/x", "oldest");
-    device.write("FlashDisk/VELD/Update/KSTRL/version.txt", "half");
-    for (const char* file : {"FlashDisk/VELD/KSTRL_old/x", "FlashDisk/VELD/KSTRL/version.txt",
-                             "USB HD/VELD/KSTRL/version.txt"})
-        device.setReadOnly(file);
-    device.write("USB HD/VELD/ORBUI/data/lang/extra/x", "not copied");
-    device.write("USB HD/VELD/KSTRL/sub/x", "not copied");
-    device.write("USB HD/VELD/KSTRL/a %s%n b.txt", "blanks and percent signs");
-    device.write("USB HD/VELD/KSTRL/\xC3\x9C.txt", "a letter of Latin-1");
-    for (int i = 0; i < 1000; ++i)
-        device.write("USB HD/VELD/KSTRL/f" + std::to_string(i), std::to_string(i));
-    std::filesystem::remove(device.root() / "USB HD/VELD/kstrXReleaseNotes.txt");
-
-    start("/auto");
-    EXPECT_EQ(updater->process().waitForEnd(), 0);
-    EXPECT_EQ(updater->process().output(), "Release notes not found.\n");
-    expectUpdated();
-    Tree files = device.tree("USB HD/VELD/KSTRL");
-    files.erase("sub/");
-    files.erase("sub/x");
-    EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL"), files);
-    EXPECT_FALSE(device.exists("FlashDisk/VELD/KSTRL_old/x"));
-}
-
 TEST_F(Ending, ComesToTheRunningApplicationsFirst) {
     const std::filesystem::path folder = device.root() / "FlashDisk/VELD/KSTRL";
     for (const char* const other : {"KSTRLLF.exe", "kstrl.exe"})
@@ -206,17 +174,6 @@ TEST_F(Ending, AMissingDeviceFolderAndHelpAreAnsweredClearly) {
     EXPECT_EQ(help.waitForEnd(), 0);
     for (const char* word : {"UPDATER_DEVICE", "UPDATER_SCREEN", "/auto", "Home", "End", "USB HD"})
         EXPECT_NE(help.output().find(word), std::string::npos) << word;
-}
-
-TEST(Depth, TheExactConfigIsTakenWhereThereIsOneAndTheFirstElsewhere) {
-    const std::pair<int, const char*> depths[] = {{16, "5 6 5 0 "}, {24, "8 8 8 "}};
-    for (const auto& [depth, sizes] : depths) {
-        SCOPED_TRACE(depth);
-        const VirtualDisplay display(depth);
-        ChildProcess probe({EGL_CONFIG_PROBE}, {{"DISPLAY", display.name()}});
-        EXPECT_EQ(probe.waitForEnd(), 0);
-        EXPECT_EQ(probe.output().rfind(sizes, 0), 0U) << probe.output();
-    }
 }
 
 }  // namespace

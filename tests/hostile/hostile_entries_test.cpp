@@ -40,17 +40,6 @@ TEST_F(HostileEntries, PipesAndSocketsAreNotListed) {
     expectOnlyTheUsualFiles();
 }
 
-TEST_F(HostileEntries, LinksAreNotFollowed) {
-    const fs::path secret = device.root().parent_path() / "not-of-the-device";
-    fs::create_symlink(secret, onKey("KSTRL/dangling"));
-    fs::create_symlink("/etc/passwd", onKey("KSTRL/leaves"));
-    fs::create_symlink("loop", onKey("KSTRL/loop"));
-    fs::create_symlink("/etc", onKey("ORBUI/data/folder"));
-    fs::create_symlink(".", onKey("ORBUI/data/itself"));
-    EXPECT_EQ(run(), UpdateComplete);
-    expectOnlyTheUsualFiles();
-}
-
 TEST_F(HostileEntries, LinksInTheBackupAreDeletedNotFollowed) {
     device.write("FlashDisk/VELD/Projects/survey.dzt", "a day in the field");
     device.write("FlashDisk/VELD/KSTRL_old/a", "oldest");

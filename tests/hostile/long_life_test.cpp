@@ -73,13 +73,4 @@ TEST_F(LongLife, AThousandUpdatesInARowAreAllAlike) {
     EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL"), (Tree{{"KSTRL.exe", "application 999"}}));
 }
 
-TEST_F(LongLife, AHundredThousandFilesAreAllCopied) {
-    constexpr int count = 100000;
-    const fs::path application = device.root() / KEY / "KSTRL";
-    for (int i = 0; i < count; ++i)
-        std::ofstream(application / ("f" + std::to_string(i)));
-    EXPECT_EQ(run(), UpdateComplete);
-    EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL").size(), count + 1U);
-}
-
 }  // namespace

@@ -6,7 +6,6 @@
 #include <sstream>
 
 #include "render/font_set.h"
-#include "render/matrix.h"
 #include "support/logger.h"
 #include "support/system_settings.h"
 #include "tests/support/font_bytes.h"
@@ -64,39 +63,6 @@ class FontRendererTest : public testing::Test {
 };
 
 using Quads = std::vector<std::string>;
-
-TEST_F(FontRendererTest, DrawsAGlyphByOneOrderOfCalls) {
-    writeFace("F");
-    const FontRenderer face("F", nullptr);
-    const std::string program = std::to_string(gl.names);
-    const std::string texture = gl.callsOf("glBindTexture").back();
-    draw(face, TEXT("A"));
-    const std::vector<std::string> expected = {
-        "glUseProgram(" + program + ")",
-        "glGetUniformLocation(" + program + ", mvmtx)",
-        "glUniformMatrix4fv(1, 1, 0)",
-        "glGetUniformLocation(" + program + ", prmtx)",
-        "glUniformMatrix4fv(2, 1, 0)",
-        "glActiveTexture(GL_TEXTURE0)",
-        texture,
-        "glUniform1i(4, 0)",
-        "glUniform3f(3, 1, 0.5, 0.25)",
-        "glEnableVertexAttribArray(0)",
-        "glEnableVertexAttribArray(1)",
-        "glVertexAttribPointer(0, 3, GL_FLOAT, 0, 0)",
-        "glVertexAttribPointer(1, 2, GL_FLOAT, 0, 0)",
-        "glDrawElements(GL_TRIANGLES, GL_UNSIGNED_SHORT, 0 1 2 3 0 2)",
-        "  0: 100 64 0 | 100 52 0 | 110 52 0 | 110 64 0",
-        "  1: 0.125 0.4375 | 0.125 0.25 | 0.28125 0.25 | 0.28125 0.4375",
-        "glDisableVertexAttribArray(0)",
-        "glDisableVertexAttribArray(1)",
-    };
-    EXPECT_EQ(gl.calls, expected);
-    float identity[16];
-    identityMatrix(identity);
-    EXPECT_EQ(gl.matrices[1], std::vector<float>(identity, identity + 16));
-    EXPECT_EQ(gl.matrices[2], std::vector<float>(PROJECTION, PROJECTION + 16));
-}
 
 TEST_F(FontRendererTest, KernsTheGlyphAndNotThePen) {
     writeFace("F", kerningRecord('A', 'B', -3) + kerningRecord('\n', 'B', 2));
@@ -172,7 +138,6 @@ TEST_F(FontRendererTest, LoadsItsKerningFileAndAllPages) {
                   std::string::npos);
     }
     EXPECT_EQ(gl.callsOf("glDeleteTextures"), Quads{"glDeleteTextures(3, 0 1 2)"});
-    EXPECT_TRUE(gl.callsOf("glDeleteProgram").empty());
 }
 
 TEST_F(FontRendererTest, SetPicksTheNearestFace) {

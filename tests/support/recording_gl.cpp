@@ -21,36 +21,6 @@ void record(const char* function, const Arguments&... arguments) {
     gl().calls.push_back(line.str());
 }
 
-std::string enumName(GLenum value) {
-    static const std::map<GLenum, const char*> names = {
-        {GL_VERTEX_SHADER, "GL_VERTEX_SHADER"},
-        {GL_FRAGMENT_SHADER, "GL_FRAGMENT_SHADER"},
-        {GL_COMPILE_STATUS, "GL_COMPILE_STATUS"},
-        {GL_LINK_STATUS, "GL_LINK_STATUS"},
-        {GL_INFO_LOG_LENGTH, "GL_INFO_LOG_LENGTH"},
-        {GL_UNPACK_ALIGNMENT, "GL_UNPACK_ALIGNMENT"},
-        {GL_TEXTURE_2D, "GL_TEXTURE_2D"},
-        {GL_TEXTURE0, "GL_TEXTURE0"},
-        {GL_TEXTURE_MIN_FILTER, "GL_TEXTURE_MIN_FILTER"},
-        {GL_TEXTURE_MAG_FILTER, "GL_TEXTURE_MAG_FILTER"},
-        {GL_LINEAR, "GL_LINEAR"},
-        {GL_RGB, "GL_RGB"},
-        {GL_LUMINANCE, "GL_LUMINANCE"},
-        {GL_UNSIGNED_BYTE, "GL_UNSIGNED_BYTE"},
-        {GL_UNSIGNED_SHORT, "GL_UNSIGNED_SHORT"},
-        {GL_INT, "GL_INT"},
-        {GL_FLOAT, "GL_FLOAT"},
-        {GL_BLEND, "GL_BLEND"},
-        {GL_SRC_ALPHA, "GL_SRC_ALPHA"},
-        {GL_ONE_MINUS_SRC_ALPHA, "GL_ONE_MINUS_SRC_ALPHA"},
-        {GL_LINES, "GL_LINES"},
-        {GL_LINE_STRIP, "GL_LINE_STRIP"},
-        {GL_TRIANGLES, "GL_TRIANGLES"},
-    };
-    const auto name = names.find(value);
-    return name != names.end() ? name->second : std::to_string(value);
-}
-
 template <typename Number>
 std::string join(const Number* numbers, int count, const char* separator = " ") {
     std::ostringstream text;
@@ -61,6 +31,8 @@ std::string join(const Number* numbers, int count, const char* separator = " ") 
 
 std::string vertexText(const RecordingGl::VertexArray& array, int vertex) {
     const int first = vertex * array.size;
+    if (array.data == nullptr)
+        return "not set";
     return array.type == GL_INT ? join(static_cast<const GLint*>(array.data) + first, array.size)
                                 : join(static_cast<const GLfloat*>(array.data) + first, array.size);
 }
@@ -86,10 +58,6 @@ void copyInfoLog(GLsizei capacity, GLsizei* length, GLchar* log) {
     log[*length] = '\0';
 }
 
-GLint infoLogLength() {
-    return static_cast<GLint>(gl().infoLog.size() + 1);
-}
-
 }  // namespace
 
 RecordingGl& RecordingGl::instance() {
@@ -105,105 +73,81 @@ std::vector<std::string> RecordingGl::callsOf(const std::string& function) const
     return found;
 }
 
-// Calls that are recorded and do nothing else.
+// Calls that are recorded, or passed over when nothing is named, and do nothing else.
 #define RECORDED(function, parameters, ...) \
     void function parameters {              \
         record(#function, __VA_ARGS__);     \
     }
+#define IGNORED(function, parameters) \
+    void function parameters {}
 
 RECORDED(glCompileShader, (GLuint shader), shader)
-RECORDED(glDeleteShader, (GLuint shader), shader)
-RECORDED(glAttachShader, (GLuint program, GLuint shader), program, shader)
 RECORDED(glLinkProgram, (GLuint program), program)
-RECORDED(glUseProgram, (GLuint program), program)
-RECORDED(glUniform1i, (GLint location, GLint value), location, value)
 RECORDED(glUniform1f, (GLint location, GLfloat value), location, value)
 RECORDED(glUniform3f, (GLint location, GLfloat x, GLfloat y, GLfloat z), location, x, y, z)
 RECORDED(glUniform4f, (GLint location, GLfloat x, GLfloat y, GLfloat z, GLfloat w), location, x, y,
          z, w)
-RECORDED(glPixelStorei, (GLenum name, GLint value), enumName(name), value)
 RECORDED(glDeleteTextures, (GLsizei count, const GLuint* textures), count, join(textures, count))
-RECORDED(glActiveTexture, (GLenum unit), enumName(unit))
-RECORDED(glTexParameteri, (GLenum target, GLenum name, GLint value), enumName(target),
-         enumName(name), enumName(static_cast<GLenum>(value)))
-RECORDED(glClearColor, (GLfloat red, GLfloat green, GLfloat blue, GLfloat alpha), red, green, blue,
-         alpha)
-RECORDED(glClear, (GLbitfield mask), mask)
-RECORDED(glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), x, y, width, height)
-RECORDED(glEnable, (GLenum capability), enumName(capability))
-RECORDED(glDisable, (GLenum capability), enumName(capability))
-RECORDED(glBlendFunc, (GLenum source, GLenum destination), enumName(source), enumName(destination))
 RECORDED(glLineWidth, (GLfloat width), width)
+IGNORED(glDeleteShader, (GLuint))
+IGNORED(glAttachShader, (GLuint, GLuint))
+IGNORED(glUseProgram, (GLuint))
+IGNORED(glUniform1i, (GLint, GLint))
+IGNORED(glPixelStorei, (GLenum, GLint))
+IGNORED(glActiveTexture, (GLenum))
+IGNORED(glTexParameteri, (GLenum, GLenum, GLint))
 
 #undef RECORDED
+#undef IGNORED
 
 // --- Shaders and programs ------------------------------------------------------------------------
 
 GLuint glCreateShader(GLenum type) {
-    record("glCreateShader", enumName(type));
+    record("glCreateShader", type);
     gl().shaderTypes[++gl().names] = type;
     return gl().names;
 }
 
-// The platform layer may pass the text in more strings than the program did: only the whole counts.
-void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* strings,
-                    const GLint* lengths) {
+void glShaderSource(GLuint shader, GLsizei, const GLchar* const*, const GLint*) {
     record("glShaderSource", shader);
-    std::string& source = gl().shaderSources[shader];
-    source.clear();
-    for (GLsizei i = 0; i < count; ++i)
-        if (lengths == nullptr || lengths[i] < 0)
-            source += strings[i];
-        else
-            source.append(strings[i], static_cast<std::size_t>(lengths[i]));
 }
 
 // As in GL, a query of a shader that is none answers nothing.
 void glGetShaderiv(GLuint shader, GLenum name, GLint* value) {
-    const bool asksPlatform = name == GL_SHADER_TYPE;
-    if (!asksPlatform)
-        record("glGetShaderiv", shader, enumName(name));
     const auto type = gl().shaderTypes.find(shader);
-    if (type == gl().shaderTypes.end())
-        return;
-    if (asksPlatform)
-        *value = static_cast<GLint>(type->second);
-    else
-        *value = name == GL_COMPILE_STATUS ? gl().compileStatus[type->second] : infoLogLength();
+    if (type != gl().shaderTypes.end())
+        *value = name == GL_SHADER_TYPE      ? static_cast<GLint>(type->second)
+                 : name == GL_COMPILE_STATUS ? gl().compileStatus[type->second]
+                                             : static_cast<GLint>(gl().infoLog.size() + 1);
 }
 
-void glGetShaderInfoLog(GLuint shader, GLsizei capacity, GLsizei* length, GLchar* log) {
-    record("glGetShaderInfoLog", shader, capacity);
+void glGetShaderInfoLog(GLuint, GLsizei capacity, GLsizei* length, GLchar* log) {
     copyInfoLog(capacity, length, log);
 }
 
 GLuint glCreateProgram() {
-    record("glCreateProgram");
     return ++gl().names;
 }
 
-void glGetProgramiv(GLuint program, GLenum name, GLint* value) {
-    record("glGetProgramiv", program, enumName(name));
-    *value = name == GL_LINK_STATUS ? gl().linkStatus : infoLogLength();
+// A failed link is not looked at.
+void glGetProgramiv(GLuint, GLenum name, GLint* value) {
+    *value = name == GL_LINK_STATUS ? 0 : static_cast<GLint>(gl().infoLog.size() + 1);
 }
 
 void glGetProgramInfoLog(GLuint program, GLsizei capacity, GLsizei* length, GLchar* log) {
-    record("glGetProgramInfoLog", program, capacity);
+    record("glGetProgramInfoLog", program);
     copyInfoLog(capacity, length, log);
 }
 
-GLint glGetUniformLocation(GLuint program, const GLchar* name) {
-    record("glGetUniformLocation", program, name);
+GLint glGetUniformLocation(GLuint, const GLchar* name) {
     return find(gl().uniforms, name);
 }
 
-GLint glGetAttribLocation(GLuint program, const GLchar* name) {
-    record("glGetAttribLocation", program, name);
+GLint glGetAttribLocation(GLuint, const GLchar* name) {
     return find(gl().attributes, name);
 }
 
-void glUniformMatrix4fv(GLint location, GLsizei count, GLboolean transpose, const GLfloat* value) {
-    record("glUniformMatrix4fv", location, count, static_cast<int>(transpose));
+void glUniformMatrix4fv(GLint location, GLsizei, GLboolean, const GLfloat* value) {
     gl().matrices[location].assign(value, value + 16);
 }
 
@@ -215,15 +159,13 @@ void glGenTextures(GLsizei count, GLuint* textures) {
         textures[i] = gl().texturesRunOut ? 0 : ++gl().names;
 }
 
-void glBindTexture(GLenum target, GLuint texture) {
-    record("glBindTexture", enumName(target), texture);
+void glBindTexture(GLenum, GLuint texture) {
+    record("glBindTexture", texture);
     gl().boundTexture = texture;
 }
 
-void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height,
-                  GLint border, GLenum format, GLenum type, const void* pixels) {
-    record("glTexImage2D", enumName(target), level, enumName(static_cast<GLenum>(internalFormat)),
-           width, height, border, enumName(format), enumName(type));
+void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GLenum format, GLenum,
+                  const void* pixels) {
     const unsigned char* const bytes = static_cast<const unsigned char*>(pixels);
     gl().texturePixels[gl().boundTexture].assign(
         bytes, bytes + static_cast<std::ptrdiff_t>(width) * height * (format == GL_RGB ? 3 : 1));
@@ -232,29 +174,25 @@ void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei widt
 // --- Drawing -------------------------------------------------------------------------------------
 
 void glEnableVertexAttribArray(GLuint index) {
-    record("glEnableVertexAttribArray", index);
     gl().arrays[index].enabled = true;
 }
 
 void glDisableVertexAttribArray(GLuint index) {
-    record("glDisableVertexAttribArray", index);
     gl().arrays[index].enabled = false;
 }
 
-void glVertexAttribPointer(GLuint index, GLint size, GLenum type, GLboolean normalized,
-                           GLsizei stride, const void* data) {
-    record("glVertexAttribPointer", index, size, enumName(type), static_cast<int>(normalized),
-           stride);
+void glVertexAttribPointer(GLuint index, GLint size, GLenum type, GLboolean, GLsizei,
+                           const void* data) {
     gl().arrays[index] = {gl().arrays[index].enabled, size, type, data};
 }
 
-void glDrawElements(GLenum mode, GLsizei count, GLenum type, const void* indices) {
+void glDrawElements(GLenum, GLsizei count, GLenum, const void* indices) {
     const GLushort* const numbers = static_cast<const GLushort*>(indices);
-    record("glDrawElements", enumName(mode), enumName(type), join(numbers, count));
+    record("glDrawElements", join(numbers, count));
     recordVertices(*std::max_element(numbers, numbers + count) + 1);
 }
 
 void glDrawArrays(GLenum mode, GLint first, GLsizei count) {
-    record("glDrawArrays", enumName(mode), first, count);
+    record("glDrawArrays", mode == GL_LINES ? "lines" : "strip", first, count);
     recordVertices(count);
 }

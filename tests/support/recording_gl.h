@@ -1,5 +1,5 @@
-// A GL that draws nothing. Linked into a test it takes the driver's place: it records each call as
-// a line of text and answers as the test has set it up.
+// A GL that draws nothing. Linked into a test it takes the driver's place: it records the calls
+// that matter as lines of text and answers as the test has set it up.
 #pragma once
 
 #include <map>
@@ -21,17 +21,14 @@ struct RecordingGl {
 
     // Answers.
     std::map<GLenum, GLint> compileStatus = {{GL_VERTEX_SHADER, 1}, {GL_FRAGMENT_SHADER, 1}};
-    GLint linkStatus = 1;
     std::string infoLog;  // of every shader and program
     std::map<std::string, GLint> uniforms = {
         {"mvmtx", 1}, {"prmtx", 2}, {"u_fontColor", 3}, {"s_texture", 4}};
-    std::map<std::string, GLint> attributes = {
-        {"a_position", 0}, {"a_texCoord", 1}, {"a_colors", 1}};
+    std::map<std::string, GLint> attributes = {{"a_position", 0}, {"a_texCoord", 1}};
     bool texturesRunOut = false;
 
     // Objects.
     std::map<GLuint, GLenum> shaderTypes;
-    std::map<GLuint, std::string> shaderSources;
     std::map<GLuint, std::vector<unsigned char>> texturePixels;
     std::map<GLint, std::vector<GLfloat>> matrices;  // by uniform location
     GLuint boundTexture = 0;
