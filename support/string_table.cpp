@@ -15,6 +15,7 @@ constexpr const char* LANGUAGE_FILES[] = {
 constexpr int32_t LANGUAGE_COUNT = static_cast<int32_t>(std::size(LANGUAGE_FILES));
 
 constexpr LPCWSTR BLANKS = TEXT(" \t");
+constexpr LPCWSTR LINE_END = TEXT("\r\n");
 constexpr std::size_t LINE_END_LENGTH = 2;
 
 }  // namespace
@@ -54,13 +55,11 @@ void StringTable::addLine(const WideString& line) {
         return;
     const std::size_t keyEnd = line.find_first_of(BLANKS);
     const std::size_t textStart = line.find_first_not_of(BLANKS, keyEnd);
-    if (keyEnd == WideString::npos || textStart == WideString::npos)
+    // Also so when there is no key end or no text start: nothing is found behind the end.
+    if (line.find_first_not_of(LINE_END, textStart) == WideString::npos)
         return;
     // The line end is taken off unseen: a last line without one loses two characters of its text.
     const std::size_t rest = line.size() - textStart;
-    const bool nothingButLineEnd = line.compare(textStart, rest, TEXT("\r\n")) == 0;
-    if (nothingButLineEnd)
-        return;
     const std::size_t length = rest > LINE_END_LENGTH ? rest - LINE_END_LENGTH : 0;
     entries_[narrow(line.substr(0, keyEnd))] = line.substr(textStart, length);
 }

@@ -59,6 +59,7 @@ TEST_F(Strings, ReadsLines) {
         {" \t\r\n", "", ""},
         {"KEY first\r\nKEY second\r\n", "KEY", "second"},
         {"KEY first\r\nKEY\r\n", "KEY", "first"},
+        {"KEY first\r\nKEY \nKEY \t\r\r\nKEY ", "KEY", "first"},
         {"key text\r\n", "KEY", NONE},
     };
     for (const Case& test : cases) {
