@@ -6,7 +6,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     static const FuzzDevice device;
     device.write("face.kern", data, size);
-    KerningTable kerning;
-    loadKerningFile("/face.kern", kerning);
+    FontData font;
+    loadKerningFile("/face.kern", font);
     return 0;
 }

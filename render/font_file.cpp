@@ -22,8 +22,12 @@ constexpr std::size_t SHORTEST_KERNING_LINE = 4;
 // A glyph names its page with one byte, so nothing is drawn from further pages.
 constexpr std::size_t MAX_PAGES = 256;
 
-// A glyph for every character and a kerning amount for every pair of 2,500 letters fit in.
-constexpr uint64_t MAX_FONT_FILE_SIZE = uint64_t{64} << 20;
+// Sixteen pages of the instrument's largest texture: more than any of its faces has.
+constexpr uint64_t MAX_FACE_BYTES = uint64_t{16} * 2048 * 2048;
+constexpr uint64_t TABLE_ENTRY_BYTES = 64;  // of a glyph or of a kerning pair
+
+// A glyph for every character and all the kerning pairs that a face may have fit in.
+constexpr uint64_t MAX_FONT_FILE_SIZE = uint64_t{16} << 20;
 
 enum BlockType : unsigned char { COMMON = 2, PAGES = 3, CHARS = 4, KERNING_PAIRS = 5 };
 
@@ -47,6 +51,10 @@ void parseCommon(const unsigned char* content, std::size_t size, FontData& font)
     font.atlasSize = readU16(content + 4);
 }
 
+bool isControl(char character) {
+    return static_cast<unsigned char>(character) < 0x20;
+}
+
 // All names have the length of the first. One that does not end in the block gives no page.
 void parsePages(const unsigned char* content, std::size_t size, FontData& font) {
     const unsigned char* const end = content + size;
@@ -54,7 +62,9 @@ void parsePages(const unsigned char* content, std::size_t size, FontData& font) 
     const std::size_t count = size / (length + 1);
     for (std::size_t i = 0; i < count && font.pageNames.size() < MAX_PAGES; ++i) {
         const unsigned char* const name = content + i * (length + 1);
-        font.pageNames.emplace_back(name, std::find(name, name + length, 0));
+        std::string& kept = font.pageNames.emplace_back(name, std::find(name, name + length, 0));
+        // No file has such a character in its name, and the log's line on a missing page stays one.
+        std::replace_if(kept.begin(), kept.end(), isControl, '?');
     }
 }
 
@@ -77,7 +87,7 @@ void parseChars(const unsigned char* content, std::size_t size, FontData& font) 
 }
 
 void parseKerningPairs(const unsigned char* content, std::size_t size, FontData& font) {
-    for (std::size_t i = 0; i < size / KERNING_PAIR_SIZE; ++i) {
+    for (std::size_t i = 0; i < size / KERNING_PAIR_SIZE && !asksForTooMuch(font); ++i) {
         const unsigned char* const record = content + i * KERNING_PAIR_SIZE;
         font.kerning[{readU32(record), readU32(record + 4)}] = readI16(record + 8);
     }
@@ -142,9 +152,15 @@ void loadFontFile(const std::string& path, FontData& font) {
     parseFont(bytes.data(), size, font);
 }
 
-void loadKerningFile(const std::string& path, KerningTable& kerning) {
+void loadKerningFile(const std::string& path, FontData& font) {
     Utf16Reader file(path);
     WideString line;
-    while (file.readLine(line))
-        parseKerningLine(line, kerning);
+    while (!asksForTooMuch(font) && file.readLine(line))
+        parseKerningLine(line, font.kerning);
+}
+
+bool asksForTooMuch(const FontData& font) {
+    const uint64_t pageBytes = uint64_t{font.atlasSize} * font.atlasSize;
+    const uint64_t entries = font.glyphs.size() + font.kerning.size();
+    return font.pageNames.size() * pageBytes + entries * TABLE_ENTRY_BYTES > MAX_FACE_BYTES;
 }

@@ -1,7 +1,8 @@
 // The files that describe a bitmap font: ".fnt" with the glyphs' metrics and the names of the
 // pages that hold their pictures, and ".kern" with further kerning pairs.
 //
-// A damaged file never does harm: what was sound before the fault is kept, the rest is left out.
+// Of a damaged file what was sound before the fault is kept, and the rest is left out. A file that
+// asks for too much is read no further.
 #pragma once
 
 #include <cstddef>
@@ -50,4 +51,8 @@ void loadFontFile(const std::string& path, FontData& font);
 
 // Loads a ".kern" file on top of the pairs that are there. Not every font has one: a missing file
 // is not reported.
-void loadKerningFile(const std::string& path, KerningTable& kerning);
+void loadKerningFile(const std::string& path, FontData& font);
+
+// Whether pages, glyphs and kerning pairs together take more than the 64 MiB that a face may: such
+// a face is not to be made.
+bool asksForTooMuch(const FontData& font);

@@ -40,10 +40,13 @@ void setMatrix(GLuint program, const char* name, const float* matrix) {
 
 }  // namespace
 
-FontRenderer::FontRenderer(const std::string& faceName, void* context) : context_(context) {
+// By way of the other constructor, so that the textures are deleted also when this one throws.
+FontRenderer::FontRenderer(const std::string& faceName, void* context) : FontRenderer(context) {
     const std::string folder = SystemSettings::instance().dataFolder + "fonts/";
     loadFontFile(folder + faceName + ".fnt", font_);
-    loadKerningFile(folder + faceName + ".kern", font_.kerning);
+    loadKerningFile(folder + faceName + ".kern", font_);
+    if (isTooLarge())
+        return;
     loadPages(folder);
 
     program_ = getProgram(programCache(), "fontrenderer");

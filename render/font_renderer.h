@@ -17,8 +17,11 @@ class FontRenderer : public Renderer {
 
     // Loads the face, such as "SegoeUI_13px", from the "fonts/" folder of the GUI data; needs the
     // GL context. A face whose files are missing or damaged has fewer glyphs, or none, and draws
-    // those it has. `context` is kept for its owner and never looked at.
+    // those it has. One that asks for too much loads no pages and is to be let go at once; what the
+    // tables throw when the memory ends comes through. `context` is kept for its owner and never
+    // looked at.
     FontRenderer(const std::string& faceName, void* context);
+    bool isTooLarge() const { return asksForTooMuch(font_); }
 
     // Deletes the textures of the pages; the program stays in the program cache.
     ~FontRenderer() override;
@@ -52,6 +55,7 @@ class FontRenderer : public Renderer {
     void* context() const { return context_; }
 
   private:
+    explicit FontRenderer(void* context) : context_(context) {}
     void loadPages(const std::string& folder);
     void drawGlyph(const Glyph& glyph, float left, int y, float scale) const;
 

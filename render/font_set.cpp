@@ -1,6 +1,8 @@
 #include "render/font_set.h"
 
-#include <new>
+#include <exception>
+
+#include "support/logger.h"
 
 namespace {
 
@@ -41,6 +43,20 @@ std::size_t firstSlot(int pixelSize) {
     return 0;
 }
 
+// The one place where a face is made. Null, and a line in the log, when there is not the memory for
+// it or it asks for more than any face may.
+std::unique_ptr<FontRenderer> makeFace(const char* name, void* context) {
+    try {
+        auto face = std::make_unique<FontRenderer>(name, context);
+        if (!face->isTooLarge())
+            return face;
+    } catch (const std::exception&) {
+        // The memory ended in one of the tables; what there was of the face is gone.
+    }
+    Logger::instance().error("Font %s asks for too much memory.", name);
+    return nullptr;
+}
+
 }  // namespace
 
 bool FontSet::loadFonts(int32_t languageId) {
@@ -51,7 +67,7 @@ bool FontSet::loadFonts(int32_t languageId) {
     for (std::size_t slot = 0; slot < SLOT_COUNT; ++slot) {
         if (names[slot] == nullptr)
             continue;
-        slots_[slot].reset(new (std::nothrow) FontRenderer(names[slot], context_));
+        slots_[slot] = makeFace(names[slot], context_);
         if (slots_[slot] == nullptr)
             return false;
     }

@@ -13,8 +13,8 @@ class FontSet {
     explicit FontSet(void* context = nullptr) : context_(context) {}
 
     // Replaces the faces by those of the language (numbered as the string tables are). Needs the GL
-    // context. True when the language has faces and all were made; a face whose files are missing
-    // counts as made.
+    // context. Ends at the first face for which there is not the memory. True when the language has
+    // faces and all were made; a face whose files are missing counts as made.
     bool loadFonts(int32_t languageId);
 
     // The face for a size in pixels, or the nearest there is; null when there is none at all. Good

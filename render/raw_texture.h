@@ -1,11 +1,12 @@
 // Textures from headerless pixel files: rows one after another from the top, without padding.
 //
 // The caller knows the size; the file does not tell it. A file that is too short is completed with
-// zeros, but memory for a picture larger than any of the instrument's is only taken when the file
-// holds it whole.
+// zeros, but for a picture larger than any of the instrument's (12 MiB) memory is only taken when
+// the file holds at least half of it.
 //
 // Both loaders leave the new texture bound and the unpack alignment at 1. The texture belongs to
-// the caller. They return 0, and log why, when there is no such file.
+// the caller. They return 0, and log why, when there is no such file, when it is shorter than that,
+// and when there is not the memory for the picture.
 #pragma once
 
 #include <cstdint>

@@ -62,6 +62,9 @@ TEST(FontFile, KeepsWhatIsSoundInADamagedFile) {
         {"5 bytes too many", HEADER + block(4, glyphRecord(A) + glyphRecord(B) + "12345"),
          "2 0 0 0"},
         {"half a pair", HEADER + block(5, kerningRecord(1, 2, 3) + "12345"), "0 0 1 0"},
+        {"pairs behind a page that is too large",
+         HEADER + commonBlock(1, 1, 65535) + pageBlock() + block(5, kerningRecord(1, 2, 3)),
+         "0 1 0 65535"},
         {"no page names", HEADER + block(3, ""), "0 0 0 0"},
         {"name without an end", HEADER + block(3, "a_0.png") + glyph, "1 0 0 0"},
         {"second name without an end", HEADER + block(3, std::string("a\0b", 3)), "0 1 0 0"},
@@ -112,10 +115,20 @@ TEST(KerningFile, LineSetsOnePair) {
 TEST(KerningFile, OverridesThePairsOfTheFont) {
     DeviceFolder device;
     device.write("/f.kern", utf16Bytes(TEXT("\uFEFFAV -2\r\n# note\r\nTo -1")));
-    KerningTable kerning = {{{'A', 'V'}, 5}, {{'A', 'T'}, 6}};
-    loadKerningFile("/f.kern", kerning);
-    loadKerningFile("/missing.kern", kerning);
-    EXPECT_EQ(kerning, (KerningTable{{{'A', 'T'}, 6}, {{'A', 'V'}, -2}, {{'T', 'o'}, -1}}));
+    FontData font;
+    font.kerning = {{{'A', 'V'}, 5}, {{'A', 'T'}, 6}};
+    loadKerningFile("/f.kern", font);
+    loadKerningFile("/missing.kern", font);
+    EXPECT_EQ(font.kerning, (KerningTable{{{'A', 'T'}, 6}, {{'A', 'V'}, -2}, {{'T', 'o'}, -1}}));
+
+    // Pages for all the memory that a face may have: one pair is too much, and nothing is read on.
+    FontData large;
+    large.atlasSize = 2048;
+    large.pageNames.resize(16);
+    EXPECT_FALSE(asksForTooMuch(large));
+    loadKerningFile("/f.kern", large);
+    EXPECT_EQ(large.kerning.size(), 1U);
+    EXPECT_TRUE(asksForTooMuch(large));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "platform/posix/call_hook.h"
 #include "render/font_set.h"
 #include "support/logger.h"
 #include "support/system_settings.h"
@@ -120,7 +121,7 @@ TEST_F(FontRendererTest, FaceWithoutFilesTouchesNoGl) {
 
 TEST_F(FontRendererTest, LoadsItsKerningFileAndAllPages) {
     const std::string font = std::string("BMF\3") + commonBlock(1, 1, 2) +
-                             block(3, std::string("one.png\0two.png\0", 16)) +
+                             block(3, std::string("o\ne.png\0two.png\0", 16)) +
                              block(3, std::string("x\0", 2)) +
                              block(4, glyphRecord(glyph('A', 0, 1, 1)));
     device.write("/data/fonts/F.fnt", font);
@@ -134,7 +135,7 @@ TEST_F(FontRendererTest, LoadsItsKerningFileAndAllPages) {
         EXPECT_EQ(face.findKerning('A', 'B'), std::nullopt);
         EXPECT_EQ(gl.texturePixels[1], (std::vector<unsigned char>{'a', 'b', 'c', 'd'}));
         EXPECT_EQ(gl.texturePixels[2], (std::vector<unsigned char>{'e', 'f', 'g', 'h'}));
-        EXPECT_NE(device.read("/log.txt").find("File /data/fonts/one.raw not found."),
+        EXPECT_NE(device.read("/log.txt").find("File /data/fonts/o?e.raw not found."),
                   std::string::npos);
     }
     EXPECT_EQ(gl.callsOf("glDeleteTextures"), Quads{"glDeleteTextures(3, 0 1 2)"});
@@ -167,6 +168,21 @@ TEST_F(FontRendererTest, SetPicksTheNearestFace) {
     EXPECT_FALSE(fonts.loadFonts(7));
     EXPECT_EQ(fonts.getFont(24), nullptr);
     EXPECT_EQ(gl.callsOf("glDeleteTextures").size(), 2U);
+
+    // The memory ends in a table of the second face; the third one's page is too large.
+    setCallHook([](const HookedCall& call) -> DWORD {
+        if (call.arguments[0] == "/data/fonts/SegoeUI_13px.kern")
+            throw std::bad_alloc();
+        return ERROR_SUCCESS;
+    });
+    EXPECT_FALSE(fonts.loadFonts(0));
+    EXPECT_EQ(fonts.getFont(24)->lineHeight(), 10U);
+    setCallHook({});
+    device.write("/data/fonts/SegoeUI_18px.fnt", fontBytes(18, 65535, {}));
+    EXPECT_FALSE(fonts.loadFonts(0));
+    EXPECT_EQ(fonts.getFont(24)->lineHeight(), 13U);
+    EXPECT_NE(device.read("/log.txt").find("Font SegoeUI_18px asks for too much memory."),
+              std::string::npos);
 }
 
 }  // namespace

@@ -49,10 +49,11 @@ TEST_F(RawTexture, IsNotMadeOfAMissingFileOrInASizeThatNoFileJustifies) {
     }
     EXPECT_EQ(loadRawLuminanceTexture("/i.raw", 65535, 0), 0U);
     EXPECT_EQ(loadRawRGBTexture("/i.raw", 0x7FFFFFFF, 0x7FFFFFFF), 0U);
+    EXPECT_EQ(loadRawRGBTexture("/i.raw", -1, -1), 0U);
     EXPECT_TRUE(gl.calls.empty());
     const std::string notFound = "\n    *** ERROR *** File /no.raw not found.\n\n";
     const std::string tooShort = "\n    *** ERROR *** File /i.raw is too short.\n\n";
-    EXPECT_EQ(logged(), notFound + notFound + tooShort + tooShort);
+    EXPECT_EQ(logged(), notFound + notFound + tooShort + tooShort + tooShort);
 }
 
 TEST_F(RawTexture, OnlyTheRgbLoaderLogsThatTexturesRanOut) {

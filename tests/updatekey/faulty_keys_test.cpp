@@ -173,6 +173,8 @@ const FaultyKey FAULTY_KEYS[] = {
     {"background too small", resizing(BACKGROUND, 1024 * 768), "background-size"},
     {"no font", removing(FACE), "font-missing"},
     {"font of another kind", replacing(FACE, "BMF\3", "BMF\2"), "font-damaged"},
+    {"font page too large", replacing(FACE, {"\x10\0\x10\0\x10\0", 6}, {"\x10\0\x10\0\xFF\xFF", 6}),
+     "font-damaged"},
     {"font without its last block", cuttingOff(FACE, 5), "font-damaged"},
     {"no font page", removing(PAGE), "font-page-missing"},
     {"font page of another size", resizing(PAGE, 255), "font-page-size"},

@@ -46,6 +46,8 @@ bool isWhole(const std::filesystem::path& path) {
 std::string glyphFault(const FontData& face) {
     if (face.glyphs.empty())
         return "no font of the kind that the device reads, or one without glyphs";
+    if (asksForTooMuch(face))
+        return "asks for more memory than the device has for a face";
     if (face.atlasSize == 0 || face.pageNames.empty())
         return "names no page";
     for (const auto& [code, glyph] : face.glyphs) {

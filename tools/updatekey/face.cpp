@@ -33,7 +33,7 @@ FontData loadKeyFace(const std::string& faceName) {
     const std::string path = "/USB HD/VELD/ORBUI/data/fonts/" + faceName;
     FontData face;
     loadFontFile(path + ".fnt", face);
-    loadKerningFile(path + ".kern", face.kerning);
+    loadKerningFile(path + ".kern", face);
     return face;
 }
 
