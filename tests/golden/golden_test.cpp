@@ -43,9 +43,12 @@ constexpr const char* STATES[] = {"waiting",  "ready",  "updating",
 std::vector<Screenshot> allScreenshots() {
     std::vector<Screenshot> all = {
         {"en", 0, "background"}, {"en", 0, "waiting-restart"}, {"en", 0, "ready-restart"}};
-    for (const Screenshot& language : {Screenshot{"en", 0, ""}, {"jp", 4, ""}, {"zh", 5, ""}})
+    int number = 0;
+    for (const char* language : {"en", "fr", "pt", "sp", "jp", "zh", "du"}) {
         for (const char* state : STATES)
-            all.push_back({language.language, language.number, state});
+            all.push_back({language, number, state});
+        ++number;
+    }
     return all;
 }
 
