@@ -7,7 +7,7 @@
 #include <string>
 
 #include "platform/posix/call_hook.h"
-#include "tests/support/device_folder.h"
+#include "tests/helpers/device_folder.h"
 
 namespace {
 

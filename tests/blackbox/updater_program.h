@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "tests/support/child_process.h"
-#include "tests/support/device_folder.h"
+#include "tests/helpers/child_process.h"
+#include "tests/helpers/device_folder.h"
 
 // An X server that nobody sees, of the instrument's screen size.
 class VirtualDisplay {

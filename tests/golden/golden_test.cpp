@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "platform/posix/call_hook.h"
-#include "tests/support/device_folder.h"
-#include "tests/support/offscreen_context.h"
+#include "tests/helpers/device_folder.h"
+#include "tests/helpers/offscreen_context.h"
 #include "ui/simple_ui.h"
 
 namespace fs = std::filesystem;

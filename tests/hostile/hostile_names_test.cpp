@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <vector>
 
-#include "tests/support/update_on_device.h"
+#include "tests/helpers/update_on_device.h"
 
 namespace {
 

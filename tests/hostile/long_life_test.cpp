@@ -8,7 +8,7 @@
 #include <iterator>
 
 #include "platform/posix/call_hook.h"
-#include "tests/support/update_on_device.h"
+#include "tests/helpers/update_on_device.h"
 #include "ui/simple_ui.h"
 
 namespace fs = std::filesystem;

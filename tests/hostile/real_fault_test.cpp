@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "platform/posix/call_hook.h"
-#include "tests/support/update_on_device.h"
+#include "tests/helpers/update_on_device.h"
 
 namespace fs = std::filesystem;
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/posix/device.h"
-#include "tests/support/device_folder.h"
+#include "tests/helpers/device_folder.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 
 #include "platform/posix/utf.h"
 #include "platform/win32.h"
-#include "tests/support/device_folder.h"
+#include "tests/helpers/device_folder.h"
 
 namespace {
 

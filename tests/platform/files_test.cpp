@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "platform/win32.h"
-#include "tests/support/device_folder.h"
+#include "tests/helpers/device_folder.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "platform/posix/device.h"
 #include "platform/posix/utf.h"
-#include "tests/support/device_folder.h"
+#include "tests/helpers/device_folder.h"
 
 namespace {
 

@@ -10,9 +10,9 @@
 
 #include "platform/posix/utf.h"
 #include "platform/win32.h"
-#include "tests/support/child_process.h"
-#include "tests/support/device_folder.h"
-#include "tests/support/scratch.h"
+#include "tests/helpers/child_process.h"
+#include "tests/helpers/device_folder.h"
+#include "tests/helpers/scratch.h"
 
 namespace {
 

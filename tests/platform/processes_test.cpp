@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/win32.h"
-#include "tests/support/device_folder.h"
+#include "tests/helpers/device_folder.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <sys/stat.h>
 
 #include "platform/posix/utf.h"
-#include "tests/support/bytes.h"
-#include "tests/support/device_folder.h"
+#include "tests/helpers/bytes.h"
+#include "tests/helpers/device_folder.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "platform/win32.h"
-#include "tests/support/device_folder.h"
+#include "tests/helpers/device_folder.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 
 #include <sstream>
 
-#include "tests/support/device_folder.h"
-#include "tests/support/font_bytes.h"
+#include "tests/helpers/device_folder.h"
+#include "tests/helpers/font_bytes.h"
 
 namespace {
 

@@ -9,9 +9,9 @@
 #include "render/font_set.h"
 #include "support/logger.h"
 #include "support/system_settings.h"
-#include "tests/support/font_bytes.h"
-#include "tests/support/log_text.h"
-#include "tests/support/recording_gl.h"
+#include "tests/helpers/font_bytes.h"
+#include "tests/helpers/log_text.h"
+#include "tests/helpers/recording_gl.h"
 
 namespace {
 

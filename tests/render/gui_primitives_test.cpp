@@ -7,7 +7,7 @@
 
 #include <functional>
 
-#include "tests/support/recording_gl.h"
+#include "tests/helpers/recording_gl.h"
 
 namespace {
 

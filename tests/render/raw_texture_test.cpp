@@ -5,8 +5,8 @@
 #include <numeric>
 
 #include "support/logger.h"
-#include "tests/support/log_text.h"
-#include "tests/support/recording_gl.h"
+#include "tests/helpers/log_text.h"
+#include "tests/helpers/recording_gl.h"
 
 namespace {
 

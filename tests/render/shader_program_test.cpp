@@ -7,7 +7,7 @@
 
 #include "render/image_renderer.h"
 #include "render/shader_source.h"
-#include "tests/support/recording_gl.h"
+#include "tests/helpers/recording_gl.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 
 #include "platform/posix/call_hook.h"
 #include "support/logger.h"
-#include "tests/support/device_folder.h"
+#include "tests/helpers/device_folder.h"
 
 namespace {
 

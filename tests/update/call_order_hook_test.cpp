@@ -8,7 +8,7 @@
 
 #include "platform/posix/call_hook.h"
 #include "support/logger.h"
-#include "tests/support/device_folder.h"
+#include "tests/helpers/device_folder.h"
 #include "update/updater.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/device_folder.h"
+#include "tests/helpers/device_folder.h"
 #include "update/updater.h"
 
 namespace {

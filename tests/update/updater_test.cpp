@@ -1,8 +1,8 @@
 // The update procedure, on a device folder.
 
 #include "platform/win32.h"
-#include "tests/support/log_text.h"
-#include "tests/support/update_on_device.h"
+#include "tests/helpers/log_text.h"
+#include "tests/helpers/update_on_device.h"
 
 namespace {
 

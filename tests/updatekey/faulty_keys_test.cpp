@@ -10,8 +10,8 @@
 
 #include "platform/posix/read_file.h"
 #include "support/logger.h"
-#include "tests/support/bytes.h"
-#include "tests/support/device_folder.h"
+#include "tests/helpers/bytes.h"
+#include "tests/helpers/device_folder.h"
 #include "tests/updatekey/sound_key.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/manifest.h"

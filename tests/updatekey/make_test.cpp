@@ -7,7 +7,7 @@
 #include <fstream>
 #include <stdexcept>
 
-#include "tests/support/device_folder.h"
+#include "tests/helpers/device_folder.h"
 #include "tests/updatekey/sound_key.h"
 #include "tools/updatekey/make.h"
 #include "tools/updatekey/manifest.h"

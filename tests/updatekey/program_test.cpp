@@ -5,8 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "tests/support/child_process.h"
-#include "tests/support/device_folder.h"
+#include "tests/helpers/child_process.h"
+#include "tests/helpers/device_folder.h"
 #include "tests/updatekey/sound_key.h"
 
 namespace {

@@ -5,7 +5,7 @@
 
 #include <cstdlib>
 
-#include "tests/support/device_folder.h"
+#include "tests/helpers/device_folder.h"
 #include "tests/updatekey/sound_key.h"
 #include "tools/updatekey/rehearse.h"
 #include "update/updater.h"

@@ -2,7 +2,7 @@
 
 #include <fstream>
 
-#include "tests/support/font_bytes.h"
+#include "tests/helpers/font_bytes.h"
 
 namespace fs = std::filesystem;
 

@@ -1,0 +1,197 @@
+#include "tests/faults/update_run.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#include "platform/posix/device.h"
+#include "platform/posix/utf.h"
+#include "support/logger.h"
+#include "support/path_constants.h"
+#include "ui/simple_ui.h"
+
+namespace {
+
+// What a run leaves to its parent, however it ends.
+struct Record {
+    static constexpr std::size_t MOST_TEXT = std::size_t{1} << 15;
+    bool ended;
+    RunEnd end;
+    bool wroteOutside;
+    std::size_t size;
+    char text[MOST_TEXT];  // lines: "C" and a call's name, or "L" and a logged message
+
+    void add(char kind, const std::string& line) {
+        const std::string entry = kind + line + "\n";
+        if (size + entry.size() > sizeof text)
+            return;
+        std::memcpy(text + size, entry.data(), entry.size());
+        size += entry.size();
+    }
+};
+
+// Memory that a run shares with its parent, and with no other worker.
+class SharedRecord {
+  public:
+    SharedRecord()
+        : memory_(::mmap(nullptr, sizeof(Record), PROT_READ | PROT_WRITE,
+                         MAP_SHARED | MAP_ANONYMOUS, -1, 0)) {
+        if (memory_ == MAP_FAILED)
+            std::abort();
+        record_ = new (memory_) Record();
+    }
+    SharedRecord(const SharedRecord&) = delete;
+    SharedRecord& operator=(const SharedRecord&) = delete;
+    ~SharedRecord() { ::munmap(memory_, sizeof(Record)); }
+
+    Record& get() const { return *record_; }
+
+  private:
+    void* memory_;
+    Record* record_;
+};
+
+bool startsWith(const std::string& text, const std::string& start) {
+    return text.compare(0, start.size(), start) == 0;
+}
+
+bool isOutside(const std::string& path) {
+    const std::string installation = deviceRoot() + "/FlashDisk/VELD";
+    const std::string host = host::resolveOnText(host::toUtf16(path).c_str());
+    return host != installation && !startsWith(host, installation + "/");
+}
+
+// The part of the system around the run: counts, records, locks and strikes.
+class Surroundings {
+  public:
+    Surroundings(Record& record, const RunPlan& plan) : record_(record), plan_(plan) {
+        setCallHook([this](const HookedCall& call) { return onCall(call); });
+    }
+    Surroundings(const Surroundings&) = delete;
+    Surroundings& operator=(const Surroundings&) = delete;
+    ~Surroundings() { setCallHook({}); }
+
+    bool launched() const { return launched_; }
+
+  private:
+    DWORD onCall(const HookedCall& call) {
+        const std::string name = call.name;
+        if (name == "OutputDebugStringW")
+            return onDebugOutput(call.arguments[0]);
+        if (name == "CreateProcessW") {
+            launched_ = true;
+            return ERROR_FILE_NOT_FOUND;
+        }
+        if (name == "Sleep")
+            return ERROR_GEN_FAILURE;
+        return isFileCall(name) ? onFileCall(call) : ERROR_SUCCESS;
+    }
+
+    // What is logged is echoed right afterwards; traces begin in other ways.
+    DWORD onDebugOutput(const std::string& text) {
+        const bool logged = startsWith(text, "Error ") || startsWith(text, "Update ");
+        if (logged && !startsWith(text, "Error opening log"))
+            record_.add('L', text.substr(0, text.find('\n')));
+        return ERROR_GEN_FAILURE;
+    }
+
+    DWORD onFileCall(const HookedCall& call) {
+        const std::string name = call.name;
+        record_.add('C', name);
+        ++calls_;
+        const bool reads = name == "_wfopen" && call.arguments[1] == "rb";
+        if (changesTheDisk(name) && !reads) {
+            const bool copies = name == "CopyFileW";
+            const bool moves = name == "MoveFileW";
+            record_.wroteOutside |= !copies && isOutside(call.arguments[0]);
+            record_.wroteOutside |= (copies || moves) && isOutside(call.arguments[1]);
+        }
+        if (plan_.fault.kind != FaultKind::None && calls_ == plan_.fault.call)
+            return strike(plan_.fault, call);
+        const bool movesGuiData =
+            name == "MoveFileW" && call.arguments[0] == "/FlashDisk/VELD/ORBUI";
+        return plan_.guiDataLocked && movesGuiData ? ERROR_SHARING_VIOLATION : ERROR_SUCCESS;
+    }
+
+    Record& record_;
+    RunPlan plan_;
+    uint32_t calls_ = 0;
+    bool launched_ = false;
+};
+
+RunEnd runToItsEnd(SimpleUI& screen, const Surroundings& surroundings) {
+    constexpr int mostFrames = 200;
+    Logger::instance().setPath(INSTALL_ROOT + "/ORBUI/data/../../Updater-log.txt");
+    for (int frame = 0; frame < mostFrames; ++frame) {
+        screen.tick();
+        if (surroundings.launched())
+            return RunEnd::Complete;
+        // Any key restarts after a failed update.
+        screen.onKey(VK_HOME);
+        if (surroundings.launched())
+            return RunEnd::Failed;
+    }
+    return RunEnd::Updating;
+}
+
+[[noreturn]] void runInChild(Record& record, const RunPlan& plan) {
+    constexpr unsigned longestSeconds = 20;
+    constexpr int noWayOut = 3;
+    ::alarm(longestSeconds);
+    const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+    ::dup2(nowhere, STDOUT_FILENO);
+    const Surroundings surroundings(record, plan);
+    SimpleUI screen;
+    record.end = runToItsEnd(screen, surroundings);
+    record.ended = true;
+    screen.onKey(VK_END);
+    screen.onKey(VK_END);
+    ::_exit(noWayOut);
+}
+
+}  // namespace
+
+const char* nameOf(RunEnd end) {
+    static const char* const names[] = {"complete", "failed",  "updating",
+                                        "killed",   "crashed", "hung"};
+    return names[static_cast<std::size_t>(end)];
+}
+
+UpdateRun runUpdate(const DeviceFolder& device, const RunPlan& plan) {
+    const SharedRecord shared;
+    Record& record = shared.get();
+    std::fflush(nullptr);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        setDeviceRoot(device.root().string());
+        runInChild(record, plan);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+
+    UpdateRun run;
+    run.hadWayOut = WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    run.wroteOutside = record.wroteOutside;
+    const bool killed = WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
+    const bool hung = WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM;
+    run.end = record.ended && WIFEXITED(status) ? record.end
+              : killed                          ? RunEnd::Killed
+              : hung                            ? RunEnd::Hung
+                                                : RunEnd::Crashed;
+    const std::string text(record.text, record.size);
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = text.find('\n', start);
+        const std::string line = text.substr(start + 1, end - start - 1);
+        (text[start] == 'C' ? run.calls : run.loggedLines).push_back(line);
+        start = end + 1;
+    }
+    return run;
+}

@@ -1,0 +1,12 @@
+// ".kern" files.
+
+#include "render/font_file.h"
+#include "tests/fuzz/fuzz_device.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+    static const FuzzDevice device;
+    device.write("face.kern", data, size);
+    FontData font;
+    loadKerningFile("/face.kern", font);
+    return 0;
+}

@@ -1,0 +1,17 @@
+// String tables.
+
+#include "support/string_table.h"
+
+#include "support/system_settings.h"
+#include "tests/fuzz/fuzz_device.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+    static const FuzzDevice device;
+    SystemSettings::instance().dataFolder = "/";
+    device.write("lang/StringTable_en.txt", data, size);
+    StringTable& table = StringTable::instance();
+    table.setLanguage(0);
+    table.lookup("");
+    table.lookup("STR_UDPATEFAILED");
+    return 0;
+}

@@ -1,0 +1,76 @@
+// Whether a translation that the device would misread is refused when it is made: on the device it
+// is a wrong or a missing text in front of the operator.
+
+#include "tools/guidata/text_source.h"
+
+#include <gtest/gtest.h>
+
+#include "tools/guidata/text_encoding.h"
+
+namespace {
+
+TEST(TextEncoding, TakesUtf8AndRefusesTheRest) {
+    EXPECT_EQ(utf16FromUtf8("\xEF\xBB\xBF"
+                            "A\xC3\xA9\xE6\x9B\xB4\xF0\x9F\x98\x80"),
+              u"A\u00E9\u66F4\U0001F600");
+    // A letter of Latin-1, sequences that are cut off or broken, longer than needed, half of a
+    // surrogate pair, and beyond Unicode.
+    for (const char* const bytes : {"\xE9", "\x80", "\xE6\x9B", "\xC3(", "\xC0\xAF", "\xE0\x80\xAF",
+                                    "\xED\xA0\x80", "\xF4\x90\x80\x80"})
+        EXPECT_FALSE(utf16FromUtf8(bytes)) << testing::PrintToString(bytes);
+}
+
+const ScreenKeys KEYS = {{"STR_A", {}}, {"STR_B", {}}};
+
+TEST(TextSource, RefusesWhatTheDeviceWouldMisread) {
+    const std::string sound = "STR_A\tone\nSTR_B\ttwo\n";
+    struct Case {
+        const char* what;
+        std::string source;
+        std::string errors;  // one line each
+    };
+    const Case cases[] = {
+        {"a sound source", sound, ""},
+        {"line ends of Windows, comments, no last line end", "# c\r\n\r\nSTR_A one\r\nSTR_B two",
+         ""},
+        {"a missing key", "STR_B two\n", "xx.txt: STR_A is missing\n"},
+        {"a doubled key", sound + "\nSTR_A again\n", "xx.txt:4: STR_A stands in line 1 already\n"},
+        {"a key in two words", "STR_A one\nSTR B two\n",
+         "xx.txt:2: STR is not a key of the screen\nxx.txt: STR_B is missing\n"},
+        {"a blank first", sound + " STR_C x\n", "xx.txt:3: a blank in front of the key\n"},
+        {"a comment behind a blank", sound + " # c\n", "xx.txt:3: a blank in front of the key\n"},
+        {"a key without a text", "STR_A one\nSTR_B \t\n",
+         "xx.txt:2: STR_B has no text\nxx.txt: STR_B is missing\n"},
+        {"an ideographic space behind the key", "STR_A one\nSTR_B\xE3\x80\x80two\n",
+         "xx.txt:2: a key of other characters than capitals, digits and underscores\nxx.txt: STR_B "
+         "is missing\n"},
+        {"a key with an accent", sound + "STR_\xC3\x89 x\n",
+         "xx.txt:3: a key of other characters than capitals, digits and underscores\n"},
+        {"not UTF-8", "STR_A one\nSTR_B \xE9\n", "xx.txt:2: not UTF-8 text\n"},
+        {"a carriage return inside", "STR_A o\rne\n", "xx.txt:1: a control character\n"},
+        {"a longest line", sound.substr(10) + "STR_A " + std::string(503, 'x') + "\n", ""},
+        {"too long a line", sound.substr(10) + "STR_A " + std::string(504, 'x') + "\n",
+         "xx.txt:2: a line of 512 characters, with its line end; the device cuts it after "
+         "511\nxx.txt: STR_A is missing\n"},
+    };
+    for (const Case& c : cases) {
+        MessageList messages;
+        parseTextSource(c.source, "xx.txt", KEYS, messages);
+        std::string errors;
+        for (const std::string& error : messages.errors)
+            errors += error + "\n";
+        EXPECT_EQ(errors, c.errors) << c.what;
+    }
+}
+
+TEST(TextSource, BecomesUtf16WithACommentFirst) {
+    MessageList messages;
+    const std::string table = encodeStringTable(parseTextSource(
+        "# c\nSTR_A \t two  words... \r\nSTR_B \xE6\x9B\xB4\n", "xx.txt", {}, messages));
+    const std::u16string expected =
+        u"\uFEFF# Texts of the updater's screen\r\nSTR_A\ttwo  words... \r\nSTR_B\t\u66F4\r\n";
+    EXPECT_EQ(table, utf16LittleEndian(expected));
+    EXPECT_EQ(table.substr(0, 4), std::string("\xFF\xFE#\0", 4));
+}
+
+}  // namespace

@@ -1,0 +1,89 @@
+// Whether a build stops at a source that is no good: exit codes, messages, and no half-made file.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+
+#include "tests/helpers/device_folder.h"
+
+namespace {
+
+class ToolPrograms : public ::testing::Test {
+  protected:
+    // Runs a tool in the test's folder and returns its exit code.
+    int run(const std::string& command) {
+        const std::string line =
+            "cd '" + work.root().string() + "' && '" TOOLS + command + " > out 2> err";
+        const int status = std::system(line.c_str());  // NOLINT(cert-env33-c): our own line
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    void write(const std::string& name, const std::string& bytes) const { work.write(name, bytes); }
+    std::string read(const std::string& name) const { return work.read(name); }
+    bool exists(const std::string& name) const { return work.exists(name); }
+
+    DeviceFolder work;
+};
+
+TEST_F(ToolPrograms, TellGoodFromBadCommandLines) {
+    for (const std::string tool : {"fontbake'", "stringtable'", "rawimage'"}) {
+        EXPECT_EQ(run(tool + " --help"), 0) << tool;
+        EXPECT_NE(read("out").find("--output"), std::string::npos) << tool;
+        EXPECT_EQ(run(tool), 2) << tool;
+        EXPECT_FALSE(read("err").empty()) << tool;
+        EXPECT_EQ(run(tool + " --nonsense"), 2) << tool;
+    }
+    write("a.png", "no picture");
+    EXPECT_EQ(run("rawimage' a.png --output a.raw"), 1);
+    EXPECT_EQ(read("err").substr(0, 17), "rawimage: a.png: ");
+    EXPECT_FALSE(exists("a.raw"));
+    EXPECT_EQ(run("fontbake' --font x.ttf --name x"), 2);
+    EXPECT_EQ(run("fontbake' --font x.ttf --em 20 --line-height 20 --base 20 --name x"), 1);
+    EXPECT_EQ(read("err"), "fontbake: x.ttf: no font file, or no face 0 in it\n");
+}
+
+TEST_F(ToolPrograms, StringtableWritesOrRefuses) {
+    write("a.txt", "STR_A text\n");
+    write("keys.txt", "STR_A 60\n");
+    const std::string face = " --face '" GUIDATA "fonts/SegoeUI_24px.fnt'";
+    EXPECT_EQ(run("stringtable' a.txt --output t --keys keys.txt" + face), 0);
+    EXPECT_NE(read("err").find("a.txt:1: warning: STR_A ends at x "), std::string::npos);
+    EXPECT_EQ(read("t").substr(0, 2), "\xFF\xFE");
+
+    write("b.txt", "STR_B text\n");
+    EXPECT_EQ(run("stringtable' b.txt --output u --keys keys.txt"), 1);
+    EXPECT_EQ(read("err"), "b.txt:1: STR_B is not a key of the screen\nb.txt: STR_A is missing\n");
+    EXPECT_FALSE(exists("u"));
+
+    EXPECT_EQ(run("stringtable' absent.txt --output u"), 1);
+    EXPECT_EQ(read("err"), "stringtable: absent.txt: cannot be read\n");
+    EXPECT_EQ(run("stringtable' a.txt --output absent/u"), 1);
+    EXPECT_EQ(read("err"), "stringtable: absent/u: cannot be written\n");
+}
+
+TEST_F(ToolPrograms, FontbakeBakesWhatTheTextsUse) {
+    write("a.txt", "# \xE6\x9B\xB4\nSTR_A\t\xE6\x96\xB0\xE3\x82\x92\n");
+    write("kerning.txt", "AV -100\n");
+    const std::string bake =
+        "fontbake' --em 20 --line-height 30 --base 22 --name x --texts a.txt "
+        "--kerning kerning.txt --font ";
+    EXPECT_EQ(run(bake + FONT_JAPANESE), 0);
+    EXPECT_EQ(read("err"), "");
+    EXPECT_TRUE(exists("x.kern") && exists("x_0.raw"));
+    EXPECT_EQ(run("fontbake' --dump x.fnt"), 0);
+    const std::string dump = read("out");
+    // Used by a text, Latin-1, in a comment only, and the tab behind the key.
+    const std::pair<int, bool> baked[] = {{26032, true}, {255, true}, {26356, false}, {9, false}};
+    for (const auto& [code, isBaked] : baked)
+        EXPECT_EQ(dump.find("{\"id\": " + std::to_string(code) + ", ") != std::string::npos,
+                  isBaked);
+
+    EXPECT_EQ(run(bake + FONT_LATIN), 0);
+    EXPECT_NE(read("err").find("no glyph for U+65B0"), std::string::npos);
+    write("kerning.txt", "AV\n");
+    EXPECT_EQ(run(bake + FONT_LATIN), 1);
+    EXPECT_EQ(read("err").substr(0, 25), "fontbake: kerning.txt:1: ");
+}
+
+}  // namespace

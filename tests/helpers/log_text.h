@@ -1,0 +1,23 @@
+// What a test finds in a log file.
+#pragma once
+
+#include <string>
+
+#include "tests/helpers/device_folder.h"
+
+// The text of the log with line feeds as line ends, whatever the runtime wrote.
+inline std::string logText(const DeviceFolder& device, const std::string& path) {
+    std::string text = device.read(path);
+    for (std::size_t at = text.find("\r\n"); at != std::string::npos; at = text.find("\r\n", at))
+        text.erase(at, 1);
+    return text;
+}
+
+// The same behind the header line; "(no header)" without one.
+inline std::string logMessages(const DeviceFolder& device, const std::string& path) {
+    const std::string text = logText(device, path);
+    const std::size_t headerEnd = text.find('\n');
+    if (text.rfind("Opening log at ", 0) != 0 || headerEnd == std::string::npos)
+        return "(no header)";
+    return text.substr(headerEnd + 1);
+}

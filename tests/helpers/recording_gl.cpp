@@ -1,0 +1,198 @@
+#include "tests/helpers/recording_gl.h"
+
+#include <algorithm>
+#include <sstream>
+
+#undef glShaderSource
+
+namespace {
+
+RecordingGl& gl() {
+    return RecordingGl::instance();
+}
+
+template <typename... Arguments>
+void record(const char* function, const Arguments&... arguments) {
+    std::ostringstream line;
+    [[maybe_unused]] const char* separator = "";
+    line << function << '(';
+    ((line << separator << arguments, separator = ", "), ...);
+    line << ')';
+    gl().calls.push_back(line.str());
+}
+
+template <typename Number>
+std::string join(const Number* numbers, int count, const char* separator = " ") {
+    std::ostringstream text;
+    for (int i = 0; i < count; ++i)
+        text << (i == 0 ? "" : separator) << numbers[i];
+    return text.str();
+}
+
+std::string vertexText(const RecordingGl::VertexArray& array, int vertex) {
+    const int first = vertex * array.size;
+    if (array.data == nullptr)
+        return "not set";
+    return array.type == GL_INT ? join(static_cast<const GLint*>(array.data) + first, array.size)
+                                : join(static_cast<const GLfloat*>(array.data) + first, array.size);
+}
+
+void recordVertices(int count) {
+    for (const auto& [index, array] : gl().arrays) {
+        if (!array.enabled)
+            continue;
+        std::string line = "  " + std::to_string(index) + ":";
+        for (int vertex = 0; vertex < count; ++vertex)
+            line += (vertex == 0 ? " " : " | ") + vertexText(array, vertex);
+        gl().calls.push_back(line);
+    }
+}
+
+GLint find(const std::map<std::string, GLint>& locations, const char* name) {
+    const auto location = locations.find(name);
+    return location != locations.end() ? location->second : -1;
+}
+
+void copyInfoLog(GLsizei capacity, GLsizei* length, GLchar* log) {
+    *length = static_cast<GLsizei>(gl().infoLog.copy(log, static_cast<std::size_t>(capacity - 1)));
+    log[*length] = '\0';
+}
+
+}  // namespace
+
+RecordingGl& RecordingGl::instance() {
+    static RecordingGl recording;
+    return recording;
+}
+
+std::vector<std::string> RecordingGl::callsOf(const std::string& function) const {
+    std::vector<std::string> found;
+    for (const std::string& call : calls)
+        if (call.compare(0, function.size() + 1, function + "(") == 0)
+            found.push_back(call);
+    return found;
+}
+
+// Calls that are recorded, or passed over when nothing is named, and do nothing else.
+#define RECORDED(function, parameters, ...) \
+    void function parameters {              \
+        record(#function, __VA_ARGS__);     \
+    }
+#define IGNORED(function, parameters) \
+    void function parameters {}
+
+RECORDED(glCompileShader, (GLuint shader), shader)
+RECORDED(glLinkProgram, (GLuint program), program)
+RECORDED(glUniform1f, (GLint location, GLfloat value), location, value)
+RECORDED(glUniform3f, (GLint location, GLfloat x, GLfloat y, GLfloat z), location, x, y, z)
+RECORDED(glUniform4f, (GLint location, GLfloat x, GLfloat y, GLfloat z, GLfloat w), location, x, y,
+         z, w)
+RECORDED(glDeleteTextures, (GLsizei count, const GLuint* textures), count, join(textures, count))
+RECORDED(glLineWidth, (GLfloat width), width)
+IGNORED(glDeleteShader, (GLuint))
+IGNORED(glAttachShader, (GLuint, GLuint))
+IGNORED(glUseProgram, (GLuint))
+IGNORED(glUniform1i, (GLint, GLint))
+IGNORED(glPixelStorei, (GLenum, GLint))
+IGNORED(glActiveTexture, (GLenum))
+IGNORED(glTexParameteri, (GLenum, GLenum, GLint))
+
+#undef RECORDED
+#undef IGNORED
+
+// --- Shaders and programs ------------------------------------------------------------------------
+
+GLuint glCreateShader(GLenum type) {
+    record("glCreateShader", type);
+    gl().shaderTypes[++gl().names] = type;
+    return gl().names;
+}
+
+void glShaderSource(GLuint shader, GLsizei, const GLchar* const*, const GLint*) {
+    record("glShaderSource", shader);
+}
+
+// As in GL, a query of a shader that is none answers nothing.
+void glGetShaderiv(GLuint shader, GLenum name, GLint* value) {
+    const auto type = gl().shaderTypes.find(shader);
+    if (type != gl().shaderTypes.end())
+        *value = name == GL_SHADER_TYPE      ? static_cast<GLint>(type->second)
+                 : name == GL_COMPILE_STATUS ? gl().compileStatus[type->second]
+                                             : static_cast<GLint>(gl().infoLog.size() + 1);
+}
+
+void glGetShaderInfoLog(GLuint, GLsizei capacity, GLsizei* length, GLchar* log) {
+    copyInfoLog(capacity, length, log);
+}
+
+GLuint glCreateProgram() {
+    return ++gl().names;
+}
+
+// A failed link is not looked at.
+void glGetProgramiv(GLuint, GLenum name, GLint* value) {
+    *value = name == GL_LINK_STATUS ? 0 : static_cast<GLint>(gl().infoLog.size() + 1);
+}
+
+void glGetProgramInfoLog(GLuint program, GLsizei capacity, GLsizei* length, GLchar* log) {
+    record("glGetProgramInfoLog", program);
+    copyInfoLog(capacity, length, log);
+}
+
+GLint glGetUniformLocation(GLuint, const GLchar* name) {
+    return find(gl().uniforms, name);
+}
+
+GLint glGetAttribLocation(GLuint, const GLchar* name) {
+    return find(gl().attributes, name);
+}
+
+void glUniformMatrix4fv(GLint location, GLsizei, GLboolean, const GLfloat* value) {
+    gl().matrices[location].assign(value, value + 16);
+}
+
+// --- Textures ------------------------------------------------------------------------------------
+
+void glGenTextures(GLsizei count, GLuint* textures) {
+    record("glGenTextures", count);
+    for (GLsizei i = 0; i < count; ++i)
+        textures[i] = gl().texturesRunOut ? 0 : ++gl().names;
+}
+
+void glBindTexture(GLenum, GLuint texture) {
+    record("glBindTexture", texture);
+    gl().boundTexture = texture;
+}
+
+void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GLenum format, GLenum,
+                  const void* pixels) {
+    const unsigned char* const bytes = static_cast<const unsigned char*>(pixels);
+    gl().texturePixels[gl().boundTexture].assign(
+        bytes, bytes + static_cast<std::ptrdiff_t>(width) * height * (format == GL_RGB ? 3 : 1));
+}
+
+// --- Drawing -------------------------------------------------------------------------------------
+
+void glEnableVertexAttribArray(GLuint index) {
+    gl().arrays[index].enabled = true;
+}
+
+void glDisableVertexAttribArray(GLuint index) {
+    gl().arrays[index].enabled = false;
+}
+
+void glVertexAttribPointer(GLuint index, GLint size, GLenum type, GLboolean, GLsizei,
+                           const void* data) {
+    gl().arrays[index] = {gl().arrays[index].enabled, size, type, data};
+}
+
+void glDrawElements(GLenum, GLsizei count, GLenum, const void* indices) {
+    const GLushort* const numbers = static_cast<const GLushort*>(indices);
+    record("glDrawElements", join(numbers, count));
+    recordVertices(*std::max_element(numbers, numbers + count) + 1);
+}
+
+void glDrawArrays(GLenum mode, GLint first, GLsizei count) {
+    record("glDrawArrays", mode == GL_LINES ? "lines" : "strip", first, count);
+    recordVertices(count);
+}

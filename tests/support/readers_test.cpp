@@ -1,0 +1,74 @@
+// The line reader, and the conversions between narrow and wide text.
+
+#include <gtest/gtest.h>
+
+#include "support/line_reader.h"
+#include "support/text.h"
+#include "tests/helpers/device_folder.h"
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+TEST(LineReader, ReadsTextAsTheInstrumentDoes) {
+    const DeviceFolder device;
+    struct Case {
+        std::string bytes;
+        Lines lines;
+        std::string rest;
+    };
+    const Case cases[] = {
+        {"", {}, ""},
+        {"a", {}, "a"},
+        {"a\n\nb\n", {"a", "", "b"}, ""},
+        {"a\r\n\r\nb\r\n", {"a", "", "b"}, ""},
+        {"a\rb\n\r\r\n\r", {"a\rb", "\r"}, "\r"},
+        {"a\x1A\nb\n", {}, "a"},
+        {"a\n\x1Aignored\n", {"a"}, ""},
+        {"a\r\x1A", {}, "a\r"},
+        {std::string("a\0b\n", 4), {std::string("a\0b", 3)}, ""},
+        {"\xFF\n", {"\xFF"}, ""},
+        {std::string(100000, 'x') + "\n", {std::string(100000, 'x')}, ""},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.bytes.substr(0, 20));
+        device.write("T/f", test.bytes);
+        LineReader reader("/T\\f");
+        ASSERT_TRUE(reader.isOpen());
+        Lines lines;
+        std::string line;
+        while (reader.readLine(line))
+            lines.push_back(line);
+        EXPECT_EQ(lines, test.lines);
+        EXPECT_EQ(line, test.rest);
+        // The end stays the end.
+        EXPECT_FALSE(reader.readLine(line));
+        EXPECT_EQ(line, "");
+    }
+}
+
+TEST(LineReader, WhatIsNoFileIsNotOpen) {
+    const DeviceFolder device;
+    device.makeFolder("T/folder");
+    for (const char* path : {"", "/T/gone", "/T/folder", "/T/folder/"}) {
+        LineReader reader(path);
+        std::string line = "before";
+        EXPECT_FALSE(reader.isOpen());
+        EXPECT_FALSE(reader.readLine(line));
+        EXPECT_EQ(line, "");
+    }
+}
+
+TEST(Text, IsConvertedCharacterByCharacter) {
+    std::string all;
+    for (int i = 0; i < 256; ++i)
+        all += static_cast<char>(i);
+    const WideString wide = widen(all);
+    ASSERT_EQ(wide.size(), all.size());
+    for (std::size_t i = 0; i < wide.size(); ++i)
+        EXPECT_EQ(wide[i], static_cast<WCHAR>(i));
+    EXPECT_EQ(narrow(wide), all);
+    EXPECT_EQ(narrow(TEXT("\x0141\x65E5")), "\x41\xE5");
+}
+
+}  // namespace

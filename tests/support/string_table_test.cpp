@@ -1,0 +1,153 @@
+// The string tables: what is read of a file, and what a look-up yields.
+
+#include "support/string_table.h"
+
+#include <gtest/gtest.h>
+
+#include "support/logger.h"
+#include "support/system_settings.h"
+#include "support/text.h"
+#include "tests/helpers/bytes.h"
+#include "tests/helpers/log_text.h"
+
+namespace {
+
+class Strings : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        SystemSettings::instance().dataFolder = "\\D\\/data/";
+        Logger::instance().setPath("/log.txt");
+    }
+
+    void write(const std::string& file, const WideString& text) const {
+        device.write("D/data/lang/" + file, utf16Bytes(text));
+    }
+    // The English table with this text, and nothing else.
+    void use(const WideString& text) {
+        write("StringTable_en.txt", text);
+        table.setLanguage(0);
+    }
+    std::string lookup(const std::string& key) const { return narrow(table.lookup(key)); }
+
+    DeviceFolder device;
+    StringTable& table = StringTable::instance();
+};
+
+const std::string NONE = "<NO STRING>";
+
+TEST_F(Strings, ReadsLines) {
+    struct Case {
+        const char* line;
+        const char* key;
+        std::string text;
+    };
+    const Case cases[] = {
+        {"KEY text\r\n", "KEY", "text"},
+        {"KEY\t\tHello world\r\n", "KEY", "Hello world"},
+        {"KEY \t two  blanks \t\r\n", "KEY", "two  blanks \t"},
+        {"KEY a\x1A-b\r\n", "KEY", "a\x1A-b"},
+        {"KEY a#b\\n\"c\"\r\n", "KEY", "a#b\\n\"c\""},
+        {"KEY Hello", "KEY", "Hel"},
+        {"KEY Hello\n", "KEY", "Hell"},
+        {"KEY He", "KEY", ""},
+        {"KEY\r\n", "KEY", NONE},
+        {"KEY", "KEY", NONE},
+        {"KEY \t \r\n", "KEY", NONE},
+        {"#KEY text\r\n", "#KEY", NONE},
+        {"# c\r\n\r\n\nKEY text\r\n", "KEY", "text"},
+        {" #comment\r\n", "", "#comment"},
+        {" \t\r\n", "", ""},
+        {"KEY first\r\nKEY second\r\n", "KEY", "second"},
+        {"KEY first\r\nKEY\r\n", "KEY", "first"},
+        {"KEY first\r\nKEY \nKEY \t\r\r\nKEY ", "KEY", "first"},
+        {"key text\r\n", "KEY", NONE},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.line);
+        use(widen(test.line));
+        EXPECT_EQ(lookup(test.key), test.text);
+    }
+}
+
+TEST_F(Strings, KeepsWideTextAndNarrowsKeys) {
+    use(TEXT("\xFEFF# \x65E5\r\n\x0100\x0141 \x65E5\x672C \xD83D\xDE00\r\n"));
+    EXPECT_EQ(table.lookup(std::string("\0A", 2)), TEXT("\x65E5\x672C \xD83D\xDE00"));
+}
+
+TEST_F(Strings, AByteOrderMarkOrHalfACharacterSpoilsNothing) {
+    const std::pair<std::string, std::string> cases[] = {
+        {utf16Bytes(TEXT("\xFEFFKEY text\r\n")), "text"},
+        {utf16Bytes(TEXT("KEY text\r\n")) + "x", "text"},
+        {"\xFF", NONE},
+    };
+    for (const auto& [bytes, text] : cases) {
+        device.write("D/data/lang/StringTable_en.txt", bytes);
+        table.setLanguage(0);
+        EXPECT_EQ(lookup("KEY"), text);
+    }
+}
+
+// A line is read in pieces of 511 characters, of which each is taken for a line with its end.
+TEST_F(Strings, CutsLongLinesInPieces) {
+    struct Case {
+        std::size_t length;
+        const char* behind;
+        std::string b;
+    };
+    const Case cases[] = {
+        {509, "B rest\r\n", "rest"},
+        {507, "\r\nB b\r\n", "b"},  // the line end just fits
+        {508, "\r\nB b\r\n", "b"},  // and just does not
+        {509, "#B b\r\n", NONE},    // a piece that begins with the comment mark is a comment
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.behind);
+        use(TEXT("A ") + WideString(test.length, TEXT('x')) + widen(test.behind) + TEXT("C c\r\n"));
+        EXPECT_EQ(lookup("A"), std::string(507, 'x'));
+        EXPECT_EQ(lookup("B"), test.b);
+        EXPECT_EQ(lookup("C"), "c");
+    }
+    use(WideString(100000, TEXT('k')));
+    EXPECT_EQ(lookup("k"), NONE);
+}
+
+TEST_F(Strings, EachLanguageHasItsFileBehindTheNumerals) {
+    write("StringTable_numerals.txt", TEXT("N numeral\r\nL shared\r\n"));
+    const char* const suffixes[] = {"en", "fr", "pt", "sp", "jp", "zh", "du"};
+    for (const std::string suffix : suffixes)
+        write("StringTable_" + suffix + ".txt", TEXT("L ") + widen(suffix) + TEXT("\r\n"));
+    for (int language = 0; language < 7; ++language) {
+        table.setLanguage(language);
+        EXPECT_EQ(lookup("L"), suffixes[language]);
+        EXPECT_EQ(lookup("N"), "numeral");
+        EXPECT_EQ(table.language(), language);
+    }
+    EXPECT_EQ(logMessages(device, "log.txt"), "");
+
+    for (const int language : {9, -1, 7}) {
+        Logger::instance().open();
+        table.setLanguage(language);
+        EXPECT_EQ(lookup("L"), "shared");
+        EXPECT_EQ(table.language(), language);
+        EXPECT_TRUE(table.isLoaded());
+        EXPECT_EQ(logMessages(device, "log.txt"), "\n    *** ERROR *** Language " +
+                                                      std::to_string(language) +
+                                                      " not recognized in StringTable...\n\n");
+    }
+}
+
+TEST_F(Strings, StartsAfreshAndMissesFilesInSilence) {
+    use(TEXT("KEY text\r\n#\r\n \t x\r\n"));
+    table.setLanguage(1);
+    for (const std::string key : {"KEY", NONE.c_str()})
+        EXPECT_EQ(lookup(key), NONE);
+    EXPECT_EQ(lookup(""), "");
+    const std::pair<const char*, int> loads[] = {
+        {nullptr, 1}, {"", 1}, {"gone.txt", 2}, {"StringTable_en.txt", 0}};
+    for (const auto& [file, result] : loads)
+        EXPECT_EQ(table.load(file), result);
+    EXPECT_EQ(lookup("KEY"), "text");
+    EXPECT_EQ(logMessages(device, "log.txt"), "");
+}
+
+}  // namespace

@@ -1,0 +1,131 @@
+// The configuration store: ranges, fallbacks, and what it logs.
+
+#include "support/system_config.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+
+#include "support/logger.h"
+#include "support/path_constants.h"
+#include "support/text.h"
+#include "tests/helpers/bytes.h"
+#include "tests/helpers/log_text.h"
+
+namespace {
+
+class Config : public ::testing::Test {
+  protected:
+    void SetUp() override { Logger::instance().setPath("/log.txt"); }
+
+    // A value as another program may have left it; the key must be there.
+    static void store(const WideString& name, DWORD type, const std::string& bytes) {
+        HKEY key{};
+        ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, TEXT("SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG"),
+                                0, KEY_WRITE, &key),
+                  0);
+        // The desktop's call looks behind a text for a terminator that its size leaves out.
+        const std::string guarded = bytes + "xxx";
+        RegSetValueExW(key, name.c_str(), 0, type, reinterpret_cast<const BYTE*>(guarded.data()),
+                       static_cast<DWORD>(bytes.size()));
+        RegCloseKey(key);
+    }
+    // The messages since the last look.
+    std::string logged() const {
+        const std::string messages = logMessages(device, "log.txt");
+        Logger::instance().open();
+        return messages;
+    }
+
+    DeviceFolder device;
+    SystemConfig& config = SystemConfig::instance();
+};
+
+TEST_F(Config, AMissingOrOverlongValueFallsBackWithAWarning) {
+    device.setLanguage(2);
+    EXPECT_EQ(config.getLanguage(), 2);
+    store(LANGUAGE, REG_BINARY, std::string("\1\0\0\0\0", 5));
+    EXPECT_EQ(config.getLanguage(), 0);
+    EXPECT_EQ(config.getTimeZone(), -1);
+    EXPECT_EQ(config.getDisplayTheme(), 0);
+    EXPECT_EQ(config.getWifiNetworkName(), "");
+    std::string expected;
+    for (const char* const name : {"LANGUAGE", "TIME_ZONE", "DISPLAY_THEME", "WIFI_NETWORK_NAME"})
+        expected += std::string("  ** Warning ** Error getting registry key [") + name + "].\n";
+    EXPECT_EQ(logged(), expected);
+}
+
+TEST_F(Config, NumbersAreStoredUncheckedAndReadInRange) {
+    device.setLanguage(0);
+    struct Case {
+        int32_t (SystemConfig::*get)();
+        void (SystemConfig::*set)(int32_t);
+        const WideString& name;
+        int32_t lowest;
+        int32_t highest;
+    };
+    const Case cases[] = {
+        {&SystemConfig::getLanguage, &SystemConfig::setLanguage, LANGUAGE, 0, 6},
+        {&SystemConfig::getSystemUnits, &SystemConfig::setSystemUnits, SYSTEM_UNITS, 0, 1},
+        {&SystemConfig::getLastAppMode, &SystemConfig::setLastAppMode, LAST_APP_MODE, 0, 5},
+        {&SystemConfig::getDisplayTheme, &SystemConfig::setDisplayTheme, DISPLAY_THEME, 0, 7},
+        {&SystemConfig::getTimeZone, &SystemConfig::setTimeZone, TIME_ZONE, -12, 13},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(narrow(test.name));
+        for (const int32_t value :
+             {test.lowest, test.highest, test.lowest - 1, test.highest + 1, INT32_MIN, INT32_MAX}) {
+            std::invoke(test.set, config, value);
+            const bool inRange = value >= test.lowest && value <= test.highest;
+            EXPECT_EQ(std::invoke(test.get, config), inRange ? value : 0);
+            EXPECT_EQ(config.getDword(test.name), value);
+        }
+    }
+    EXPECT_EQ(logged(), "");
+}
+
+TEST_F(Config, TextsGoThereAndBack) {
+    device.setLanguage(0);
+    struct Case {
+        std::string (SystemConfig::*get)();
+        void (SystemConfig::*set)(const std::string&);
+    };
+    const Case cases[] = {
+        {&SystemConfig::getWifiNetworkName, &SystemConfig::setWifiNetworkName},
+        {&SystemConfig::getWindowsHostName, &SystemConfig::setWindowsHostName},
+        {&SystemConfig::getWindowsDomainName, &SystemConfig::setWindowsDomainName},
+        {&SystemConfig::getWindowsUserName, &SystemConfig::setWindowsUserName},
+    };
+    const std::string texts[] = {"", "a \"b\" \\ caf\xE9 \xFF", std::string(511, 'x')};
+    for (const std::string& text : texts) {
+        std::string own = text;
+        for (const Case& test : cases) {
+            std::invoke(test.set, config, own);
+            EXPECT_EQ(std::invoke(test.get, config), own);
+            std::reverse(own.begin(), own.end());
+        }
+    }
+    EXPECT_EQ(logged(), "");
+    config.setWindowsHostName(std::string(512, 'x'));
+    EXPECT_EQ(config.getWindowsHostName(), "");
+    EXPECT_EQ(logged(), "  ** Warning ** Error getting registry key [WINDOWS_HOST_NAME].\n");
+}
+
+TEST_F(Config, TextsOfOtherProgramsAreReadWithinBounds) {
+    device.setLanguage(0);
+    const std::pair<std::string, std::string> cases[] = {
+        {utf16Bytes(WideString(512, TEXT('x'))), std::string(512, 'x')},
+        {utf16Bytes(TEXT("no end")), "no end"},
+        {utf16Bytes(WideString(TEXT("a\0b"), 3)), "a"},
+        {"", ""},
+        {std::string("\xE5\x65\xAC\x20\0\0", 6), "\xE5\xAC"},
+    };
+    for (const auto& [bytes, text] : cases) {
+        store(WINDOWS_USER_NAME, REG_SZ, bytes);
+        EXPECT_EQ(config.getWindowsUserName(), text);
+    }
+}
+
+}  // namespace

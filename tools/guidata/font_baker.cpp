@@ -1,0 +1,186 @@
+#include "tools/guidata/font_baker.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "tools/guidata/atlas.h"
+#include "tools/guidata/bmfont_writer.h"
+#include "tools/guidata/host_file.h"
+#include "tools/guidata/text_encoding.h"
+#include "tools/guidata/typeface.h"
+
+namespace {
+
+struct RenderedGlyph {
+    char16_t character;
+    GlyphImage image;
+};
+
+// A glyph with ink left of the pen (a "j") moves the cells of the whole face to the left, so that
+// all of it stays where it is to its neighbours.
+int commonInset(Typeface& typeface, const std::set<char16_t>& characters) {
+    int inset = 0;
+    for (const char16_t character : characters)
+        inset = std::max(inset, typeface.leftOverhang(character));
+    return inset;
+}
+
+bool fitsLine(const BakeRequest& request, const RenderedGlyph& glyph, std::string& error) {
+    const int top = request.base - glyph.image.top;
+    const int bottom = top + glyph.image.height;
+    if (glyph.image.height == 0 || (top >= 0 && bottom <= request.lineHeight))
+        return true;
+    error = request.faceName + ": " + characterName(glyph.character) + " covers the rows " +
+            std::to_string(top) + " to " + std::to_string(bottom) + " of a line of " +
+            std::to_string(request.lineHeight);
+    return false;
+}
+
+std::optional<std::vector<RenderedGlyph>> renderGlyphs(const BakeRequest& request,
+                                                       Typeface& typeface,
+                                                       const std::set<char16_t>& characters,
+                                                       std::string& error) {
+    std::vector<RenderedGlyph> glyphs;
+    const int inset = commonInset(typeface, characters);
+    for (const char16_t character : characters) {
+        std::optional<GlyphImage> image = typeface.render(character, inset);
+        if (!image) {
+            error = request.fontPath + ": " + characterName(character) + " cannot be rendered";
+            return std::nullopt;
+        }
+        glyphs.push_back({character, std::move(*image)});
+        if (!fitsLine(request, glyphs.back(), error))
+            return std::nullopt;
+    }
+    return glyphs;
+}
+
+// Drawing moves the second glyph of a pair but not the pen, so what a pair closes before that glyph
+// opens behind it. Half the font's amount shares the space out.
+KerningTable fontKerning(const Typeface& typeface, const std::set<char16_t>& characters) {
+    constexpr double share = 0.5;
+    KerningTable pairs;
+    for (const char16_t first : characters) {
+        for (const char16_t second : characters) {
+            const long amount = std::lround(typeface.kerning(first, second) * share);
+            if (amount != 0)
+                pairs[{first, second}] = static_cast<int16_t>(amount);
+        }
+    }
+    return pairs;
+}
+
+std::vector<CellSize> cellSizes(const std::vector<RenderedGlyph>& glyphs) {
+    std::vector<CellSize> sizes;
+    sizes.reserve(glyphs.size());
+    for (const RenderedGlyph& glyph : glyphs)
+        sizes.push_back({glyph.image.width, glyph.image.height});
+    return sizes;
+}
+
+// Page names have one length, as the format asks for.
+std::vector<std::string> pageNames(const std::string& faceName, int count) {
+    const std::size_t digits = std::to_string(count - 1).size();
+    std::vector<std::string> names;
+    for (int page = 0; page < count; ++page) {
+        const std::string number = std::to_string(page);
+        std::string name = faceName + "_";
+        name.append(digits - number.size(), '0').append(number).append(".raw");
+        names.push_back(name);
+    }
+    return names;
+}
+
+Glyph placedGlyph(const RenderedGlyph& glyph, const CellPlace& place, int base) {
+    constexpr uint8_t allChannels = 15;
+    Glyph placed{};
+    placed.id = glyph.character;
+    placed.x = static_cast<uint16_t>(place.x);
+    placed.y = static_cast<uint16_t>(place.y);
+    placed.width = static_cast<uint16_t>(glyph.image.width);
+    placed.height = static_cast<uint16_t>(glyph.image.height);
+    placed.yoffset = static_cast<int16_t>(glyph.image.height == 0 ? 0 : base - glyph.image.top);
+    placed.xadvance = static_cast<int16_t>(glyph.image.advance);
+    placed.page = static_cast<uint8_t>(place.page);
+    placed.channel = allChannels;
+    return placed;
+}
+
+void drawGlyph(const GlyphImage& image, const CellPlace& place, int side,
+               std::vector<uint8_t>& page) {
+    const auto width = static_cast<std::size_t>(image.width);
+    for (int row = 0; row < image.height; ++row) {
+        const auto to = (place.y + row) * std::ptrdiff_t{side} + place.x;
+        std::copy_n(image.coverage.begin() + row * std::ptrdiff_t{image.width}, width,
+                    page.begin() + to);
+    }
+}
+
+}  // namespace
+
+std::set<char16_t> latin1() {
+    std::set<char16_t> characters;
+    for (char16_t character = 0x20; character < 0x7F; ++character)
+        characters.insert(character);
+    for (char16_t character = 0xA0; character < 0x100; ++character)
+        characters.insert(character);
+    return characters;
+}
+
+std::optional<BakedFace> bakeFace(const BakeRequest& request, std::string& error) {
+    const std::unique_ptr<Typeface> typeface =
+        Typeface::open(request.fontPath, request.faceIndex, request.emSize, error);
+    if (typeface == nullptr)
+        return std::nullopt;
+
+    BakedFace face;
+    std::set<char16_t> characters;
+    for (const char16_t character : request.characters) {
+        if (typeface->hasGlyph(character))
+            characters.insert(character);
+        else
+            face.missing.push_back(character);
+    }
+    const std::optional<std::vector<RenderedGlyph>> glyphs =
+        renderGlyphs(request, *typeface, characters, error);
+    if (!glyphs)
+        return std::nullopt;
+
+    const Atlas atlas = packAtlas(cellSizes(*glyphs), request.maxPageSide);
+    constexpr int maxPages = 256;
+    if (atlas.pages == 0 || atlas.pages > maxPages) {
+        error = request.faceName + ": the glyphs do not fit on pages of " +
+                std::to_string(request.maxPageSide) + " pixels";
+        return std::nullopt;
+    }
+    const auto side = static_cast<std::size_t>(atlas.side);
+    face.pages.assign(static_cast<std::size_t>(atlas.pages), std::vector<uint8_t>(side * side));
+    for (std::size_t i = 0; i < glyphs->size(); ++i) {
+        const RenderedGlyph& glyph = (*glyphs)[i];
+        const CellPlace& place = atlas.places[i];
+        face.font.glyphs[glyph.character] = placedGlyph(glyph, place, request.base);
+        drawGlyph(glyph.image, place, atlas.side, face.pages[static_cast<std::size_t>(place.page)]);
+    }
+    face.fontName = typeface->familyName();
+    face.emSize = static_cast<int>(std::lround(request.emSize));
+    face.font.lineHeight = static_cast<uint32_t>(request.lineHeight);
+    face.font.base = static_cast<uint32_t>(request.base);
+    face.font.atlasSize = static_cast<uint32_t>(atlas.side);
+    face.font.pageNames = pageNames(request.faceName, atlas.pages);
+    face.font.kerning = fontKerning(*typeface, characters);
+    face.extraKerning = scaledKerning(request.extraKerning, request.emSize);
+    return face;
+}
+
+bool writeFace(const BakedFace& face, const std::string& faceName, const std::string& folder,
+               std::string& error) {
+    const std::string prefix = folder + "/";
+    for (std::size_t page = 0; page < face.pages.size(); ++page) {
+        const std::string bytes(face.pages[page].begin(), face.pages[page].end());
+        if (!writeHostFile(prefix + face.font.pageNames[page], bytes, error))
+            return false;
+    }
+    return writeHostFile(prefix + faceName + ".kern", encodeKernFile(face.extraKerning), error) &&
+           writeHostFile(prefix + faceName + ".fnt",
+                         encodeBmFont(face.font, face.fontName, face.emSize), error);
+}

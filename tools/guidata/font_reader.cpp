@@ -1,0 +1,13 @@
+#include "tools/guidata/font_reader.h"
+
+#include "tools/guidata/host_file.h"
+
+bool readFont(const std::string& path, FontData& font, std::string& error) {
+    std::string bytes;
+    if (!readHostFile(path, bytes, error))
+        return false;
+    parseFont(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), font);
+    if (font.glyphs.empty())
+        error = path + ": no glyphs in it";
+    return !font.glyphs.empty();
+}

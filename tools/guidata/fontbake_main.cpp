@@ -1,0 +1,117 @@
+// fontbake: a font file and a size to the files of a face of the device.
+#include <cstdio>
+
+#include "tools/guidata/font_baker.h"
+#include "tools/guidata/font_dump.h"
+#include "tools/guidata/font_reader.h"
+#include "tools/guidata/host_file.h"
+#include "tools/guidata/source_lines.h"
+#include "tools/guidata/text_encoding.h"
+#include "tools/guidata/tool_main.h"
+
+namespace {
+
+constexpr const char* TOOL = "fontbake";
+
+struct Arguments {
+    BakeRequest request;
+    std::string outputFolder = ".";
+    std::vector<std::string> textSources;
+    std::string kerningSource;
+    std::string dump;
+};
+
+std::vector<ToolOption> options(Arguments& arguments) {
+    BakeRequest& request = arguments.request;
+    return {
+        {"--font",
+         &request.fontPath,
+         "Bake a face of this TrueType font file",
+         {},
+         ToolOption::ALTERNATIVE,
+         {"--em", "--line-height", "--base", "--name"}},
+        {"--dump",
+         &arguments.dump,
+         "Print what this .fnt file holds, as JSON",
+         {},
+         ToolOption::ALTERNATIVE},
+        {"--face", &request.faceIndex, "Number of the font in a collection", NotNegative()},
+        {"--em", &request.emSize, "Size of the em, in pixels", Between{4, 400}},
+        {"--line-height", &request.lineHeight, "Height of a line, in pixels", Between{1, 1000}},
+        {"--base", &request.base, "Rows from a line's top to its baseline", Between{1, 1000}},
+        {"--name", &request.faceName, "Name of the face, as in SegoeUI_24px"},
+        {"--texts", &arguments.textSources, "UTF-8 files; what they use is baked beside Latin-1"},
+        {"--kerning", &arguments.kerningSource, "UTF-8 file of extra kerning pairs"},
+        {"--max-page", &request.maxPageSide, "Largest side of a page, in pixels",
+         OneOf{32, 64, 128, 256, 512, 1024}},
+        {"--output", &arguments.outputFolder, "Folder that the files are written to"},
+    };
+}
+
+bool addCharacters(const std::string& path, std::set<char16_t>& characters, std::string& error) {
+    std::string source;
+    if (!readHostFile(path, source, error))
+        return false;
+    const std::optional<std::vector<SourceLine>> lines = sourceLines(source, path, error);
+    if (!lines)
+        return false;
+    for (const SourceLine& line : *lines)
+        characters.insert(line.text.begin(), line.text.end());
+    characters.erase(u'\t');
+    return true;
+}
+
+bool readInputs(Arguments& arguments, std::string& error) {
+    arguments.request.characters = latin1();
+    for (const std::string& path : arguments.textSources) {
+        if (!addCharacters(path, arguments.request.characters, error))
+            return false;
+    }
+    if (arguments.kerningSource.empty())
+        return true;
+    std::string source;
+    if (!readHostFile(arguments.kerningSource, source, error))
+        return false;
+    std::optional<ExtraKerning> pairs = parseExtraKerning(source, arguments.kerningSource, error);
+    if (!pairs)
+        return false;
+    arguments.request.extraKerning = std::move(*pairs);
+    return true;
+}
+
+ExitCode bake(Arguments& arguments) {
+    std::string error;
+    if (!readInputs(arguments, error))
+        return fail(TOOL, error);
+    const std::optional<BakedFace> face = bakeFace(arguments.request, error);
+    if (!face || !writeFace(*face, arguments.request.faceName, arguments.outputFolder, error))
+        return fail(TOOL, error);
+    for (const char16_t character : face->missing) {
+        std::fprintf(stderr, "fontbake: warning: %s: no glyph for %s\n",
+                     arguments.request.fontPath.c_str(), characterName(character).c_str());
+    }
+    return EXIT_CODE_DONE;
+}
+
+ExitCode dump(const std::string& path) {
+    std::string error;
+    FontData font;
+    if (!readFont(path, font, error))
+        return fail(TOOL, error);
+    std::fputs(fontAsJson(font).c_str(), stdout);
+    return EXIT_CODE_DONE;
+}
+
+ExitCode run(Arguments& arguments) {
+    return arguments.dump.empty() ? bake(arguments) : dump(arguments.dump);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Arguments arguments;
+    return runTool(
+        {TOOL, "Bakes a font at one size into the .fnt, .kern and .raw files of the device.",
+         options(arguments), [&] { return run(arguments); }},
+        argc, argv);
+}

@@ -1,0 +1,33 @@
+#include "tools/guidata/raw_image.h"
+
+#include <png.h>
+
+#include <algorithm>
+
+std::optional<std::vector<uint8_t>> luminanceSquare(const std::string& path, uint32_t side,
+                                                    std::string& error) {
+    png_image picture{};
+    picture.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_file(&picture, path.c_str()) == 0) {
+        error = path + ": " + picture.message;
+        return std::nullopt;
+    }
+    if (picture.width > side || picture.height > side) {
+        error = path + ": " + std::to_string(picture.width) + " x " +
+                std::to_string(picture.height) + " pixels, more than " + std::to_string(side);
+        png_image_free(&picture);
+        return std::nullopt;
+    }
+    picture.format = PNG_FORMAT_GRAY;
+    const png_color black{0, 0, 0};
+    const std::size_t width = picture.width;
+    std::vector<uint8_t> pixels(width * picture.height);
+    if (png_image_finish_read(&picture, &black, pixels.data(), 0, nullptr) == 0) {
+        error = path + ": " + picture.message;
+        return std::nullopt;
+    }
+    std::vector<uint8_t> square(std::size_t{side} * side);
+    for (std::size_t row = 0; row < picture.height; ++row)
+        std::copy_n(pixels.data() + row * width, width, square.data() + row * side);
+    return square;
+}

@@ -1,0 +1,43 @@
+// rawimage: a PNG picture to a background picture of the device.
+
+#include "tools/guidata/host_file.h"
+#include "tools/guidata/raw_image.h"
+#include "tools/guidata/tool_main.h"
+
+namespace {
+
+constexpr const char* TOOL = "rawimage";
+
+struct Arguments {
+    std::string picture;
+    std::string output;
+    uint32_t side = 1024;
+};
+
+ExitCode convert(const Arguments& arguments) {
+    std::string error;
+    const std::optional<std::vector<uint8_t>> square =
+        luminanceSquare(arguments.picture, arguments.side, error);
+    if (!square || !writeHostFile(arguments.output, {square->begin(), square->end()}, error))
+        return fail(TOOL, error);
+    return EXIT_CODE_DONE;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Arguments arguments;
+    return runTool({TOOL,
+                    "Makes a raw luminance picture of the device from a PNG file.",
+                    {{"picture", &arguments.picture, "PNG file", {}, ToolOption::REQUIRED},
+                     {"--output", &arguments.output, "Raw file to write", {}, ToolOption::REQUIRED},
+                     {"--side",
+                      &arguments.side,
+                      "Side of the square, in pixels",
+                      Between{1, 8192},
+                      ToolOption::OPTIONAL,
+                      {},
+                      true}},
+                    [&] { return convert(arguments); }},
+                   argc, argv);
+}

@@ -1,0 +1,80 @@
+// stringtable: a UTF-8 source of texts to a string-table file of the device.
+#include <cstdio>
+
+#include "tools/guidata/font_reader.h"
+#include "tools/guidata/host_file.h"
+#include "tools/guidata/text_fit.h"
+#include "tools/guidata/text_source.h"
+#include "tools/guidata/tool_main.h"
+
+namespace {
+
+constexpr const char* TOOL = "stringtable";
+
+struct Arguments {
+    std::string source;
+    std::string output;
+    std::string keys;
+    std::string face;
+};
+
+bool readKeys(const std::string& path, ScreenKeys& keys, std::string& error) {
+    std::string source;
+    if (!readHostFile(path, source, error))
+        return false;
+    const std::optional<ScreenKeys> parsed = parseScreenKeys(source, path, error);
+    if (parsed)
+        keys = *parsed;
+    return parsed.has_value();
+}
+
+void print(const std::vector<std::string>& messages) {
+    for (const std::string& message : messages)
+        std::fprintf(stderr, "%s\n", message.c_str());
+}
+
+ExitCode convert(const Arguments& arguments) {
+    std::string error;
+    std::string source;
+    ScreenKeys keys;
+    FontData face;
+    if (!readHostFile(arguments.source, source, error) ||
+        (!arguments.keys.empty() && !readKeys(arguments.keys, keys, error)) ||
+        (!arguments.face.empty() && !readFont(arguments.face, face, error)))
+        return fail(TOOL, error);
+
+    MessageList messages;
+    const std::vector<TextEntry> entries =
+        parseTextSource(source, arguments.source, keys, messages);
+    if (!arguments.face.empty())
+        checkTexts(entries, arguments.source, keys, face, messages);
+    print(messages.errors);
+    print(messages.warnings);
+    if (!messages.errors.empty())
+        return EXIT_CODE_FAILED;
+    if (!writeHostFile(arguments.output, encodeStringTable(entries), error))
+        return fail(TOOL, error);
+    return EXIT_CODE_DONE;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Arguments arguments;
+    return runTool(
+        {TOOL,
+         "Makes a string-table file of the device from a UTF-8 source.",
+         {{"source",
+           &arguments.source,
+           "UTF-8 file of lines KEY, blanks, text",
+           {},
+           ToolOption::REQUIRED},
+          {"--output", &arguments.output, "UTF-16LE file to write", {}, ToolOption::REQUIRED},
+          {"--keys", &arguments.keys,
+           "File of the keys that the source must have, each with the x that its text must not go "
+           "beyond"},
+          {"--face", &arguments.face,
+           "The .fnt file that the texts are drawn with; warns about what it cannot show"}},
+         [&] { return convert(arguments); }},
+        argc, argv);
+}

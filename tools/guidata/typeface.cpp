@@ -1,0 +1,131 @@
+#include "tools/guidata/typeface.h"
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include FT_OUTLINE_H
+
+#include <algorithm>
+#include <cmath>
+
+#include "render/narrowing.h"
+
+namespace {
+
+constexpr double WIDENING = 1.5;
+constexpr int WIDE_ADVANCE_STEP = 3;
+constexpr double UNITS_PER_PIXEL = 64.0;            // FreeType's positions
+constexpr double UNITS_PER_LINEAR_PIXEL = 65536.0;  // its unrounded advances
+
+double widening(char16_t character) {
+    return isNarrowed(character) ? WIDENING : 1.0;
+}
+
+// A widened advance is a multiple of three, so that on the screen the pen stays on whole pixels and
+// the unscaled glyphs that follow stay sharp.
+int roundedAdvance(double pixels, bool wide) {
+    const int step = wide ? WIDE_ADVANCE_STEP : 1;
+    return static_cast<int>(std::lround(pixels / step)) * step;
+}
+
+}  // namespace
+
+struct Typeface::Library {
+    Library() = default;
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+    ~Library() {
+        FT_Done_Face(face);
+        FT_Done_FreeType(library);
+    }
+
+    FT_Library library = nullptr;
+    FT_Face face = nullptr;
+};
+
+std::unique_ptr<Typeface> Typeface::open(const std::string& path, int index, double emSize,
+                                         std::string& error) {
+    auto library = std::make_unique<Library>();
+    if (FT_Init_FreeType(&library->library) != 0) {
+        error = "FreeType cannot be started";
+        return nullptr;
+    }
+    if (FT_New_Face(library->library, path.c_str(), index, &library->face) != 0) {
+        error = path + ": no font file, or no face " + std::to_string(index) + " in it";
+        return nullptr;
+    }
+    const auto size = static_cast<FT_F26Dot6>(std::lround(emSize * UNITS_PER_PIXEL));
+    if (!FT_IS_SCALABLE(library->face) || FT_Set_Char_Size(library->face, 0, size, 72, 72) != 0) {
+        error = path + ": cannot be scaled to " + std::to_string(emSize) + " pixels";
+        return nullptr;
+    }
+    return std::unique_ptr<Typeface>(new Typeface(std::move(library)));
+}
+
+Typeface::Typeface(std::unique_ptr<Library> library) : library_(std::move(library)) {}
+
+Typeface::~Typeface() = default;
+
+std::string Typeface::familyName() const {
+    const char* const name = library_->face->family_name;
+    return name != nullptr ? name : "";
+}
+
+bool Typeface::hasGlyph(char16_t character) const {
+    return FT_Get_Char_Index(library_->face, character) != 0;
+}
+
+bool Typeface::load(char16_t character, int inset) {
+    FT_Matrix matrix{static_cast<FT_Fixed>(widening(character) * 0x10000), 0, 0, 0x10000};
+    FT_Vector shift{static_cast<FT_Pos>(std::lround(inset * widening(character) * UNITS_PER_PIXEL)),
+                    0};
+    FT_Set_Transform(library_->face, &matrix, &shift);
+    // Light hinting puts the horizontal strokes on whole rows and leaves the widths alone.
+    return FT_Load_Char(library_->face, character, FT_LOAD_NO_BITMAP | FT_LOAD_TARGET_LIGHT) == 0;
+}
+
+int Typeface::leftOverhang(char16_t character) {
+    if (!load(character, 0))
+        return 0;
+    FT_BBox box{};
+    FT_Outline_Get_CBox(&library_->face->glyph->outline, &box);
+    const double overhang = -static_cast<double>(box.xMin) / UNITS_PER_PIXEL / widening(character);
+    return std::max(0, static_cast<int>(std::ceil(overhang)));
+}
+
+std::optional<GlyphImage> Typeface::render(char16_t character, int inset) {
+    if (!load(character, inset))
+        return std::nullopt;
+    const FT_GlyphSlot slot = library_->face->glyph;
+    if (FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0 || slot->bitmap_left < 0)
+        return std::nullopt;
+
+    GlyphImage image;
+    const double advance = static_cast<double>(slot->linearHoriAdvance) / UNITS_PER_LINEAR_PIXEL;
+    image.advance = roundedAdvance(advance * widening(character), isNarrowed(character));
+    const FT_Bitmap& bitmap = slot->bitmap;
+    if (bitmap.width == 0 || bitmap.rows == 0)
+        return image;
+
+    // Drawing knows no horizontal offset: the space before the ink is part of the cell.
+    const auto left = static_cast<std::size_t>(slot->bitmap_left);
+    const std::size_t width = left + bitmap.width;
+    image.width = static_cast<int>(width);
+    image.height = static_cast<int>(bitmap.rows);
+    image.top = slot->bitmap_top;
+    image.coverage.resize(width * bitmap.rows);
+    for (std::size_t row = 0; row < bitmap.rows; ++row) {
+        const uint8_t* const from = bitmap.buffer + static_cast<std::ptrdiff_t>(row) * bitmap.pitch;
+        std::copy_n(from, bitmap.width, image.coverage.data() + row * width + left);
+    }
+    return image;
+}
+
+double Typeface::kerning(char16_t first, char16_t second) const {
+    const FT_Face face = library_->face;
+    FT_Vector amount{};
+    if (!FT_HAS_KERNING(face) ||
+        FT_Get_Kerning(face, FT_Get_Char_Index(face, first), FT_Get_Char_Index(face, second),
+                       FT_KERNING_UNFITTED, &amount) != 0)
+        return 0;
+    return static_cast<double>(amount.x) / UNITS_PER_PIXEL;
+}
