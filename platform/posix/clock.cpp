@@ -45,7 +45,8 @@ TIME_ZONE_INFORMATION hostZone() {
 const TIME_ZONE_INFORMATION& zone() {
     if (!deviceZone) {
         deviceZone = hostZone();
-        const host::Registry registry = host::loadRegistry();
+        host::Registry registry;
+        host::loadRegistry(registry);
         const host::RegistryValue* stored = registry.find(ZONE_KEY, ZONE_VALUE);
         if (stored != nullptr && stored->data.size() == sizeof *deviceZone)
             std::memcpy(&*deviceZone, stored->data.data(), sizeof *deviceZone);
@@ -132,7 +133,9 @@ DWORD GetTimeZoneInformation(TIME_ZONE_INFORMATION* information) {
 BOOL SetTimeZoneInformation(const TIME_ZONE_INFORMATION* information) {
     if (host::refusedByHook("SetTimeZoneInformation"))
         return FALSE;
-    host::Registry registry = host::loadRegistry();
+    host::Registry registry;
+    if (const DWORD error = host::loadRegistry(registry))
+        return host::fail(error);
     const auto* bytes = reinterpret_cast<const BYTE*>(information);
     registry.set(ZONE_KEY, ZONE_VALUE, {REG_BINARY, {bytes, bytes + sizeof *information}});
     if (const DWORD error = host::saveRegistry(registry))

@@ -9,18 +9,25 @@
 
 namespace host {
 
+int readFile(const std::string& path, std::string& bytes) {
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (!file.isOpen())
+        return errno;
+    char piece[4096];
+    for (;;) {
+        const ssize_t got = ::read(file.number(), piece, sizeof piece);
+        if (got > 0)
+            bytes.append(piece, static_cast<std::size_t>(got));
+        else if (got == 0)
+            return 0;
+        else if (errno != EINTR)
+            return errno;
+    }
+}
+
 std::string readFile(const std::string& path) {
     std::string bytes;
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    char piece[4096];
-    while (file.isOpen()) {
-        const ssize_t got = ::read(file.number(), piece, sizeof piece);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0)
-            break;
-        bytes.append(piece, static_cast<std::size_t>(got));
-    }
+    readFile(path, bytes);
     return bytes;
 }
 

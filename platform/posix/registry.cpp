@@ -18,7 +18,10 @@ LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subkey, DWORD, REGSAM access, HKEY* open
     if (key != HKEY_LOCAL_MACHINE)
         return ERROR_INVALID_HANDLE;
     const std::u16string path = std::u16string(u"HKEY_LOCAL_MACHINE\\") + subkey;
-    if (!host::loadRegistry().hasKey(path))
+    host::Registry registry;
+    if (const DWORD error = host::loadRegistry(registry))
+        return static_cast<LSTATUS>(error);
+    if (!registry.hasKey(path))
         return ERROR_FILE_NOT_FOUND;
     *opened = new KeyHandle{path, access};
     return ERROR_SUCCESS;
@@ -27,7 +30,9 @@ LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subkey, DWORD, REGSAM access, HKEY* open
 LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, DWORD*, DWORD* type, BYTE* data, DWORD* size) {
     if (const DWORD error = errorFromHook("RegQueryValueExW", name))
         return static_cast<LSTATUS>(error);
-    const host::Registry registry = host::loadRegistry();
+    host::Registry registry;
+    if (const DWORD error = host::loadRegistry(registry))
+        return static_cast<LSTATUS>(error);
     const host::RegistryValue* value = registry.find(key->path, name);
     if (value == nullptr)
         return ERROR_FILE_NOT_FOUND;
@@ -48,7 +53,9 @@ LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD, DWORD type, const BYTE* da
     constexpr REGSAM SET_VALUE = 0x2;
     if ((key->access & SET_VALUE) == 0)
         return ERROR_ACCESS_DENIED;
-    host::Registry registry = host::loadRegistry();
+    host::Registry registry;
+    if (const DWORD error = host::loadRegistry(registry))
+        return static_cast<LSTATUS>(error);
     registry.set(key->path, name, {type, {data, data + size}});
     return static_cast<LSTATUS>(host::saveRegistry(registry));
 }

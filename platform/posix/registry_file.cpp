@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
+#include <cstring>
 
 #include "platform/posix/device.h"
 #include "platform/posix/durable.h"
@@ -19,15 +21,25 @@ std::string registryPath() {
 
 }  // namespace
 
-Registry loadRegistry() {
-    return Registry::fromText(readFile(registryPath()));
+DWORD loadRegistry(Registry& registry) {
+    std::string text;
+    const int error = readFile(registryPath(), text);
+    if (error == 0 || error == ENOENT) {
+        registry = Registry::fromText(text);
+        return ERROR_SUCCESS;
+    }
+    std::fprintf(stderr, "registry.reg cannot be read: %s\n", std::strerror(error));
+    return windowsError(error, registryPath());
 }
 
 DWORD saveRegistry(const Registry& registry) {
     const std::string path = registryPath();
     const std::string temporary = path + ".new";
     const std::string text = registry.toText();
-    const int file = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    // What a run that was killed has left there, or somebody has put there to be written through.
+    ::unlink(temporary.c_str());
+    const int file =
+        ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
     if (file < 0)
         return windowsError(errno, temporary);
     const bool written =

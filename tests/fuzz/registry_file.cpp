@@ -1,4 +1,4 @@
-// Registry files: what was read reads the same once it has been written.
+// Registry files: what is set in one stands in the text that is written.
 
 #include <cstdlib>
 
@@ -6,9 +6,13 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    const std::string once = host::Registry::fromText(bytes).toText();
-    const std::string twice = host::Registry::fromText(once).toText();
-    if (once != twice)
+    constexpr char16_t KEY[] = u"HKEY_LOCAL_MACHINE\\K";
+    host::Registry registry = host::Registry::fromText(bytes);
+    registry.set(KEY, u"V", {REG_DWORD, {1, 2, 3, 4}});
+    const std::string text = registry.toText();
+    const host::Registry again = host::Registry::fromText(text);
+    const host::RegistryValue* value = again.find(KEY, u"V");
+    if (again.toText() != text || !again.hasKey(KEY) || value == nullptr || value->data[3] != 4)
         std::abort();
     return 0;
 }

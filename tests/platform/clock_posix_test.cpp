@@ -62,7 +62,7 @@ TEST_F(Clock, TheZoneIsTheDevicesAndShiftsItsTimes) {
     device.setLanguage(5);
     setBias(90);
     EXPECT_EQ(bias(), 90);
-    EXPECT_NE(device.read("registry.reg").find("\"LANGUAGE\"=dword:00000005"), std::string::npos);
+    EXPECT_NE(device.read("registry.reg").find("\"LANGUAGE\"=dword:5"), std::string::npos);
     const FILETIME time = host::fileTime({1'457'341'500, 250'000'000});
     FILETIME local{};
     SYSTEMTIME calendar{};

@@ -18,6 +18,13 @@ std::string asUtf16(const std::string& text) {
     return utf16Bytes(u"\uFEFF" + host::toUtf16(text));
 }
 
+std::string asUtf16BigEndian(const std::string& text) {
+    std::string bytes = asUtf16(text);
+    for (std::size_t i = 0; i < bytes.size(); i += 2)
+        std::swap(bytes[i], bytes[i + 1]);
+    return bytes;
+}
+
 // Type and bytes of value "V" of key K: "1:41 00 00 00"; "-" when absent.
 std::string valueOf(const std::string& file, const char16_t* name = u"V") {
     const host::Registry registry = host::Registry::fromText(file);
@@ -42,7 +49,9 @@ TEST(RegistryFile, ReadsEachFormOfValue) {
         {"\"V\"=dword:0000001f", "4: 1f 00 00 00"},
         {"\"v\"=dword:FFFFFFF4", "4: f4 ff ff ff"},
         {"  \"V\" = dword:7  ", "4: 07 00 00 00"},
-        {"\"V\"=\"a\"", "1: 61 00 00 00"},
+        {"\"V\"=dword:4 ; remark", "4: 04 00 00 00"},
+        {"\"V\"=hex:01 ;,02", "3: 01"},
+        {"\"V\"=\"a\";\"b\"", "1: 61 00 00 00"},
         {"\"V\"=\"\"", "1: 00 00"},
         {"\"V\"=\"\\\\\\\"\"", "1: 5c 00 22 00 00 00"},
         {"\"V\"=\"\xE2\x82\xAC;#\"", "1: ac 20 3b 00 23 00 00 00"},
@@ -52,7 +61,7 @@ TEST(RegistryFile, ReadsEachFormOfValue) {
         {"\"V\"=hex(0):", "0:"},
         {"\"V\"=hex:01,\\\r\n  02,\\\r\n  03\r\n", "3: 01 02 03"},
         {"\"V\"=hex:01,\\", "3: 01"},
-        {"\"V\"=dword:1\r\n\"V\"=dword:2", "4: 02 00 00 00"},
+        {"\"V\"=dword:1\r\n\"V\"=-\r\n\"V\"=dword:2", "4: 02 00 00 00"},
         {"[HKEY_LOCAL_MACHINE\\OTHER]\r\n[hkey_local_machine\\k]\r\n\"V\"=dword:3",
          "4: 03 00 00 00"},
     };
@@ -63,6 +72,7 @@ TEST(RegistryFile, ReadsEachFormOfValue) {
         EXPECT_EQ(valueOf(file + "\r\n"), test.value);
         EXPECT_EQ(valueOf("\xEF\xBB\xBF" + file), test.value);
         EXPECT_EQ(valueOf(asUtf16(file)), test.value);
+        EXPECT_EQ(valueOf(asUtf16BigEndian(file)), test.value);
     }
     EXPECT_EQ(valueOf(HEADER + KEY + "@=\"d\"", u""), "1: 64 00 00 00");
 }
@@ -75,12 +85,15 @@ TEST(RegistryFile, PassesOverWhatItCannotRead) {
         "\"V\"=\"ends in a backslash\\",
         "\"V\"=dword:",
         "\"V\"=dword:123456789",
+        "\"V\"=\"text\" and more",
+        "\"V\"=- and more",
         "\"V\"=hex(z):01",
         "\"V\"=hex:zz",
         "\"V\"=hex:01,,02",
         "; \"V\"=dword:1",
         "[",
-        "[-HKEY_LOCAL_MACHINE\\K]\r\n\"V\"=dword:1",
+        "[-HKEY_LOCAL_MACHINE\\KEY]\r\n\"V\"=dword:1",
+        "[-HKEY_LOCAL_MACHINE\\K\\B]\r\n\"V\"=dword:1",
         "[HKEY_LOCAL_MACHINE\\OTHER]\r\n\"V\"=dword:1",
         "",
     };
@@ -97,16 +110,39 @@ TEST(RegistryFile, PassesOverWhatItCannotRead) {
         EXPECT_EQ(valueOf(file), "-");
 }
 
-TEST(RegistryFile, WritesTheFormThatItReads) {
-    const std::string text = HEADER + KEY +
-                             "@=\"default\"\r\n"
-                             "\"Bin\"=hex:00,ff\r\n"
-                             "\"Expand\"=hex(2):41,00\r\n"
-                             "\"Num\"=dword:0000001f\r\n"
-                             "\"Quote\\\"\\\\\"=\"a\\\\b \\\"c\\\" \xC3\xA9\"\r\n"
-                             "\r\n[HKEY_LOCAL_MACHINE\\K\\Sub Key]\r\n";
-    EXPECT_EQ(host::Registry::fromText(text).toText(), text);
-    EXPECT_EQ(host::Registry::fromText(asUtf16(text)).toText(), asUtf16(text));
+TEST(RegistryFile, RemovesWhatItsLinesRemove) {
+    const std::string both = HEADER + KEY + "\"V\"=dword:1\r\n\"B\"=dword:1\r\n";
+    EXPECT_EQ(valueOf(both + "\"v\" = - ; gone"), "-");
+    EXPECT_EQ(valueOf(both + "\"V\"=-", u"B"), "4: 01 00 00 00");
+    for (const char* const line : {"[-HKEY_LOCAL_MACHINE\\K]", "[-hkey_local_machine] ; all"}) {
+        const std::string file = both + line + "\r\n\"V\"=dword:2\r\n";
+        EXPECT_EQ(valueOf(file), "-");
+        EXPECT_FALSE(host::Registry::fromText(file).hasKey(u"HKEY_LOCAL_MACHINE\\K"));
+        EXPECT_EQ(valueOf(file + KEY + "\"V\"=dword:2"), "4: 02 00 00 00");
+        EXPECT_EQ(valueOf(file + KEY + "\"V\"=dword:2", u"B"), "-");
+    }
+}
+
+TEST(RegistryFile, WritesTheLinesOfTheValuesThatAreSetAndKeepsTheOthers) {
+    const std::string start = HEADER + "; of Ann\r\n[HKEY_LOCAL_MACHINE\\K]\r\n";
+    const std::string odd = "\"Odd\"=qword:7\r\n\r\n; the units\r\n";
+    const std::string before = start + "\"Num\" = dword:1 ; metric\n\"Gone\"=dword:1\r\n" + odd +
+                               "\"List\"=hex:01,\\\r\n  02\r\n\"gone\"=-\r\n\r\n; the end";
+    const std::string after = start + "\"Num\"=dword:0000001f ; metric\r\n\"Gone\"=dword:1\r\n" +
+                              odd + "\"List\"=hex:00,ff\r\n\"gone\"=-\r\n" +
+                              "\"Gone\"=hex(2):41,00\r\n\"Q\\\"\\\\\"=\"a\\\\ \xC3\xA9\"\r\n" +
+                              "\r\n; the end\r\n\r\n[HKEY_LOCAL_MACHINE\\L]\r\n@=hex(4):01\r\n";
+    const std::u16string key = u"hkey_local_machine\\K";
+    for (const auto encode :
+         {+[](const std::string& text) { return text; }, asUtf16, asUtf16BigEndian}) {
+        host::Registry registry = host::Registry::fromText(encode(before));
+        registry.set(key, u"num", {REG_DWORD, {31, 0, 0, 0}});
+        registry.set(key, u"LIST", {REG_BINARY, {0, 255}});
+        registry.set(key, u"Gone", {2, {0x41, 0}});
+        registry.set(key, u"Q\"\\", {REG_SZ, {'a', 0, '\\', 0, ' ', 0, 0xE9, 0, 0, 0}});
+        registry.set(u"HKEY_LOCAL_MACHINE\\L", u"", {REG_DWORD, {1}});
+        EXPECT_EQ(registry.toText(), encode(after));
+    }
 }
 
 TEST(RegistryFile, IsReplacedAsAWhole) {
@@ -115,18 +151,32 @@ TEST(RegistryFile, IsReplacedAsAWhole) {
     struct stat before {};
     ASSERT_EQ(::stat((device.root() / "registry.reg").c_str(), &before), 0);
 
-    host::Registry registry = host::loadRegistry();
+    // What a run that was killed has left, or somebody has put there to be written through.
+    std::filesystem::create_symlink("a file of the host", device.root() / "registry.reg.new");
+    host::Registry registry;
+    EXPECT_EQ(host::loadRegistry(registry), DWORD{0});
     registry.set(u"hkey_local_machine\\k", u"v", {REG_DWORD, {2, 0, 0, 0}});
     EXPECT_EQ(host::saveRegistry(registry), DWORD{0});
     struct stat after {};
     ASSERT_EQ(::stat((device.root() / "registry.reg").c_str(), &after), 0);
     EXPECT_NE(after.st_ino, before.st_ino);
-    EXPECT_EQ(device.tree(), (Tree{{"registry.reg", HEADER + KEY + "\"v\"=dword:00000002\r\n"}}));
+    EXPECT_EQ(device.tree(), (Tree{{"registry.reg", HEADER + KEY + "\"V\"=dword:00000002\r\n"}}));
+}
 
-    std::filesystem::remove(device.root() / "registry.reg");
+// What is there and cannot be read is not taken for empty, and not replaced.
+TEST(RegistryFile, IsLeftAloneWhenItCannotBeRead) {
+    const DeviceFolder device;
+    const std::filesystem::path file = device.root() / "registry.reg";
+    std::filesystem::create_symlink("registry.reg", file);
+    HKEY key{};
+    EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, u"K", 0, KEY_READ, &key), 5);
+    const TIME_ZONE_INFORMATION zone{};
+    EXPECT_FALSE(SetTimeZoneInformation(&zone));
+    EXPECT_TRUE(std::filesystem::is_symlink(file));
+
+    std::filesystem::remove(file);
     device.makeFolder("registry.reg/in the way");
-    EXPECT_EQ(host::loadRegistry().toText(), host::Registry().toText());
-    EXPECT_NE(host::saveRegistry(registry), DWORD{0});
+    EXPECT_NE(host::saveRegistry(host::Registry()), DWORD{0});
     EXPECT_FALSE(device.exists("registry.reg.new"));
 }
 
