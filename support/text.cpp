@@ -10,6 +10,6 @@ WideString widen(const std::string& narrow) {
 std::string narrow(const WideString& wide) {
     std::string narrow(wide.size(), '\0');
     for (std::size_t i = 0; i < wide.size(); ++i)
-        narrow[i] = static_cast<char>(static_cast<unsigned char>(wide[i] & 0xFF));
+        narrow[i] = wide[i] <= 0xFF ? static_cast<char>(static_cast<unsigned char>(wide[i])) : '?';
     return narrow;
 }

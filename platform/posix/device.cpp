@@ -6,6 +6,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 
@@ -22,10 +23,14 @@ std::string& root() {
     return folder;
 }
 
-constexpr char16_t SEPARATORS[] = u"/\\";
+constexpr std::u16string_view FORBIDDEN = u"<>:\"|?*";
+
+bool isForbidden(char16_t character) {
+    return character < 0x20 || FORBIDDEN.find(character) != std::u16string_view::npos;
+}
 
 bool isRelative(std::u16string_view path) {
-    return path.find_first_of(SEPARATORS) != 0;
+    return path.find_first_of(host::SEPARATORS) != 0;
 }
 
 // Whether a folder below the drive of `path` is a link. Paths outside the device folder are the
@@ -87,6 +92,8 @@ DWORD resolveName(LPCWSTR path, std::string& host) {
     const std::u16string_view text(path);
     if (text.empty() || text.size() >= MAX_PATH)
         return ERROR_PATH_NOT_FOUND;
+    if (std::any_of(text.begin(), text.end(), isForbidden))
+        return ERROR_INVALID_NAME;
     host = resolveOnText(path);
     return ERROR_SUCCESS;
 }

@@ -19,12 +19,15 @@ void setDeviceRoot(const std::string& folder);
 
 namespace host {
 
+constexpr char16_t SEPARATORS[] = u"/\\";
+
 // A path that does not begin with a separator counts from the current folder of the host. The
 // result has no separator at its end.
 std::string resolveOnText(LPCWSTR path);
 
 // Resolves `path` into `host` for use. Returns 0, or the error with which the call is to fail: 3
-// for a path of 260 characters or more, 5 for one that leads through a link.
+// for a path of 260 characters or more, 123 for one with a character that no name has, 5 for one
+// that leads through a link.
 DWORD resolve(LPCWSTR path, std::string& host);
 
 // The same without looking for links, which openResolved() does.

@@ -1,7 +1,7 @@
 // FindFirstFileW and its companions. A pattern ends in "*" (all of a folder) or in a name (that one
-// alone). A folder's entries come sorted by name behind "." and "..", so that a run repeats. What
-// is neither a file nor a folder nor a link is not listed, nor is a name with a backslash in it:
-// taken as a path, it would lead somewhere else.
+// alone); by any other pattern nothing is found. A folder's entries come sorted by name behind "."
+// and "..", so that a run repeats. What is neither a file nor a folder nor a link is not listed,
+// nor is a name with a backslash in it: taken as a path, it would lead somewhere else.
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -50,24 +50,32 @@ DWORD openError(const std::string& path) {
     return error == ENOENT ? ERROR_PATH_NOT_FOUND : host::windowsError(error, path);
 }
 
-// Opens the folder of `host` (or `host` itself) and collects the names to be found.
-DWORD start(const std::string& host, bool wholeFolder, Search& search) {
+// Opens the folder that is searched and collects the names to be found.
+DWORD start(std::u16string pattern, Search& search) {
+    const std::size_t lastPart = pattern.find_last_of(host::SEPARATORS) + 1;
+    const std::u16string last = pattern.substr(lastPart);
+    const bool isWild = last.find_first_of(u"*?") != std::u16string::npos;
+    // Any name serves to open the folder.
+    if (isWild)
+        std::fill(pattern.begin() + static_cast<std::ptrdiff_t>(lastPart), pattern.end(), u'_');
+    std::string host;
+    if (const DWORD error = host::resolve(pattern.c_str(), host))
+        return error;
+    // A folder is found by its name, with no separator behind it; the root has none.
+    if (!isWild && (last.empty() || host == deviceRoot()))
+        return ERROR_FILE_NOT_FOUND;
     const std::size_t slash = host.rfind('/');
-    const std::string path = wholeFolder ? host : host.substr(0, slash);
+    const std::string path = host.substr(0, slash);
     DIR* folder = ::opendir(path.c_str());
     if (folder == nullptr)
         return openError(path);
-    if (wholeFolder)
+    if (last == u"*")
         readNames(folder, search.names);
-    else
+    else if (!isWild)
         search.names.push_back(host.substr(slash + 1));
     search.folder = ::fcntl(::dirfd(folder), F_DUPFD_CLOEXEC, 0);
     ::closedir(folder);
     return search.folder < 0 ? ERROR_TOO_MANY_OPEN_FILES : ERROR_SUCCESS;
-}
-
-bool isSeparator(WCHAR character) {
-    return character == u'/' || character == u'\\';
 }
 
 FILETIME fileTime(const struct statx_timestamp& time) {
@@ -119,19 +127,8 @@ void end(Search* search) {
 HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* found) {
     if (refusedByHook("FindFirstFileW", pattern))
         return INVALID_HANDLE_VALUE;
-    std::string host;
-    DWORD error = host::resolve(pattern, host);
-    // A folder is found by its name, with no separator behind it; the root has none.
-    const bool named = *pattern != 0 && !isSeparator(std::u16string_view(pattern).back());
-    if (error == ERROR_SUCCESS && (!named || host == deviceRoot()))
-        error = ERROR_FILE_NOT_FOUND;
     auto* search = new Search;
-    if (error == ERROR_SUCCESS) {
-        const bool wholeFolder = host.size() >= 2 && host.compare(host.size() - 2, 2, "/*") == 0;
-        if (wholeFolder)
-            host.resize(host.size() - 2);
-        error = start(host, wholeFolder, *search);
-    }
+    DWORD error = start(pattern, *search);
     if (error == ERROR_SUCCESS && !advance(*search, *found))
         error = ERROR_FILE_NOT_FOUND;
     if (error == ERROR_SUCCESS)

@@ -10,20 +10,9 @@ namespace {
 using HostileNames = UpdateOnDevice;
 
 TEST_F(HostileNames, AreCopiedAsTheyAre) {
-    const std::vector<std::string> names = {"two\nlines",
-                                            "\"quoted\"",
-                                            "100% %s %n %%",
-                                            "caf\xC3\xA9 \xC2\xA9",
-                                            "dots...",
-                                            "blanks  ",
-                                            " ",
-                                            "-rf",
-                                            "*",
-                                            "?",
-                                            "KSTRL Release 2",
-                                            "a;b",
-                                            "tab\there",
-                                            std::string(190, 'n')};
+    const std::vector<std::string> names = {
+        "100% %s %n %%", "caf\xC3\xA9 \xC2\xA9", "dots...", "blanks  ",           " ",
+        "-rf",           "KSTRL Release 2",      "a;b",     std::string(190, 'n')};
     for (const std::string& name : names)
         device.write(KEY + ("KSTRL/" + name), "content of " + name);
     EXPECT_EQ(run(), UpdateComplete);
@@ -32,16 +21,42 @@ TEST_F(HostileNames, AreCopiedAsTheyAre) {
     EXPECT_EQ(log().find("ERROR"), std::string::npos) << log();
 }
 
-// Beyond 8-bit characters the engine's narrow paths cannot name a file; its copy fails, the rest of
-// the update goes on.
-TEST_F(HostileNames, ThatNarrowPathsCannotHoldAreLeftOut) {
-    const std::vector<std::string> names = {"\xE6\x97\xA5\xE6\x9C\xAC", "bad \xFF\xFE utf-8",
-                                            "\xF0\x9F\x92\xBE"};
+// A name with the low bytes of "../", which are those of U+012E and U+012F.
+constexpr const char* UPWARDS = "\u012E\u012E\u012F";
+
+// No path holds these, nor the "?" that a narrow path has for what lies beyond 8-bit characters.
+// The copy of such a file fails, the rest of the update goes on.
+TEST_F(HostileNames, ThatNoPathHoldsAreLeftOut) {
+    device.write("USB HD/survey.DZT", "overwritten");
+    device.write("FlashDisk/VELD/survey.DZT", "survey");
+    const std::vector<std::string> names = {"\xE6\x97\xA5\xE6\x9C\xAC",
+                                            "bad \xFF\xFE utf-8",
+                                            "\xF0\x9F\x92\xBE",
+                                            "*",
+                                            "?",
+                                            "\"quoted\"",
+                                            "two\nlines",
+                                            std::string(UPWARDS) + UPWARDS + "survey.DZT"};
     for (const std::string& name : names)
         device.write(KEY + ("KSTRL/" + name), "x");
     EXPECT_EQ(run(), UpdateComplete);
     EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL"), (Tree{{"KSTRL.exe", "application 2"}}));
-    EXPECT_NE(log().find("Error 2 ::SetFileAttributes"), std::string::npos);
+    EXPECT_NE(log().find("Error 123 ::SetFileAttributes"), std::string::npos);
+    EXPECT_EQ(device.read("FlashDisk/VELD/survey.DZT"), "survey");
+}
+
+TEST_F(HostileNames, ThatNoPathHoldsAreNotDeletedForOthers) {
+    const std::string backup = "FlashDisk/VELD/KSTRL_old/";
+    device.write("FlashDisk/VELD/survey.DZT", "survey");
+    device.write(backup + UPWARDS + "survey.DZT", "x");
+    // Both have the low byte of "/".
+    device.makeFolder(backup + "\u552F");
+    device.makeFolder(backup + "\u562F");
+    EXPECT_EQ(run(), UpdateFailed);
+    EXPECT_NE(log().find("Error 123 deleting file: /FlashDisk/VELD/KSTRL_old\\???survey.DZT"),
+              std::string::npos);
+    EXPECT_EQ(device.read("FlashDisk/VELD/survey.DZT"), "survey");
+    EXPECT_EQ(device.read(APPLICATION + std::string("KSTRL.exe")), "application 1");
 }
 
 // The whole path is longer than the system takes.

@@ -74,6 +74,7 @@ TEST(Files, MakingFolders) {
         {"", [] { return CreateDirectoryW(TEXT("/T/a/d"), nullptr); }, 3, nullptr},
         {"f=1", [] { return CreateDirectoryW(TEXT("/T/f/d"), nullptr); }, 3, nullptr},
         {"", [] { return CreateDirectoryW(TEXT(""), nullptr); }, 3, nullptr},
+        {"", [] { return CreateDirectoryW(TEXT("/T/a?b"), nullptr); }, 123, nullptr},
     });
 }
 
@@ -100,6 +101,8 @@ TEST(Files, Copy) {
         {"d=2", [] { return CopyFileW(TEXT("/T/a/s"), D, FALSE); }, 3, nullptr},
         {"s=1", [] { return CopyFileW(S, TEXT("/T/a/d"), FALSE); }, 3, nullptr},
         {"f=2 s=1", [] { return CopyFileW(S, TEXT("/T/f/d"), FALSE); }, 3, nullptr},
+        {"s=1", [] { return CopyFileW(TEXT("/T/a?b"), D, FALSE); }, 123, nullptr},
+        {"s=1", [] { return CopyFileW(S, TEXT("/T/a*b"), FALSE); }, 123, nullptr},
     });
 }
 
@@ -118,6 +121,8 @@ TEST(Files, Move) {
         {"d=2", [] { return MoveFileW(S, D); }, 2, nullptr},
         {"", [] { return MoveFileW(TEXT("/T/a/s"), D); }, 3, nullptr},
         {"s=1", [] { return MoveFileW(S, TEXT("/T/a/d")); }, 3, nullptr},
+        {"s=1", [] { return MoveFileW(TEXT("/T/a?b"), D); }, 123, nullptr},
+        {"s=1", [] { return MoveFileW(S, TEXT("/T/a|b")); }, 123, nullptr},
     });
 }
 
@@ -130,6 +135,8 @@ TEST(Files, Delete) {
         {"", [] { return DeleteFileW(F); }, 2, nullptr},
         {"", [] { return DeleteFileW(TEXT("/T/a/f")); }, 3, nullptr},
         {"f=1", [] { return DeleteFileW(TEXT("/T/f/x")); }, 3, nullptr},
+        {"", [] { return DeleteFileW(TEXT("/T/a?b")); }, 123, nullptr},
+        {"", [] { return DeleteFileW(TEXT("/T/gone/a\nb")); }, 123, nullptr},
     });
 }
 
@@ -143,6 +150,7 @@ TEST(Files, RemovingFolders) {
         {"d=1", [] { return RemoveDirectoryW(D); }, 267, nullptr},
         {"", [] { return RemoveDirectoryW(D); }, 2, nullptr},
         {"", [] { return RemoveDirectoryW(TEXT("/T/a/d")); }, 3, nullptr},
+        {"", [] { return RemoveDirectoryW(TEXT("/T/a?b\\")); }, 123, nullptr},
     });
 }
 
@@ -154,6 +162,7 @@ TEST(Files, SetAttributes) {
         {"f=1", [] { return SetFileAttributesW(F, 0x20); }, 0, "f=1"},
         {"", [] { return SetFileAttributesW(F, 0xFFFFFFFE); }, 2, nullptr},
         {"", [] { return SetFileAttributesW(TEXT("/T/a/f"), 0x20); }, 3, nullptr},
+        {"", [] { return SetFileAttributesW(TEXT("/T/a?b"), 0x20); }, 123, nullptr},
     });
 }
 
@@ -168,6 +177,8 @@ TEST(Files, GetAttributes) {
     EXPECT_EQ(GetLastError(), DWORD{2});
     EXPECT_EQ(GetFileAttributesW(TEXT("/T/gone/f")), DWORD{0xFFFFFFFF});
     EXPECT_EQ(GetLastError(), DWORD{3});
+    EXPECT_EQ(GetFileAttributesW(TEXT("/T/a?b")), DWORD{0xFFFFFFFF});
+    EXPECT_EQ(GetLastError(), DWORD{123});
 }
 
 BOOL opens(LPCWSTR path, LPCWSTR mode) {
@@ -191,6 +202,8 @@ TEST(Files, Open) {
         {"", [] { return opens(TEXT("/T/f"), TEXT("rb")); }, 2, nullptr},
         {"", [] { return opens(TEXT("/T/a/f"), TEXT("rb")); }, 3, nullptr},
         {"", [] { return opens(TEXT("/T/a/f"), TEXT("w")); }, 3, nullptr},
+        {"", [] { return opens(TEXT("/T/a?b"), TEXT("rb")); }, 123, nullptr},
+        {"", [] { return opens(TEXT("/T/a<b"), TEXT("w")); }, 123, nullptr},
     });
 }
 

@@ -57,6 +57,9 @@ TEST(Listing, YieldsNamesOrAnError) {
         {TEXT("/T/b/x"), 267, {}, true},
         {TEXT("/T/b/x/*"), 3, {}},
         {TEXT(""), 3, {}},
+        {TEXT("/T/a?c"), 2, {}},
+        {TEXT("/T/gone/a?c"), 3, {}},
+        {TEXT("/T/a?c/*"), 123, {}},
     };
     for (const Case& test : cases) {
         SCOPED_TRACE(narrow(test.pattern));

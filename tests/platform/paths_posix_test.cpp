@@ -39,6 +39,9 @@ TEST(Paths, AreResolvedOnTheirTextAndStayInTheDevice) {
     EXPECT_EQ(host::resolve(u"", host), DWORD{3});
     EXPECT_EQ(host::resolve((u"/" + std::u16string(258, u'a')).c_str(), host), DWORD{0});
     EXPECT_EQ(host::resolve((u"/" + std::u16string(259, u'a')).c_str(), host), DWORD{3});
+    for (const char16_t forbidden : std::u16string_view(u"<>:\"|?*\n\x1F"))
+        EXPECT_EQ(host::resolve((u"/a/b" + std::u16string(1, forbidden)).c_str(), host),
+                  DWORD{123});
 }
 
 TEST(Utf, AnyBytesSurviveTheWayThereAndBack) {

@@ -144,7 +144,7 @@ const FaultyKey FAULTY_KEYS[] = {
     {"outside Latin-1, another's name for the device", adding(KSTRL + "antennas.da\xC5\xB4"),
      "name-not-latin1"},
     {"folder outside Latin-1", adding(DATA + "\xE6\xBC\xA2/a"), "name-not-latin1"},
-    {"question mark", adding(KSTRL + "what?"), "name-not-fat"},
+    {"question mark", adding(KSTRL + "what?"), "copy-fails name-not-fat"},
     {"dot at the end", adding(KSTRL + "name."), "name-not-fat"},
     {"longest path that the staging area holds", adding(deepPath(236)), ""},
     {"too long for the staging area", adding(deepPath(237)), "path-too-long copy-fails"},

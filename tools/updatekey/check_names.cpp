@@ -38,7 +38,8 @@ void checkNames(const KeyUnderCheck& key, CheckReport& report) {
             continue;
         if (!isLatin1(name))
             addError(findings, "name-not-latin1", entry.path,
-                     "has characters outside Latin-1; the device cannot open it");
+                     "has characters outside Latin-1; the device reads \"?\" for them and leaves "
+                     "it out");
         if (longestDevicePath(entry.path) > MAX_PATH_LENGTH)
             addError(
                 findings, "path-too-long", entry.path,

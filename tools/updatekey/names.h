@@ -6,7 +6,8 @@
 // "." of a file manager's own making, such as ".DS_Store", "._name", "Thumbs.db" or "desktop.ini".
 bool isDesktopLitter(const std::string& name);
 
-// Whether every character is in Latin-1: the device keeps the low byte of each only.
+// Whether every character is in Latin-1: the device reads "?" for any other, which no path may
+// hold.
 bool isLatin1(const std::string& utf8);
 
 // Whether FAT32 can hold it as the name of one file.
