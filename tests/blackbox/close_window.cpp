@@ -2,16 +2,16 @@
 
 #include <X11/Xlib.h>
 
-bool askWindowToClose(const std::string& display) {
+std::string askWindowToClose(const std::string& display) {
     Display* const server = XOpenDisplay(display.c_str());
     if (server == nullptr)
-        return false;
+        return {};
     Window root = 0;
     Window parent = 0;
     Window* windows = nullptr;
     unsigned int count = 0;
     XQueryTree(server, DefaultRootWindow(server), &root, &parent, &windows, &count);
-    bool asked = false;
+    std::string size;
     for (unsigned int i = 0; i < count; ++i) {
         XWindowAttributes attributes{};
         if (!XGetWindowAttributes(server, windows[i], &attributes) ||
@@ -23,10 +23,11 @@ bool askWindowToClose(const std::string& display) {
         event.xclient.message_type = XInternAtom(server, "WM_PROTOCOLS", False);
         event.xclient.format = 32;
         event.xclient.data.l[0] = static_cast<long>(XInternAtom(server, "WM_DELETE_WINDOW", False));
-        asked = XSendEvent(server, windows[i], False, NoEventMask, &event) != 0;
+        if (XSendEvent(server, windows[i], False, NoEventMask, &event) != 0)
+            size = std::to_string(attributes.width) + "x" + std::to_string(attributes.height);
     }
     if (windows != nullptr)
         XFree(windows);
     XCloseDisplay(server);
-    return asked;
+    return size;
 }

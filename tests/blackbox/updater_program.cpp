@@ -12,12 +12,16 @@ VirtualDisplay::VirtualDisplay(int depth) {
     name_ = ":" + server_->output().substr(0, server_->output().find('\n'));
 }
 
-void VirtualDisplay::press(const std::string& keys) const {
+bool VirtualDisplay::pressUntil(const std::string& keys, const std::function<bool()>& done) const {
     std::vector<std::string> command = {"xdotool", "key", "--delay", "30"};
     std::istringstream names(keys);
     for (std::string key; names >> key;)
         command.push_back(key);
-    ChildProcess(command, {{"DISPLAY", name_}}).waitForEnd();
+    return waitUntil([&] {
+        if (!done())
+            ChildProcess(command, {{"DISPLAY", name_}}).waitForEnd();
+        return done();
+    });
 }
 
 UpdaterProgram::UpdaterProgram(const DeviceFolder& device, const VirtualDisplay& display,

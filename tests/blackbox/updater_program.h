@@ -15,8 +15,9 @@ class VirtualDisplay {
 
     const std::string& name() const { return name_; }
 
-    // Presses keys by their X names, one after another, as a person would.
-    void press(const std::string& keys) const;
+    // Presses keys by their X names, one after another, again and again until `done`: a window that
+    // has just come up may not hear them yet. Returns false once patience is at its end.
+    bool pressUntil(const std::string& keys, const std::function<bool()>& done) const;
 
   private:
     std::optional<ChildProcess> server_;

@@ -2,29 +2,14 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <thread>
 
 #include "platform/posix/read_file.h"
 #include "tests/helpers/scratch.h"
-
-namespace {
-
-std::vector<std::string> wordsOf(const std::vector<std::string>& command,
-                                 const ChildProcess::Variables& variables) {
-    std::vector<std::string> words;
-    if (!variables.empty())
-        words.push_back("env");
-    for (const auto& [name, value] : variables)
-        words.push_back(value.empty() ? "--unset=" + name : name + "=" + value);
-    words.insert(words.end(), command.begin(), command.end());
-    return words;
-}
-
-}  // namespace
 
 bool waitUntil(const std::function<bool()>& condition) {
     const auto end = std::chrono::steady_clock::now() + PATIENCE;
@@ -36,22 +21,32 @@ bool waitUntil(const std::function<bool()>& condition) {
     return true;
 }
 
-ChildProcess::ChildProcess(const std::vector<std::string>& command, const Variables& variables)
+ChildProcess::ChildProcess(std::vector<std::string> command, const Variables& variables)
     : folder_(makeScratchFolder()) {
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    const int flags = O_WRONLY | O_CREAT | O_TRUNC;
-    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 1, (folder_ + "/out").c_str(), flags, 0600);
-    posix_spawn_file_actions_addopen(&actions, 2, (folder_ + "/err").c_str(), flags, 0600);
-    std::vector<std::string> words = wordsOf(command, variables);
-    std::vector<char*> pointers;
-    for (std::string& word : words)
-        pointers.push_back(word.data());
-    pointers.push_back(nullptr);
-    if (posix_spawnp(&id_, pointers[0], &actions, nullptr, pointers.data(), environ) != 0)
-        id_ = -1;
-    posix_spawn_file_actions_destroy(&actions);
+    int started[2] = {};
+    if (::pipe2(started, O_CLOEXEC) != 0)
+        std::abort();
+    id_ = ::fork();
+    if (id_ != 0) {
+        // Its other end is closed once the program has taken the child's place.
+        char byte = 0;
+        ::close(started[1]);
+        while (::read(started[0], &byte, 1) > 0) {
+        }
+        ::close(started[0]);
+        return;
+    }
+    int stream = STDIN_FILENO;
+    for (const std::string& path : {std::string("/dev/null"), folder_ + "/out", folder_ + "/err"})
+        ::dup2(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600), stream++);
+    for (const auto& [name, value] : variables)
+        value.empty() ? ::unsetenv(name.c_str()) : ::setenv(name.c_str(), value.c_str(), 1);
+    std::vector<char*> words;
+    for (std::string& word : command)
+        words.push_back(word.data());
+    words.push_back(nullptr);
+    ::execvp(words[0], words.data());
+    ::_exit(127);
 }
 
 ChildProcess::~ChildProcess() {
@@ -65,13 +60,13 @@ ChildProcess::~ChildProcess() {
 
 bool ChildProcess::isRunning() {
     int status = 0;
-    if (id_ > 0 && !status_ && ::waitpid(id_, &status, WNOHANG) == id_)
+    if (!status_ && ::waitpid(id_, &status, WNOHANG) == id_)
         status_ = status;
-    return id_ > 0 && !status_;
+    return !status_;
 }
 
 std::optional<int> ChildProcess::waitForEnd() {
-    if (!waitUntil([this] { return !isRunning(); }) || !status_ || !WIFEXITED(*status_))
+    if (!waitUntil([this] { return !isRunning(); }) || !WIFEXITED(*status_))
         return std::nullopt;
     return WEXITSTATUS(*status_);
 }

@@ -22,7 +22,7 @@ class ChildProcess {
 
     // Starts a program with the given variables set beside those of this process (an empty value
     // removes one). What it prints on its standard output is kept.
-    explicit ChildProcess(const std::vector<std::string>& command, const Variables& variables = {});
+    explicit ChildProcess(std::vector<std::string> command, const Variables& variables = {});
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
     ~ChildProcess();
@@ -38,7 +38,7 @@ class ChildProcess {
     std::string errors() const;
 
   private:
+    std::string folder_;
     pid_t id_ = -1;
     std::optional<int> status_;
-    std::string folder_;
 };
