@@ -1,5 +1,4 @@
-// An updater that waits for a day, and a device that is updated for a lifetime: neither may cost
-// memory or handles.
+// Whether an updater that waits for a day, or a lifetime of updates, costs memory or handles.
 
 #include <unistd.h>
 

@@ -1,4 +1,4 @@
-// Times in the terms of Windows, and the time zone that belongs to the device.
+// Whether a file's time can be out of range, and whether the device's time zone touches the host's.
 
 #include "platform/posix/clock.h"
 

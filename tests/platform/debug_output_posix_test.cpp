@@ -1,4 +1,4 @@
-// What is meant for the debugger.
+// Whether a message for the debugger can make more than one line.
 
 #include <gtest/gtest.h>
 

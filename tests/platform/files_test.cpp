@@ -1,5 +1,5 @@
-// What the file calls do, and the error numbers with which they refuse, as a table: the state of a
-// folder before, the call, the error (0 for success), the state after.
+// Whether a file call does more or less than on Windows, or refuses with another number, as a
+// table: the state of a folder before, the call, the error (0 for success), the state after.
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// Finding files: what a search yields, and the error numbers with which it refuses.
+// Whether a search yields other names or refuses with other numbers than on Windows.
 
 #include <gtest/gtest.h>
 

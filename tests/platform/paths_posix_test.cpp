@@ -1,4 +1,5 @@
-// The device's paths, and the way between its UTF-16 and the host's UTF-8.
+// Whether a path can climb out of the device, or a name changes on its way between the device's
+// UTF-16 and the host's UTF-8.
 
 #include <gtest/gtest.h>
 

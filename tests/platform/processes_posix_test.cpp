@@ -1,4 +1,5 @@
-// Real processes: the device's are seen, ended and started; the host's are out of reach.
+// Whether a process of the host can ever be ended, and whether one of the device is missed:
+// scripts, deleted programs, programs named alike.
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -6,8 +7,9 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <fstream>
+#include <sstream>
 
+#include "platform/posix/read_file.h"
 #include "platform/posix/utf.h"
 #include "platform/win32.h"
 #include "tests/helpers/child_process.h"
@@ -39,10 +41,9 @@ DWORD idOf(const ChildProcess& process) {
     return static_cast<DWORD>(process.id());
 }
 
+// A process that cannot be opened has no handle, which the other two refuse.
 BOOL end(DWORD id) {
     const HANDLE process = OpenProcess(PROCESS_ALL_ACCESS, FALSE, id);
-    if (process == nullptr)
-        return FALSE;
     const BOOL ended = TerminateProcess(process, 0);
     CloseHandle(process);
     return ended;
@@ -125,16 +126,16 @@ TEST_F(ProcessesPosix, AStartedProgramIsOnItsOwnAndHoldsNothingButItsStreams) {
             open[entry.path().filename()] = fs::read_symlink(entry.path(), gone);
         return open == streams;
     }));
-    std::ifstream stat(process + "/stat");
-    DWORD id = 0;
-    DWORD parent = 0;
-    DWORD group = 0;
-    DWORD session = 0;
+    std::istringstream stat(host::readFile(process + "/stat"));
     std::string name;
     std::string state;
+    pid_t id = 0;
+    pid_t parent = 0;
+    pid_t group = 0;
+    pid_t session = 0;
     stat >> id >> name >> state >> parent >> group >> session;
     EXPECT_EQ(name, "(KSTRL.exe)");
-    EXPECT_NE(parent, static_cast<DWORD>(::getpid()));
+    EXPECT_NE(parent, ::getpid());
     EXPECT_EQ(session, id);
     // No child of ours is left, not even a dead one.
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);

@@ -1,4 +1,5 @@
-// The registry's text form: what is read of it, and how it is written.
+// Whether a registry file that a person or an editor wrote is misread, or lost when it is
+// rewritten.
 
 #include "platform/posix/registry_file.h"
 

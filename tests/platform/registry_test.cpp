@@ -1,4 +1,5 @@
-// The registry calls: results and error numbers.
+// Whether the registry gives back what was set, and refuses with the numbers of Windows: the
+// language and the time zone of the instrument are kept in it.
 
 #include <gtest/gtest.h>
 
