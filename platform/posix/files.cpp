@@ -151,7 +151,10 @@ FILE* _wfopen(LPCWSTR path, LPCWSTR mode) {
     const bool known = ::fstat(file, &status) == 0;
     if (known && (!S_ISREG(status.st_mode) || (writing && host::isReadOnly(status)))) {
         fail(ERROR_ACCESS_DENIED);
-    } else if (known && (!writing || (::ftruncate(file, 0) == 0 && host::flushFolderOf(host)))) {
+    } else if (known && (!writing || ::ftruncate(file, 0) == 0)) {
+        // On a disk that fails a file that may be lost is better than none: the log tells of it.
+        if (writing)
+            host::flushFolderOf(host);
         if (FILE* stream = ::fdopen(file, writing ? "wb" : "rb"))
             return stream;
     } else {
