@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "platform/posix/device.h"
+#include "ui/screen_layout.h"
 
 namespace fs = std::filesystem;
 
@@ -57,17 +58,12 @@ std::string utf16(const std::string& latin) {
     return text;
 }
 
-constexpr const char* TEXTS =
-    "STR_KESTRELUPDATER  Kestrel Updater\r\n"
-    "STR_PLEASEINSERTUPDATEKEY  Please insert the update key\r\n"
-    "STR_PRESSSTOPTOCANCEL  Press STOP to cancel\r\n"
-    "STR_PRESSSTARTTOUPDATE  Press START to update\r\n"
-    "STR_PERFORMINGUPDATE  Performing update: \r\n"
-    "STR_UDPATECOMPLETE  Update complete\r\n"
-    "STR_UDPATEFAILED  Update failed\r\n"
-    "STR_VERSIONUNCHANGED  The version is unchanged\r\n"
-    "STR_PRESSANYKEYTORESTART  Press any key to restart\r\n"
-    "STR_KESTRELAPPNOTFOUND  Kestrel application not found\r\n";
+std::string stringTable() {
+    std::string texts;
+    for (const layout::Text& text : layout::TEXTS)
+        texts += text.key + std::string("  A text of the screen\r\n");
+    return texts;
+}
 
 std::string subfolder(std::size_t index) {
     return "d" + std::to_string(index / FILES_PER_SUBFOLDER) + "/";
@@ -129,7 +125,7 @@ void BenchDevice::makeGuiData(const std::string& folder) const {
         write(folder + "fonts/" + face + ".fnt", fontFile(face, pixels));
         write(folder + "fonts/" + face + "_0.raw", std::string(512 * 512, '\x80'));
     }
-    write(folder + "lang/StringTable_en.txt", utf16(TEXTS));
+    write(folder + "lang/StringTable_en.txt", utf16(stringTable()));
     write(folder + "KSTRL-menubg4.raw", std::string(1024 * 1024, '\x40'));
 }
 

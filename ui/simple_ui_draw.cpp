@@ -7,25 +7,10 @@
 #include "render/shader_program.h"
 #include "support/string_table.h"
 #include "support/text.h"
+#include "ui/screen_layout.h"
 #include "ui/simple_ui.h"
 
 namespace {
-
-constexpr int32_t TEXT_LEFT = 48;
-constexpr int32_t TITLE_TOP = 15;
-constexpr int32_t TEXT_FONT_SIZE = 24;
-
-constexpr int32_t MESSAGE_LEFT = 500;
-constexpr int32_t MESSAGE_TOP = 235;
-constexpr int32_t MESSAGE_SPACING = 22;
-constexpr int32_t MESSAGE_FONT_SIZE = 13;
-
-const GuiRect START_MARKER = {135, 529, 112, 36};
-const GuiRect STOP_MARKER = {135, 478, 93, 36};
-
-const WideString TITLE_SUFFIX = TEXT(" v1.1");
-const WideString PROGRESS_SUFFIX = TEXT("%");
-const WideString RESTART_NOTE = TEXT("Attempted to restart...");
 
 // Texts begin at the top of the screen, shapes at its bottom.
 struct Projection {
@@ -95,9 +80,8 @@ void SimpleUI::drawBackground() {
     glUseProgram(0);
 }
 
-// Behind the words START and STOP of the two texts, green and red as the keys are.
 void SimpleUI::drawKeyMarkers() {
-    if (updater.getState() != ReadyToUpdate)
+    if (updater.getState() != layout::MARKED_STATE)
         return;
     const GLuint program = getProgram(programCache(), "gui");
     const GLint position = glGetAttribLocation(program, "a_position");
@@ -105,60 +89,34 @@ void SimpleUI::drawKeyMarkers() {
     glUseProgram(program);
     glUniformMatrix4fv(getUniformLocation(program, "prmtx"), 1, GL_FALSE,
                        yUpwards(screenWidth, screenHeight).matrix);
-    drawFilledRect(START_MARKER, position, color, 0, 1, 0);
-    drawFilledRect(STOP_MARKER, position, color, 1, 0, 0);
+    for (const layout::KeyMarker& marker : layout::KEY_MARKERS)
+        drawFilledRect(marker.place, position, color, marker.red, marker.green, marker.blue);
     glUseProgram(0);
 }
 
 void SimpleUI::drawTexts() {
-    FontRenderer* const face = fontSet.getFont(TEXT_FONT_SIZE);
+    FontRenderer* const face = fontSet.getFont(layout::TEXT_FONT_SIZE);
     if (face == nullptr)
         return;
     const Projection projection = yDownwards(screenWidth, screenHeight);
-    const auto drawLine = [&](const WideString& text, int32_t y) {
-        face->drawText(text, TEXT_LEFT, y, 1, 1, 1, projection.matrix, true, nullptr);
+    const auto drawLine = [&](FontRenderer::WideText text, int32_t top) {
+        face->drawText(text, layout::TEXT_LEFT, top, 1, 1, 1, projection.matrix, true, nullptr);
     };
     enableTextBlending();
-    drawLine(textOf("STR_KESTRELUPDATER") + TITLE_SUFFIX, TITLE_TOP);
-
-    int32_t noteTop = 105;
-    switch (updater.getState()) {
-        case WaitingForMedia:
-            drawLine(textOf("STR_PLEASEINSERTUPDATEKEY"), 155);
-            drawLine(textOf("STR_PRESSSTOPTOCANCEL"), 205);
-            noteTop = 255;
-            break;
-        case ReadyToUpdate:
-            drawLine(textOf("STR_PRESSSTARTTOUPDATE"), 195);
-            drawLine(textOf("STR_PRESSSTOPTOCANCEL"), 245);
-            noteTop = 295;
-            break;
-        case Updating:
-            drawLine(textOf("STR_PERFORMINGUPDATE") + widen(std::to_string(updater.getProgress())) +
-                         PROGRESS_SUFFIX,
-                     205);
-            noteTop = 255;
-            break;
-        case UpdateComplete:
-            // The keys are misspelled in every string table in the field.
-            drawLine(textOf("STR_UDPATECOMPLETE"), 205);
-            noteTop = 255;
-            break;
-        case UpdateFailed:
-            drawLine(textOf("STR_UDPATEFAILED"), 205);
-            drawLine(textOf("STR_VERSIONUNCHANGED"), 255);
-            drawLine(textOf("STR_PRESSANYKEYTORESTART"), 305);
-            noteTop = 355;
-            break;
-        case MainAppNotFound:
-            drawLine(textOf("STR_KESTRELAPPNOTFOUND"), 205);
-            noteTop = 255;
-            break;
-        default:
-            break;
+    const int32_t state = updater.getState();
+    for (const layout::Text& text : layout::TEXTS) {
+        if (!layout::isShown(text, state))
+            continue;
+        const WideString suffix = text.state == Updating
+                                      ? widen(std::to_string(updater.getProgress()) + "%")
+                                      : text.suffix;
+        if (suffix.empty())
+            drawLine(textOf(text.key), text.top);
+        else
+            drawLine(textOf(text.key) + suffix, text.top);
     }
     if (restartAttempted)
-        drawLine(RESTART_NOTE, noteTop);
+        drawLine(layout::RESTART_NOTE, layout::restartNoteTop(state));
     // Made and not shown: the version was taken off the screen and stays off it.
     const std::string version = "Update Version: " + updater.getUpdateVersion();
     static_cast<void>(version);
@@ -166,15 +124,15 @@ void SimpleUI::drawTexts() {
 }
 
 void SimpleUI::drawMessageLines() {
-    FontRenderer* const face = fontSet.getFont(MESSAGE_FONT_SIZE);
+    FontRenderer* const face = fontSet.getFont(layout::NOTES_FONT_SIZE);
     if (face == nullptr)
         return;
     const Projection projection = yDownwards(screenWidth, screenHeight);
     enableTextBlending();
-    int32_t y = MESSAGE_TOP;
+    int32_t top = layout::NOTES_TOP;
     for (const std::string& line : updater.getMessageLines()) {
-        face->drawText(line, MESSAGE_LEFT, y, 1, 1, 1, projection.matrix, true, nullptr);
-        y += MESSAGE_SPACING;
+        face->drawText(line, layout::NOTES_LEFT, top, 1, 1, 1, projection.matrix, true, nullptr);
+        top += layout::NOTES_SPACING;
     }
     glDisable(GL_BLEND);
 }

@@ -37,15 +37,13 @@ FontData fontOf(const std::string& face) {
 }
 
 std::vector<TextEntry> textsOf(const std::string& language, MessageList& messages) {
-    std::string error;
     const std::string folder = LANG_SOURCES;
-    const auto keys = parseScreenKeys(contentOf(folder + "keys.txt"), "keys.txt", error);
-    EXPECT_TRUE(keys) << error;
+    const ScreenKeys keys = screenKeys();
     std::vector<TextEntry> entries =
-        parseTextSource(contentOf(folder + language + ".txt"), language, *keys, messages);
+        parseTextSource(contentOf(folder + language + ".txt"), language, keys, messages);
     for (const Language& known : LANGUAGES) {
         if (known.name == language)
-            checkTexts(entries, language, *keys, fontOf(known.face), messages);
+            checkTexts(entries, language, keys, fontOf(known.face), messages);
     }
     return entries;
 }

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "tests/helpers/device_folder.h"
+#include "tools/screen_keys.h"
 
 namespace {
 
@@ -44,16 +45,22 @@ TEST_F(ToolPrograms, TellGoodFromBadCommandLines) {
 }
 
 TEST_F(ToolPrograms, StringtableWritesOrRefuses) {
-    write("a.txt", "STR_A text\n");
-    write("keys.txt", "STR_A 60\n");
+    std::string texts;
+    for (const auto& [key, use] : screenKeys())
+        texts += key + " A text that is too wide to end in front of the release notes\n";
+    write("a.txt", texts);
     const std::string face = " --face '" GUIDATA "fonts/SegoeUI_24px.fnt'";
-    EXPECT_EQ(run("stringtable' a.txt --output t --keys keys.txt" + face), 0);
-    EXPECT_NE(read("err").find("a.txt:1: warning: STR_A ends at x "), std::string::npos);
+    EXPECT_EQ(run("stringtable' a.txt --output t" + face), 0);
+    for (const std::string key : {"STR_PRESSSTOPTOCANCEL", "STR_UDPATEFAILED"})
+        EXPECT_NE(read("err").find(key + " ends at x "), std::string::npos);
+    for (const std::string key : {"STR_KESTRELUPDATER", "STR_PLEASEINSERTUPDATEKEY"})
+        EXPECT_EQ(read("err").find(key), std::string::npos);
     EXPECT_EQ(read("t").substr(0, 2), "\xFF\xFE");
 
-    write("b.txt", "STR_B text\n");
-    EXPECT_EQ(run("stringtable' b.txt --output u --keys keys.txt"), 1);
-    EXPECT_EQ(read("err"), "b.txt:1: STR_B is not a key of the screen\nb.txt: STR_A is missing\n");
+    write("b.txt", texts.substr(texts.find('\n') + 1) + "STR_B text\n");
+    EXPECT_EQ(run("stringtable' b.txt --output u" + face), 1);
+    EXPECT_EQ(read("err").substr(0, 42), "b.txt:10: STR_B is not a key of the screen");
+    EXPECT_NE(read("err").find("\nb.txt: STR_KESTRELAPPNOTFOUND is missing\n"), std::string::npos);
     EXPECT_FALSE(exists("u"));
 
     EXPECT_EQ(run("stringtable' absent.txt --output u"), 1);

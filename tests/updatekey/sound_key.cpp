@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "tests/helpers/font_bytes.h"
+#include "tools/screen_keys.h"
 
 namespace fs = std::filesystem;
 
@@ -19,12 +20,8 @@ std::string faceBytes() {
 // A string table with the ten texts of the updater's own screen.
 std::string tableBytes(const std::string& language) {
     std::string text = "# " + language + "\r\n";
-    for (const char* const key :
-         {"STR_KESTRELUPDATER", "STR_PLEASEINSERTUPDATEKEY", "STR_PRESSSTOPTOCANCEL",
-          "STR_PRESSSTARTTOUPDATE", "STR_PERFORMINGUPDATE", "STR_UDPATECOMPLETE",
-          "STR_UDPATEFAILED", "STR_VERSIONUNCHANGED", "STR_PRESSANYKEYTORESTART",
-          "STR_KESTRELAPPNOTFOUND"})
-        text += std::string(key) + "\t" + "Text in " + language + "\r\n";
+    for (const auto& [key, use] : screenKeys())
+        text += key + "\t" + "Text in " + language + "\r\n";
     return utf16Bytes(widen(text));
 }
 

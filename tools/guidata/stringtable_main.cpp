@@ -6,6 +6,7 @@
 #include "tools/guidata/text_fit.h"
 #include "tools/guidata/text_source.h"
 #include "tools/guidata/tool_main.h"
+#include "tools/screen_keys.h"
 
 namespace {
 
@@ -14,19 +15,8 @@ constexpr const char* TOOL = "stringtable";
 struct Arguments {
     std::string source;
     std::string output;
-    std::string keys;
     std::string face;
 };
-
-bool readKeys(const std::string& path, ScreenKeys& keys, std::string& error) {
-    std::string source;
-    if (!readHostFile(path, source, error))
-        return false;
-    const std::optional<ScreenKeys> parsed = parseScreenKeys(source, path, error);
-    if (parsed)
-        keys = *parsed;
-    return parsed.has_value();
-}
 
 void print(const std::vector<std::string>& messages) {
     for (const std::string& message : messages)
@@ -36,17 +26,17 @@ void print(const std::vector<std::string>& messages) {
 ExitCode convert(const Arguments& arguments) {
     std::string error;
     std::string source;
-    ScreenKeys keys;
     FontData face;
     if (!readHostFile(arguments.source, source, error) ||
-        (!arguments.keys.empty() && !readKeys(arguments.keys, keys, error)) ||
         (!arguments.face.empty() && !readFont(arguments.face, face, error)))
         return fail(TOOL, error);
 
+    const bool isOfScreen = !arguments.face.empty();
+    const ScreenKeys keys = isOfScreen ? screenKeys() : ScreenKeys{};
     MessageList messages;
     const std::vector<TextEntry> entries =
         parseTextSource(source, arguments.source, keys, messages);
-    if (!arguments.face.empty())
+    if (isOfScreen)
         checkTexts(entries, arguments.source, keys, face, messages);
     print(messages.errors);
     print(messages.warnings);
@@ -70,11 +60,10 @@ int main(int argc, char** argv) {
            {},
            ToolOption::REQUIRED},
           {"--output", &arguments.output, "UTF-16LE file to write", {}, ToolOption::REQUIRED},
-          {"--keys", &arguments.keys,
-           "File of the keys that the source must have, each with the x that its text must not go "
-           "beyond"},
           {"--face", &arguments.face,
-           "The .fnt file that the texts are drawn with; warns about what it cannot show"}},
+           "The .fnt file that the updater's screen draws the texts with: the source must have "
+           "all texts of the screen and no other; warns about what the face or the screen cannot "
+           "show"}},
          [&] { return convert(arguments); }},
         argc, argv);
 }

@@ -6,6 +6,7 @@
 #include "render/narrowing.h"
 #include "tools/guidata/source_lines.h"
 #include "tools/guidata/text_encoding.h"
+#include "ui/screen_layout.h"
 
 double drawnWidth(const std::u16string& text, const FontData& face) {
     constexpr double narrowing = 2.0 / 3.0;
@@ -30,7 +31,7 @@ void checkTexts(const std::vector<TextEntry>& entries, const std::string& fileNa
         const auto use = keys.find(entry.key);
         if (use == keys.end())
             continue;
-        const double end = TEXT_START + drawnWidth(entry.text + use->second.suffix, face);
+        const double end = layout::TEXT_LEFT + drawnWidth(entry.text + use->second.suffix, face);
         if (end > use->second.rightEdge) {
             messages.warnings.push_back(place + " ends at x " + std::to_string(std::lround(end)) +
                                         ", beyond " + std::to_string(use->second.rightEdge));

@@ -7,9 +7,6 @@
 #include "render/font_file.h"
 #include "tools/guidata/text_source.h"
 
-// Where the screen's texts begin, in pixels from its left edge.
-constexpr int TEXT_START = 48;
-
 // How far the pen goes, in pixels, when the text is drawn: like drawing it, with the narrowing of
 // katakana and ideographs and without the characters that the face lacks.
 double drawnWidth(const std::u16string& text, const FontData& face);

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "tools/guidata/message_list.h"
-#include "tools/guidata/screen_keys.h"
+#include "tools/screen_keys.h"
 
 struct TextEntry {
     int line;

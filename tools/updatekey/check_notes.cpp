@@ -4,16 +4,12 @@
 #include "support/text.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
+#include "ui/screen_layout.h"
 
 namespace {
 
 const std::string NOTES = "VELD/kstrXReleaseNotes.txt";
 const std::string VERSION_PREFIX = "KSTRL Release ";
-
-constexpr int LEFT = 500;
-constexpr int TOP = 235;
-constexpr int SPACING = 22;
-constexpr std::size_t LINES_THAT_FIT = (SCREEN_HEIGHT - TOP) / SPACING;
 
 void checkVersionLine(const std::string& bytes, Findings& findings) {
     const std::string line = bytes.substr(0, bytes.find_first_of("\r\n"));
@@ -64,11 +60,12 @@ void checkDrawing(const KeyUnderCheck& key, CheckReport& report) {
             ++number;
             const DrawnText drawn = drawnText(face, widen(line));
             missing.insert(drawn.missing.begin(), drawn.missing.end());
-            if (LEFT + drawn.right > SCREEN_WIDTH)
+            const int beyond =
+                static_cast<int>(layout::NOTES_LEFT + drawn.right) - layout::SCREEN_WIDTH;
+            if (beyond > 0)
                 addWarning(report.findings, "notes-line-too-wide", NOTES,
                            "line " + std::to_string(number) + " runs over the screen's edge by " +
-                               std::to_string(static_cast<int>(LEFT + drawn.right) - SCREEN_WIDTH) +
-                               " pixels with " + use.messageFace);
+                               std::to_string(beyond) + " pixels with " + use.messageFace);
         }
         if (!missing.empty())
             addWarning(report.findings, "notes-missing-glyph", NOTES,
@@ -90,9 +87,9 @@ void checkNotes(const KeyUnderCheck& key, CheckReport& report) {
         addWarning(report.findings, "notes-utf8", NOTES,
                    "looks like UTF-8; the device shows each byte as a Latin-1 character");
     const std::size_t lines = report.prediction.notes.size();
-    if (lines > LINES_THAT_FIT)
+    if (lines > layout::NOTES_LINES)
         addWarning(report.findings, "notes-too-many-lines", NOTES,
                    std::to_string(lines) + " lines, of which the screen shows " +
-                       std::to_string(LINES_THAT_FIT));
+                       std::to_string(layout::NOTES_LINES));
     checkDrawing(key, report);
 }

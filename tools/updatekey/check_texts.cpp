@@ -1,11 +1,15 @@
 // The string tables: each language must have the ten texts of the updater's own screen, in
 // characters that its face has and on lines that fit.
 
+#include <cmath>
+
 #include "support/string_table.h"
 #include "support/system_settings.h"
 #include "support/utf16_reader.h"
+#include "tools/screen_keys.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
+#include "ui/screen_layout.h"
 
 namespace {
 
@@ -15,20 +19,6 @@ constexpr const char* FILES[] = {
     "StringTable_en.txt", "StringTable_fr.txt", "StringTable_pt.txt", "StringTable_sp.txt",
     "StringTable_jp.txt", "StringTable_zh.txt", "StringTable_du.txt",
 };
-
-struct ScreenText {
-    const char* key;
-    LPCWSTR suffix;  // the longest that the screen puts behind it
-};
-
-constexpr ScreenText TEXTS[] = {
-    {"STR_KESTRELUPDATER", TEXT(" v1.1")},  {"STR_PLEASEINSERTUPDATEKEY", TEXT("")},
-    {"STR_PRESSSTOPTOCANCEL", TEXT("")},    {"STR_PRESSSTARTTOUPDATE", TEXT("")},
-    {"STR_PERFORMINGUPDATE", TEXT("100%")}, {"STR_UDPATECOMPLETE", TEXT("")},
-    {"STR_UDPATEFAILED", TEXT("")},         {"STR_VERSIONUNCHANGED", TEXT("")},
-    {"STR_PRESSANYKEYTORESTART", TEXT("")}, {"STR_KESTRELAPPNOTFOUND", TEXT("")},
-};
-constexpr int TEXT_LEFT = 48;
 
 void checkLineEnds(const std::string& name, Findings& findings) {
     Utf16Reader file("/USB HD/" + LANG + name);
@@ -47,27 +37,29 @@ void checkLineEnds(const std::string& name, Findings& findings) {
 
 void checkTable(int32_t language, Findings& findings) {
     const std::string path = LANG + FILES[language];
-    const FaceUse& use = faceUseOf(language);
-    const FontData face = loadKeyFace(use.textFace);
+    const std::string faceName = faceUseOf(language).textFace;
+    const FontData face = loadKeyFace(faceName);
     const StringTable& table = StringTable::instance();
     std::set<WCHAR> missing;
-    for (const ScreenText& text : TEXTS) {
-        const WideString& shown = table.lookup(text.key);
+    for (const auto& [key, use] : screenKeys()) {
+        const WideString& shown = table.lookup(key);
         if (shown.empty() || shown == TEXT("<NO STRING>")) {
-            addError(findings, "text-missing", path, "has no text for " + std::string(text.key));
+            addError(findings, "text-missing", path, "has no text for " + key);
             continue;
         }
         if (face.glyphs.empty())
             continue;
-        const DrawnText drawn = drawnText(face, shown + text.suffix);
+        const DrawnText drawn = drawnText(face, shown + use.suffix);
         missing.insert(drawn.missing.begin(), drawn.missing.end());
-        if (TEXT_LEFT + drawn.right > SCREEN_WIDTH)
+        const float end = layout::TEXT_LEFT + drawn.right;
+        if (end > static_cast<float>(use.rightEdge))
             addWarning(findings, "text-too-wide", path,
-                       "the text of " + std::string(text.key) + " runs over the screen's edge");
+                       "the text of " + key + " ends at x " + std::to_string(std::lround(end)) +
+                           ", beyond " + std::to_string(use.rightEdge));
     }
     if (!missing.empty())
         addWarning(findings, "text-missing-glyph", path,
-                   std::string(use.textFace) + " cannot draw " + listCharacters(missing));
+                   faceName + " cannot draw " + listCharacters(missing));
 }
 
 }  // namespace

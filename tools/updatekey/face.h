@@ -20,10 +20,6 @@ extern const FaceUse FACE_USES[3];
 // The group of a language, 0 to 6.
 const FaceUse& faceUseOf(int32_t language);
 
-// The width of the screen and its height, pixels.
-constexpr int SCREEN_WIDTH = 1024;
-constexpr int SCREEN_HEIGHT = 768;
-
 // A face of the key that is plugged into the current device; without glyphs when it is missing.
 FontData loadKeyFace(const std::string& faceName);
 
