@@ -75,26 +75,53 @@ class Ending : public ::testing::Test {
     std::optional<UpdaterProgram> updater;
 };
 
-TEST_F(Ending, ServiceKeysAndTheCloseButtonLeaveWithoutStartingAnything) {
-    const std::string teardown =
-        "eglDestroyContext SUCCESS\neglDestroySurface SUCCESS\neglTerminate SUCCESS\n";
+TEST_F(Ending, ServiceKeysLeaveWithoutStartingAnything) {
     const std::pair<const char*, std::string> ways[] = {
         {"BackSpace", ""},
-        {"Return F1 F4 F4 F3 F6 F6 F5 F2 F2 F1 F1 F3 F3 F5", teardown + "DestroyWindow SUCCESS\n"},
-        {"", teardown},
+        {"Return F1 F4 F4 F3 F6 F6 F5 F2 F2 F1 F1 F3 F3 F5",
+         "eglDestroyContext SUCCESS\neglDestroySurface SUCCESS\neglTerminate SUCCESS\n"
+         "DestroyWindow SUCCESS\n"},
     };
     for (const auto& [keys, printed] : ways) {
         SCOPED_TRACE(keys);
         start();
-        if (*keys != '\0')
-            EXPECT_TRUE(endsBy(keys));
-        else
-            EXPECT_EQ(askWindowToClose(display.name()), "640x480");
-        EXPECT_EQ(updater->process().waitForEnd(), 0);
+        EXPECT_TRUE(endsBy(keys));
         EXPECT_EQ(updater->process().output(), printed);
         EXPECT_TRUE(applications().empty());
         std::filesystem::remove(device.root() / "FlashDisk/VELD/Updater-log.txt");
     }
+}
+
+TEST_F(Ending, TheCloseButtonLeavesByTheCallsOfStartAndEnd) {
+    ChildProcess application({device.root() / "FlashDisk/VELD/KSTRL/KSTRL.exe"});
+    ChildProcess traced({TRACED_PROGRAM}, {{"DISPLAY", display.name()},
+                                           {"UPDATER_DEVICE", device.root().string()},
+                                           {"UPDATER_SCREEN", "640x480"}});
+    ASSERT_TRUE(waitUntil([&] { return !log().empty() || !traced.isRunning(); }));
+    EXPECT_EQ(askWindowToClose(display.name()), "640x480");
+    EXPECT_EQ(traced.waitForEnd(), 0);
+    EXPECT_EQ(traced.output(),
+              "OpenProcess 2035711 0\n"
+              "TerminateProcess 0\n"
+              "RegisterClassW EGLWndClass\n"
+              "CreateWindowExW EGLWndClass 147587072\n"
+              "ShowWindow 1\n"
+              "GetSystemMetrics 0\n"
+              "GetSystemMetrics 1\n"
+              "SetWindowLongW -16 -2147483648\n"
+              "SetWindowPos 0 0 640 480 32\n"
+              "EnableWindow 1\n"
+              "SetForegroundWindow\n"
+              "TranslateMessage\n"
+              "DispatchMessageW\n"
+              "DestroyWindow\n"
+              "PostQuitMessage 0\n"
+              "TranslateMessage\n"
+              "eglDestroyContext SUCCESS\n"
+              "eglDestroySurface SUCCESS\n"
+              "eglTerminate SUCCESS\n"
+              "DestroyWindow\n");
+    EXPECT_FALSE(application.isRunning());
 }
 
 TEST_F(Ending, StopInTheMiddleOfAnUpdateAbandonsIt) {
