@@ -11,17 +11,6 @@
 
 namespace {
 
-struct Language {
-    std::string name;
-    std::string face;
-};
-// In the order of their numbers.
-const Language LANGUAGES[] = {
-    {"en", "SegoeUI_24px"}, {"fr", "SegoeUI_24px"},  {"pt", "SegoeUI_24px"},
-    {"sp", "SegoeUI_24px"}, {"jp", "MeiryoUI_36px"}, {"zh", "FangSong_36px"},
-    {"du", "SegoeUI_24px"},
-};
-
 std::string contentOf(const std::string& path) {
     std::string content;
     std::string error;
@@ -29,45 +18,31 @@ std::string contentOf(const std::string& path) {
     return content;
 }
 
-FontData fontOf(const std::string& face) {
-    FontData font;
-    std::string error;
-    EXPECT_TRUE(readFont(std::string(GUIDATA) + "fonts/" + face + ".fnt", font, error)) << error;
-    return font;
-}
-
-std::vector<TextEntry> textsOf(const std::string& language, MessageList& messages) {
-    const std::string folder = LANG_SOURCES;
-    const ScreenKeys keys = screenKeys();
-    std::vector<TextEntry> entries =
-        parseTextSource(contentOf(folder + language + ".txt"), language, keys, messages);
-    for (const Language& known : LANGUAGES) {
-        if (known.name == language)
-            checkTexts(entries, language, keys, fontOf(known.face), messages);
-    }
-    return entries;
-}
-
-TEST(GuiData, ShowsEveryTextWithoutComplaint) {
-    for (const Language& language : LANGUAGES) {
-        MessageList messages;
-        EXPECT_EQ(textsOf(language.name, messages).size(), 10U);
-        EXPECT_EQ(messages.errors, std::vector<std::string>{}) << language.name;
-        EXPECT_EQ(messages.warnings, std::vector<std::string>{}) << language.name;
-    }
-}
-
-TEST(GuiData, IsReadByTheDeviceAsItWasWritten) {
+TEST(GuiData, ShowsEveryTextWithoutComplaintAndIsReadByTheDeviceAsItWasWritten) {
+    // In the order of their numbers.
+    const std::pair<const char*, const char*> languages[] = {
+        {"en", "SegoeUI_24px"}, {"fr", "SegoeUI_24px"},  {"pt", "SegoeUI_24px"},
+        {"sp", "SegoeUI_24px"}, {"jp", "MeiryoUI_36px"}, {"zh", "FangSong_36px"},
+        {"du", "SegoeUI_24px"}};
     const DeviceFolder device;
-    SystemSettings::instance().dataFolder = "/data/";
-    for (const std::string file : {"numerals", "en", "fr", "pt", "sp", "jp", "zh", "du"}) {
-        const std::string name = "lang/StringTable_" + file + ".txt";
-        device.write("data/" + name, contentOf(GUIDATA + name));
-    }
-    for (int number = 0; number < 7; ++number) {
-        StringTable::instance().setLanguage(number);
+    std::filesystem::copy(GUIDATA "lang", device.root() / "lang");
+    SystemSettings::instance().dataFolder = "/";
+    std::string error;
+    const ScreenKeys keys = screenKeys();
+    int number = 0;
+    for (const auto& [language, face] : languages) {
+        const std::string source = contentOf(std::string(LANG_SOURCES) + language + ".txt");
         MessageList messages;
-        for (const TextEntry& entry : textsOf(LANGUAGES[number].name, messages))
+        FontData font;
+        EXPECT_TRUE(readFont(std::string(GUIDATA) + "fonts/" + face + ".fnt", font, error));
+        const auto entries = parseTextSource(source, language, keys, messages);
+        EXPECT_EQ(entries.size(), 10U);
+        checkTexts(entries, language, keys, font, messages);
+        EXPECT_EQ(messages.errors, std::vector<std::string>{});
+        EXPECT_EQ(messages.warnings, std::vector<std::string>{});
+
+        StringTable::instance().setLanguage(number++);
+        for (const TextEntry& entry : entries)
             EXPECT_EQ(StringTable::instance().lookup(entry.key), entry.text) << entry.key;
         EXPECT_EQ(StringTable::instance().lookup("STR_NUMERAL_7"), u"7");
     }

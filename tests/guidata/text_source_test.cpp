@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/helpers/device_folder.h"
+#include "tools/guidata/extra_kerning.h"
 #include "tools/guidata/text_encoding.h"
 
 namespace {
@@ -37,15 +39,12 @@ TEST(TextSource, RefusesWhatTheDeviceWouldMisread) {
         {"a doubled key", sound + "\nSTR_A again\n", "xx.txt:4: STR_A stands in line 1 already\n"},
         {"a key in two words", "STR_A one\nSTR B two\n",
          "xx.txt:2: STR is not a key of the screen\nxx.txt: STR_B is missing\n"},
-        {"a blank first", sound + " STR_C x\n", "xx.txt:3: a blank in front of the key\n"},
         {"a comment behind a blank", sound + " # c\n", "xx.txt:3: a blank in front of the key\n"},
         {"a key without a text", "STR_A one\nSTR_B \t\n",
          "xx.txt:2: STR_B has no text\nxx.txt: STR_B is missing\n"},
         {"an ideographic space behind the key", "STR_A one\nSTR_B\xE3\x80\x80two\n",
          "xx.txt:2: a key of other characters than capitals, digits and underscores\nxx.txt: STR_B "
          "is missing\n"},
-        {"a key with an accent", sound + "STR_\xC3\x89 x\n",
-         "xx.txt:3: a key of other characters than capitals, digits and underscores\n"},
         {"not UTF-8", "STR_A one\nSTR_B \xE9\n", "xx.txt:2: not UTF-8 text\n"},
         {"a carriage return inside", "STR_A o\rne\n", "xx.txt:1: a control character\n"},
         {"a longest line", sound.substr(10) + "STR_A " + std::string(503, 'x') + "\n", ""},
@@ -61,6 +60,28 @@ TEST(TextSource, RefusesWhatTheDeviceWouldMisread) {
             errors += error + "\n";
         EXPECT_EQ(errors, c.errors) << c.what;
     }
+}
+
+TEST(ExtraKerning, IsScaledByTheEmAndReadBackByTheDevice) {
+    // A number sign may be the second character of a pair, not its first one.
+    std::string error;
+    const auto pairs =
+        parseExtraKerning("# c\nAV -60\n1% 25\n\xC3\x89: 0\nV# 75\n", "k.txt", error);
+    ASSERT_TRUE(pairs) << error;
+    const KerningTable expected = {
+        {{'A', 'V'}, -2}, {{'1', '%'}, 1}, {{0xC9, ':'}, 0}, {{'V', '#'}, 3}};
+    const DeviceFolder device;
+    device.write("/f.kern", encodeKernFile(scaledKerning(*pairs, 40)));
+    FontData read;
+    loadKerningFile("/f.kern", read);
+    EXPECT_EQ(read.kerning, expected);
+}
+
+TEST(ExtraKerning, RefusesOtherLines) {
+    std::string error;
+    for (const std::string line : {"AV", "AV x", "AV -", "AV 5 ", "AV 1001", "AV 5\xC3\xA9"})
+        EXPECT_FALSE(parseExtraKerning("AV 1\n" + line, "k.txt", error)) << line;
+    EXPECT_EQ(error.substr(0, 9), "k.txt:2: ");
 }
 
 TEST(TextSource, BecomesUtf16WithACommentFirst) {
