@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "tests/helpers/child_process.h"
 #include "tests/helpers/device_folder.h"
@@ -67,16 +68,11 @@ TEST_F(Program, WritesNothingButJsonWhenAsked) {
 TEST_F(Program, MakesAKeyThatItFindsGood) {
     const std::string maker = key + "/VELD";
     const std::string out = work.root() / "out";
-    const std::vector<std::string> make = {"make",
-                                           "--app",
-                                           maker + "/KSTRL",
-                                           "--gui",
-                                           maker + "/ORBUI/data",
-                                           "--notes",
-                                           maker + "/kstrXReleaseNotes.txt",
-                                           "--version",
-                                           "2.14.3",
-                                           out};
+    std::vector<std::string> make;
+    std::istringstream words("make --version 2.14.3 --app " + maker + "/KSTRL --gui " + maker +
+                             "/ORBUI/data --notes " + maker + "/kstrXReleaseNotes.txt " + out);
+    for (std::string word; words >> word;)
+        make.push_back(word);
     EXPECT_EQ(run(make), 0);
     EXPECT_EQ(work.tree("out/VELD"), work.tree("key/VELD"));
     EXPECT_EQ(run({"check", out}), 0);
