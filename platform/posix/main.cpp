@@ -1,6 +1,9 @@
-// Start of the program on POSIX systems: makes the command line and calls the entry routine.
+// Start of the program on POSIX systems: puts the process in order, makes the command line and
+// calls the entry routine.
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstring>
@@ -8,6 +11,7 @@
 #include "platform/entry_point.h"
 #include "platform/posix/command_line.h"
 #include "platform/posix/device.h"
+#include "platform/posix/signals.h"
 
 namespace {
 
@@ -37,11 +41,24 @@ Keys:
   Backspace   leave without starting anything
   F1 to F6    the service sequence
 After a failed update any key starts the application.
+Closing the window, Ctrl-C, SIGTERM and SIGHUP leave as soon as the step in hand is done.
 )";
+
+// The number of a closed standard stream would go to the next file that is opened, the screen's
+// connection or the log, and what is printed would land there.
+void openStandardStreams() {
+    int stream = 0;
+    do
+        stream = ::open("/dev/null", O_RDWR);
+    while (stream >= 0 && stream <= STDERR_FILENO);
+    ::close(stream);
+}
 
 }  // namespace
 
 int main(int argc, char** argv) {
+    openStandardStreams();
+    host::ignoreSignalsOfWrites();
     if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
         std::fputs(HELP, stdout);
         return 0;
@@ -54,6 +71,7 @@ int main(int argc, char** argv) {
                      "updater: the device folder \"%s\" does not exist (see UPDATER_DEVICE in "
                      "updater --help)\n",
                      deviceRoot().c_str());
+    host::turnSignalsIntoCloseRequests();
     host::setCommandLine(argc, argv);
     return runUpdater();
 }

@@ -1,6 +1,7 @@
-// CreateProcessW: starts any executable file of the device, a script too. The new process is on its
-// own: a session of its own, no parent of ours to wait for it, nothing on its standard streams, no
-// open file of ours. Its current folder is that of the updater.
+// CreateProcessW: starts any executable file of the device, a script too, by its absolute path. The
+// new process is on its own: a session of its own, no parent of ours to wait for it, nothing on its
+// standard streams, no open file of ours, every signal as a new process expects it. Its current
+// folder is that of the updater.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -8,11 +9,13 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <string>
 
 #include "platform/posix/call_hook.h"
 #include "platform/posix/device.h"
 #include "platform/posix/last_error.h"
+#include "platform/posix/signals.h"
 
 using host::fail;
 
@@ -27,6 +30,7 @@ namespace {
 // Becomes `path` in a session of its own; comes back only to tell through `report` why it failed.
 [[noreturn]] void becomeProgram(const char* path, int report) {
     ::setsid();
+    host::giveSignalsBack();
     const int nothing = ::open("/dev/null", O_RDWR);
     for (int stream = 0; stream <= 2; ++stream)
         ::dup2(nothing, stream);
@@ -79,7 +83,10 @@ BOOL CreateProcessW(LPCWSTR application, LPWSTR, SECURITY_ATTRIBUTES*, SECURITY_
         return fail(host::windowsError(errno, path));
     if (!S_ISREG(status.st_mode))
         return fail(ERROR_ACCESS_DENIED);
-    if (const int error = startDetached(path))
+    char absolute[PATH_MAX];
+    if (::realpath(path.c_str(), absolute) == nullptr)
+        return fail(host::windowsError(errno, path));
+    if (const int error = startDetached(absolute))
         return fail(host::windowsError(error, path));
     return TRUE;
 }

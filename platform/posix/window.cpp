@@ -17,6 +17,7 @@
 #include "platform/gles.h"
 #include "platform/posix/call_hook.h"
 #include "platform/posix/last_error.h"
+#include "platform/posix/signals.h"
 #include "platform/posix/window_messages.h"
 
 using host::fail;
@@ -58,6 +59,9 @@ ScreenSize screenSize() {
     return size;
 }
 
+// The newest window: that of the program.
+HWND programWindow = nullptr;
+
 HWND handleOf(GLFWwindow* desktop) {
     return static_cast<HWND>(glfwGetWindowUserPointer(desktop));
 }
@@ -98,6 +102,8 @@ namespace host {
 
 void collectWindowEvents() {
     glfwPollEvents();
+    if (takeCloseRequest())
+        postMessage(programWindow, WM_CLOSE, 0);
 }
 
 LRESULT callWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -148,6 +154,7 @@ HWND CreateWindowExW(DWORD, LPCWSTR className, LPCWSTR, DWORD style, int, int, i
     glfwSetWindowUserPointer(desktop, window);
     glfwSetKeyCallback(desktop, onDesktopKey);
     glfwSetWindowCloseCallback(desktop, onDesktopClose);
+    programWindow = window;
     return window;
 }
 

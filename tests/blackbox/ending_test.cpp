@@ -75,17 +75,22 @@ class Ending : public ::testing::Test {
     std::optional<UpdaterProgram> updater;
 };
 
-TEST_F(Ending, ServiceKeysLeaveWithoutStartingAnything) {
+TEST_F(Ending, ServiceKeysAndSignalsLeaveWithoutStartingAnything) {
+    const std::string teardown =
+        "eglDestroyContext SUCCESS\neglDestroySurface SUCCESS\neglTerminate SUCCESS\n";
     const std::pair<const char*, std::string> ways[] = {
         {"BackSpace", ""},
-        {"Return F1 F4 F4 F3 F6 F6 F5 F2 F2 F1 F1 F3 F3 F5",
-         "eglDestroyContext SUCCESS\neglDestroySurface SUCCESS\neglTerminate SUCCESS\n"
-         "DestroyWindow SUCCESS\n"},
+        {"Return F1 F4 F4 F3 F6 F6 F5 F2 F2 F1 F1 F3 F3 F5", teardown + "DestroyWindow SUCCESS\n"},
+        {"SIGTERM", teardown},
     };
     for (const auto& [keys, printed] : ways) {
         SCOPED_TRACE(keys);
         start();
-        EXPECT_TRUE(endsBy(keys));
+        if (keys == std::string("SIGTERM"))
+            ::kill(updater->process().id(), SIGTERM);
+        else
+            EXPECT_TRUE(endsBy(keys));
+        EXPECT_EQ(updater->process().waitForEnd(), 0);
         EXPECT_EQ(updater->process().output(), printed);
         EXPECT_TRUE(applications().empty());
         std::filesystem::remove(device.root() / "FlashDisk/VELD/Updater-log.txt");
@@ -181,6 +186,21 @@ TEST_F(Ending, ComesToTheRunningApplicationsFirst) {
     ASSERT_TRUE(updater->waitForScreen());
     EXPECT_TRUE(otherCase.isRunning());
     EXPECT_TRUE(onTheHost.isRunning());
+}
+
+// A screen's connection in the place of the closed stream would be spoilt by what is printed.
+TEST_F(Ending, AStreamThatNobodyReadsAndALimitOfTheHostEndNoUpdate) {
+    plugIn();
+    device.write("USB HD/VELD/KSTRL/large.dll");
+    std::filesystem::resize_file(device.root() / "USB HD/VELD/KSTRL/large.dll", 64'000'000);
+    for (const char* const stream : {"2>&-", "2> >(exit)"}) {
+        ChildProcess limited(
+            {"bash", "-c", std::string("ulimit -f 10000; exec \"$0\" /auto ") + stream,
+             UPDATER_PROGRAM},
+            {{"DISPLAY", display.name()}, {"UPDATER_DEVICE", device.root()}});
+        EXPECT_EQ(limited.waitForEnd(), 0) << stream;
+        expectUpdated();
+    }
 }
 
 TEST_F(Ending, WithoutADisplayThereIsNoWindow) {

@@ -5,9 +5,9 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-#include <csignal>
 #include <fstream>
 
+#include "platform/posix/signals.h"
 #include "platform/posix/utf.h"
 #include "platform/win32.h"
 #include "tests/helpers/device_folder.h"
@@ -108,7 +108,7 @@ TEST_F(FilesPosix, ACopyOntoAFullDiskLeavesNothingBehind) {
     device.write("T/large", std::string(300000, 'x'));
     device.write("T/present", "old");
     // The limit stands in for the disk's end: the kernel refuses to write beyond it.
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    host::ignoreSignalsOfWrites();
     rlimit before{};
     ::getrlimit(RLIMIT_FSIZE, &before);
     const rlimit small{100000, before.rlim_max};
@@ -117,7 +117,6 @@ TEST_F(FilesPosix, ACopyOntoAFullDiskLeavesNothingBehind) {
     const DWORD error = GetLastError();
     const BOOL onto = CopyFileW(TEXT("/T/large"), TEXT("/T/present"), FALSE);
     ::setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
     EXPECT_FALSE(fresh);
     EXPECT_EQ(error, DWORD{112});
     EXPECT_FALSE(onto);

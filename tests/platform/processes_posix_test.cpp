@@ -9,7 +9,9 @@
 #include <cerrno>
 #include <sstream>
 
+#include "platform/posix/device.h"
 #include "platform/posix/read_file.h"
+#include "platform/posix/signals.h"
 #include "platform/posix/utf.h"
 #include "platform/win32.h"
 #include "tests/helpers/child_process.h"
@@ -112,6 +114,8 @@ TEST_F(ProcessesPosix, ProcessesOfTheHostAreOutOfReach) {
 
 TEST_F(ProcessesPosix, AStartedProgramIsOnItsOwnAndHoldsNothingButItsStreams) {
     fs::copy_file("/usr/bin/yes", host());
+    setDeviceRoot(fs::relative(device.root()));
+    host::ignoreSignalsOfWrites();
     ASSERT_EQ(launch(), TRUE);
     const std::vector<DWORD> ids = processesNamed("KSTRL.exe");
     ASSERT_EQ(ids.size(), std::size_t{1});
@@ -126,6 +130,10 @@ TEST_F(ProcessesPosix, AStartedProgramIsOnItsOwnAndHoldsNothingButItsStreams) {
             open[entry.path().filename()] = fs::read_symlink(entry.path(), gone);
         return open == streams;
     }));
+    // By its absolute path, and with no signal ignored.
+    EXPECT_EQ(host::readFile(process + "/cmdline").c_str(), fs::canonical(host()));
+    EXPECT_NE(host::readFile(process + "/status").find("SigIgn:\t0000000000000000"),
+              std::string::npos);
     std::istringstream stat(host::readFile(process + "/stat"));
     std::string name;
     std::string state;
