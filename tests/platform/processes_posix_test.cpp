@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <fstream>
 #include <sstream>
 
 #include "platform/posix/device.h"
@@ -69,40 +70,60 @@ class ProcessesPosix : public ::testing::Test {
 
 TEST_F(ProcessesPosix, ProgramsAndScriptsAreSeenAndEndedOnce) {
     installSleep();
-    const std::string other = host("FlashDisk/VELD/script/KSTRL.exe");
-    device.write("FlashDisk/VELD/script/KSTRL.exe", "#!/bin/sh -e\nkill -STOP $$\n");
-    fs::permissions(other, fs::perms::owner_all);
+    const auto script = [this](const std::string& folder, const std::string& text) {
+        device.write(folder + "/KSTRL.exe", text);
+        fs::permissions(host(folder + "/KSTRL.exe"), fs::perms::owner_all);
+        return host(folder);
+    };
     ChildProcess first({host(), "1000"});
     ChildProcess second({host(), "1000"});
-    ChildProcess script({other});
+    ChildProcess absolute({script("a", "#!/bin/sh -e\nkill -STOP $$\n") + "/KSTRL.exe"});
+    ChildProcess byEnv({script("b", "#!/usr/bin/env bash\nkill -STOP $$\n") + "/KSTRL.exe"});
+    ChildProcess relative(
+        {"env", "-C", script("c", "#!/bin/sh\ncd /\nkill -STOP $$\n"), "./KSTRL.exe"});
+    ChildProcess* const all[] = {&first, &second, &absolute, &byEnv, &relative};
     fs::remove(host());  // the programs are still the device's
 
-    std::vector<DWORD> ids = {idOf(first), idOf(second), idOf(script)};
+    std::vector<DWORD> ids;
+    for (const ChildProcess* const process : all)
+        ids.push_back(idOf(*process));
     std::sort(ids.begin(), ids.end());
-    // A script has its name a moment after its start.
+    // A script has its interpreter a moment after its start.
     EXPECT_TRUE(waitUntil([&] { return processesNamed("KSTRL.exe") == ids; }));
     for (const DWORD id : ids)
         EXPECT_EQ(end(id), TRUE);
     // They are not waited for yet.
     EXPECT_TRUE(waitUntil([] { return processesNamed("KSTRL.exe").empty(); }));
     EXPECT_FALSE(end(ids[0]));
-    for (ChildProcess* const ended : {&first, &second, &script})
+    for (ChildProcess* const ended : all)
         EXPECT_EQ(ended->waitForEnd(), std::nullopt) << "it was not killed";
 }
 
 TEST_F(ProcessesPosix, ProcessesOfTheHostAreOutOfReach) {
-    installSleep();
+    const std::string folder = host("FlashDisk/VELD/KSTRL");
+    device.write(PROGRAM, "#!/bin/sh\n");
     const fs::path elsewhere = makeScratchFolder();
     fs::copy_file("/bin/sleep", elsewhere / "KSTRL.exe");
     fs::create_symlink("/bin/tail", elsewhere / "follow");
+    fs::create_directory(elsewhere / "script");
+    std::ofstream(elsewhere / "script/KSTRL.exe")
+        << "#!/bin/sh\ncd " << folder << "\nkill -STOP $$\n";
+    fs::permissions(elsewhere / "script/KSTRL.exe", fs::perms::owner_all);
     device.write("FlashDisk/VELD/KSTRL/follow");
     {
         const ChildProcess sameName({elsewhere / "KSTRL.exe", "1000"});
         const ChildProcess givenAPath({"/bin/tail", "-c0", "-f", host()});
-        // Named like the file that it was given, by the link through which it was started.
-        const ChildProcess namesake(
-            {elsewhere / "follow", "-f", host("FlashDisk/VELD/KSTRL/follow")});
-        for (const DWORD id : {idOf(sameName), idOf(givenAPath), idOf(namesake),
+        // Named by the kernel like the file that it was given.
+        const ChildProcess namesake({"bash", "-c", "exec -a tool $0 -f $1", elsewhere / "follow",
+                                     host("FlashDisk/VELD/KSTRL/follow")});
+        // Its relative path leads to the application from where it is now.
+        const ChildProcess visitor({"env", "-C", elsewhere / "script", "./KSTRL.exe"});
+        EXPECT_TRUE(waitUntil([&] {
+            std::error_code gone;
+            return fs::read_symlink("/proc/" + std::to_string(visitor.id()) + "/cwd", gone) ==
+                   folder;
+        }));
+        for (const DWORD id : {idOf(sameName), idOf(givenAPath), idOf(namesake), idOf(visitor),
                                static_cast<DWORD>(::getpid()), DWORD{1}}) {
             EXPECT_EQ(OpenProcess(PROCESS_ALL_ACCESS, FALSE, id), nullptr);
             EXPECT_EQ(GetLastError(), DWORD{5});
