@@ -159,6 +159,16 @@ void loadKerningFile(const std::string& path, FontData& font) {
         parseKerningLine(line, font.kerning);
 }
 
+const Glyph* findGlyph(const FontData& font, uint16_t code) {
+    const auto entry = font.glyphs.find(code);
+    return entry != font.glyphs.end() ? &entry->second : nullptr;
+}
+
+std::optional<int16_t> findKerning(const FontData& font, uint32_t first, uint32_t second) {
+    const auto entry = font.kerning.find({first, second});
+    return entry != font.kerning.end() ? std::make_optional(entry->second) : std::nullopt;
+}
+
 bool asksForTooMuch(const FontData& font) {
     const uint64_t pageBytes = uint64_t{font.atlasSize} * font.atlasSize;
     const uint64_t entries = font.glyphs.size() + font.kerning.size();

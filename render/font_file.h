@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -52,6 +53,12 @@ void loadFontFile(const std::string& path, FontData& font);
 // Loads a ".kern" file on top of the pairs that are there. Not every font has one: a missing file
 // is not reported.
 void loadKerningFile(const std::string& path, FontData& font);
+
+// Null when the font has no glyph for the character.
+const Glyph* findGlyph(const FontData& font, uint16_t code);
+
+// The amount in pixels by which `second` is moved behind `first`, if that pair is kerned.
+std::optional<int16_t> findKerning(const FontData& font, uint32_t first, uint32_t second);
 
 // Whether pages, glyphs and kerning pairs together take more than the 64 MiB that a face may: such
 // a face is not to be made.

@@ -3,7 +3,6 @@
 #include <set>
 
 #include "render/matrix.h"
-#include "render/narrowing.h"
 #include "render/raw_texture.h"
 #include "render/shader_program.h"
 #include "support/logger.h"
@@ -12,20 +11,10 @@
 
 namespace {
 
-constexpr WCHAR BYTE_ORDER_MARK = 0xFEFF;
 constexpr std::size_t EXTENSION_LENGTH = 4;
 
 constexpr GLushort QUAD_INDICES[] = {0, 1, 2, 3, 0, 2};
 constexpr GLsizei QUAD_INDEX_COUNT = 6;
-
-bool isPassedOver(WCHAR code) {
-    return code == BYTE_ORDER_MARK || code == TEXT('\r') || code == TEXT('\n');
-}
-
-// The font tool's signed numbers have always been read as unsigned here.
-float asUnsigned(int16_t value) {
-    return static_cast<float>(static_cast<uint16_t>(value));
-}
 
 void reportUnknown(WCHAR code) {
     static std::set<WCHAR> reported;
@@ -74,7 +63,8 @@ void FontRenderer::loadPages(const std::string& folder) {
 void FontRenderer::drawText(WideText text, int x, int y, float red, float green, float blue,
                             const float* projection, bool useKerning,
                             const float* modelview) const {
-    if (font_.glyphs.empty())
+    // A face that asks for too much has no textures.
+    if (font_.glyphs.empty() || pageTextures_.size() != font_.pageNames.size())
         return;
     glUseProgram(program_);
     float identity[16];
@@ -82,33 +72,14 @@ void FontRenderer::drawText(WideText text, int x, int y, float red, float green,
     setMatrix(program_, "mvmtx", modelview != nullptr ? modelview : identity);
     setMatrix(program_, "prmtx", projection);
 
-    const WideText line = text.substr(0, text.find(WCHAR{}));
-    float pen = static_cast<float>(x);
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        const WCHAR code = line[i];
-        if (isPassedOver(code))
-            continue;
-        const Glyph* const glyph = findGlyph(static_cast<uint16_t>(code));
-        if (glyph == nullptr) {
-            reportUnknown(code);
-            continue;
-        }
-        if (glyph->page >= pageTextures_.size())
-            continue;
+    const auto draw = [&](const PlacedGlyph& placed) {
         glActiveTexture(GL_TEXTURE0);
-        glBindTexture(GL_TEXTURE_2D, pageTextures_[glyph->page]);
+        glBindTexture(GL_TEXTURE_2D, pageTextures_[placed.glyph.page]);
         glUniform1i(samplerLocation_, 0);
         glUniform3f(colorLocation_, red, green, blue);
-
-        // The pair is made with the character in front even if that one was not drawn, and it moves
-        // this glyph only, not the pen: texts were laid out with that.
-        float kerning = 0.0F;
-        if (useKerning && i > 0)
-            kerning = static_cast<float>(findKerning(line[i - 1], code).value_or(0));
-        const float scale = isNarrowed(code) ? NARROW_SCALE : 1.0F;
-        drawGlyph(*glyph, pen + kerning, y, scale);
-        pen += asUnsigned(glyph->xadvance) * scale;
-    }
+        drawGlyph(placed, y);
+    };
+    layOutLine(font_, text, static_cast<float>(x), useKerning, draw, reportUnknown);
 }
 
 void FontRenderer::drawText(const std::string& text, int x, int y, float red, float green,
@@ -117,13 +88,13 @@ void FontRenderer::drawText(const std::string& text, int x, int y, float red, fl
     drawText(widen(text), x, y, red, green, blue, projection, useKerning, modelview);
 }
 
-void FontRenderer::drawGlyph(const Glyph& glyph, float left, int y, float scale) const {
+void FontRenderer::drawGlyph(const PlacedGlyph& placed, int y) const {
+    const Glyph& glyph = placed.glyph;
     const float atlasSize = static_cast<float>(font_.atlasSize);
-    const float width = static_cast<float>(glyph.width);
-    const float height = static_cast<float>(glyph.height);
-    const float right = left + width * scale;
-    const float top = static_cast<float>(static_cast<uint16_t>(glyph.yoffset) + int64_t{y});
-    const float bottom = height + top;
+    const float left = placed.left;
+    const float right = placed.right;
+    const float top = static_cast<float>(placed.top + int64_t{y});
+    const float bottom = static_cast<float>(glyph.height) + top;
     const float u0 = static_cast<float>(glyph.x) / atlasSize;
     const float u1 = static_cast<float>(glyph.x + glyph.width) / atlasSize;
     const float v0 = static_cast<float>(glyph.y) / atlasSize;
@@ -146,23 +117,13 @@ void FontRenderer::drawGlyph(const Glyph& glyph, float left, int y, float scale)
 uint32_t FontRenderer::textWidth(WideText text) const {
     uint32_t width = 0;
     for (const WCHAR code : text)
-        if (const Glyph* const glyph = findGlyph(static_cast<uint16_t>(code)))
+        if (const Glyph* const glyph = findGlyph(code))
             width += static_cast<uint16_t>(glyph->xadvance);
     return width;
 }
 
 uint32_t FontRenderer::textWidth(const std::string& text) const {
     return textWidth(widen(text));
-}
-
-const Glyph* FontRenderer::findGlyph(uint16_t code) const {
-    const auto entry = font_.glyphs.find(code);
-    return entry != font_.glyphs.end() ? &entry->second : nullptr;
-}
-
-std::optional<int16_t> FontRenderer::findKerning(uint32_t first, uint32_t second) const {
-    const auto entry = font_.kerning.find({first, second});
-    return entry != font_.kerning.end() ? std::make_optional(entry->second) : std::nullopt;
 }
 
 void FontRenderer::setKerning(uint32_t first, uint32_t second, int16_t amount) {

@@ -4,17 +4,15 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "platform/gles.h"
 #include "render/font_file.h"
 #include "render/renderer.h"
+#include "render/text_layout.h"
 
 class FontRenderer : public Renderer {
   public:
-    using WideText = std::basic_string_view<WCHAR>;
-
     // Loads the face, such as "SegoeUI_13px", from the "fonts/" folder of the GUI data; needs the
     // GL context. A face whose files are missing or damaged has fewer glyphs, or none, and draws
     // those it has. One that asks for too much loads no pages and is to be let go at once; what the
@@ -44,10 +42,12 @@ class FontRenderer : public Renderer {
     uint32_t textWidth(const std::string& text) const;
 
     // Null when the face has no glyph for the character.
-    const Glyph* findGlyph(uint16_t code) const;
+    const Glyph* findGlyph(uint16_t code) const { return ::findGlyph(font_, code); }
 
     // The amount in pixels by which `second` is moved behind `first`, if that pair is kerned.
-    std::optional<int16_t> findKerning(uint32_t first, uint32_t second) const;
+    std::optional<int16_t> findKerning(uint32_t first, uint32_t second) const {
+        return ::findKerning(font_, first, second);
+    }
     void setKerning(uint32_t first, uint32_t second, int16_t amount);
 
     uint32_t lineHeight() const { return font_.lineHeight; }
@@ -57,7 +57,7 @@ class FontRenderer : public Renderer {
   private:
     explicit FontRenderer(void* context) : context_(context) {}
     void loadPages(const std::string& folder);
-    void drawGlyph(const Glyph& glyph, float left, int y, float scale) const;
+    void drawGlyph(const PlacedGlyph& placed, int y) const;
 
     FontData font_;
     std::vector<GLuint> pageTextures_;  // one per page name; 0 where the page failed to load

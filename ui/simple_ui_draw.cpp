@@ -99,7 +99,7 @@ void SimpleUI::drawTexts() {
     if (face == nullptr)
         return;
     const Projection projection = yDownwards(screenWidth, screenHeight);
-    const auto drawLine = [&](FontRenderer::WideText text, int32_t top) {
+    const auto drawLine = [&](WideText text, int32_t top) {
         face->drawText(text, layout::TEXT_LEFT, top, 1, 1, 1, projection.matrix, true, nullptr);
     };
     enableTextBlending();

@@ -38,7 +38,7 @@ class FontRendererTest : public testing::Test {
     }
 
     // Draws at (100, 50) in a colour of its own and returns the corners of the quads.
-    std::vector<std::string> draw(const FontRenderer& face, FontRenderer::WideText text) {
+    std::vector<std::string> draw(const FontRenderer& face, WideText text) {
         gl.calls.clear();
         face.drawText(text, 100, 50, 1.0F, 0.5F, 0.25F, PROJECTION, true, nullptr);
         return quads();
