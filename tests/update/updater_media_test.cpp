@@ -1,4 +1,5 @@
-// Which keys are seen, and what the release notes say.
+// Whether a key that is not whole is taken for one, and whether its notes are read as the screen
+// shows them.
 
 #include <gtest/gtest.h>
 
@@ -62,12 +63,10 @@ struct Notes {
 };
 
 TEST_F(UpdaterMedia, ReadsVersionAndLines) {
-    const std::string longLine(100000, 'x');
     const Notes cases[] = {
-        {"KSTRL Release 2.14.3\nfirst\n\nlast\n",
+        {"KSTRL Release 2.14.3\r\nfirst\n\nlast\n",
          "2.14.3",
          {"KSTRL Release 2.14.3", "first", "", "last"}},
-        {"KSTRL Release 3.0\r\na\r\nb\r\n", "3.0", {"KSTRL Release 3.0", "a", "b"}},
         {"KSTRL Release 3.0\nshown\nnot shown", "3.0", {"KSTRL Release 3.0", "shown"}},
         {"KSTRL Release 3.0", "3.0", {}},
         {"Version 3.0\n", "Version 3.0", {"Version 3.0"}},
@@ -75,7 +74,6 @@ TEST_F(UpdaterMedia, ReadsVersionAndLines) {
         {"KSTRL Release KSTRL Release 4\n", "KSTRL Release 4", {"KSTRL Release KSTRL Release 4"}},
         {"KSTRL Release \n", "", {"KSTRL Release "}},
         {"", "", {}},
-        {longLine + "\n", longLine, {longLine}},
     };
     makeKey();
     for (const Notes& notes : cases) {
