@@ -1,4 +1,5 @@
-// Whether a file's time can be out of range, and whether the device's time zone touches the host's.
+// Whether a file's time can be out of range, and whether the device's time zone touches the host's
+// or loses what it holds.
 
 #include "platform/posix/clock.h"
 
@@ -8,42 +9,31 @@
 #include <limits>
 #include <vector>
 
-#include "platform/posix/device.h"
+#include "platform/posix/call_hook.h"
+#include "support/time_util.h"
 #include "tests/helpers/device_folder.h"
 
 namespace {
 
-class Clock : public ::testing::Test {
-  protected:
-    void setBias(LONG minutes) {
-        TIME_ZONE_INFORMATION zone{};
-        GetTimeZoneInformation(&zone);
-        zone.Bias = minutes;
-        ASSERT_TRUE(SetTimeZoneInformation(&zone));
-        host::forgetTimeZone();
-    }
+TIME_ZONE_INFORMATION storedZone() {
+    host::forgetTimeZone();
+    TIME_ZONE_INFORMATION zone{};
+    EXPECT_LE(GetTimeZoneInformation(&zone), DWORD{2});
+    return zone;
+}
 
-    static LONG bias() {
-        TIME_ZONE_INFORMATION zone{};
-        EXPECT_LE(GetTimeZoneInformation(&zone), DWORD{2});
-        return zone.Bias;
-    }
-
-    DeviceFolder device;
-};
-
-TEST_F(Clock, NoTimeIsOutOfRange) {
-    using Seconds = std::numeric_limits<std::time_t>;
-    setBias(-14 * 60);
+TEST(Clock, NoTimeIsOutOfRange) {
+    const DeviceFolder device;
+    setTimeZone(14);
     SYSTEMTIME calendar{};
+    FILETIME local{};
+    using Seconds = std::numeric_limits<std::time_t>;
     for (const std::time_t seconds : {Seconds::min(), std::time_t{0}, Seconds::max()}) {
         const FILETIME time = host::fileTime({seconds, 999'999'999});
-        FILETIME local{};
         EXPECT_TRUE(FileTimeToLocalFileTime(&time, &local));
         EXPECT_TRUE(FileTimeToSystemTime(&local, &calendar));
     }
     const FILETIME last{0xFFFFFFFF, 0x7FFFFFFF};
-    FILETIME local{};
     EXPECT_TRUE(FileTimeToLocalFileTime(&last, &local));
     const FILETIME first{0, 0};
     ASSERT_TRUE(FileTimeToSystemTime(&first, &calendar));
@@ -53,15 +43,19 @@ TEST_F(Clock, NoTimeIsOutOfRange) {
     EXPECT_EQ(GetLastError(), DWORD{87});
 }
 
-TEST_F(Clock, TheZoneIsTheDevicesAndShiftsItsTimes) {
+TEST(Clock, TheZoneIsTheDevicesAndShiftsItsTimes) {
+    const DeviceFolder device;
     ::setenv("TZ", "XYZ-3", 1);
     ::tzset();
-    host::forgetTimeZone();
-    EXPECT_EQ(bias(), -180);
+    TIME_ZONE_INFORMATION zone = storedZone();
+    EXPECT_EQ(zone.Bias, -180);
 
     device.setLanguage(5);
-    setBias(90);
-    EXPECT_EQ(bias(), 90);
+    zone.Bias = 90;
+    zone.DaylightName[31] = u'D';
+    zone.DaylightBias = -60;
+    ASSERT_TRUE(SetTimeZoneInformation(&zone));
+    EXPECT_EQ(storedZone().Bias, 90);
     EXPECT_NE(device.read("registry.reg").find("\"LANGUAGE\"=dword:5"), std::string::npos);
     const FILETIME time = host::fileTime({1'457'341'500, 250'000'000});
     FILETIME local{};
@@ -73,13 +67,31 @@ TEST_F(Clock, TheZoneIsTheDevicesAndShiftsItsTimes) {
                                       calendar.wMilliseconds};
     EXPECT_EQ(fields, (std::vector<WORD>{2016, 3, 7, 1, 7, 35, 250}));
 
+    // Hours east become minutes west, and the rest stays.
+    for (const int32_t hours : {-5, 13, 0}) {
+        setTimeZone(hours);
+        EXPECT_EQ(storedZone().Bias, hours * -60);
+        EXPECT_EQ(storedZone().DaylightName[31], u'D');
+        EXPECT_EQ(storedZone().DaylightBias, -60);
+    }
+    setTimeZone(INT32_MIN);
     // Neither the environment nor another device knows of it.
     EXPECT_STREQ(std::getenv("TZ"), "XYZ-3");
     const DeviceFolder other;
-    EXPECT_EQ(bias(), -180);
+    EXPECT_EQ(storedZone().Bias, -180);
     ::unsetenv("TZ");
     ::tzset();
     host::forgetTimeZone();
+}
+
+TEST(Clock, AZoneThatCannotBeSetIsToldOnTheStandardOutput) {
+    const DeviceFolder device;
+    setCallHook([](const HookedCall& call) {
+        return std::string(call.name) == "GetTimeZoneInformation" ? DWORD{31} : DWORD{5};
+    });
+    ::testing::internal::CaptureStdout();
+    setTimeZone(2);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "GTZI failed (31)\nSTZI failed (5)\n");
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
-// Listings, and the text forms of sizes and file times.
+// Whether a listing, on which the whole update rests, leaves an entry out or takes one too many,
+// and whether sizes and times are written as they are.
 
 #include "support/file_util.h"
 
@@ -37,12 +38,11 @@ TEST(ListDirectory, YieldsFilesFoldersOrBoth) {
 
 TEST(ListDirectory, LooksIntoPathsOfUpTo258Characters) {
     const DeviceFolder device;
-    const std::string start = "/T/" + std::string(120, 'a') + "/";
-    for (const std::size_t length : {258U, 259U, 260U, 300U}) {
-        const std::string folder = start + std::string(length - start.size() - 1, 'b') + "/";
-        device.write(folder + "f");
-        const Names expected = length == 258 ? Names{"f"} : Names{};
-        EXPECT_EQ(names(listDirectory(folder, true, true)), expected) << length;
+    const std::string folder = "/T/" + std::string(120, 'a') + "/";
+    for (const std::size_t rest : {133U, 134U}) {
+        const std::string longest = folder + std::string(rest, 'b') + "/";
+        device.write(longest + "f");
+        EXPECT_EQ(listDirectory(longest, true, true).size(), longest.size() == 258 ? 1U : 0U);
     }
 }
 
@@ -70,29 +70,25 @@ TEST(FileTimes, AreTheLocalTimesOfTheLastChangeAndOfCreation) {
     EXPECT_TRUE(isNow(fileTimeText("/T/file"))) << fileTimeText("/T/file");
     EXPECT_FALSE(isNow(lastWrite()));
     EXPECT_NE(fileTimeText("\\T"), "");
-}
-
-TEST(FileTimes, HaveNoTextWithoutAFile) {
-    const DeviceFolder device;
-    device.makeFolder("T");
-    for (const std::string& path : {std::string(), std::string("/T/gone"), std::string("/T/"),
-                                    "/" + std::string(259, 'x'), "/" + std::string(258, 'x')})
-        EXPECT_EQ(fileTimeText(path), "");
+    for (const std::string& none :
+         {std::string(), std::string("/T/gone"), std::string("/T/"), "/" + std::string(259, 'x')})
+        EXPECT_EQ(fileTimeText(none), "");
 }
 
 TEST(SizeText, BeginsEachUnitAboveItsSize) {
-    struct Case {
-        int64_t bytes;
-        const char* text;
+    const std::pair<int64_t, const char*> cases[] = {
+        {0, "0 bytes"},
+        {INT64_MIN, "-9223372036854775808 bytes"},
+        {1024, "1024 bytes"},
+        {1025, "1KB"},
+        {1'048'576, "1024KB"},
+        {1'048'577, "1MB"},
+        {1'073'741'824, "1024MB"},
+        {1'073'741'825, "1GB"},
+        {INT64_MAX, "8589934591GB"},
     };
-    const Case cases[] = {
-        {0, "0 bytes"},         {-5, "-5 bytes"},       {INT64_MIN, "-9223372036854775808 bytes"},
-        {1024, "1024 bytes"},   {1025, "1KB"},          {2047, "1KB"},
-        {1'048'576, "1024KB"},  {1'048'577, "1MB"},     {1'073'741'824, "1024MB"},
-        {1'073'741'825, "1GB"}, {3'000'000'000, "2GB"}, {INT64_MAX, "8589934591GB"},
-    };
-    for (const Case& test : cases)
-        EXPECT_EQ(sizeText(test.bytes), test.text);
+    for (const auto& [bytes, text] : cases)
+        EXPECT_EQ(sizeText(bytes), text);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// A message before the log has a place: it goes to "log.txt" in the current folder.
+// Whether a message is lost before the log has a place: it goes to "log.txt" in the current folder.
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// The log file's bytes.
+// Whether the log's readers find each kind of message in its shape, at once and whole.
 
 #include "support/logger.h"
 

@@ -1,4 +1,5 @@
-// The line reader, and the conversions between narrow and wide text.
+// Whether the line reader takes a line end, Ctrl-Z or a missing file otherwise than the instrument
+// does, and whether a name changes between narrow and wide text.
 
 #include <gtest/gtest.h>
 
@@ -19,16 +20,12 @@ TEST(LineReader, ReadsTextAsTheInstrumentDoes) {
     };
     const Case cases[] = {
         {"", {}, ""},
-        {"a", {}, "a"},
-        {"a\n\nb\n", {"a", "", "b"}, ""},
         {"a\r\n\r\nb\r\n", {"a", "", "b"}, ""},
         {"a\rb\n\r\r\n\r", {"a\rb", "\r"}, "\r"},
         {"a\x1A\nb\n", {}, "a"},
         {"a\n\x1Aignored\n", {"a"}, ""},
         {"a\r\x1A", {}, "a\r"},
-        {std::string("a\0b\n", 4), {std::string("a\0b", 3)}, ""},
-        {"\xFF\n", {"\xFF"}, ""},
-        {std::string(100000, 'x') + "\n", {std::string(100000, 'x')}, ""},
+        {std::string("a\0\xFF\n", 4), {std::string("a\0\xFF", 3)}, ""},
     };
     for (const Case& test : cases) {
         SCOPED_TRACE(test.bytes.substr(0, 20));

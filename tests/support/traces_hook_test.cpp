@@ -1,4 +1,5 @@
-// What the log and the file utilities send to the debugger.
+// Whether a percent sign in a name can become a conversion, and whether a failure that nobody sees
+// leaves its trace in the debugger.
 
 #include <gtest/gtest.h>
 
@@ -18,7 +19,6 @@ class Traced : public ::testing::Test {
         setCallHook([this](const HookedCall& call) {
             if (call.name == std::string("OutputDebugStringW"))
                 traces.push_back(call.arguments[0]);
-            closedSearches += call.name == std::string("FindClose");
             return refused == call.name ? DWORD{5} : DWORD{0};
         });
     }
@@ -27,7 +27,6 @@ class Traced : public ::testing::Test {
     Logger& log = Logger::instance();
     std::string refused;
     Traces traces;
-    int closedSearches = 0;
 };
 
 // Percent signs of the arguments are taken as a format again.
@@ -36,11 +35,10 @@ TEST_F(Traced, ErrorsAndWarningsAreEchoedTheRestIsNot) {
     log.warning("w");
     log.write("x");
     log.writeLine("y");
-    const char* const arguments[] = {"100%%", "%%%%", "%%%", "%", "%s%n%d", "%%s"};
+    const char* const arguments[] = {"100%%", "%%%%", "%%%", "%s%n%d", "%%s"};
     for (const char* const argument : arguments)
         log.error("%s", argument);
-    EXPECT_EQ(traces,
-              (Traces{"Error 5\n", "w\n", "100%\n", "%%\n", "%%\n", "%\n", "%s%n%d\n", "%s\n"}));
+    EXPECT_EQ(traces, (Traces{"Error 5\n", "w\n", "100%\n", "%%\n", "%%\n", "%s%n%d\n", "%s\n"}));
 }
 
 TEST_F(Traced, TracesAreFormattedOnceAndNotLogged) {
@@ -77,7 +75,6 @@ TEST_F(Traced, FileUtilitiesTellOfLongPathsAndFailedConversions) {
     EXPECT_NE(fileTimeText("/T/file"), "");
     EXPECT_EQ(traces,
               (Traces{"FileTimeToLocalFileTime error.\n", "FileTimeToSystemTime error.\n"}));
-    EXPECT_EQ(closedSearches, 2);
 }
 
 }  // namespace
