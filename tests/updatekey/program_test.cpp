@@ -33,6 +33,10 @@ class Program : public ::testing::Test {
 };
 
 TEST_F(Program, TellsByItsExitCode) {
+    const std::string image = work.root() / "key.img";
+    const std::string good = work.root() / "stick";
+    work.write("stick/VELD.unfinished/KSTRL/KSTRL.exe", "of a run that was broken off");
+    work.write("stick/mine.txt", "stays");
     const std::pair<std::vector<std::string>, int> runs[] = {
         {{"check", key}, 0},
         {{"info", key}, 0},
@@ -42,9 +46,25 @@ TEST_F(Program, TellsByItsExitCode) {
         {{"check", "/nowhere/at/all"}, 2},
         {{"check", "--languages", "7", key}, 2},
         {{"check", "--flash-size", "1kb", key}, 1},
+        {{"check", "--flash-size=-1", key}, 2},
+        {{"check", "--flash-size", "1kb", "--accept", "flash-too-small", key}, 0},
+        {{"bogus"}, 2},
+        {{"image", key, image}, 0},
+        {{"image", key, image}, 2},  // it is there
+        {{"image", key, image + "2"}, 0},
+        {{"check", image}, 0},
+        {{"check", key + "/VELD/KSTRL/KSTRL.exe"}, 2},  // no image
+        {{"write", key, good}, 0},
+        {{"write", key, good}, 1},  // an update is on it
+        {{"write", "--replace", key, good}, 0},
+        {{"diff", key, good}, 0},
+        {{"diff", key, work.root()}, 2},
     };
     for (const auto& [arguments, code] : runs)
         EXPECT_EQ(run(arguments), code) << ::testing::PrintToString(arguments);
+    EXPECT_EQ(work.read("key.img"), work.read("key.img2"));
+    EXPECT_EQ(work.tree("stick/VELD"), work.tree("key/VELD"));
+    EXPECT_EQ(work.read("stick/mine.txt"), "stays");
     EXPECT_EQ(run({"--version"}), 0);
     EXPECT_EQ(output, "updatekey " UPDATEKEY_VERSION "\n");
 }

@@ -52,5 +52,11 @@ CheckReport checkKey(const fs::path& folder, const CheckOptions& options) {
         checkSpace(key, report);
     }
     checkManifest(key, report);
+    Findings& findings = report.findings;
+    findings.erase(std::remove_if(findings.begin(), findings.end(),
+                                  [&](const Finding& finding) {
+                                      return options.accepted.count(finding.code) != 0;
+                                  }),
+                   findings.end());
     return report;
 }

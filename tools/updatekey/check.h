@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,7 @@
 struct CheckOptions {
     std::optional<uint64_t> flashSize;                       // bytes of the device's flash disk
     std::vector<int32_t> languages = {0, 1, 2, 3, 4, 5, 6};  // that the key is to serve
+    std::set<std::string> accepted;  // codes of findings that are known and wanted: left out
     Progress progress;
 };
 

@@ -1,5 +1,6 @@
 #include "tools/updatekey/info.h"
 
+#include "tools/updatekey/check.h"
 #include "tools/updatekey/key_device.h"
 #include "tools/updatekey/manifest.h"
 #include "tools/updatekey/prediction.h"
@@ -13,7 +14,20 @@ void count(const KeyEntry& entry, FolderInfo& folder) {
     folder.bytes += entry.size;
 }
 
+ManifestState manifestState(const KeyUnderCheck& key) {
+    if (key.find(MANIFEST_NAME) == nullptr)
+        return ManifestState::absent;
+    CheckReport report;
+    checkManifest(key, report);
+    return report.findings.empty() ? ManifestState::matches : ManifestState::differs;
+}
+
 }  // namespace
+
+const char* textOf(ManifestState state) {
+    constexpr const char* texts[] = {"none", "matches", "does not match"};
+    return texts[static_cast<std::size_t>(state)];
+}
 
 KeyInfo describeKey(const std::filesystem::path& key) {
     const KeyDevice device(key);
@@ -27,10 +41,10 @@ KeyInfo describeKey(const std::filesystem::path& key) {
     info.guiData.path = "VELD/ORBUI/data/";
     info.tree = readTree(key);
     for (const KeyEntry& entry : info.tree) {
-        info.hasManifest |= entry.path == MANIFEST_NAME;
         count(entry, info.whole);
         count(entry, info.application);
         count(entry, info.guiData);
     }
+    info.manifest = manifestState({key, info.tree, {}});
     return info;
 }

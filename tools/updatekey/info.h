@@ -14,11 +14,17 @@ struct FolderInfo {
     uint64_t bytes = 0;
 };
 
+// Whether the key has a list of checksums, and the files are those that it lists.
+enum class ManifestState { absent, matches, differs };
+
+// "none", "matches" or "does not match".
+const char* textOf(ManifestState state);
+
 struct KeyInfo {
     bool seen = false;
     std::string version;
     std::vector<std::string> notes;  // UTF-8
-    bool hasManifest = false;
+    ManifestState manifest = ManifestState::absent;
     FolderInfo whole;
     FolderInfo application;
     FolderInfo guiData;

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <string>
 
+#include "tools/updatekey/temporary_folder.h"
+
 class KeyDevice {
   public:
     // Makes the device in the folder for temporary files. Throws std::runtime_error when it cannot.
@@ -13,16 +15,9 @@ class KeyDevice {
     KeyDevice& operator=(const KeyDevice&) = delete;
     ~KeyDevice();
 
-    const std::filesystem::path& root() const { return root_; }
+    const std::filesystem::path& root() const { return folder_.path(); }
 
   private:
     std::string previousRoot_;
-    std::filesystem::path root_;
+    TemporaryFolder folder_;
 };
-
-// Makes an empty folder of its own beside `stem`, with a name that begins with it.
-// Throws std::runtime_error when that fails.
-std::filesystem::path makeTemporaryFolder(const std::filesystem::path& stem);
-
-// Deletes a folder tree, read-only folders too; failures are passed over.
-void removeTemporaryFolder(const std::filesystem::path& folder);

@@ -4,14 +4,14 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 
-#include "tools/updatekey/key_device.h"
 #include "tools/updatekey/manifest.h"
 #include "tools/updatekey/names.h"
+#include "tools/updatekey/temporary_folder.h"
+#include "tools/updatekey/values.h"
 
 namespace fs = std::filesystem;
 
@@ -89,8 +89,9 @@ time_t keyTime(const MakeOptions& options) {
     struct stat status {};
     time_t time = ::stat(options.notes.c_str(), &status) == 0 ? status.st_mtime : 0;
     time = std::max({time, newestTime(options.application), newestTime(options.guiData)});
-    if (const char* const epoch = std::getenv("SOURCE_DATE_EPOCH"))
-        time = static_cast<time_t>(std::strtoll(epoch, nullptr, 10));
+    const int64_t epoch = sourceDateEpoch();
+    if (epoch >= 0)
+        time = static_cast<time_t>(epoch);
     return time - time % 2;
 }
 
@@ -100,19 +101,6 @@ void setTimes(const fs::path& folder, time_t time) {
         ::utimensat(AT_FDCWD, (folder / entry.path).c_str(), times, AT_SYMLINK_NOFOLLOW);
     ::utimensat(AT_FDCWD, folder.c_str(), times, 0);
 }
-
-// Removes the folder unless it has been moved away.
-class TemporaryKey {
-  public:
-    explicit TemporaryKey(const fs::path& out) : folder_(makeTemporaryFolder(out)) {}
-    TemporaryKey(const TemporaryKey&) = delete;
-    TemporaryKey& operator=(const TemporaryKey&) = delete;
-    ~TemporaryKey() { removeTemporaryFolder(folder_); }
-    const fs::path& folder() const { return folder_; }
-
-  private:
-    fs::path folder_;
-};
 
 }  // namespace
 
@@ -125,8 +113,8 @@ MakeReport makeKey(const MakeOptions& options) {
     const std::string notes = composeNotes(readAll(options.notes), options.version);
 
     MakeReport report;
-    const TemporaryKey temporary(out);
-    const fs::path& key = temporary.folder();
+    const TemporaryFolder workshop(out);
+    const fs::path& key = workshop.path();
     copyTree(options.application, key / "VELD/KSTRL", report.leftOut);
     copyTree(options.guiData, key / "VELD/ORBUI/data", report.leftOut);
     writeAll(key / "VELD/kstrXReleaseNotes.txt", notes);

@@ -25,21 +25,37 @@ std::string toHex(const uint8_t* bytes, std::size_t size) {
 
 }  // namespace
 
+struct Checksum::State {
+    sha256_ctx context;
+};
+
+Checksum::Checksum() : state_(std::make_unique<State>()) {
+    sha256_init(&state_->context);
+}
+
+Checksum::~Checksum() = default;
+
+void Checksum::add(const char* bytes, std::size_t size) {
+    sha256_update(&state_->context, size, reinterpret_cast<const uint8_t*>(bytes));
+}
+
+std::string Checksum::text() {
+    uint8_t digest[SHA256_DIGEST_SIZE];
+    sha256_digest(&state_->context, sizeof digest, digest);
+    return toHex(digest, sizeof digest);
+}
+
 std::string sha256Of(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
-    sha256_ctx context;
-    sha256_init(&context);
+    Checksum checksum;
     std::vector<char> buffer(std::size_t{1} << 16);
     do {
         stream.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-        sha256_update(&context, static_cast<std::size_t>(stream.gcount()),
-                      reinterpret_cast<const uint8_t*>(buffer.data()));
+        checksum.add(buffer.data(), static_cast<std::size_t>(stream.gcount()));
     } while (stream);
     if (!stream.eof() || stream.bad())
         throw std::runtime_error("cannot read " + file.string());
-    uint8_t digest[SHA256_DIGEST_SIZE];
-    sha256_digest(&context, sizeof digest, digest);
-    return toHex(digest, sizeof digest);
+    return checksum.text();
 }
 
 Manifest computeManifest(const std::filesystem::path& key) {

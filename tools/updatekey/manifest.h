@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -11,6 +12,22 @@ constexpr const char* MANIFEST_NAME = "MANIFEST.sha256";
 
 // Checksums in lower-case hexadecimal, by path relative to the key.
 using Manifest = std::map<std::string, std::string>;
+
+// A checksum in the making.
+class Checksum {
+  public:
+    Checksum();
+    Checksum(const Checksum&) = delete;
+    Checksum& operator=(const Checksum&) = delete;
+    ~Checksum();
+    void add(const char* bytes, std::size_t size);
+    // Of all that was added; call it once, at the end.
+    std::string text();
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
 
 // The checksum of a file. Throws std::runtime_error when it cannot be read.
 std::string sha256Of(const std::filesystem::path& file);

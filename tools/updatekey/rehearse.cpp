@@ -9,8 +9,8 @@
 
 #include "platform/posix/read_file.h"
 #include "tools/updatekey/child_process.h"
-#include "tools/updatekey/key_device.h"
 #include "tools/updatekey/manifest.h"
+#include "tools/updatekey/temporary_folder.h"
 #include "update/updater.h"
 
 namespace fs = std::filesystem;
@@ -27,7 +27,7 @@ constexpr const char* LOG = "FlashDisk/VELD/Updater-log.txt";
 class Stage {
   public:
     Stage(const fs::path& device, const fs::path& key)
-        : root_(fs::canonical(makeTemporaryFolder(fs::temp_directory_path() / "rehearsal"))) {
+        : folder_(fs::temp_directory_path() / "rehearsal") {
         for (const fs::directory_entry& entry : fs::directory_iterator(device))
             if (entry.path().filename() != "USB HD")
                 fs::copy(entry.path(), this->device() / entry.path().filename(),
@@ -36,18 +36,15 @@ class Stage {
     }
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
-    ~Stage() {
-        endApplication();
-        removeTemporaryFolder(root_);
-    }
+    ~Stage() { endApplication(); }
 
     fs::path device() const {
-        fs::path folder = root_ / "device";
+        fs::path folder = folder_.path() / "device";
         fs::create_directories(folder);
         return folder;
     }
-    fs::path outputFile() const { return root_ / "output.txt"; }
-    fs::path framesFile() const { return root_ / "frames.txt"; }
+    fs::path outputFile() const { return folder_.path() / "output.txt"; }
+    fs::path framesFile() const { return folder_.path() / "frames.txt"; }
 
     // Whether there was one.
     bool endApplication() const {
@@ -58,7 +55,7 @@ class Stage {
     }
 
   private:
-    fs::path root_;
+    TemporaryFolder folder_;
 };
 
 Manifest contentOf(const fs::path& folder) {

@@ -1,18 +1,38 @@
-// What the commands tell, for people and, with --json, for scripts.
+// What the commands tell, for people and, with --json, for scripts. Names and notes from a key or a
+// device are made printable first.
 #pragma once
 
 #include <filesystem>
 #include <string>
 
 #include "tools/updatekey/check.h"
+#include "tools/updatekey/diagnosis.h"
+#include "tools/updatekey/difference.h"
+#include "tools/updatekey/disk_image.h"
+#include "tools/updatekey/info.h"
 #include "tools/updatekey/make.h"
 #include "tools/updatekey/rehearse.h"
+#include "tools/updatekey/sticks.h"
 
 std::string checkText(const CheckReport& report);
-std::string checkJson(const CheckReport& report);
 std::string makeText(const MakeReport& report, const std::filesystem::path& out);
-std::string makeJson(const MakeReport& report, const std::filesystem::path& out);
-std::string infoText(const std::filesystem::path& key);
-std::string infoJson(const std::filesystem::path& key);
+std::string infoText(const KeyInfo& info);
+std::string imageText(const ImageReport& report, const std::filesystem::path& out);
+std::string writeText(const WriteReport& report);
+std::string differenceText(const Difference& difference);
 std::string rehearseText(const RehearseReport& report);
+std::string diagnosisText(const Diagnosis& diagnosis);
+
+// The short forms: one line for each finding, for each stick that is not good, for each advice.
+std::string findingsText(const Findings& findings);
+std::string stickProblems(const WriteReport& report);
+std::string adviceText(const Diagnosis& diagnosis);
+
+std::string checkJson(const CheckReport& report);
+std::string makeJson(const MakeReport& report, const std::filesystem::path& out);
+std::string infoJson(const KeyInfo& info);
+std::string imageJson(const ImageReport& report, const std::filesystem::path& out);
+std::string writeJson(const WriteReport& report);
+std::string differenceJson(const Difference& difference);
 std::string rehearseJson(const RehearseReport& report);
+std::string diagnosisJson(const Diagnosis& diagnosis);

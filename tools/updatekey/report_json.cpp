@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "tools/updatekey/info.h"
+#include "tools/updatekey/output.h"
 #include "tools/updatekey/report.h"
 
 namespace {
@@ -31,8 +31,13 @@ Json toJson(const FolderInfo& folder) {
     return {{"files", folder.files}, {"bytes", folder.bytes}};
 }
 
+// Raised when a field changes its meaning or goes; new fields leave it as it is.
+constexpr int FORMAT = 1;
+
 // Names that are not UTF-8 are shown with replacement characters.
-std::string print(const Json& json) {
+std::string print(const Json& report) {
+    Json json = {{"format", FORMAT}};
+    json.update(report);
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
@@ -62,8 +67,7 @@ std::string makeJson(const MakeReport& report, const std::filesystem::path& out)
                   {"check", toJson(report.check)}});
 }
 
-std::string infoJson(const std::filesystem::path& key) {
-    const KeyInfo info = describeKey(key);
+std::string infoJson(const KeyInfo& info) {
     Json tree = Json::array();
     for (const KeyEntry& entry : info.tree)
         tree.push_back(
@@ -71,7 +75,7 @@ std::string infoJson(const std::filesystem::path& key) {
     return print({{"seen", info.seen},
                   {"version", info.version},
                   {"notes", info.notes},
-                  {"manifest", info.hasManifest},
+                  {"manifest", textOf(info.manifest)},
                   {"application", toJson(info.application)},
                   {"guiData", toJson(info.guiData)},
                   {"whole", toJson(info.whole)},
@@ -94,4 +98,76 @@ std::string rehearseJson(const RehearseReport& report) {
                   {"log", report.log},
                   {"output", report.output},
                   {"differences", differences}});
+}
+
+std::string imageJson(const ImageReport& report, const std::filesystem::path& out) {
+    return print({{"written", report.written},
+                  {"image", out.string()},
+                  {"bytes", report.bytes},
+                  {"check", toJson(report.check)}});
+}
+
+std::string writeJson(const WriteReport& report) {
+    Json sticks = Json::array();
+    for (const StickReport& stick : report.sticks)
+        sticks.push_back({{"stick", stick.stick.string()},
+                          {"good", stick.problem.empty()},
+                          {"problem", stick.problem},
+                          {"seconds", stick.seconds}});
+    return print(
+        {{"allGood", report.allGood()}, {"sticks", sticks}, {"check", toJson(report.check)}});
+}
+
+std::string differenceJson(const Difference& difference) {
+    constexpr const char* kinds[] = {"new", "changed", "gone"};
+    Json files = Json::array();
+    for (const FileDifference& file : difference.files)
+        files.push_back({{"path", file.path},
+                         {"change", kinds[static_cast<std::size_t>(file.kind)]},
+                         {"bytesBefore", file.before},
+                         {"bytesAfter", file.after}});
+    return print({{"versionBefore", difference.versionBefore},
+                  {"versionAfter", difference.versionAfter},
+                  {"notesDiffer", difference.notesDiffer()},
+                  {"notesBefore", difference.notesBefore},
+                  {"notesAfter", difference.notesAfter},
+                  {"same", difference.same},
+                  {"files", files}});
+}
+
+std::string diagnosisJson(const Diagnosis& diagnosis) {
+    Json folders = Json::array();
+    for (const FolderFinding& folder : diagnosis.folders)
+        folders.push_back({{"name", folder.name},
+                           {"there", folder.there},
+                           {"files", folder.files},
+                           {"bytes", folder.bytes},
+                           {"version", folder.version},
+                           {"onlyCopy", folder.onlyCopy}});
+    Json log = Json::array();
+    for (const LogLine& line : diagnosis.log.lines)
+        log.push_back({{"line", line.text}, {"meaning", line.meaning}});
+    Json advice = Json::array();
+    for (const Advice& step : diagnosis.advice)
+        advice.push_back({{"action", nameOf(step.action)},
+                          {"folder", step.folder},
+                          {"to", step.to},
+                          {"text", step.text}});
+    Json json = {{"sound", diagnosis.sound()},
+                 {"startsAsItIs", diagnosis.startsAsItIs},
+                 {"step", textOf(diagnosis.step).name},
+                 {"folders", folders},
+                 {"log", log},
+                 {"contradictions", diagnosis.contradictions},
+                 {"advice", advice}};
+    if (diagnosis.comparison)
+        json["comparison"] = {{"same", diagnosis.comparison->same()},
+                              {"different", diagnosis.comparison->different},
+                              {"missing", diagnosis.comparison->missing},
+                              {"tooMany", diagnosis.comparison->tooMany}};
+    return print(json);
+}
+
+std::string failureJson(const std::string& message) {
+    return print({{"failure", message}});
 }

@@ -1,0 +1,158 @@
+#include "tools/updatekey/diagnosis.h"
+
+#include "platform/posix/read_file.h"
+#include "tools/updatekey/installation.h"
+#include "tools/updatekey/key_tree.h"
+#include "tools/updatekey/manifest.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Action = Advice::Action;
+
+FolderFinding lookAt(const fs::path& makerFolder, const std::string& name) {
+    FolderFinding folder;
+    folder.name = name;
+    folder.there = fs::is_directory(makerFolder / name);
+    folder.version = applicationVersion(makerFolder / name);
+    for (const KeyEntry& entry : readTree(makerFolder / name)) {
+        folder.files += entry.kind == KeyEntry::Kind::file ? 1U : 0U;
+        folder.bytes += entry.size;
+    }
+    return folder;
+}
+
+KeyComparison compareWith(const fs::path& key, const fs::path& makerFolder) {
+    KeyComparison comparison;
+    const InstalledFiles wanted = installedFiles(makerFolderOf(key));
+    const InstalledFiles installed = installedFiles(makerFolder);
+    for (const auto& [path, file] : wanted) {
+        const auto present = installed.find(path);
+        if (present == installed.end())
+            comparison.missing.push_back(path);
+        else if (present->second.size != file.size ||
+                 sha256Of(present->second.file) != sha256Of(file.file))
+            comparison.different.push_back(path);
+    }
+    for (const auto& [path, file] : installed)
+        if (wanted.count(path) == 0)
+            comparison.tooMany.push_back(path);
+    return comparison;
+}
+
+// Gathers the advice for one diagnosis, in the order in which it is to be followed.
+class Adviser {
+  public:
+    Adviser(Diagnosis& diagnosis, const DiskState& state, const fs::path& makerFolder)
+        : diagnosis_(diagnosis), state_(state), folder_(makerFolder) {}
+
+    void advise() {
+        const bool applicationThere = runs(state_.application ? "KSTRL" : "KSTRL_old");
+        const bool guiDataThere = state_.guiData || state_.guiDataBackup;
+        bringBack("KSTRL", state_.application, state_.applicationBackup, "application");
+        bringBack("ORBUI", state_.guiData, state_.guiDataBackup, "GUI data");
+        if (state_.application && !applicationThere && runs("KSTRL_old"))
+            save("KSTRL_old");
+        if (state_.staging)
+            removeStaging();
+        diagnosis_.startsAsItIs = runs("KSTRL") && state_.guiData;
+        const bool foundWrong = diagnosis_.comparison && !diagnosis_.comparison->same();
+        const bool finished = diagnosis_.step == UpdateStep::none;
+        if (!applicationThere || !guiDataThere || !finished || foundWrong ||
+            diagnosis_.log.outcome == LogOutcome::failed)
+            updateAgain();
+        else
+            add(Action::start, "", "", "Start the instrument; nothing else is needed.");
+    }
+
+  private:
+    bool runs(const std::string& folder) const {
+        std::error_code error;
+        return fs::file_size(folder_ / folder / "KSTRL.exe", error) > 0 && !error;
+    }
+
+    void add(Action action, const std::string& folder, const std::string& to,
+             const std::string& text) {
+        diagnosis_.advice.push_back({action, folder, to, text});
+    }
+
+    void save(const std::string& name) {
+        for (FolderFinding& folder : diagnosis_.folders)
+            folder.onlyCopy |= folder.name == name;
+        add(Action::save, name, "",
+            "Copy " + name + " to another disk first: it is the only copy of what it holds.");
+    }
+
+    void bringBack(const std::string& name, bool there, bool backupThere, const std::string& what) {
+        const std::string backup = name + "_old";
+        if (there || !backupThere)
+            return;
+        save(backup);
+        add(Action::rename, backup, name,
+            "Rename " + backup + " to " + name + ": the " + what +
+                " that was installed before is then in place again.");
+    }
+
+    void removeStaging() {
+        if (!state_.application && !state_.applicationBackup && state_.stagedApplication)
+            save("Update");
+        add(Action::remove, "Update", "",
+            "Delete the folder Update: what is left in it would be installed along with the next "
+            "key's files.");
+    }
+
+    void updateAgain() {
+        const bool noGuiData = !state_.guiData && !state_.guiDataBackup;
+        add(Action::updateAgain, "", "",
+            std::string("Update again, with the same key if it is sound or with a newer one") +
+                (noGuiData ? "; as there are no GUI data, the first run ends with \"Update "
+                             "failed\" although all is installed: run it a second time."
+                           : "."));
+    }
+
+    Diagnosis& diagnosis_;
+    const DiskState& state_;
+    const fs::path& folder_;
+};
+
+void compareLogAndDisk(Diagnosis& diagnosis, const DiskState& state) {
+    const auto contradict = [&](const char* text) { diagnosis.contradictions.emplace_back(text); };
+    const bool succeeded = diagnosis.log.outcome == LogOutcome::succeeded;
+    if (succeeded && state.staging)
+        contradict(
+            "The log tells of an update that succeeded, and the folder Update is there: "
+            "another update was begun or files were put there afterwards.");
+    if (succeeded && (!state.application || !state.guiData))
+        contradict(
+            "The log tells of an update that succeeded, and a folder that it installed is "
+            "not there.");
+    if (diagnosis.log.outcome == LogOutcome::noLog && state.staging)
+        contradict("There is the folder Update of an update, and no log of it.");
+}
+
+}  // namespace
+
+const char* nameOf(Advice::Action action) {
+    constexpr const char* names[] = {"save", "remove", "rename", "update-again", "start"};
+    return names[static_cast<std::size_t>(action)];
+}
+
+bool Diagnosis::sound() const {
+    return advice.size() == 1 && advice.front().action == Action::start && contradictions.empty();
+}
+
+Diagnosis diagnose(const fs::path& device, const std::optional<fs::path>& key) {
+    const fs::path makerFolder = makerFolderOf(device);
+    Diagnosis diagnosis;
+    for (const char* const name : {"KSTRL", "KSTRL_old", "ORBUI", "ORBUI_old", "Update"})
+        diagnosis.folders.push_back(lookAt(makerFolder, name));
+    const DiskState state = readDiskState(makerFolder);
+    diagnosis.step = stepOf(state);
+    diagnosis.log = readLog(host::readFile(makerFolder / "Updater-log.txt"));
+    if (key)
+        diagnosis.comparison = compareWith(*key, makerFolder);
+    compareLogAndDisk(diagnosis, state);
+    Adviser(diagnosis, state, makerFolder).advise();
+    return diagnosis;
+}

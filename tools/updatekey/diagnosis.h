@@ -1,0 +1,65 @@
+// What is the matter with an instrument that came back, and what cures it. Nothing is changed.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tools/updatekey/disk_state.h"
+#include "tools/updatekey/log_lines.h"
+
+struct FolderFinding {
+    std::string name;  // "KSTRL_old"
+    bool there = false;
+    std::size_t files = 0;
+    uint64_t bytes = 0;
+    std::string version;    // as the files tell it; empty where they do not
+    bool onlyCopy = false;  // what is in it is nowhere else on the disk
+};
+
+// The installed files against those of a key.
+struct KeyComparison {
+    std::vector<std::string> different;
+    std::vector<std::string> missing;  // on the key and not installed
+    std::vector<std::string> tooMany;  // installed and not on the key
+
+    bool same() const { return different.empty() && missing.empty() && tooMany.empty(); }
+};
+
+// The steps of a cure. They are to be taken in the order in which they are given.
+struct Advice {
+    enum class Action {
+        save,         // copy `folder` to somewhere else before anything is done
+        remove,       // delete `folder`
+        rename,       // rename `folder` to `to`
+        updateAgain,  // run the updater with a good key
+        start,        // start the instrument
+    };
+
+    Action action;
+    std::string folder;  // below the maker's folder
+    std::string to;
+    std::string text;  // a sentence for the technician
+};
+
+// "save", "remove", "rename", "update-again" or "start".
+const char* nameOf(Advice::Action action);
+
+struct Diagnosis {
+    std::vector<FolderFinding> folders;
+    UpdateStep step = UpdateStep::none;
+    LogReading log;
+    std::vector<std::string> contradictions;  // between the log and the disk
+    std::optional<KeyComparison> comparison;  // with the key that was given
+    bool startsAsItIs = false;  // there is an application that can be started, with GUI data
+    std::vector<Advice> advice;
+
+    // Whether the instrument is as it should be: it only has to be started.
+    bool sound() const;
+};
+
+// Looks at `device`: a device folder, or a copy of its flash disk; and compares what is installed
+// with `key` where one is given. Throws std::runtime_error when `device` is neither.
+Diagnosis diagnose(const std::filesystem::path& device,
+                   const std::optional<std::filesystem::path>& key = std::nullopt);

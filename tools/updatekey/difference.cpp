@@ -1,0 +1,79 @@
+#include "tools/updatekey/difference.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "tools/updatekey/installation.h"
+#include "tools/updatekey/key_device.h"
+#include "tools/updatekey/key_tree.h"
+#include "tools/updatekey/manifest.h"
+#include "tools/updatekey/prediction.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Side {
+    bool isKey = false;
+    std::string version;
+    std::vector<std::string> notes;
+    InstalledFiles files;
+};
+
+// A key counts for what the device takes from it, anything else for what is installed.
+Side look(const fs::path& folder) {
+    Side side;
+    const fs::path maker = makerFolderOf(folder);
+    side.files = installedFiles(maker);
+    side.version = applicationVersion(maker / "KSTRL");
+    if (maker.lexically_relative(folder) != "VELD" || !fs::exists(maker / "kstrXReleaseNotes.txt"))
+        return side;
+    side.isKey = true;
+    const KeyDevice device(folder);
+    const Prediction prediction = predict({});
+    side.version = prediction.version;
+    for (const std::string& line : prediction.notes)
+        side.notes.push_back(toDisplay(line));
+    for (auto file = side.files.begin(); file != side.files.end();) {
+        const bool taken = prediction.copied.count("VELD/" + file->first) != 0;
+        file = taken ? std::next(file) : side.files.erase(file);
+    }
+    return side;
+}
+
+bool sameContent(const InstalledFile& a, const InstalledFile& b) {
+    return a.size == b.size && sha256Of(a.file) == sha256Of(b.file);
+}
+
+}  // namespace
+
+bool Difference::empty() const {
+    return files.empty() && versionBefore == versionAfter && !notesDiffer();
+}
+
+Difference compareKeys(const fs::path& key, const fs::path& other) {
+    const Side after = look(key);
+    const Side before = look(other);
+    Difference difference;
+    difference.versionBefore = before.version;
+    difference.versionAfter = after.version;
+    difference.bothAreKeys = before.isKey && after.isKey;
+    difference.notesBefore = before.notes;
+    difference.notesAfter = after.notes;
+    for (const auto& [path, file] : before.files)
+        if (after.files.count(path) == 0)
+            difference.files.push_back({path, FileDifference::Kind::gone, file.size, 0});
+    for (const auto& [path, file] : after.files) {
+        const auto old = before.files.find(path);
+        if (old == before.files.end())
+            difference.files.push_back({path, FileDifference::Kind::added, 0, file.size});
+        else if (!sameContent(old->second, file))
+            difference.files.push_back(
+                {path, FileDifference::Kind::changed, old->second.size, file.size});
+        else
+            ++difference.same;
+    }
+    std::sort(difference.files.begin(), difference.files.end(),
+              [](const FileDifference& a, const FileDifference& b) { return a.path < b.path; });
+    return difference;
+}

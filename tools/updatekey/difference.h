@@ -1,0 +1,33 @@
+// What an update from one key changes on a device, or against another key.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+struct FileDifference {
+    enum class Kind { added, changed, gone };
+
+    std::string path;  // below the maker's folder: "KSTRL/KSTRL.exe"
+    Kind kind;
+    uint64_t before;  // bytes; 0 when added
+    uint64_t after;   // bytes; 0 when gone
+};
+
+struct Difference {
+    std::string versionBefore;  // empty where it cannot be told
+    std::string versionAfter;
+    bool bothAreKeys = false;              // a device has no release notes to compare
+    std::vector<std::string> notesBefore;  // lines, UTF-8
+    std::vector<std::string> notesAfter;
+    std::vector<FileDifference> files;  // by path
+    std::size_t same = 0;               // files that are the same on both sides
+
+    bool notesDiffer() const { return bothAreKeys && notesBefore != notesAfter; }
+    bool empty() const;
+};
+
+// Compares the files that the device would take from the key in `key` with those of `other`, a key
+// or a device. Throws std::runtime_error when `other` is neither, or a file cannot be read.
+Difference compareKeys(const std::filesystem::path& key, const std::filesystem::path& other);

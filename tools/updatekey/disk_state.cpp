@@ -1,0 +1,57 @@
+#include "tools/updatekey/disk_state.h"
+
+namespace fs = std::filesystem;
+
+const UpdateStepText& textOf(UpdateStep step) {
+    static const UpdateStepText texts[] = {
+        {"none", "No update is under way.", "what is installed is in place"},
+        {"copying", "The update stopped before anything installed was touched.",
+         "the installation untouched, a part of the new version in Update"},
+        {"application-moved", "The update stopped while it replaced the application.",
+         "no application in place; the one that was installed is KSTRL_old"},
+        {"application-replaced", "The update stopped between the application and the GUI data.",
+         "the new application with the old GUI data"},
+        {"gui-data-moved", "The update stopped while it replaced the GUI data.",
+         "the new application without GUI data; those that were installed are ORBUI_old"},
+        {"both-replaced", "The update had only just begun, or it was all but done.",
+         "a whole version, the old or the new one, and an empty folder Update"},
+        {"gui-data-only", "The update replaced the GUI data but not the application.",
+         "the old application with the new GUI data"},
+        {"unclear", "The folders are not as a single interrupted update leaves them.",
+         "see the list of folders"},
+    };
+    return texts[static_cast<std::size_t>(step)];
+}
+
+DiskState readDiskState(const fs::path& makerFolder) {
+    const auto there = [&](const char* folder) { return fs::is_directory(makerFolder / folder); };
+    DiskState state;
+    state.application = there("KSTRL");
+    state.applicationBackup = there("KSTRL_old");
+    state.guiData = there("ORBUI");
+    state.guiDataBackup = there("ORBUI_old");
+    state.staging = there("Update");
+    state.stagedGuiData = there("Update/ORBUI");
+    // The folders are all made before the first file is copied.
+    const fs::path staged = makerFolder / "Update/KSTRL";
+    state.stagedApplication =
+        fs::is_directory(staged) && (state.stagedGuiData || !fs::is_empty(staged));
+    return state;
+}
+
+UpdateStep stepOf(const DiskState& state) {
+    const bool bothInPlace = state.application && state.guiData;
+    if (!state.staging)
+        return bothInPlace ? UpdateStep::none : UpdateStep::unclear;
+    if (state.stagedApplication && state.guiData && !state.application)
+        return state.applicationBackup ? UpdateStep::applicationMoved : UpdateStep::unclear;
+    if (!state.application)
+        return UpdateStep::unclear;
+    if (state.stagedApplication && state.guiData)
+        return state.stagedGuiData ? UpdateStep::copying : UpdateStep::guiDataOnly;
+    if (state.stagedGuiData && state.guiData)
+        return UpdateStep::applicationReplaced;
+    if (state.stagedGuiData && state.guiDataBackup)
+        return UpdateStep::guiDataMoved;
+    return bothInPlace ? UpdateStep::bothReplaced : UpdateStep::unclear;
+}

@@ -1,0 +1,40 @@
+// How far an update came, as the folders on the flash disk tell it.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+// Where the last update stopped. The order is that of an update.
+enum class UpdateStep {
+    none,                 // no staging folder: no update is under way
+    copying,              // the installation is in place, the new one is being staged
+    applicationMoved,     // KSTRL has become KSTRL_old, and nothing is in its place
+    applicationReplaced,  // the new KSTRL is in place, ORBUI is the installed one
+    guiDataMoved,         // ORBUI has become ORBUI_old, and nothing is in its place
+    bothReplaced,         // all is in place, the empty staging folder is left
+    guiDataOnly,          // only ORBUI could be replaced
+    unclear,              // not a state that a single interrupted update leaves
+};
+
+struct UpdateStepText {
+    const char* name;      // stable, for scripts: "application-moved"
+    const char* happened;  // what was going on
+    const char* onDisk;    // what there is now
+};
+const UpdateStepText& textOf(UpdateStep step);
+
+// The folders below the maker's folder that an update touches.
+struct DiskState {
+    bool application = false;        // KSTRL
+    bool applicationBackup = false;  // KSTRL_old
+    bool guiData = false;            // ORBUI
+    bool guiDataBackup = false;      // ORBUI_old
+    bool staging = false;            // Update
+    bool stagedApplication =
+        false;                   // Update/KSTRL, with a file in it or with Update/ORBUI beside it
+    bool stagedGuiData = false;  // Update/ORBUI
+};
+
+DiskState readDiskState(const std::filesystem::path& makerFolder);
+UpdateStep stepOf(const DiskState& state);

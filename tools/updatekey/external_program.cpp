@@ -1,0 +1,93 @@
+#include "tools/updatekey/external_program.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+#include <system_error>
+
+namespace {
+
+using File = std::FILE;
+
+// An unnamed file for one of the program's streams; a pipe could fill up and block both sides.
+class StreamFile {
+  public:
+    StreamFile() : file_(std::tmpfile()) {
+        if (file_ == nullptr)
+            throw std::runtime_error("cannot make a temporary file: " +
+                                     std::generic_category().message(errno));
+    }
+    StreamFile(const StreamFile&) = delete;
+    StreamFile& operator=(const StreamFile&) = delete;
+    ~StreamFile() { std::fclose(file_); }
+
+    int descriptor() const { return ::fileno(file_); }
+
+    void write(const std::string& text) {
+        std::fwrite(text.data(), 1, text.size(), file_);
+        std::rewind(file_);
+    }
+
+    std::string read() {
+        std::rewind(file_);
+        std::string text;
+        char piece[4096];
+        for (std::size_t got = 0; (got = std::fread(piece, 1, sizeof piece, file_)) > 0;)
+            text.append(piece, got);
+        return text;
+    }
+
+  private:
+    File* file_;
+};
+
+[[noreturn]] void become(const std::vector<std::string>& arguments, const StreamFile& input,
+                         const StreamFile& output, const StreamFile& errors) {
+    const char* const path = std::getenv("PATH");
+    ::setenv("PATH",
+             (std::string(path != nullptr ? path : "/usr/bin:/bin") + ":/usr/sbin:/sbin").c_str(),
+             1);
+    ::setenv("LC_ALL", "C.UTF-8", 1);
+    ::setenv("TZ", "UTC", 1);
+    ::dup2(input.descriptor(), STDIN_FILENO);
+    ::dup2(output.descriptor(), STDOUT_FILENO);
+    ::dup2(errors.descriptor(), STDERR_FILENO);
+    std::vector<char*> words;
+    for (const std::string& argument : arguments)
+        words.push_back(const_cast<char*>(argument.c_str()));
+    words.push_back(nullptr);
+    ::execvp(words[0], words.data());
+    ::_exit(127);
+}
+
+}  // namespace
+
+std::string runExternalProgram(const std::vector<std::string>& arguments,
+                               const std::string& input) {
+    StreamFile in;
+    StreamFile out;
+    StreamFile errors;
+    in.write(input);
+    std::fflush(nullptr);
+    const pid_t process = ::fork();
+    if (process == 0)
+        become(arguments, in, out, errors);
+    if (process < 0)
+        throw std::runtime_error("cannot start " + arguments.front() + ": " +
+                                 std::generic_category().message(errno));
+    int status = 0;
+    while (::waitpid(process, &status, 0) < 0 && errno == EINTR) {
+    }
+    constexpr int notFound = 127;
+    if (WIFEXITED(status) && WEXITSTATUS(status) == notFound)
+        throw std::runtime_error("the program " + arguments.front() +
+                                 " is not installed; install Debian's packages mtools, dosfstools "
+                                 "and fdisk");
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
+        throw std::runtime_error(arguments.front() + " failed: " + errors.read() + out.read());
+    return out.read();
+}

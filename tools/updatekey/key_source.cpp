@@ -1,0 +1,19 @@
+#include "tools/updatekey/key_source.h"
+
+#include <stdexcept>
+
+#include "tools/updatekey/disk_image.h"
+
+namespace fs = std::filesystem;
+
+KeySource::KeySource(const fs::path& key) : folder_(key) {
+    if (fs::is_directory(key))
+        return;
+    if (!isImage(key))
+        throw std::runtime_error(key.string() +
+                                 " is not there; name a folder that stands for the root of the "
+                                 "storage device, or a disk image");
+    unpacked_.emplace(fs::temp_directory_path() / "updatekey-image");
+    folder_ = unpacked_->path();
+    unpackImage(key, folder_);
+}

@@ -1,0 +1,99 @@
+#include "tools/updatekey/log_lines.h"
+
+#include <cstdlib>
+#include <map>
+#include <sstream>
+
+#include "tools/updatekey/prediction.h"
+#include "tools/updatekey/printable.h"
+
+const std::vector<LogLineKind> LOG_LINE_KINDS = {
+    {"Opening log at %", "the updater was started, local time"},
+    {"  ** Warning ** Update succeeded at %",
+     "the good end; it carries the warning mark all the same"},
+    {"    *** ERROR *** Update failed.", "the bad end; the lines above it say why"},
+    {"    *** ERROR *** Error % ::MoveFile: % -> % :", "a folder could not be moved"},
+    {"    *** ERROR *** Error % deleting file: %", "a file of the old backup could not be deleted"},
+    {"    *** ERROR *** Error % ::RemoveDirectory(%)",
+     "a folder of the old backup, or the staging folder, could not be removed"},
+    {"    *** ERROR *** Error % ::SetFileAttributes",
+     "a file did not arrive or stayed read-only; 2: it was not copied"},
+    {"    *** ERROR *** File % not found.", "a picture or font page of the GUI data is missing"},
+    {"    *** ERROR *** Font file % not found.", "a font of the GUI data is missing"},
+    {"    *** ERROR *** Language % not recognized in StringTable...",
+     "the instrument's LANGUAGE is no language of the updater"},
+    {"  ** Warning ** Error getting registry key [%].",
+     "the configuration lacks this value; the updater went on with its default"},
+    {"  ** Warning ** Unrecognized Char: %", "a text holds a character that its font lacks"},
+};
+
+namespace {
+
+// The first piece of the pattern begins the text, the last one ends it, the others come in between.
+bool matches(const std::string& text, const std::string& pattern) {
+    std::size_t at = 0;
+    std::size_t start = 0;
+    for (std::size_t wildcard = 0; (wildcard = pattern.find('%', start)) != std::string::npos;
+         start = wildcard + 1) {
+        const std::string piece = pattern.substr(start, wildcard - start);
+        const std::size_t found = text.find(piece, at);
+        if (found == std::string::npos || (start == 0 && found != 0))
+            return false;
+        at = found + piece.size();
+    }
+    const std::string last = pattern.substr(start);
+    return text.size() >= at + last.size() && (start > 0 || text == pattern) &&
+           text.compare(text.size() - last.size(), last.size(), last) == 0;
+}
+
+std::string meaningOf(const std::string& line) {
+    for (const LogLineKind& kind : LOG_LINE_KINDS) {
+        if (!matches(line, kind.pattern))
+            continue;
+        const std::size_t number = line.find("Error ");
+        const bool numbered = std::string(kind.pattern).find("Error % ") != std::string::npos;
+        const std::string error =
+            numbered ? errorMeaning(std::atoi(line.c_str() + number + 6)) : std::string();
+        return kind.meaning + (error.empty() ? error : " (" + error + ")");
+    }
+    return {};
+}
+
+}  // namespace
+
+std::string errorMeaning(int number) {
+    static const std::map<int, const char*> meanings = {
+        {2, "2: there is no such file"},
+        {3, "3: there is no such folder"},
+        {5, "5: the system refused it"},
+        {17, "17: not on the same disk"},
+        {32, "32: in use by a program"},
+        {80, "80: there is a file of this name"},
+        {112, "112: the disk is full"},
+        {123, "123: the name holds a character that the disk does not take"},
+        {145, "145: the folder is not empty"},
+        {183, "183: there is something of this name"},
+        {1117, "1117: the disk could not be read or written"},
+    };
+    const auto meaning = meanings.find(number);
+    return meaning == meanings.end() ? std::string() : meaning->second;
+}
+
+LogReading readLog(const std::string& bytes) {
+    LogReading reading;
+    std::istringstream stream(bytes);
+    for (std::string line; std::getline(stream, line);) {
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        if (line.empty())
+            continue;
+        reading.outcome =
+            reading.outcome == LogOutcome::noLog ? LogOutcome::noUpdate : reading.outcome;
+        if (matches(line, "  ** Warning ** Update succeeded at %"))
+            reading.outcome = LogOutcome::succeeded;
+        if (line == "    *** ERROR *** Update failed.")
+            reading.outcome = LogOutcome::failed;
+        reading.lines.push_back({printable(toDisplay(line)), meaningOf(line)});
+    }
+    return reading;
+}

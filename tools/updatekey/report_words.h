@@ -1,0 +1,13 @@
+// Words that several reports use.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "tools/updatekey/printable.h"
+
+// "3 files", "1 file".
+std::string countWords(std::size_t count, const std::string& noun);
+
+// "2MB (2097152 bytes)".
+std::string sizeWords(uint64_t bytes);

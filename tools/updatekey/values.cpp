@@ -1,0 +1,83 @@
+#include "tools/updatekey/values.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <sstream>
+#include <stdexcept>
+
+namespace {
+
+// The letters of each language's string table, by number.
+constexpr const char* LANGUAGES[] = {"en", "fr", "pt", "sp", "jp", "zh", "du"};
+
+std::string lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+// Digits alone; -1 for anything else, and for more of them than fit.
+int64_t parseDigits(const std::string& text) {
+    constexpr std::size_t mostDigits = 18;
+    if (text.empty() || text.size() > mostDigits ||
+        text.find_first_not_of("0123456789") != std::string::npos)
+        return -1;
+    return std::strtoll(text.c_str(), nullptr, 10);
+}
+
+}  // namespace
+
+uint64_t parseSize(const std::string& text) {
+    const std::size_t unitStart = std::min(text.find_first_not_of("0123456789"), text.size());
+    std::string unit = lower(text.substr(unitStart));
+    unit.erase(0, unit.find_first_not_of(' '));
+    const int64_t number = parseDigits(text.substr(0, unitStart));
+    int shift = -10;
+    for (const char* const prefix : {"", "k", "m", "g", "t"}) {
+        shift += 10;
+        const std::string letter = prefix;
+        if (unit != letter && unit != letter + "b" && (letter.empty() || unit != letter + "ib"))
+            continue;
+        constexpr int64_t mostBytes = int64_t{1} << 60;
+        if (number > 0 && number <= mostBytes >> shift)
+            return static_cast<uint64_t>(number) << shift;
+    }
+    throw std::runtime_error("\"" + text +
+                             "\" is no size; write bytes, or a number with kb, mb or gb behind it");
+}
+
+std::vector<int32_t> parseLanguages(const std::string& text) {
+    std::vector<int32_t> numbers;
+    std::istringstream stream(text);
+    for (std::string word; std::getline(stream, word, ',');) {
+        int32_t number = 0;
+        for (const char* const letters : LANGUAGES) {
+            if (lower(word) == letters || word == std::to_string(number))
+                numbers.push_back(number);
+            ++number;
+        }
+        if (numbers.empty() ||
+            (lower(word) != LANGUAGES[numbers.back()] && word != std::to_string(numbers.back()))) {
+            std::string all;
+            for (const char* const letters : LANGUAGES)
+                all += (all.empty() ? "" : ", ") + std::string(letters);
+            throw std::runtime_error("\"" + word + "\" is no language; there are " + all +
+                                     " or their numbers from 0 on");
+        }
+    }
+    if (numbers.empty())
+        throw std::runtime_error("name at least one language");
+    return numbers;
+}
+
+int64_t sourceDateEpoch() {
+    const char* const text = std::getenv("SOURCE_DATE_EPOCH");
+    if (text == nullptr)
+        return -1;
+    const int64_t seconds = parseDigits(text);
+    if (seconds < 0)
+        throw std::runtime_error("SOURCE_DATE_EPOCH is \"" + std::string(text) +
+                                 "\", which is no number of seconds since 1970");
+    return seconds;
+}
