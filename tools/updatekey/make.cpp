@@ -26,6 +26,22 @@ void requireFolder(const fs::path& path) {
     require(fs::is_directory(path), path.string() + " is not a folder");
 }
 
+// The key is made beside `out` and renamed to it, which is not possible onto a mounted device.
+void requireFree(const fs::path& out) {
+    struct stat place {};
+    struct stat parent {};
+    if (::stat(out.c_str(), &place) != 0) {
+        fs::create_directories(out.parent_path());
+        return;
+    }
+    require(fs::is_directory(out) && fs::is_empty(out),
+            out.string() + " is there already; name a new folder, or an empty one");
+    require(::stat(out.parent_path().c_str(), &parent) == 0 && parent.st_dev == place.st_dev,
+            out.string() +
+                " is a mounted storage device; make the key in a folder, and bring it "
+                "there with \"updatekey write\"");
+}
+
 std::string readAll(const fs::path& path) {
     require(fs::is_regular_file(path), path.string() + " is not a file");
     std::ifstream file(path, std::ios::binary);
@@ -59,7 +75,9 @@ void copyFile(const fs::path& from, const fs::path& to) {
 void copyTree(const fs::path& from, const fs::path& to, std::vector<std::string>& leftOut) {
     fs::create_directories(to);
     for (const KeyEntry& entry : readTree(from)) {
-        if (isLeftOut(entry.path))
+        if (isLeftOut(parentOf(entry.path)))
+            continue;
+        if (isDesktopLitter(nameOf(entry.path)))
             leftOut.push_back((from / entry.path).string());
         else if (entry.kind == KeyEntry::Kind::folder)
             fs::create_directory(to / entry.path);
@@ -108,8 +126,7 @@ MakeReport makeKey(const MakeOptions& options) {
     requireFolder(options.application);
     requireFolder(options.guiData);
     const fs::path out = fs::absolute(options.out / "").parent_path();
-    require(!fs::exists(out) || (fs::is_directory(out) && fs::is_empty(out)),
-            out.string() + " is there already");
+    requireFree(out);
     const std::string notes = composeNotes(readAll(options.notes), options.version);
 
     MakeReport report;

@@ -1,6 +1,8 @@
 // The text of the release notes, made fit for the device.
 
 #include <algorithm>
+#include <cstdio>
+#include <map>
 #include <stdexcept>
 
 #include "platform/posix/utf.h"
@@ -16,19 +18,57 @@ bool isUtf8(const std::u16string& decoded) {
                         [](char16_t c) { return c >= 0xDC80 && c <= 0xDCFF; });
 }
 
+// What stands for a character that typists and word processors like and Latin-1 lacks.
+std::string substituteFor(char16_t c) {
+    static const std::map<char16_t, const char*> substitutes = {
+        {0x2010, "-"},  {0x2011, "-"},  {0x2013, "-"},   {0x2014, "-"},   {0x2212, "-"},
+        {0x2018, "'"},  {0x2019, "'"},  {0x201A, ","},   {0x201C, "\""},  {0x201D, "\""},
+        {0x201E, "\""}, {0x2022, "-"},  {0x2026, "..."}, {0x20AC, "EUR"}, {0x2122, "(TM)"},
+        {0x2190, "<-"}, {0x2192, "->"}, {0x2264, "<="},  {0x2265, ">="},  {0x2260, "!="},
+        {0x0152, "OE"}, {0x0153, "oe"}, {0x2009, " "},   {0x202F, " "},   {0x200B, ""},
+    };
+    const auto found = substitutes.find(c);
+    if (found == substitutes.end())
+        return "leave it out, or write it in other words";
+    return *found->second == '\0' ? "leave it out" : std::string("write ") + found->second;
+}
+
+// Every character outside Latin-1, with its place and what could stand instead of it.
+[[noreturn]] void refuse(const std::u16string& text) {
+    constexpr std::size_t shown = 20;
+    std::string places;
+    std::size_t count = 0;
+    std::size_t line = 1;
+    std::size_t column = 0;
+    for (const char16_t c : text) {
+        ++column;
+        if (c > 0xFF && ++count <= shown) {
+            char number[16];
+            std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(c));
+            places += "\n  line " + std::to_string(line) + ", column " + std::to_string(column) +
+                      ": \"" + host::toUtf8({&c, 1}) + "\" (" + number + "); " + substituteFor(c);
+        }
+        if (c == u'\n') {
+            ++line;
+            column = 0;
+        }
+    }
+    if (count > shown)
+        places += "\n  and " + std::to_string(count - shown) + " more";
+    throw std::runtime_error("the device can only show Latin-1; the notes hold other characters:" +
+                             places);
+}
+
 // Bytes that are not UTF-8 are taken to be Latin-1 already.
 std::string toLatin1(const std::string& text) {
     const std::u16string decoded = host::toUtf16(text);
-    const bool pairsOnly = isUtf8(decoded);
-    if (!pairsOnly)
+    if (!isUtf8(decoded))
         return text;
+    if (std::any_of(decoded.begin(), decoded.end(), [](char16_t c) { return c > 0xFF; }))
+        refuse(decoded);
     std::string latin1;
-    for (const char16_t c : decoded) {
-        if (c > 0xFF)
-            throw std::runtime_error("the device cannot show \"" + host::toUtf8({&c, 1}) +
-                                     "\", which is outside Latin-1: write the notes without it");
+    for (const char16_t c : decoded)
         latin1 += static_cast<char>(static_cast<unsigned char>(c));
-    }
     return latin1;
 }
 
