@@ -13,7 +13,9 @@
 #include "tools/updatekey/prediction.h"
 
 struct CheckOptions {
-    std::optional<uint64_t> flashSize;                       // bytes of the device's flash disk
+    std::optional<uint64_t> flashSize;  // bytes of the device's flash disk
+    std::optional<uint64_t>
+        installedSize;  // of what is on it, in bytes; the key's twice if unknown
     std::vector<int32_t> languages = {0, 1, 2, 3, 4, 5, 6};  // that the key is to serve
     std::set<std::string> accepted;  // codes of findings that are known and wanted: left out
     Progress progress;
@@ -52,3 +54,6 @@ void checkFonts(const KeyUnderCheck& key, CheckReport& report);
 void checkTexts(const KeyUnderCheck& key, CheckReport& report);
 void checkSpace(const KeyUnderCheck& key, CheckReport& report);
 void checkManifest(const KeyUnderCheck& key, CheckReport& report);
+
+// What a file takes on the flash disk, which gives room by the cluster.
+uint64_t sizeOnFlash(uint64_t bytes);

@@ -1,40 +1,42 @@
 // Room on the flash disk. The update stages both trees while the installed ones and the backups of
 // the update before are still there; a file for which there is no room is lost without a word.
 
-#include "support/file_util.h"
 #include "tools/updatekey/check.h"
 
 namespace {
 
-constexpr uint64_t CLUSTER = 4096;
-
-uint64_t onDisk(uint64_t size) {
-    return (size + CLUSTER - 1) / CLUSTER * CLUSTER;
-}
-
 std::string shown(uint64_t bytes) {
-    return sizeText(static_cast<int64_t>(bytes));
+    return std::to_string(bytes) + " bytes";
 }
 
 }  // namespace
+
+uint64_t sizeOnFlash(uint64_t bytes) {
+    constexpr uint64_t cluster = 4096;
+    return (bytes + cluster - 1) / cluster * cluster;
+}
 
 void checkSpace(const KeyUnderCheck& key, CheckReport& report) {
     uint64_t staged = 0;
     for (const KeyEntry& entry : key.tree)
         if (report.prediction.copied.count(entry.path) != 0)
-            staged += onDisk(entry.size);
+            staged += sizeOnFlash(entry.size);
     // The installed trees and the backups are taken to be as large as the key's.
-    constexpr uint64_t copiesAtOnce = 3;
-    report.flashNeeded = copiesAtOnce * staged;
+    const uint64_t installed = key.options.installedSize.value_or(2 * staged);
+    report.flashNeeded = staged + installed;
     if (!key.options.flashSize)
         return;
     const uint64_t flash = *key.options.flashSize;
+    const std::string ofDisk = " of a flash disk of " + shown(flash);
     if (staged > flash)
         addError(report.findings, "flash-too-small", "",
-                 "the key alone takes " + shown(staged) + " of a flash disk of " + shown(flash));
+                 "the key alone takes " + shown(staged) + ofDisk + "; make the key smaller");
+    else if (report.flashNeeded > flash && key.options.installedSize)
+        addError(report.findings, "flash-too-small", "",
+                 "the key takes " + shown(staged) + " and what is on the device " +
+                     shown(installed) + ofDisk + "; free some of it first");
     else if (report.flashNeeded > flash)
         addWarning(report.findings, "flash-tight", "",
-                   "with the installed trees and their backups of the same size, " +
-                       shown(report.flashNeeded) + " are needed at once on a flash disk of " +
-                       shown(flash));
+                   "with the installed trees and their backups of the same size the key takes " +
+                       shown(report.flashNeeded) + ofDisk + "; rehearse it with a real device");
 }

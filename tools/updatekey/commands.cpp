@@ -91,6 +91,8 @@ int runRehearse(Arguments& arguments) {
     const KeySource key(arguments.key);
     arguments.rehearse.key = key.folder();
     arguments.rehearse.check = arguments.check;
+    if (!arguments.quiet)
+        arguments.rehearse.waited = makeClock(arguments.rehearse.timeout);
     const RehearseReport report = rehearse(arguments.rehearse);
     show(arguments, rehearseText(report), findingsText(report.check.findings),
          rehearseJson(report));

@@ -67,3 +67,14 @@ std::function<void(std::size_t, int)> makeStickBars(const std::vector<std::strin
     const auto bars = std::make_shared<Bars>(names);
     return [bars](std::size_t place, int percent) { bars->show(place, percent); };
 }
+
+std::function<void(double)> makeClock(int limit) {
+    if (::isatty(STDERR_FILENO) == 0)
+        return {};
+    return [limit, shown = -1](double seconds) mutable {
+        if (static_cast<int>(seconds) == shown)
+            return;
+        shown = static_cast<int>(seconds);
+        std::fprintf(stderr, "\rThe updater runs: %d s, at most %d s\r", shown, limit);
+    };
+}

@@ -14,3 +14,6 @@ Progress makeProgressBar();
 // once; nothing when standard error is no terminal.
 std::function<void(std::size_t place, int percent)> makeStickBars(
     const std::vector<std::string>& names);
+
+// Shows the seconds that have passed, and the limit; nothing when standard error is no terminal.
+std::function<void(double seconds)> makeClock(int limit);

@@ -1,6 +1,7 @@
 #include "tools/updatekey/rehearse.h"
 
 #include <signal.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -111,8 +112,16 @@ int32_t outcomeOf(const std::string& log) {
     return log.find("*** ERROR *** Update failed.") != std::string::npos ? UpdateFailed : Updating;
 }
 
-// Runs the updater until it ends by itself. After a failed update it would wait for a key for good,
-// and is ended.
+// Whether the updater would only wait for a key from now on: after a failed update, and when there
+// is no application to start.
+bool waitsForAKey(const fs::path& device) {
+    const int32_t outcome = outcomeOf(host::readFile(device / LOG));
+    const fs::path application = device / FLASH / "VELD/KSTRL/KSTRL.exe";
+    return outcome == UpdateFailed ||
+           (outcome == UpdateComplete && ::access(application.c_str(), X_OK) != 0);
+}
+
+// Runs the updater until it ends by itself, or until nothing more can come.
 void runUpdater(const RehearseOptions& options, const fs::path& updater, const Stage& stage,
                 RehearseReport& report) {
     std::map<std::string, std::string> environment = {
@@ -143,9 +152,11 @@ void runUpdater(const RehearseOptions& options, const fs::path& updater, const S
     bool toldToEnd = false;
     while (!hasEnded(process, report.exitCode)) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        const bool failed = outcomeOf(host::readFile(stage.device() / LOG)) == UpdateFailed;
-        report.timedOut = report.timedOut || (!failed && Clock::now() > lastCall);
-        if (!toldToEnd && (failed || report.timedOut)) {
+        const bool waits = waitsForAKey(stage.device());
+        report.timedOut = report.timedOut || (!waits && Clock::now() > lastCall);
+        if (options.waited)
+            options.waited(std::chrono::duration<double>(Clock::now() - start).count());
+        if (!toldToEnd && (waits || report.timedOut)) {
             toldToEnd = true;
             endUpdater();
             lastCall = Clock::now() + std::chrono::seconds(10);
@@ -169,7 +180,11 @@ RehearseReport rehearse(const RehearseOptions& options) {
         throw std::runtime_error(options.device.string() + " has no folder FlashDisk");
 
     RehearseReport report;
-    report.check = checkKey(options.key, options.check);
+    CheckOptions check = options.check;
+    check.installedSize = 0;
+    for (const KeyEntry& entry : readTree(options.device / FLASH))
+        *check.installedSize += sizeOnFlash(entry.size);
+    report.check = checkKey(options.key, check);
     if (!report.check.prediction.seen)
         return report;
 
@@ -182,6 +197,12 @@ RehearseReport rehearse(const RehearseOptions& options) {
 
     report.log = host::readFile(stage.device() / LOG);
     report.output = host::readFile(stage.outputFile());
+    if (report.log.empty() && !report.timedOut)
+        throw std::runtime_error("the updater did not start (exit code " +
+                                 std::to_string(report.exitCode) +
+                                 "); without a display, install Debian's package xvfb and add "
+                                 "--hidden. It said: " +
+                                 report.output);
     report.state = outcomeOf(report.log);
     const Manifest after = contentOf(stage.device() / FLASH);
     report.differences = compare(before, after);

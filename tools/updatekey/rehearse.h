@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -16,6 +17,7 @@ struct RehearseOptions {
     bool hidden = false;            // on a screen of its own even if there is a display
     int timeout = 600;              // seconds after which the updater is ended
     CheckOptions check;
+    std::function<void(double seconds)> waited;  // told now and then while the updater runs
 };
 
 struct RehearseReport {
@@ -33,5 +35,5 @@ struct RehearseReport {
     std::map<std::string, char> differences;  // '+', '-' or '~' by path below "FlashDisk"
 };
 
-// Throws std::runtime_error when the rehearsal cannot be set up.
+// Throws std::runtime_error when the rehearsal cannot be set up, or the updater found no screen.
 RehearseReport rehearse(const RehearseOptions& options);
