@@ -1,5 +1,5 @@
-// Whole screens, drawn with the GUI data of the simulated device, beside what they looked like when
-// somebody last looked at them.
+// Whether a screen, drawn whole with the GUI data of the simulated device, looks otherwise than
+// when somebody last looked at it.
 
 #include <gtest/gtest.h>
 #include <png.h>
@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -57,55 +58,53 @@ uint8_t coarse(uint8_t level) {
     return static_cast<uint8_t>((level + 8) / 17 * 17);
 }
 
-struct Picture {
-    uint32_t width = 0;
-    uint32_t height = 0;
-    std::vector<uint8_t> rgb;  // from the top left
-};
+using Picture = std::vector<uint8_t>;  // RGB, from the top left
 
-// An empty picture when the file cannot be read.
-Picture readPng(const std::string& path) {
+png_image header() {
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
-    if (png_image_begin_read_from_file(&image, path.c_str()) == 0)
-        return {};
+    image.width = WIDTH;
+    image.height = HEIGHT;
     image.format = PNG_FORMAT_RGB;
-    Picture picture{image.width, image.height, std::vector<uint8_t>(PNG_IMAGE_SIZE(image))};
-    if (png_image_finish_read(&image, nullptr, picture.rgb.data(), 0, nullptr) == 0)
-        return {};
-    return picture;
+    return image;
+}
+
+// An empty picture when the file cannot be read or is of another size.
+Picture readPng(const std::string& path) {
+    Picture picture(WIDTH * HEIGHT * 3);
+    png_image image = header();
+    const bool begun = png_image_begin_read_from_file(&image, path.c_str()) != 0;
+    image.format = PNG_FORMAT_RGB;
+    const bool fits = begun && PNG_IMAGE_SIZE(image) == picture.size();
+    return fits && png_image_finish_read(&image, nullptr, picture.data(), 0, nullptr) ? picture
+                                                                                      : Picture();
 }
 
 bool writePng(const Picture& picture, const std::string& path) {
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    image.width = picture.width;
-    image.height = picture.height;
-    image.format = PNG_FORMAT_RGB;
-    return png_image_write_to_file(&image, path.c_str(), 0, picture.rgb.data(), 0, nullptr) != 0;
+    png_image image = header();
+    return png_image_write_to_file(&image, path.c_str(), 0, picture.data(), 0, nullptr) != 0;
 }
 
-// Pixels that differ by more than `tolerance` levels in some channel.
-std::size_t differentPixels(const Picture& actual, const Picture& expected, int tolerance) {
+// Pixels that differ by more than is tolerated in some channel.
+std::size_t differentPixels(const Picture& actual, const Picture& expected) {
     std::size_t count = 0;
-    for (std::size_t i = 0; i + 2 < actual.rgb.size(); i += 3) {
-        bool differs = false;
-        for (std::size_t channel = i; channel < i + 3; ++channel)
-            differs |= std::abs(actual.rgb[channel] - expected.rgb[channel]) > tolerance;
-        count += differs ? 1 : 0;
+    for (std::size_t i = 0; i < actual.size(); i += 3) {
+        const auto differs = [&](std::size_t at) {
+            return std::abs(actual[at] - expected[at]) > TOLERATED_LEVELS;
+        };
+        count += differs(i) || differs(i + 1) || differs(i + 2) ? 1 : 0;
     }
     return count;
 }
 
 Picture screenPicture() {
-    Picture picture{WIDTH, HEIGHT, std::vector<uint8_t>(WIDTH * HEIGHT * 3)};
-    std::vector<uint8_t> drawn(WIDTH * HEIGHT * 4);
+    Picture picture;
+    Picture drawn(WIDTH * HEIGHT * 4);
     glReadPixels(0, 0, WIDTH, HEIGHT, GL_RGBA, GL_UNSIGNED_BYTE, drawn.data());
-    for (std::size_t y = 0; y < HEIGHT; ++y)
+    for (std::size_t y = HEIGHT; y-- > 0;)
         for (std::size_t x = 0; x < WIDTH; ++x)
-            std::transform(&drawn[((HEIGHT - 1 - y) * WIDTH + x) * 4],
-                           &drawn[((HEIGHT - 1 - y) * WIDTH + x) * 4] + 3,
-                           &picture.rgb[(y * WIDTH + x) * 3], coarse);
+            std::transform(&drawn[(y * WIDTH + x) * 4], &drawn[(y * WIDTH + x) * 4] + 3,
+                           std::back_inserter(picture), coarse);
     return picture;
 }
 
@@ -179,8 +178,8 @@ TEST_P(Golden, LooksAsItDid) {
     }
 
     const Picture expected = readPng(file);
-    ASSERT_EQ(expected.rgb.size(), actual.rgb.size()) << file << " is missing, or of another size";
-    const std::size_t different = differentPixels(actual, expected, TOLERATED_LEVELS);
+    ASSERT_EQ(expected.size(), actual.size()) << file << " is missing, or of another size";
+    const std::size_t different = differentPixels(actual, expected);
     if (different <= TOLERATED_PIXELS)
         return;
     writePng(actual, RESULTS + name + ".png");

@@ -86,6 +86,8 @@ TEST_F(ToolPrograms, FontbakeBakesWhatTheTextsUse) {
         EXPECT_EQ(dump.find("{\"id\": " + std::to_string(code) + ", ") != std::string::npos,
                   isBaked);
 
+    EXPECT_EQ(run(bake + FONT_JAPANESE " --max-page 32"), 1);
+    EXPECT_EQ(read("err"), "fontbake: x: the glyphs do not fit on pages of 32 pixels\n");
     EXPECT_EQ(run(bake + FONT_LATIN), 0);
     EXPECT_NE(read("err").find("no glyph for U+65B0"), std::string::npos);
     write("kerning.txt", "AV\n");
