@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <limits>
 #include <vector>
@@ -82,6 +83,14 @@ TEST(Clock, TheZoneIsTheDevicesAndShiftsItsTimes) {
     ::unsetenv("TZ");
     ::tzset();
     host::forgetTimeZone();
+}
+
+TEST(Clock, TheCounterCountsNanoseconds) {
+    const auto now = [] { return std::chrono::steady_clock::now().time_since_epoch().count(); };
+    const int64_t before = now();
+    LARGE_INTEGER count{};
+    EXPECT_TRUE(QueryPerformanceCounter(&count));
+    EXPECT_TRUE(before <= count.QuadPart && count.QuadPart <= now());
 }
 
 TEST(Clock, AZoneThatCannotBeSetIsToldOnTheStandardOutput) {
