@@ -7,6 +7,7 @@
 
 #include <fstream>
 
+#include "platform/posix/read_file.h"
 #include "platform/posix/signals.h"
 #include "platform/posix/utf.h"
 #include "platform/win32.h"
@@ -93,6 +94,14 @@ TEST_F(FilesPosix, ADriveMayBeALink) {
     link("outside", "USB HD");
     EXPECT_EQ(list(TEXT("/USB HD/*")), (std::vector<std::string>{".", "..", "victim"}));
     EXPECT_TRUE(CopyFileW(TEXT("/USB HD/victim"), TEXT("/T/v"), FALSE));
+    EXPECT_EQ(device.read("T/v"), "precious");
+    // Of another file system; and one of which the kernel does not tell the size.
+    link("/etc", "etc");
+    link("/proc", "proc");
+    EXPECT_TRUE(CopyFileW(TEXT("/etc/passwd"), TEXT("/T/passwd"), FALSE));
+    EXPECT_EQ(device.read("T/passwd"), host::readFile("/etc/passwd"));
+    EXPECT_TRUE(CopyFileW(TEXT("/proc/version"), TEXT("/T/version"), FALSE));
+    EXPECT_EQ(device.read("T/version"), host::readFile("/proc/version"));
 }
 
 TEST_F(FilesPosix, PipesAreNotWaitedForAndNamesThatAreNoPathOfTheDeviceAreNotListed) {

@@ -79,26 +79,13 @@ TEST(RegistryFile, ReadsEachFormOfValue) {
 }
 
 TEST(RegistryFile, PassesOverWhatItCannotRead) {
-    const char* const lines[] = {
-        "\"V=dword:1",
-        "\"V\"=",
-        "\"V\"=\"open",
-        "\"V\"=\"ends in a backslash\\",
-        "\"V\"=dword:",
-        "\"V\"=dword:123456789",
-        "\"V\"=\"text\" and more",
-        "\"V\"=- and more",
-        "\"V\"=hex(z):01",
-        "\"V\"=hex:zz",
-        "\"V\"=hex:01,,02",
-        "; \"V\"=dword:1",
-        "[",
-        "[-HKEY_LOCAL_MACHINE\\KEY]\r\n\"V\"=dword:1",
-        "[-HKEY_LOCAL_MACHINE\\K\\B]\r\n\"V\"=dword:1",
-        "[HKEY_LOCAL_MACHINE\\OTHER]\r\n\"V\"=dword:1",
-        "",
-    };
-    for (const std::string line : lines) {
+    for (const std::string line :
+         {"\"V=dword:1", "\"V\"=", "\"V\"=\"open", "\"V\"=\"ends in a backslash\\",
+          "\"V\"=dword:", "\"V\"=dword:123456789", "\"V\"=\"text\" and more", "\"V\"=- and more",
+          "\"V\"=hex(z):01", "\"V\"=hex:zz", "\"V\"=hex:01,,02", "; \"V\"=dword:1", "[",
+          "[-HKEY_LOCAL_MACHINE\\KEY]\r\n\"V\"=dword:1",
+          "[-HKEY_LOCAL_MACHINE\\K\\B]\r\n\"V\"=dword:1",
+          "[HKEY_LOCAL_MACHINE\\OTHER]\r\n\"V\"=dword:1", ""}) {
         SCOPED_TRACE(line);
         const std::string file = HEADER + KEY + "\"B\"=dword:1\r\n" + line + "\r\n";
         EXPECT_EQ(valueOf(file), "-");

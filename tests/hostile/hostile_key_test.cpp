@@ -1,16 +1,53 @@
-// Whether a name on a key can do harm: each is either copied under its own name or left out, and
-// the rest of the update goes on.
+// Whether an entry that is not what is expected at its place, or its name, stops the frame loop,
+// leads out of the device, fills the disk or costs the installation.
+
+#include <sys/stat.h>
 
 #include "tests/helpers/update_on_device.h"
 
+namespace fs = std::filesystem;
+
 namespace {
 
-using HostileNames = UpdateOnDevice;
+using HostileKey = UpdateOnDevice;
+
+TEST_F(HostileKey, EntriesAreLeftOutOrTakenForWhatTheyAre) {
+    const fs::path key = device.root() / KEY;
+    // Opening a pipe would wait for its other end.
+    ASSERT_EQ(::mkfifo((key / "KSTRL/pipe").c_str(), 0600), 0);
+    ASSERT_EQ(::mkfifo((key / "kstrXReleaseNotes.txt").c_str(), 0600), 0);
+    fs::remove(key / "ORBUI/data/bg.raw");
+    device.write(KEY + std::string("ORBUI/data/bg.raw/x"), "in a folder");
+    // Its holes stay holes: it needs no more room on the flash disk than on the key.
+    constexpr uintmax_t size = (uintmax_t{4} << 30) + 1;
+    device.write(KEY + std::string("KSTRL/sparse"), "head");
+    fs::resize_file(key / "KSTRL/sparse", size);
+    device.write("FlashDisk/VELD/Projects/survey.dzt", "a day in the field");
+    device.makeFolder("FlashDisk/VELD/KSTRL_old");
+    fs::create_symlink("../Projects", device.root() / "FlashDisk/VELD/KSTRL_old/projects");
+
+    EXPECT_EQ(run(), UpdateComplete);
+    struct stat status {};
+    const fs::path sparse = device.root() / "FlashDisk/VELD/KSTRL/sparse";
+    ASSERT_EQ(::stat(sparse.c_str(), &status), 0);
+    EXPECT_EQ(static_cast<uintmax_t>(status.st_size), size);
+    EXPECT_LT(status.st_blocks, 4096);
+    fs::remove(sparse);
+    EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL"), (Tree{{"KSTRL.exe", "application 2"}}));
+    EXPECT_EQ(device.read("FlashDisk/VELD/ORBUI/data/bg.raw/x"), "in a folder");
+    EXPECT_EQ(device.read("FlashDisk/VELD/Projects/survey.dzt"), "a day in the field");
+    EXPECT_FALSE(device.exists("FlashDisk/VELD/KSTRL_old/projects"));
+
+    device.write("FlashDisk/VELD/Update", "a file in the way");
+    EXPECT_EQ(run(), UpdateFailed);
+    EXPECT_EQ(device.read("FlashDisk/VELD/KSTRL_old/KSTRL.exe"), "application 2");
+    EXPECT_EQ(device.read("FlashDisk/VELD/ORBUI_old/data/bg.raw/x"), "in a folder");
+}
 
 // A name with the low bytes of "../", which are those of U+012E and U+012F.
 constexpr const char* UPWARDS = "\u012E\u012E\u012F";
 
-TEST_F(HostileNames, AreCopiedAsTheyAreOrLeftOut) {
+TEST_F(HostileKey, NamesAreCopiedAsTheyAreOrLeftOut) {
     Tree expected = {{"KSTRL.exe", "application 2"}};
     for (const std::string name : {"100% %s %n %%", "caf\xC3\xA9 \xC2\xA9", "dots...", "blanks  ",
                                    " ", "-rf", "KSTRL Release 2", "a;b"}) {
@@ -44,7 +81,7 @@ TEST_F(HostileNames, AreCopiedAsTheyAreOrLeftOut) {
     EXPECT_EQ(device.read("FlashDisk/VELD/survey.DZT"), "survey");
 }
 
-TEST_F(HostileNames, ThatNoPathHoldsAreNotDeletedForOthers) {
+TEST_F(HostileKey, NamesThatNoPathHoldsAreNotDeletedForOthers) {
     const std::string backup = "FlashDisk/VELD/KSTRL_old/";
     device.write("FlashDisk/VELD/survey.DZT", "survey");
     device.write(backup + UPWARDS + "survey.DZT", "x");
