@@ -1,3 +1,5 @@
+// Whether a command line that is not meant so starts an update without being asked.
+
 #include "app/command_line.h"
 
 #include <gtest/gtest.h>

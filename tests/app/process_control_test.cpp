@@ -1,3 +1,5 @@
+// Whether a refused look at the processes hangs the start or leaves a handle open.
+
 #include "app/process_control.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// The window procedure: which keys end the program, and the hidden quit sequence.
+// Whether a key ends the program that must not, or the hidden quit sequence does not.
 
 #include "app/window.h"
 

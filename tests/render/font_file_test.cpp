@@ -1,3 +1,5 @@
+// Whether a damaged font file is read beyond its bytes, or costs the glyphs that are sound.
+
 #include "render/font_file.h"
 
 #include <gtest/gtest.h>

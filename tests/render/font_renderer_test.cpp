@@ -1,3 +1,6 @@
+// Whether a letter comes to stand where the instrument does not put it, and whether each language
+// finds its face.
+
 #include "render/font_renderer.h"
 
 #include <gtest/gtest.h>

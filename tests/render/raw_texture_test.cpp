@@ -1,3 +1,6 @@
+// Whether a picture that is short, missing or of a size that nobody meant crashes or costs the
+// memory.
+
 #include "render/raw_texture.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// Whether a shader is changed on its way into the program, and whether a driver that refuses it
+// leaves its reason.
+
 #include "render/shader_program.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
-// The string tables: what is read of a file, and what a look-up yields.
+// Whether an odd line of a string table costs the texts of other lines: the operator reads them
+// all.
 
 #include "support/string_table.h"
 

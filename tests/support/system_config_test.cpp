@@ -1,4 +1,5 @@
-// The configuration store: ranges, fallbacks, and what it logs.
+// Whether a value of the registry that is missing, too long or out of range leads to the wrong
+// language or beyond a buffer.
 
 #include "support/system_config.h"
 

@@ -1,5 +1,5 @@
-// Whether a time is written as the log's readers know it, time is measured, and a zone is set
-// without touching what else the system knows of it.
+// Whether a time is written otherwise than the log's readers know it, or elapsed time runs
+// backwards.
 
 #include "support/time_util.h"
 

@@ -1,5 +1,5 @@
-// What the screen does in each state, frame by frame and key by key. The main application's start
-// is watched through the call hook; where it succeeds the process ends.
+// Whether a key or a frame does something that is not due in its state: starts an update too early,
+// or does not let go of the operator. Where the start of the application succeeds the process ends.
 
 #include "ui/simple_ui.h"
 

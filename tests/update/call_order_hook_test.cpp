@@ -1,4 +1,5 @@
-// One whole update, call for call as the system sees it.
+// Whether a step of the update is made earlier or later than a power cut allows: one whole update,
+// call for call as the system sees it.
 
 #include <gtest/gtest.h>
 
