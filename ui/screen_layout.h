@@ -29,7 +29,7 @@ constexpr int32_t NOTES_TOP = 235;
 constexpr int32_t NOTES_SPACING = 22;
 constexpr int32_t NOTES_FONT_SIZE = 13;
 constexpr int32_t NOTES_LINES = (SCREEN_HEIGHT - NOTES_TOP) / NOTES_SPACING;  // that can be seen
-constexpr int32_t NOTES_GAP = 12;  // that a text leaves in front of them
+constexpr int32_t NOTES_EDGE = NOTES_LEFT - 12;  // that a text beside them must not go beyond
 
 struct Text {
     int32_t state;        // an UpdateState, or EVERY_STATE
@@ -61,7 +61,7 @@ constexpr bool isShown(const Text& text, int32_t state) {
 
 // The x that a text must not go beyond. The title stands above the release notes.
 constexpr int32_t rightEdge(const Text& text) {
-    return text.state >= ReadyToUpdate ? NOTES_LEFT - NOTES_GAP : SCREEN_WIDTH;
+    return text.state >= ReadyToUpdate ? NOTES_EDGE : SCREEN_WIDTH;
 }
 
 // Shown below the last text of the state when the main application could not be started.
@@ -74,6 +74,8 @@ constexpr int32_t restartNoteTop(int32_t state) {
             top = text.top + TEXT_SPACING;
     return top;
 }
+
+constexpr int32_t MARKER_GAP = 2;  // that a word leaves to each side in its marker
 
 // Coloured like a key of the instrument, behind the word in a text that names this key.
 struct KeyMarker {

@@ -53,6 +53,7 @@ TEST_F(ToolPrograms, StringtableWritesOrRefuses) {
     EXPECT_EQ(run("stringtable' a.txt --output t" + face), 0);
     for (const std::string key : {"STR_PRESSSTOPTOCANCEL", "STR_UDPATEFAILED"})
         EXPECT_NE(read("err").find(key + " ends at x "), std::string::npos);
+    EXPECT_NE(read("err").find("STR_PRESSSTOPTOCANCEL has no STOP"), std::string::npos);
     for (const std::string key : {"STR_KESTRELUPDATER", "STR_PLEASEINSERTUPDATEKEY"})
         EXPECT_EQ(read("err").find(key), std::string::npos);
     EXPECT_EQ(read("t").substr(0, 2), "\xFF\xFE");

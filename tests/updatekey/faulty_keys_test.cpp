@@ -91,6 +91,11 @@ std::string utf16(const std::string& text) {
     return utf16Bytes(widen(text));
 }
 
+// The Dutch text that the marker of START lies behind, from its eleventh character.
+Spoil wordedAs(const std::string& end) {
+    return replacing(TABLE + "du.txt", utf16("  START"), utf16(end));
+}
+
 std::string lines(int count) {
     std::string text;
     for (int line = 0; line < count; ++line)
@@ -187,6 +192,11 @@ const FaultyKey FAULTY_KEYS[] = {
     {"table's last line not ended", cuttingOff(TABLE + "du.txt", 4), "table-line-end"},
     {"text too wide", replacing(TABLE + "pt.txt", utf16("Text in pt"), utf16(std::string(56, 'w'))),
      "text-too-wide"},
+    {"START too near to its marker's edge", wordedAs(" START"), "text-off-marker"},
+    {"START right of its marker", wordedAs(std::string(10, ' ') + "START"), "text-off-marker"},
+    {"START and a letter in its marker", wordedAs("  START       S"), "text-off-marker"},
+    {"START and a letter beside its marker", wordedAs("  START        S"), ""},
+    {"no START", wordedAs("  Start"), "text-off-marker"},
     {"text that the face lacks", replacing(TABLE + "sp.txt", utf16("Text"), utf16("T\x01t")),
      "text-missing-glyph"},
 

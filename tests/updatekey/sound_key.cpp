@@ -2,26 +2,37 @@
 
 #include <fstream>
 
+#include "support/text.h"
 #include "tests/helpers/font_bytes.h"
 #include "tools/screen_keys.h"
+#include "ui/screen_layout.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-// A face with a glyph for each printable ASCII character, 8 pixels apart.
+// A face with a glyph for each printable ASCII character, 8 pixels apart, in the rows of the
+// markers.
 std::string faceBytes() {
     std::vector<Glyph> glyphs;
     for (uint32_t code = 0x20; code < 0x7F; ++code)
-        glyphs.push_back({code, 0, 0, 8, 8, 0, 0, 8, 0, 0});
+        glyphs.push_back({code, 0, 0, 8, 8, 0, 20, 8, 0, 0});
     return fontBytes(16, 16, glyphs);
+}
+
+// The word that stands in a marker, where its marker is.
+std::string keyWord(const std::string& key) {
+    for (const layout::KeyMarker& marker : layout::KEY_MARKERS)
+        if (key == marker.textKey)
+            return "  " + narrow(marker.word);
+    return {};
 }
 
 // A string table with the ten texts of the updater's own screen.
 std::string tableBytes(const std::string& language) {
     std::string text = "# " + language + "\r\n";
     for (const auto& [key, use] : screenKeys())
-        text += key + "\t" + "Text in " + language + "\r\n";
+        text += key + "\t" + "Text in " + language + keyWord(key) + "\r\n";
     return utf16Bytes(widen(text));
 }
 

@@ -1,23 +1,11 @@
 #include "tools/guidata/text_fit.h"
 
-#include <cmath>
 #include <set>
 
-#include "render/narrowing.h"
 #include "tools/guidata/source_lines.h"
 #include "tools/guidata/text_encoding.h"
+#include "tools/screen_fit.h"
 #include "ui/screen_layout.h"
-
-double drawnWidth(const std::u16string& text, const FontData& face) {
-    constexpr double narrowing = 2.0 / 3.0;
-    double width = 0;
-    for (const char16_t character : text) {
-        const auto glyph = face.glyphs.find(character);
-        if (glyph != face.glyphs.end())
-            width += glyph->second.xadvance * (isNarrowed(character) ? narrowing : 1.0);
-    }
-    return width;
-}
 
 void checkTexts(const std::vector<TextEntry>& entries, const std::string& fileName,
                 const ScreenKeys& keys, const FontData& face, MessageList& messages) {
@@ -31,10 +19,14 @@ void checkTexts(const std::vector<TextEntry>& entries, const std::string& fileNa
         const auto use = keys.find(entry.key);
         if (use == keys.end())
             continue;
-        const double end = layout::TEXT_LEFT + drawnWidth(entry.text + use->second.suffix, face);
-        if (end > use->second.rightEdge) {
-            messages.warnings.push_back(place + " ends at x " + std::to_string(std::lround(end)) +
-                                        ", beyond " + std::to_string(use->second.rightEdge));
-        }
+        const DrawnText drawn = drawnText(face, entry.text + use->second.suffix);
+        for (const std::string& fault :
+             {widthFault(drawn, use->second.rightEdge), markerFault(entry.key, entry.text, drawn)})
+            if (!fault.empty())
+                messages.warnings.push_back(place + " " + fault);
     }
+    const DrawnText note = drawnText(face, layout::RESTART_NOTE);
+    const std::string fault = widthFault(note, layout::NOTES_EDGE);
+    if (!fault.empty())
+        messages.warnings.push_back(fileName + ": warning: the restart note " + fault);
 }

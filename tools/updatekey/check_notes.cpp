@@ -2,6 +2,7 @@
 
 #include "platform/posix/read_file.h"
 #include "support/text.h"
+#include "tools/drawn_text.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
 #include "ui/screen_layout.h"

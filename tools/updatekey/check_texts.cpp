@@ -1,11 +1,10 @@
 // The string tables: each language must have the ten texts of the updater's own screen, in
-// characters that its face has and on lines that fit.
-
-#include <cmath>
+// characters that its face has, on lines that fit, and with the words of the keys in their markers.
 
 #include "support/string_table.h"
 #include "support/system_settings.h"
 #include "support/utf16_reader.h"
+#include "tools/screen_fit.h"
 #include "tools/screen_keys.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
@@ -41,6 +40,10 @@ void checkTable(int32_t language, Findings& findings) {
     const FontData face = loadKeyFace(faceName);
     const StringTable& table = StringTable::instance();
     std::set<WCHAR> missing;
+    const auto warn = [&](const char* code, const std::string& text, const std::string& fault) {
+        if (!fault.empty())
+            addWarning(findings, code, path, text + " " + fault);
+    };
     for (const auto& [key, use] : screenKeys()) {
         const WideString& shown = table.lookup(key);
         if (shown.empty() || shown == TEXT("<NO STRING>")) {
@@ -51,12 +54,11 @@ void checkTable(int32_t language, Findings& findings) {
             continue;
         const DrawnText drawn = drawnText(face, shown + use.suffix);
         missing.insert(drawn.missing.begin(), drawn.missing.end());
-        const float end = layout::TEXT_LEFT + drawn.right;
-        if (end > static_cast<float>(use.rightEdge))
-            addWarning(findings, "text-too-wide", path,
-                       "the text of " + key + " ends at x " + std::to_string(std::lround(end)) +
-                           ", beyond " + std::to_string(use.rightEdge));
+        warn("text-too-wide", key, widthFault(drawn, use.rightEdge));
+        warn("text-off-marker", key, markerFault(key, shown, drawn));
     }
+    const DrawnText note = drawnText(face, layout::RESTART_NOTE);
+    warn("text-too-wide", "the restart note", widthFault(note, layout::NOTES_EDGE));
     if (!missing.empty())
         addWarning(findings, "text-missing-glyph", path,
                    faceName + " cannot draw " + listCharacters(missing));

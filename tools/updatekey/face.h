@@ -1,4 +1,4 @@
-// The faces of the key's own fonts, and how the updater's screen will draw text with them.
+// The faces of the key's own fonts.
 #pragma once
 
 #include <set>
@@ -22,14 +22,6 @@ const FaceUse& faceUseOf(int32_t language);
 
 // A face of the key that is plugged into the current device; without glyphs when it is missing.
 FontData loadKeyFace(const std::string& faceName);
-
-struct DrawnText {
-    float right;              // where the last glyph ends, pixels from the text's start
-    std::set<WCHAR> missing;  // characters that the face lacks and that are left out
-};
-
-// How a line is drawn: kerned, ideographs and katakana narrowed to two thirds, up to the first NUL.
-DrawnText drawnText(const FontData& face, const WideString& text);
 
 // The characters for a message: "é" (U+00E9), ...
 std::string listCharacters(const std::set<WCHAR>& characters);
