@@ -19,6 +19,8 @@ class FontRenderer : public Renderer {
     // tables throw when the memory ends comes through. `context` is kept for its owner and never
     // looked at.
     FontRenderer(const std::string& faceName, void* context);
+
+    // Whether the face asks for too much.
     bool isTooLarge() const { return asksForTooMuch(font_); }
 
     // Deletes the textures of the pages; the program stays in the program cache.

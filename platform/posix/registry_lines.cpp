@@ -87,8 +87,7 @@ void Registry::set(std::u16string_view key, std::u16string_view name, RegistryVa
     if (at == NONE) {
         // Behind the last value of the key, or behind the key itself.
         const std::size_t last = lastLine(key, [&](const Line& line) {
-            return line.effect != Effect::none && line.effect != Effect::noKey &&
-                   isSame(line.key, key);
+            return line.effect != Effect::noKey && isSame(line.key, key);
         });
         at = last != NONE ? last + 1 : lines_.size();
         const std::u16string path(key);
