@@ -70,7 +70,7 @@ void uploadTexture(GLuint texture, GLenum format, GLsizei width, GLsizei height,
 
 uint64_t byteCount(GLsizei width, GLsizei height, uint64_t bytesPerPixel) {
     // No file holds so much: such a picture is not made.
-    if (width < 0 || height < 0)
+    if (std::min(width, height) < 0)
         return std::numeric_limits<uint64_t>::max();
     return static_cast<uint64_t>(width) * static_cast<uint64_t>(height) * bytesPerPixel;
 }

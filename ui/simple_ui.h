@@ -51,6 +51,7 @@ class SimpleUI {
     void drawMessageLines();
     void restart();
 
+  protected:
     FontSet fontSet;
     uint32_t screenWidth = 0;
     uint32_t screenHeight = 0;

@@ -24,7 +24,7 @@ struct RecordingGl {
     std::string infoLog;  // of every shader and program
     std::map<std::string, GLint> uniforms = {
         {"mvmtx", 1}, {"prmtx", 2}, {"u_fontColor", 3}, {"s_texture", 4}};
-    std::map<std::string, GLint> attributes = {{"a_position", 0}, {"a_texCoord", 1}};
+    std::map<std::string, GLint> attributes = {{"a_position", 2}, {"a_texCoord", 3}};
     bool texturesRunOut = false;
 
     // Objects.

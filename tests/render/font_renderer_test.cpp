@@ -19,6 +19,7 @@
 namespace {
 
 constexpr float PROJECTION[16] = {2.0F, 0.0F};
+constexpr float MODELVIEW[16] = {3.0F, 0.0F};
 
 Glyph glyph(uint32_t id, int16_t yoffset, uint16_t width, int16_t xadvance, uint8_t page = 0) {
     return {id, 8, 16, width, 12, 99, yoffset, xadvance, page, 15};
@@ -44,13 +45,14 @@ class FontRendererTest : public testing::Test {
     std::vector<std::string> draw(const FontRenderer& face, WideText text) {
         gl.calls.clear();
         face.drawText(text, 100, 50, 1.0F, 0.5F, 0.25F, PROJECTION, true, nullptr);
+        EXPECT_FALSE(gl.arrays[2].enabled || gl.arrays[3].enabled);
         return quads();
     }
 
     std::vector<std::string> quads() const {
         std::vector<std::string> found;
         for (const std::string& call : gl.calls)
-            if (call.compare(0, 5, "  0: ") == 0)
+            if (call.compare(0, 5, "  2: ") == 0)
                 found.push_back(call.substr(5));
         return found;
     }
@@ -80,8 +82,10 @@ TEST_F(FontRendererTest, KernsTheGlyphAndNotThePen) {
     EXPECT_EQ(draw(face, TEXT("AB"))[1], quad(113, 53, 121, 65));
 
     gl.calls.clear();
-    face.drawText("AB", 100, 50, 1.0F, 1.0F, 1.0F, PROJECTION, false, nullptr);
+    face.drawText("AB", 100, 50, 1.0F, 1.0F, 1.0F, PROJECTION, false, MODELVIEW);
     EXPECT_EQ(quads()[1], quad(109, 53, 117, 65));
+    EXPECT_EQ(gl.matrices[1], std::vector<float>(MODELVIEW, MODELVIEW + 16));
+    EXPECT_EQ(gl.matrices[2], std::vector<float>(PROJECTION, PROJECTION + 16));
 }
 
 TEST_F(FontRendererTest, NarrowsKatakanaAndIdeographs) {

@@ -38,6 +38,11 @@ TEST(GuiPrimitives, AreDrawnFromTheirCorners) {
              drawHaloRect({100, 100, 140, 40}, 0, 1, 7);
          },
          {"glUniform1f(7, 2)", QUAD, "  0: 70 70 | 270 70 | 270 170 | 70 170", UNIT_SQUARE}},
+        {"a texture, whose arrays are enabled by number, not by location",
+         [] {
+             drawUnitTexturedRect({1, 2, 3, 4}, 1, 2);
+         },
+         {QUAD, "  0: not set | not set | not set | not set", "  1: 1 2 | 4 2 | 4 6 | 1 6"}},
         {"a polyline",
          [&] { drawPolyline(points, 0, 1, 1.0F, 0.0F, 0.0F, 2.5F); },
          {"glLineWidth(2.5)", "glDrawArrays(strip, 0, 2)", "  0: 1 2 | -3 4",
@@ -64,6 +69,7 @@ TEST(GuiPrimitives, AreDrawnFromTheirCorners) {
         RecordingGl::reset();
         test.draw();
         EXPECT_EQ(gl.calls, test.calls);
+        EXPECT_FALSE(gl.arrays[0].enabled || gl.arrays[1].enabled || gl.arrays[3].enabled);
     }
 }
 

@@ -10,6 +10,7 @@
 
 #include "render/image_renderer.h"
 #include "render/shader_source.h"
+#include "tests/helpers/device_folder.h"
 #include "tests/helpers/recording_gl.h"
 
 namespace {
@@ -46,6 +47,19 @@ TEST(ShaderSource, IsTheFileByteForByte) {
         EXPECT_EQ(getShaderSource(absent), nullptr) << absent;
 }
 
+TEST(ShaderSource, IsAlsoReadFromAFile) {
+    const DeviceFolder device;
+    device.write("HarrierPrototype/shaders/x", "text");
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(device.root());
+    const std::unique_ptr<char[]> text = loadShaderFile("x");
+    const std::unique_ptr<char[]> absent = loadShaderFile("y");
+    std::filesystem::current_path(before);
+    ASSERT_NE(text, nullptr);
+    EXPECT_STREQ(text.get(), "text");
+    EXPECT_EQ(absent, nullptr);
+}
+
 // A failed link after two good compiles goes unseen, and an empty log is not printed.
 TEST_F(ShaderProgram, PrintsLogsByTheCompileStatus) {
     gl.infoLog = "0:1: bad";
@@ -80,8 +94,8 @@ TEST_F(ShaderProgram, MissingUniformIsReportedButNotByImageRenderer) {
     EXPECT_EQ(GetCapturedStderr(), "");
     EXPECT_EQ(renderer.program, getProgram(programCache(), "imagerenderer"));
     EXPECT_EQ(renderer.samplerLocation, 4);
-    EXPECT_EQ(renderer.positionLocation, 0);
-    EXPECT_EQ(renderer.texCoordLocation, 1);
+    EXPECT_EQ(renderer.positionLocation, 2);
+    EXPECT_EQ(renderer.texCoordLocation, 3);
     EXPECT_EQ(renderer.iconColorLocation, -1);
 
     CaptureStderr();

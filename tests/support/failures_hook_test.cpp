@@ -73,6 +73,7 @@ class Traced : public ::testing::Test {
         setCallHook([this](const HookedCall& call) {
             if (call.name == std::string("OutputDebugStringW"))
                 traces.push_back(call.arguments[0]);
+            closedSearches += call.name == std::string("FindClose");
             return refused == call.name ? DWORD{5} : DWORD{0};
         });
     }
@@ -81,6 +82,7 @@ class Traced : public ::testing::Test {
     Logger& log = Logger::instance();
     std::string refused;
     Traces traces;
+    int closedSearches = 0;
 };
 
 // Percent signs of the arguments are taken as a format again.
@@ -129,6 +131,7 @@ TEST_F(Traced, FileUtilitiesTellOfLongPathsAndFailedConversions) {
     EXPECT_NE(fileTimeText("/T/file"), "");
     EXPECT_EQ(traces,
               (Traces{"FileTimeToLocalFileTime error.\n", "FileTimeToSystemTime error.\n"}));
+    EXPECT_EQ(closedSearches, 2);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "platform/posix/call_hook.h"
 #include "support/logger.h"
 #include "tests/helpers/device_folder.h"
+#include "update/file_tree.h"
 #include "update/updater.h"
 
 namespace {
@@ -100,6 +101,33 @@ TEST(CallOrder, OfOneWholeUpdate) {
                      "GetLocalTime"}));
     EXPECT_EQ(updater.getState(), UpdateComplete);
     EXPECT_TRUE(callsOf([&] { updater.step(); }).empty());
+}
+
+// A file that vanishes is an error, which the next folder's result replaces; one that is held keeps
+// its folders in place.
+TEST(DeleteTree, TellsOfEachFailureAndGoesOn) {
+    const DeviceFolder device;
+    for (const char* const file : {"T/a/vanishing", "T/b/f", "U/a/held"})
+        device.write(file);
+    device.setReadOnly("T/b/f");
+    Logger::instance().setPath("/log.txt");
+    setCallHook([&](const HookedCall& call) -> DWORD {
+        if (call.name != std::string("DeleteFileW") || call.arguments[0] == "/T/b\\f")
+            return ERROR_SUCCESS;
+        std::filesystem::remove(device.root() / "T/a/vanishing");
+        return ERROR_FILE_NOT_FOUND;
+    });
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(deleteTree("/T/"), 0);
+    EXPECT_EQ(deleteTree("/U/"), 1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Error 2 deleting file: /T/a\\vanishing\n"
+              "*** Read only flag set on: /T/b\\f\n"
+              "Error 2 deleting file: /U/a\\held\n"
+              "Error 145 ::RemoveDirectory(/U/a\\)\n"
+              "Error 145 ::RemoveDirectory(/U/)\n");
+    EXPECT_FALSE(device.exists("T"));
+    EXPECT_NE(device.read("log.txt").find("*** ERROR *** Error 2 deleting"), std::string::npos);
 }
 
 }  // namespace
