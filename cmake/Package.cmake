@@ -1,28 +1,33 @@
 # What is installed where, and the Debian package of it: the host tools and the simulator.
 include(GNUInstallDirs)
-set(own_folder ${CMAKE_INSTALL_LIBDIR}/kestrel-updater)
-if(CMAKE_INSTALL_LIBDIR MATCHES "/")
-  set(own_folder lib/kestrel-updater)  # programs are not for several architectures at once
-endif()
+set(own_folder libexec/kestrel-updater)
 set(doc_folder ${CMAKE_INSTALL_DATADIR}/doc/kestrel-updater)
 set(sources ${PROJECT_SOURCE_DIR}/tools/updatekey/share)
+set(packaged_pages
+  operator-card.md release-engineers-guide.md safety.md technicians-guide.md updatekey-json.md)
 
 install(TARGETS updatekey fontbake stringtable rawimage RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 # A rehearsal finds the updater there.
 install(TARGETS updater kstrl-standin RUNTIME DESTINATION ${own_folder})
 install(TARGETS frame-counter LIBRARY DESTINATION ${own_folder}
         PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
-file(CREATE_LINK ../lib/kestrel-updater/updater ${PROJECT_BINARY_DIR}/kestrel-updater SYMBOLIC)
+file(CREATE_LINK ../${own_folder}/updater ${PROJECT_BINARY_DIR}/kestrel-updater SYMBOLIC)
 install(FILES ${PROJECT_BINARY_DIR}/kestrel-updater DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(FILES ${sources}/updatekey.bash RENAME updatekey
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
-install(DIRECTORY ${PROJECT_BINARY_DIR}/guidata DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel-updater
-        OPTIONAL)
+# By name: what an earlier build left in the folder does not belong into the package.
+foreach(file ${GUIDATA_FILES})
+  file(RELATIVE_PATH place ${GUIDATA} ${file})
+  cmake_path(GET place PARENT_PATH folder)
+  install(FILES ${file} DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrel-updater/guidata/${folder})
+endforeach()
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${doc_folder} RENAME copyright)
+list(TRANSFORM packaged_pages PREPEND ${PROJECT_SOURCE_DIR}/docs/)
+install(FILES ${packaged_pages} DESTINATION ${doc_folder})
 
 # Compressed with the same bytes every time.
+set(packed_folder ${PROJECT_BINARY_DIR}/compressed)
+file(MAKE_DIRECTORY ${packed_folder})
 function(install_compressed source name destination)
-  set(packed ${PROJECT_BINARY_DIR}/compressed/${name}.gz)
+  set(packed ${packed_folder}/${name}.gz)
   add_custom_command(OUTPUT ${packed}
     COMMAND gzip -9nc ${source} > ${packed}
     DEPENDS ${source}
@@ -30,10 +35,46 @@ function(install_compressed source name destination)
   add_custom_target(compress-${name} ALL DEPENDS ${packed})
   install(FILES ${packed} DESTINATION ${destination})
 endfunction()
-file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/compressed)
-install_compressed(${sources}/updatekey.1 updatekey.1 ${CMAKE_INSTALL_MANDIR}/man1)
-install_compressed(${sources}/kestrel-updater.1 kestrel-updater.1 ${CMAKE_INSTALL_MANDIR}/man1)
 install_compressed(${sources}/changelog changelog ${doc_folder})
+
+# The manual pages and the completion of the shells are what the programs say of themselves.
+find_program(HELP2MAN help2man)
+function(install_manual name summary program)
+  set(page ${packed_folder}/${name}.1)
+  string(REPLACE ";" " " command "$<TARGET_FILE:${program}>;${ARGN}")
+  add_custom_command(OUTPUT ${page}
+    COMMAND ${HELP2MAN} --no-info --no-discard-stderr --manual "Kestrel updater" --name ${summary}
+            --version-string ${PROJECT_VERSION} --output ${page} ${command}
+    COMMAND sed -i -e "s/^\\.TH [^ ]*/.TH ${name}/" -e "/^\\.SH NAME/{n;s/.* .- /${name} \\\\- /}"
+            ${page}
+    DEPENDS ${program}
+    VERBATIM)
+  install_compressed(${page} ${name}.1 ${CMAKE_INSTALL_MANDIR}/man1)
+endfunction()
+function(install_completion shell name destination)
+  set(script ${packed_folder}/${name})
+  add_custom_command(OUTPUT ${script}
+    COMMAND updatekey --completion ${shell} > ${script}
+    DEPENDS updatekey
+    VERBATIM)
+  add_custom_target(completion-${shell} ALL DEPENDS ${script})
+  install(FILES ${script} DESTINATION ${CMAKE_INSTALL_DATADIR}/${destination})
+endfunction()
+install_completion(bash updatekey bash-completion/completions)
+install_completion(zsh _updatekey zsh/vendor-completions)
+install_completion(fish updatekey.fish fish/vendor_completions.d)
+if(HELP2MAN)
+  install_manual(updatekey "make, judge, rehearse and write update keys" updatekey)
+  foreach(command make check info image write diff rehearse diagnose)
+    install_manual(updatekey-${command} "a command of updatekey" updatekey ${command})
+  endforeach()
+  install_manual(kestrel-updater "software updater of a simulated instrument" updater)
+  install_manual(fontbake "make a bitmap font of the instrument's kind" fontbake)
+  install_manual(stringtable "make a string table of the instrument's kind" stringtable)
+  install_manual(rawimage "make a background picture of the instrument's kind" rawimage)
+else()
+  install(CODE "message(FATAL_ERROR \"The manual pages need help2man; scripts/bootstrap package installs it.\")")
+endif()
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kestrel-updater)
@@ -47,7 +88,7 @@ string(REPLACE ";" "" CPACK_PACKAGE_DESCRIPTION "${CPACK_PACKAGE_DESCRIPTION}")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xvfb, xauth, libgl1-mesa-dri")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xvfb, xauth, libgl1-mesa-dri, mtools, dosfstools, fdisk")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)

@@ -17,6 +17,7 @@ namespace {
 
 constexpr const char* HELP = R"(Usage: updater [/auto]
        updater [FIRST;SECOND]
+       updater --help | --version
 
 Updates the application and the GUI data of a simulated Kestrel instrument from an update key, and
 starts the application again. With /auto the update starts by itself as soon as a key is found.
@@ -61,6 +62,10 @@ int main(int argc, char** argv) {
     host::ignoreSignalsOfWrites();
     if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
         std::fputs(HELP, stdout);
+        return 0;
+    }
+    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+        std::puts("updater " UPDATER_VERSION);
         return 0;
     }
     // A line at a time, so that what was said before a sudden end is read.

@@ -61,7 +61,8 @@ std::optional<ExitCode> parse(CLI::App& app, int argc, char** argv) {
 
 int runTool(const Tool& tool, int argc, char** argv) {
     try {
-        CLI::App app(tool.description);
+        CLI::App app(tool.description, tool.name);
+        app.set_version_flag("--version", std::string(tool.name) + " " + TOOLS_VERSION);
         addOptions(app, tool.options);
         const std::optional<ExitCode> end = parse(app, argc, argv);
         return end ? *end : tool.work();

@@ -134,21 +134,31 @@ void addCheckOptions(CLI::App* command, Arguments& arguments) {
         ->type_name("CODES");
 }
 
+// An option whose value is checked, with its plain kind in the help.
+template <class Value>
+CLI::Option* addChecked(CLI::App* command, const std::string& name, Value& value,
+                        const std::string& text, CLI::Validator check, const char* kind) {
+    return command->add_option(name, value, text)->check(check.description(""))->type_name(kind);
+}
+
+template <class Value>
+CLI::Option* addFolder(CLI::App* command, const std::string& name, Value& value,
+                       const std::string& text) {
+    return addChecked(command, name, value, text, CLI::ExistingDirectory, "DIR");
+}
+
 void addKey(CLI::App* command, Arguments& arguments) {
-    command->add_option("KEY", arguments.key, KEY_TEXT)->required()->check(CLI::ExistingPath);
+    addChecked(command, "KEY", arguments.key, KEY_TEXT, CLI::ExistingPath, "PATH")->required();
 }
 
 void describeMake(CLI::App* command, Arguments& arguments) {
     MakeOptions& make = arguments.make;
-    command->add_option("--app", make.application, "Folder with the application's files")
-        ->required()
-        ->check(CLI::ExistingDirectory);
-    command->add_option("--gui", make.guiData, "Folder with the GUI data")
-        ->required()
-        ->check(CLI::ExistingDirectory);
-    command->add_option("--notes", make.notes, "Text of the release notes")
-        ->required()
-        ->check(CLI::ExistingFile);
+    addFolder(command, "--app", make.application, "Folder with the application's files")
+        ->required();
+    addFolder(command, "--gui", make.guiData, "Folder with the GUI data")->required();
+    addChecked(command, "--notes", make.notes, "Text of the release notes", CLI::ExistingFile,
+               "FILE")
+        ->required();
     command->add_option("--version", make.version, "Version of the update")->required();
     command->add_option("OUT", arguments.out, "Folder to be made")->required();
     addCheckOptions(command, arguments);
@@ -167,9 +177,10 @@ void describeImage(CLI::App* command, Arguments& arguments) {
 
 void describeWrite(CLI::App* command, Arguments& arguments) {
     addKey(command, arguments);
+    // One that is not there is told like any other stick that is not good.
     command->add_option("FOLDER", arguments.sticks, "Folders on which the sticks are mounted")
         ->required()
-        ->check(CLI::ExistingDirectory);
+        ->type_name("DIR");
     command->add_flag("--replace", arguments.write.replace,
                       "Remove the update that is on a stick, its folder VELD, and nothing else");
     addCheckOptions(command, arguments);
@@ -178,38 +189,33 @@ void describeWrite(CLI::App* command, Arguments& arguments) {
 void describeRehearse(CLI::App* command, Arguments& arguments) {
     RehearseOptions& options = arguments.rehearse;
     addKey(command, arguments);
-    command
-        ->add_option("--device", options.device, "Device folder; it is copied and stays as it is")
-        ->required()
-        ->check(CLI::ExistingDirectory);
-    command->add_option("--updater", options.updater, "The updater's program")
-        ->check(CLI::ExistingFile);
-    command->add_option("--keep", options.keep, "Folder that the updated device is copied to")
-        ->check(CLI::NonexistentPath);
-    command
-        ->add_option("--timeout", options.timeout,
-                     "Seconds after which the updater is ended (default: " +
-                         std::to_string(options.timeout) + ")")
-        ->check(CLI::Range(1, 86400));
+    addFolder(command, "--device", options.device, "Device folder; it is copied and stays as it is")
+        ->required();
+    addChecked(command, "--updater", options.updater, "The updater's program", CLI::ExistingFile,
+               "FILE");
+    addChecked(command, "--keep", options.keep, "Folder that the updated device is copied to",
+               CLI::NonexistentPath, "PATH");
+    addChecked(command, "--timeout", options.timeout,
+               "Seconds after which the updater is ended, 1 to 86400 (default: " +
+                   std::to_string(options.timeout) + ")",
+               CLI::Range(1, 86400), "SECONDS");
     command->add_flag("--hidden", options.hidden, "Use a screen that nobody sees");
     addCheckOptions(command, arguments);
 }
 
 void describeDiff(CLI::App* command, Arguments& arguments) {
     addKey(command, arguments);
-    command->add_option("OTHER", arguments.other, "Another key, or a device folder")
-        ->required()
-        ->check(CLI::ExistingPath);
+    addChecked(command, "OTHER", arguments.other, "Another key, or a device folder",
+               CLI::ExistingPath, "PATH")
+        ->required();
 }
 
 void describeDiagnose(CLI::App* command, Arguments& arguments) {
-    command->add_option("DEVICE", arguments.key, "Device folder, or a copy of its flash disk")
-        ->required()
-        ->check(CLI::ExistingDirectory);
-    command
-        ->add_option("--manifest", arguments.other,
-                     "Key whose files are compared with those that are installed")
-        ->check(CLI::ExistingPath);
+    addFolder(command, "DEVICE", arguments.key, "Device folder, or a copy of its flash disk")
+        ->required();
+    addChecked(command, "--manifest", arguments.other,
+               "Key whose files are compared with those that are installed", CLI::ExistingPath,
+               "PATH");
 }
 
 struct Command {
@@ -241,6 +247,7 @@ constexpr Command COMMANDS[] = {
 
 void describeCommands(CLI::App& app, Arguments& arguments) {
     app.set_version_flag("--version", std::string("updatekey ") + UPDATEKEY_VERSION);
+    app.set_help_all_flag("--help-all", "Print the help of all commands and exit");
     app.add_flag("--json", arguments.json, "Write JSON, for scripts");
     app.add_flag("--quiet", arguments.quiet, "Write only what needs attention");
     app.add_option("--completion", arguments.shell,

@@ -100,7 +100,7 @@ bool installedAsPredicted(const RehearseOptions& options, const CheckReport& che
 }
 
 fs::path updaterBesideThisProgram() {
-    for (const fs::path& folder : {ownFolder(), ownFolder() / "../lib/kestrel-updater"})
+    for (const fs::path& folder : {ownFolder(), ownFolder() / "../libexec/kestrel-updater"})
         if (fs::exists(folder / "updater"))
             return fs::canonical(folder / "updater");
     return {};
@@ -128,7 +128,7 @@ void runUpdater(const RehearseOptions& options, const fs::path& updater, const S
         {"UPDATER_DEVICE", stage.device().string()},
         {"UPDATEKEY_FRAMES", stage.framesFile().string()},
     };
-    const fs::path counter = updater.parent_path() / "frame-counter.so";
+    const fs::path counter = updater.parent_path() / "frame-counter.preload";
     if (fs::exists(counter))
         environment["LD_PRELOAD"] = counter.string();
     std::vector<std::string> command;
