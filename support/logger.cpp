@@ -17,9 +17,9 @@ void sendToDebugger(const std::string& text) {
 }
 
 // The echo of a logged message is the trace's format, as it always has been: a percent sign that an
-// argument brought in counts again, and a name with "%%" in it shows with "%". Conversions other
-// than that have no argument, and following them would read memory that is nobody's: they are shown
-// as they are.
+// argument brought in counts again, and a name with "%%" in it shows with "%". Only those two signs
+// are read so. All else behind a percent sign, "%s" and "%5%" alike, is shown as it is: most of it
+// asks for an argument that nobody gave, and following it would read memory that is nobody's.
 void echo(const std::string& message) {
     std::string text;
     for (std::size_t i = 0; i < message.size(); ++i) {
