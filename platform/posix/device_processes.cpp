@@ -80,7 +80,7 @@ std::string nameOfDeviceProcess(const std::string& id, const std::vector<FileIde
         const std::string script = fileOfArgument(process, arguments[i]);
         name = nameOnDevice(script, folders);
         if (!name.empty() &&
-            !isRunBy(process, script, {arguments.begin() + 1, arguments.begin() + i}))
+            !isRunBy(process, script, std::vector<std::string>(&arguments[1], &arguments[i])))
             name.clear();
     }
     return name;
