@@ -1,6 +1,5 @@
-// Windows are ordinary desktop windows of the size of the device's screen (UPDATER_SCREEN,
-// "WIDTHxHEIGHT"), whatever style and place are asked for. A window made with WS_DISABLED gets no
-// keys until it is enabled.
+// Windows are ordinary desktop windows of the size of the device's screen, whatever style and place
+// are asked for. A window made with WS_DISABLED gets no keys until it is enabled.
 
 #define GLFW_INCLUDE_NONE
 #include "platform/posix/window.h"
@@ -17,6 +16,7 @@
 #include "platform/gles.h"
 #include "platform/posix/call_hook.h"
 #include "platform/posix/last_error.h"
+#include "platform/posix/screen_size.h"
 #include "platform/posix/signals.h"
 #include "platform/posix/window_messages.h"
 
@@ -38,25 +38,6 @@ constexpr WPARAM VK_OTHER = 0xE8;
 std::map<std::u16string, WNDPROC>& classes() {
     static auto& registered = *new std::map<std::u16string, WNDPROC>;
     return registered;
-}
-
-struct ScreenSize {
-    int width = 1024;
-    int height = 768;
-};
-
-ScreenSize screenSize() {
-    constexpr long LARGEST = 16384;
-    ScreenSize size;
-    const char* variable = std::getenv("UPDATER_SCREEN");
-    if (variable == nullptr)
-        return size;
-    char* end = nullptr;
-    const long width = std::strtol(variable, &end, 10);
-    const long height = *end == 'x' ? std::strtol(end + 1, nullptr, 10) : 0;
-    if (width > 0 && width <= LARGEST && height > 0 && height <= LARGEST)
-        size = {static_cast<int>(width), static_cast<int>(height)};
-    return size;
 }
 
 // The newest window: that of the program.
@@ -134,6 +115,7 @@ HWND CreateWindowExW(DWORD, LPCWSTR className, LPCWSTR, DWORD style, int, int, i
         fail(ERROR_CANNOT_FIND_WND_CLASS);
         return nullptr;
     }
+    const host::ScreenSize size = host::screenSize();
     glfwSetErrorCallback(onDesktopError);
     if (!glfwInit()) {
         fail(ERROR_GEN_FAILURE);
@@ -142,7 +124,6 @@ HWND CreateWindowExW(DWORD, LPCWSTR className, LPCWSTR, DWORD style, int, int, i
     glfwWindowHint(GLFW_CLIENT_API, GLFW_NO_API);
     glfwWindowHint(GLFW_RESIZABLE, GLFW_FALSE);
     glfwWindowHint(GLFW_VISIBLE, GLFW_FALSE);
-    const ScreenSize size = screenSize();
     GLFWwindow* desktop =
         glfwCreateWindow(size.width, size.height, "Kestrel updater", nullptr, nullptr);
     if (desktop == nullptr) {
@@ -169,7 +150,7 @@ BOOL ShowWindow(HWND window, int command) {
 int GetSystemMetrics(int index) {
     if (refusedByHook("GetSystemMetrics", index))
         return 0;
-    const ScreenSize size = screenSize();
+    const host::ScreenSize size = host::screenSize();
     return index == SM_CXSCREEN ? size.width : index == SM_CYSCREEN ? size.height : 0;
 }
 

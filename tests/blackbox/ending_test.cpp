@@ -209,14 +209,18 @@ TEST_F(Ending, WithoutAConfigForWindowsThereIsNoContext) {
     EXPECT_EQ(surfaceless.process().output(), "No matching EGL configs found!\n");
 }
 
-TEST_F(Ending, AMissingDeviceFolderAndHelpAreAnsweredClearly) {
+TEST_F(Ending, WrongVariablesAndHelpAreAnsweredClearly) {
     const std::pair<std::string, bool> folders[] = {
         {"/nowhere/at all", false}, {"/etc/passwd", false}, {device.root(), true}};
     for (const auto& [folder, exists] : folders) {
-        ChildProcess lost({UPDATER_PROGRAM}, {{"DISPLAY", ""}, {"UPDATER_DEVICE", folder}});
+        ChildProcess lost(
+            {UPDATER_PROGRAM},
+            {{"DISPLAY", ""}, {"UPDATER_DEVICE", folder}, {"UPDATER_SCREEN", "640x480px"}});
         EXPECT_EQ(lost.waitForEnd(), 255);
         EXPECT_EQ(lost.errors().find('"' + folder + "\" does not exist") == std::string::npos,
                   exists);
+        EXPECT_NE(lost.errors().find("UPDATER_SCREEN is \"640x480px\", which is no size"),
+                  std::string::npos);
     }
     ChildProcess help({UPDATER_PROGRAM, "--help"}, {{"DISPLAY", ""}});
     EXPECT_EQ(help.waitForEnd(), 0);
