@@ -60,10 +60,10 @@ HWND createMainWindow() {
 }
 
 void makeFullScreen(HWND window, uint32_t width, uint32_t height) {
+    // The new style takes WS_DISABLED away, and WS_VISIBLE too.
     SetWindowLongW(window, GWL_STYLE, static_cast<LONG>(WS_POPUP));
     SetWindowPos(window, HWND_TOPMOST, 0, 0, static_cast<int>(width), static_cast<int>(height),
                  SWP_FRAMECHANGED);
-    // In this order: a window that is disabled gets no keyboard.
-    EnableWindow(window, TRUE);
     SetForegroundWindow(window);
+    ShowWindow(window, SW_SHOWNORMAL);
 }

@@ -231,6 +231,7 @@ constexpr UINT PM_REMOVE = 1;
 
 constexpr DWORD WS_POPUP = 0x80000000;
 constexpr DWORD WS_DISABLED = 0x08000000;
+constexpr DWORD WS_VISIBLE = 0x10000000;
 constexpr DWORD WS_CAPTION = 0x00C00000;
 constexpr DWORD WS_SYSMENU = 0x00080000;
 constexpr DWORD WS_THICKFRAME = 0x00040000;
@@ -288,7 +289,6 @@ int GetSystemMetrics(int index);
 LONG SetWindowLongW(HWND window, int index, LONG value);
 BOOL SetWindowPos(HWND window, HWND insertAfter, int x, int y, int width, int height, UINT flags);
 BOOL SetForegroundWindow(HWND window);
-BOOL EnableWindow(HWND window, BOOL enable);
 LRESULT DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 BOOL PeekMessageW(MSG* message, HWND window, UINT first, UINT last, UINT remove);
 BOOL TranslateMessage(const MSG* message);

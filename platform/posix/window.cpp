@@ -1,5 +1,6 @@
-// Windows are ordinary desktop windows of the size of the device's screen, whatever style and place
-// are asked for. A window made with WS_DISABLED gets no keys until it is enabled.
+// Windows are ordinary desktop windows of the size of the device's screen, whatever frame and place
+// are asked for. A window is shown while its style has WS_VISIBLE, and gets no keys while it has
+// WS_DISABLED.
 
 #define GLFW_INCLUDE_NONE
 #include "platform/posix/window.h"
@@ -27,7 +28,6 @@ struct WindowHandle {
     GLFWwindow* desktop;
     WNDPROC procedure;
     DWORD style;
-    bool enabled;
 };
 
 namespace {
@@ -47,6 +47,14 @@ HWND handleOf(GLFWwindow* desktop) {
     return static_cast<HWND>(glfwGetWindowUserPointer(desktop));
 }
 
+void takeStyle(HWND window, DWORD style) {
+    window->style = style;
+    if ((style & WS_VISIBLE) != 0)
+        glfwShowWindow(window->desktop);
+    else
+        glfwHideWindow(window->desktop);
+}
+
 WPARAM virtualKey(int key) {
     switch (key) {
         case GLFW_KEY_HOME:
@@ -64,7 +72,7 @@ WPARAM virtualKey(int key) {
 
 void onDesktopKey(GLFWwindow* desktop, int key, int, int action, int) {
     const HWND window = handleOf(desktop);
-    if (window->enabled)
+    if ((window->style & WS_DISABLED) == 0)
         host::postMessage(window, action == GLFW_RELEASE ? WM_KEYUP : WM_KEYDOWN, virtualKey(key));
 }
 
@@ -117,6 +125,10 @@ HWND CreateWindowExW(DWORD, LPCWSTR className, LPCWSTR, DWORD style, int, int, i
     }
     const host::ScreenSize size = host::screenSize();
     glfwSetErrorCallback(onDesktopError);
+#ifdef GLFW_PLATFORM
+    // The window is handed to EGL by its number on X11.
+    glfwInitHint(GLFW_PLATFORM, GLFW_PLATFORM_X11);
+#endif
     if (!glfwInit()) {
         fail(ERROR_GEN_FAILURE);
         return nullptr;
@@ -130,11 +142,11 @@ HWND CreateWindowExW(DWORD, LPCWSTR className, LPCWSTR, DWORD style, int, int, i
         fail(ERROR_GEN_FAILURE);
         return nullptr;
     }
-    const bool enabled = (style & WS_DISABLED) == 0;
-    auto* window = new WindowHandle{desktop, registered->second, style, enabled};
+    auto* window = new WindowHandle{desktop, registered->second, 0};
     glfwSetWindowUserPointer(desktop, window);
     glfwSetKeyCallback(desktop, onDesktopKey);
     glfwSetWindowCloseCallback(desktop, onDesktopClose);
+    takeStyle(window, style);
     programWindow = window;
     return window;
 }
@@ -142,8 +154,8 @@ HWND CreateWindowExW(DWORD, LPCWSTR className, LPCWSTR, DWORD style, int, int, i
 BOOL ShowWindow(HWND window, int command) {
     if (refusedByHook("ShowWindow", command))
         return FALSE;
-    const bool wasVisible = glfwGetWindowAttrib(window->desktop, GLFW_VISIBLE) != 0;
-    glfwShowWindow(window->desktop);
+    const bool wasVisible = (window->style & WS_VISIBLE) != 0;
+    takeStyle(window, window->style | WS_VISIBLE);
     return wasVisible;
 }
 
@@ -159,7 +171,7 @@ LONG SetWindowLongW(HWND window, int index, LONG value) {
         return 0;
     const DWORD before = window->style;
     if (index == GWL_STYLE)
-        window->style = static_cast<DWORD>(value);
+        takeStyle(window, static_cast<DWORD>(value));
     return static_cast<LONG>(before);
 }
 
@@ -179,14 +191,6 @@ BOOL SetForegroundWindow(HWND window) {
         return FALSE;
     glfwFocusWindow(window->desktop);
     return TRUE;
-}
-
-BOOL EnableWindow(HWND window, BOOL enable) {
-    if (refusedByHook("EnableWindow", enable))
-        return FALSE;
-    const bool wasDisabled = !window->enabled;
-    window->enabled = enable != FALSE;
-    return wasDisabled;
 }
 
 LRESULT DefWindowProcW(HWND window, UINT message, WPARAM, LPARAM) {
