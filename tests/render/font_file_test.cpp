@@ -83,18 +83,6 @@ TEST(FontFile, KeepsWhatIsSoundInADamagedFile) {
     }
 }
 
-TEST(FontFile, MayEndAnywhere) {
-    const std::string whole = fontBytes(10, 64, {A, B}, kerningRecord('A', 'B', 1));
-    std::size_t kept = 0;
-    for (std::size_t size = 0; size <= whole.size(); ++size) {
-        const FontData font = parse(whole.substr(0, size));
-        const std::size_t now = font.glyphs.size() + font.pageNames.size() + font.kerning.size();
-        EXPECT_GE(now, kept);
-        kept = now;
-    }
-    EXPECT_EQ(kept, 4U);
-}
-
 TEST(KerningFile, LineSetsOnePair) {
     const std::pair<LPCWSTR, KerningTable> cases[] = {
         {TEXT("AV -2\r\n"), {{{'A', 'V'}, -2}}},

@@ -89,23 +89,19 @@ TEST_F(Config, NumbersAreStoredUncheckedAndReadInRange) {
 
 TEST_F(Config, TextsGoThereAndBack) {
     device.setLanguage(0);
-    struct Case {
-        std::string (SystemConfig::*get)();
-        void (SystemConfig::*set)(const std::string&);
-    };
-    const Case cases[] = {
+    using Get = std::string (SystemConfig::*)();
+    using Set = void (SystemConfig::*)(const std::string&);
+    const std::pair<Get, Set> cases[] = {
         {&SystemConfig::getWifiNetworkName, &SystemConfig::setWifiNetworkName},
         {&SystemConfig::getWindowsHostName, &SystemConfig::setWindowsHostName},
         {&SystemConfig::getWindowsDomainName, &SystemConfig::setWindowsDomainName},
         {&SystemConfig::getWindowsUserName, &SystemConfig::setWindowsUserName},
     };
-    const std::string texts[] = {"", "a \"b\" \\ caf\xE9 \xFF", std::string(511, 'x')};
-    for (const std::string& text : texts) {
-        std::string own = text;
-        for (const Case& test : cases) {
-            std::invoke(test.set, config, own);
-            EXPECT_EQ(std::invoke(test.get, config), own);
-            std::reverse(own.begin(), own.end());
+    std::string text = "a \"b\" \\ caf\xE9 \xFF";
+    for (const auto& [get, set] : cases) {
+        for (const std::string& value : {text += "x", std::string(511, 'x'), std::string()}) {
+            std::invoke(set, config, value);
+            EXPECT_EQ(std::invoke(get, config), value);
         }
     }
     EXPECT_EQ(logged(), "");

@@ -21,28 +21,23 @@ class UpdaterMedia : public ::testing::Test {
     Updater updater;
 };
 
-struct Key {
-    const char* what;
-    std::vector<std::string> entries;  // folders end in "/"
-    bool valid;
-};
-
 TEST_F(UpdaterMedia, SeesCompleteKeysOnly) {
-    const Key keys[] = {
-        {"no key at all", {}, false},
-        {"complete", {"KSTRL/a", "ORBUI/data/b"}, true},
-        {"no release notes needed, subfolders as data", {"KSTRL/a", "ORBUI/data/lang/"}, true},
-        {"KSTRL with a subfolder only", {"KSTRL/sub/", "ORBUI/data/b"}, false},
-        {"empty data", {"KSTRL/a", "ORBUI/data/"}, false},
-        {"no data", {"KSTRL/a", "ORBUI/b"}, false},
-        {"no KSTRL", {"ORBUI/data/b"}, false},
-        {"KSTRL a file", {"KSTRL", "ORBUI/data/b"}, false},
-        {"other case", {"KSTRL/a", "orbui/data/b"}, false},
+    using Entries = std::vector<std::string>;  // folders end in "/"
+    const std::pair<Entries, bool> keys[] = {
+        {{}, false},
+        {{"KSTRL/a", "ORBUI/data/b"}, true},
+        {{"KSTRL/a", "ORBUI/data/lang/"}, true},  // subfolders count as data
+        {{"KSTRL/sub/", "ORBUI/data/b"}, false},
+        {{"KSTRL/a", "ORBUI/data/"}, false},
+        {{"KSTRL/a", "ORBUI/b"}, false},
+        {{"ORBUI/data/b"}, false},
+        {{"KSTRL", "ORBUI/data/b"}, false},
+        {{"KSTRL/a", "orbui/data/b"}, false},
     };
-    for (const Key& key : keys) {
-        SCOPED_TRACE(key.what);
+    for (const auto& [entries, valid] : keys) {
+        SCOPED_TRACE(::testing::PrintToString(entries));
         std::filesystem::remove_all(device.root() / "USB HD");
-        for (const std::string& entry : key.entries) {
+        for (const std::string& entry : entries) {
             if (entry.back() == '/')
                 device.makeFolder("USB HD/VELD/" + entry);
             else
@@ -50,19 +45,18 @@ TEST_F(UpdaterMedia, SeesCompleteKeysOnly) {
         }
         Updater fresh;
         fresh.pollMedia();
-        EXPECT_EQ(fresh.isMediaReady(), key.valid);
-        EXPECT_EQ(fresh.getState(), key.valid ? ReadyToUpdate : WaitingForMedia);
-        EXPECT_EQ(fresh.getUpdateVersion(), key.valid ? "" : "No version detected.");
+        EXPECT_EQ(fresh.isMediaReady(), valid);
+        EXPECT_EQ(fresh.getState(), valid ? ReadyToUpdate : WaitingForMedia);
+        EXPECT_EQ(fresh.getUpdateVersion(), valid ? "" : "No version detected.");
     }
 }
 
-struct Notes {
-    std::string bytes;
-    std::string version;
-    std::vector<std::string> lines;
-};
-
 TEST_F(UpdaterMedia, ReadsVersionAndLines) {
+    struct Notes {
+        std::string bytes;
+        std::string version;
+        std::vector<std::string> lines;
+    };
     const Notes cases[] = {
         {"KSTRL Release 2.14.3\r\nfirst\n\nlast\n",
          "2.14.3",
