@@ -153,6 +153,7 @@ void Registry::addRead(std::u16string_view text, std::u16string_view joined, std
         const std::size_t start = removes ? 2 : 1;
         line.key = joined.substr(start, bracket - start);
         line.effect = removes ? Effect::noKey : Effect::key;
+        // What follows a key that is removed belongs to none.
         key = removes ? std::u16string() : line.key;
         return;
     }
@@ -161,7 +162,7 @@ void Registry::addRead(std::u16string_view text, std::u16string_view joined, std
     else if (!takeQuoted(joined, line.name))
         return;
     joined = trimmed(joined);
-    if (key.empty() || !startsWith(joined, u"="))
+    if (!startsWith(joined, u"="))
         return;
     joined = trimmed(joined.substr(1));
     const bool removes = startsWith(joined, u"-");

@@ -162,6 +162,9 @@ TEST(RegistryFile, IsLeftAloneWhenItCannotBeRead) {
     EXPECT_FALSE(SetTimeZoneInformation(&zone));
     EXPECT_TRUE(std::filesystem::is_symlink(file));
 
+    // One that is absent is made.
+    std::filesystem::remove(file);
+    EXPECT_TRUE(SetTimeZoneInformation(&zone));
     std::filesystem::remove(file);
     device.makeFolder("registry.reg/in the way");
     EXPECT_NE(host::saveRegistry(host::Registry()), DWORD{0});

@@ -176,14 +176,18 @@ TEST_F(FontRendererTest, SetPicksTheNearestFace) {
     EXPECT_EQ(fonts.getFont(24), nullptr);
     EXPECT_EQ(gl.callsOf("glDeleteTextures").size(), 2U);
 
-    // The memory ends in a table of the second face; the third one's page is too large.
+    // The memory ends behind the second face's first page; the third one's page is too large.
+    const std::string twoPages = std::string("BMF\3") + commonBlock(13, 1, 1) + pageBlock();
+    device.write("/data/fonts/SegoeUI_13px.fnt", twoPages + block(3, std::string("last.png\0", 9)));
+    device.write("/data/fonts/last.raw");
     setCallHook([](const HookedCall& call) -> DWORD {
-        if (call.arguments[0] == "/data/fonts/SegoeUI_13px.kern")
+        if (call.arguments[0] == "/data/fonts/last.raw")
             throw std::bad_alloc();
         return ERROR_SUCCESS;
     });
     EXPECT_FALSE(fonts.loadFonts(0));
     EXPECT_EQ(fonts.getFont(24)->lineHeight(), 10U);
+    EXPECT_EQ(gl.callsOf("glDeleteTextures").size(), 3U);
     setCallHook({});
     device.write("/data/fonts/SegoeUI_18px.fnt", fontBytes(18, 65535, {}));
     Logger::instance().open();

@@ -103,19 +103,22 @@ TEST(CallOrder, OfOneWholeUpdate) {
     EXPECT_TRUE(callsOf([&] { updater.step(); }).empty());
 }
 
-// A file that vanishes is an error, which the next folder's result replaces; one that is held keeps
-// its folders in place.
+// A file that vanishes is an error, which the next folder's result replaces; a folder that stays
+// keeps the one above it in place.
 TEST(DeleteTree, TellsOfEachFailureAndGoesOn) {
     const DeviceFolder device;
-    for (const char* const file : {"T/a/vanishing", "T/b/f", "U/a/held"})
+    for (const char* const file : {"T/a/vanishing", "T/b/f", "U/a/f"})
         device.write(file);
     device.setReadOnly("T/b/f");
     Logger::instance().setPath("/log.txt");
     setCallHook([&](const HookedCall& call) -> DWORD {
-        if (call.name != std::string("DeleteFileW") || call.arguments[0] == "/T/b\\f")
-            return ERROR_SUCCESS;
-        std::filesystem::remove(device.root() / "T/a/vanishing");
-        return ERROR_FILE_NOT_FOUND;
+        const std::string name = call.name;
+        if (name == "RemoveDirectoryW" && call.arguments[0] == "/U/a\\")
+            return ERROR_ACCESS_DENIED;
+        const bool vanishes = name == "DeleteFileW" && call.arguments[0] == "/T/a\\vanishing";
+        return vanishes && std::filesystem::remove(device.root() / "T/a/vanishing")
+                   ? ERROR_FILE_NOT_FOUND
+                   : ERROR_SUCCESS;
     });
     testing::internal::CaptureStderr();
     EXPECT_EQ(deleteTree("/T/"), 0);
@@ -123,8 +126,7 @@ TEST(DeleteTree, TellsOfEachFailureAndGoesOn) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "Error 2 deleting file: /T/a\\vanishing\n"
               "*** Read only flag set on: /T/b\\f\n"
-              "Error 2 deleting file: /U/a\\held\n"
-              "Error 145 ::RemoveDirectory(/U/a\\)\n"
+              "Error 5 ::RemoveDirectory(/U/a\\)\n"
               "Error 145 ::RemoveDirectory(/U/)\n");
     EXPECT_FALSE(device.exists("T"));
     EXPECT_NE(device.read("log.txt").find("*** ERROR *** Error 2 deleting"), std::string::npos);
