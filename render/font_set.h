@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "render/faces.h"
 #include "render/font_renderer.h"
 
 class FontSet {
@@ -25,8 +26,6 @@ class FontSet {
     void clear();
 
   private:
-    static constexpr std::size_t SLOT_COUNT = 4;
-
     void* context_;
-    std::array<std::unique_ptr<FontRenderer>, SLOT_COUNT> slots_;  // from the smallest up
+    std::array<std::unique_ptr<FontRenderer>, FACE_SLOTS> slots_;  // from the smallest up
 };

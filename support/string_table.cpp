@@ -1,18 +1,12 @@
 #include "support/string_table.h"
 
+#include "support/languages.h"
 #include "support/logger.h"
 #include "support/system_settings.h"
 #include "support/text.h"
 #include "support/utf16_reader.h"
 
 namespace {
-
-constexpr const char* NUMERALS_FILE = "StringTable_numerals.txt";
-constexpr const char* LANGUAGE_FILES[] = {
-    "StringTable_en.txt", "StringTable_fr.txt", "StringTable_pt.txt", "StringTable_sp.txt",
-    "StringTable_jp.txt", "StringTable_zh.txt", "StringTable_du.txt",
-};
-constexpr int32_t LANGUAGE_COUNT = static_cast<int32_t>(std::size(LANGUAGE_FILES));
 
 constexpr LPCWSTR BLANKS = TEXT(" \t");
 constexpr LPCWSTR LINE_END = TEXT("\r\n");
@@ -29,9 +23,9 @@ void StringTable::setLanguage(int32_t language) {
     entries_.clear();
     // The empty key has an empty text, where unknown keys have a text that says so.
     entries_[""] = WideString();
-    load(NUMERALS_FILE);
-    if (language >= 0 && language < LANGUAGE_COUNT)
-        load(LANGUAGE_FILES[language]);
+    load(stringTableFile(NUMERALS).c_str());
+    if (const Language* const known = findLanguage(language))
+        load(stringTableFile(known->suffix).c_str());
     else
         Logger::instance().error("Language %d not recognized in StringTable...", language);
     language_ = language;

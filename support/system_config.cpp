@@ -1,5 +1,6 @@
 #include "support/system_config.h"
 
+#include "support/languages.h"
 #include "support/logger.h"
 #include "support/path_constants.h"
 #include "support/text.h"
@@ -95,7 +96,7 @@ int32_t SystemConfig::getInRange(const WideString& valueName, int32_t lowest, in
 }
 
 int32_t SystemConfig::getLanguage() {
-    return getInRange(LANGUAGE, 0, 6);
+    return getInRange(LANGUAGE, 0, LANGUAGE_COUNT - 1);
 }
 int32_t SystemConfig::getSystemUnits() {
     return getInRange(SYSTEM_UNITS, 0, 1);

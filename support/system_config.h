@@ -23,7 +23,7 @@ class SystemConfig {
     std::string getString(const WideString& valueName);
     void setString(const WideString& valueName, const std::string& text);
 
-    int32_t getLanguage();      // 0 to 6, else 0
+    int32_t getLanguage();      // one of LANGUAGES, else 0
     int32_t getSystemUnits();   // 0 to 1, else 0
     int32_t getLastAppMode();   // 0 to 5, else 0
     int32_t getDisplayTheme();  // 0 to 7, else 0

@@ -28,7 +28,7 @@ The device is a folder:
   FlashDisk/VELD/Updater-log.txt   what the last run did
   USB HD/VELD/                the update key: KSTRL/, ORBUI/data/ and kstrXReleaseNotes.txt;
                               there is no key as long as this is absent
-  registry.reg                the registry; LANGUAGE (0 to 6) below
+  registry.reg                the registry; LANGUAGE (a number) below
                               HKEY_LOCAL_MACHINE\SOFTWARE\VELD\KESTREL\SYSTEM_CONFIG
 
 Environment:

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/posix/call_hook.h"
+#include "support/languages.h"
 #include "tests/helpers/device_folder.h"
 #include "tests/helpers/offscreen_context.h"
 #include "ui/simple_ui.h"
@@ -46,12 +47,9 @@ std::vector<Screenshot> allScreenshots() {
     for (const char* state : {"background", "waiting-restart", "ready-restart", "updating-restart",
                               "state-5-restart", "state-6-restart"})
         all.push_back({"en", 0, state});
-    int number = 0;
-    for (const char* language : {"en", "fr", "pt", "sp", "jp", "zh", "du"}) {
+    for (const Language& language : LANGUAGES)
         for (const char* state : STATES)
-            all.push_back({language, number, state});
-        ++number;
-    }
+            all.push_back({language.suffix, language.number, state});
     return all;
 }
 

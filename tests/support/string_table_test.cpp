@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/languages.h"
 #include "support/logger.h"
 #include "support/system_settings.h"
 #include "support/text.h"
@@ -119,7 +120,7 @@ TEST_F(Strings, EachLanguageHasItsFileBehindTheNumerals) {
     }
     EXPECT_EQ(logMessages(device, "log.txt"), "");
 
-    for (const int language : {-1, 7}) {
+    for (const int language : {-1, LANGUAGE_COUNT}) {
         Logger::instance().open();
         table.setLanguage(language);
         EXPECT_EQ(lookup("L"), "shared");

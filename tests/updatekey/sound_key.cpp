@@ -2,6 +2,7 @@
 
 #include <fstream>
 
+#include "render/faces.h"
 #include "support/text.h"
 #include "tests/helpers/font_bytes.h"
 #include "tools/screen_keys.h"
@@ -54,13 +55,13 @@ void writeSoundKey(const fs::path& folder) {
     writeFile(data / "screens.dat", "screens");
     writeFile(data / "KSTRL-menubg4.raw", "");
     fs::resize_file(data / "KSTRL-menubg4.raw", 1024 * 1024);
-    for (const std::string face :
-         {"SegoeUI_10px", "SegoeUI_13px", "SegoeUI_18px", "SegoeUI_24px", "MeiryoUI_24px",
-          "MeiryoUI_36px", "FangSong_24px", "FangSong_36px"})
-        writeFile(data / "fonts" / (face + ".fnt"), faceBytes());
+    for (const Faces& faces : FACES)
+        for (const char* const face : faces.slots)
+            if (face != nullptr)
+                writeFile(data / "fonts" / (std::string(face) + ".fnt"), faceBytes());
     writeFile(data / "fonts/page.raw", std::string(16 * 16, '\x7F'));
-    for (const std::string language : {"en", "fr", "pt", "sp", "jp", "zh", "du"})
-        writeFile(data / "lang" / ("StringTable_" + language + ".txt"), tableBytes(language));
+    for (const Language& language : LANGUAGES)
+        writeFile(data / "lang" / stringTableFile(language.suffix), tableBytes(language.suffix));
 }
 
 std::set<std::string> codesOf(const CheckReport& report) {

@@ -27,6 +27,20 @@ bool CheckReport::hasErrors() const {
                        [](const Finding& finding) { return finding.severity == Severity::error; });
 }
 
+std::vector<int32_t> allLanguages() {
+    std::vector<int32_t> numbers;
+    for (const Language& language : LANGUAGES)
+        numbers.push_back(language.number);
+    return numbers;
+}
+
+std::set<Script> KeyUnderCheck::scripts() const {
+    std::set<Script> scripts;
+    for (const int32_t number : options.languages)
+        scripts.insert(findLanguage(number)->script);
+    return scripts;
+}
+
 const KeyEntry* KeyUnderCheck::find(const std::string& path) const {
     const auto entry = std::lower_bound(tree.begin(), tree.end(), path,
                                         [](const KeyEntry& candidate, const std::string& sought) {

@@ -8,15 +8,19 @@
 #include <string>
 #include <vector>
 
+#include "support/languages.h"
 #include "tools/updatekey/finding.h"
 #include "tools/updatekey/key_tree.h"
 #include "tools/updatekey/prediction.h"
+
+// The numbers of all languages.
+std::vector<int32_t> allLanguages();
 
 struct CheckOptions {
     std::optional<uint64_t> flashSize;  // bytes of the device's flash disk
     std::optional<uint64_t>
         installedSize;  // of what is on it, in bytes; the key's twice if unknown
-    std::vector<int32_t> languages = {0, 1, 2, 3, 4, 5, 6};  // that the key is to serve
+    std::vector<int32_t> languages = allLanguages();  // that the key is to serve
     std::set<std::string> accepted;  // codes of findings that are known and wanted: left out
     Progress progress;
 };
@@ -39,6 +43,9 @@ struct KeyUnderCheck {
     CheckOptions options;
 
     const KeyEntry* find(const std::string& path) const;
+
+    // The scripts of the languages that the key is to serve.
+    std::set<Script> scripts() const;
 };
 
 // Judges the key in `folder`, which exists. Throws std::runtime_error when there is no room to try

@@ -2,29 +2,14 @@
 // the key lacks, the next update's screen lacks.
 
 #include "platform/posix/read_file.h"
+#include "render/faces.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
+#include "ui/screen_layout.h"
 
 namespace {
 
 const std::string DATA = "VELD/ORBUI/data/";
-
-struct NeededFace {
-    const char* name;
-    Severity ifMissing;  // a warning for a face that the screen loads and never draws with
-    std::set<int32_t> languages;
-};
-
-const NeededFace NEEDED_FACES[] = {
-    {"SegoeUI_10px", Severity::warning, {0, 1, 2, 3, 6}},
-    {"SegoeUI_13px", Severity::error, {0, 1, 2, 3, 6}},
-    {"SegoeUI_18px", Severity::warning, {0, 1, 2, 3, 6}},
-    {"SegoeUI_24px", Severity::error, {0, 1, 2, 3, 6}},
-    {"MeiryoUI_24px", Severity::error, {4}},
-    {"MeiryoUI_36px", Severity::error, {4}},
-    {"FangSong_24px", Severity::error, {5}},
-    {"FangSong_36px", Severity::error, {5}},
-};
 
 // Whether five blocks fill the file to its end. The device's reader forgives a file that was cut;
 // whoever ships it should not.
@@ -71,24 +56,25 @@ void checkRaw(const KeyUnderCheck& key, const std::string& path, uint64_t size, 
             "has " + std::to_string(entry->size) + " bytes and must have " + std::to_string(size));
 }
 
-void checkFace(const KeyUnderCheck& key, const NeededFace& needed, Findings& findings) {
-    const std::string path = DATA + "fonts/" + needed.name + ".fnt";
+void checkFace(const KeyUnderCheck& key, const std::string& face, Severity ifMissing,
+               Findings& findings) {
+    const std::string path = DATA + "fonts/" + face + ".fnt";
     if (key.find(path) == nullptr) {
-        findings.push_back({needed.ifMissing, "font-missing", path,
+        findings.push_back({ifMissing, "font-missing", path,
                             "is loaded by the updater's own screen, and the update takes the "
                             "installed one away"});
         return;
     }
-    const FontData face = loadKeyFace(needed.name);
-    const std::string fault = glyphFault(face);
+    const FontData font = loadKeyFace(face);
+    const std::string fault = glyphFault(font);
     if (!fault.empty())
         return addError(findings, "font-damaged", path, fault);
     if (!isWhole(key.folder / path))
         return addError(findings, "font-damaged", path, "is cut off or has bytes left over");
-    for (const std::string& page : face.pageNames) {
+    for (const std::string& page : font.pageNames) {
         const std::size_t stem = page.size() > 4 ? page.size() - 4 : 0;
         checkRaw(key, DATA + "fonts/" + page.substr(0, stem) + ".raw",
-                 uint64_t{face.atlasSize} * face.atlasSize, "font-page", findings);
+                 uint64_t{font.atlasSize} * font.atlasSize, "font-page", findings);
     }
 }
 
@@ -98,11 +84,15 @@ void checkFonts(const KeyUnderCheck& key, CheckReport& report) {
     constexpr uint64_t backgroundSide = 1024;
     checkRaw(key, DATA + "KSTRL-menubg4.raw", backgroundSide * backgroundSide, "background",
              report.findings);
-    for (const NeededFace& needed : NEEDED_FACES) {
-        bool served = false;
-        for (const int32_t language : key.options.languages)
-            served |= needed.languages.count(language) != 0;
-        if (served)
-            checkFace(key, needed, report.findings);
+    for (const Script script : key.scripts()) {
+        const std::set<std::string> drawn = {faceName(script, layout::TEXT_FONT_SIZE),
+                                             faceName(script, layout::NOTES_FONT_SIZE)};
+        for (const char* const face : facesOf(script).slots) {
+            if (face == nullptr)
+                continue;
+            // The screen loads the others too, and never draws with them.
+            const Severity ifMissing = drawn.count(face) != 0 ? Severity::error : Severity::warning;
+            checkFace(key, face, ifMissing, report.findings);
+        }
     }
 }

@@ -1,6 +1,7 @@
 // The release notes: the version in their first line, and what the screen can show of the rest.
 
 #include "platform/posix/read_file.h"
+#include "render/faces.h"
 #include "support/text.h"
 #include "tools/drawn_text.h"
 #include "tools/updatekey/check.h"
@@ -46,13 +47,11 @@ bool isUtf8BeyondAscii(const std::string& bytes) {
            (static_cast<unsigned char>(bytes[first + 1]) & 0xC0) == 0x80;
 }
 
-// The message face of each group of languages that the key serves.
+// With the notes' face of each script that the key serves.
 void checkDrawing(const KeyUnderCheck& key, CheckReport& report) {
-    for (const FaceUse& use : FACE_USES) {
-        bool served = false;
-        for (const int32_t language : key.options.languages)
-            served |= use.languages.count(language) != 0;
-        const FontData face = served ? loadKeyFace(use.messageFace) : FontData();
+    for (const Script script : key.scripts()) {
+        const std::string notesFace = faceName(script, layout::NOTES_FONT_SIZE);
+        const FontData face = loadKeyFace(notesFace);
         if (face.glyphs.empty())
             continue;
         std::set<WCHAR> missing;
@@ -66,11 +65,11 @@ void checkDrawing(const KeyUnderCheck& key, CheckReport& report) {
             if (beyond > 0)
                 addWarning(report.findings, "notes-line-too-wide", NOTES,
                            "line " + std::to_string(number) + " runs over the screen's edge by " +
-                               std::to_string(beyond) + " pixels with " + use.messageFace);
+                               std::to_string(beyond) + " pixels with " + notesFace);
         }
         if (!missing.empty())
             addWarning(report.findings, "notes-missing-glyph", NOTES,
-                       std::string(use.messageFace) + " cannot draw " + listCharacters(missing));
+                       notesFace + " cannot draw " + listCharacters(missing));
     }
 }
 

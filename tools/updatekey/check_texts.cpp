@@ -1,6 +1,7 @@
 // The string tables: each language must have the ten texts of the updater's own screen, in
 // characters that its face has, on lines that fit, and with the words of the keys in their markers.
 
+#include "render/faces.h"
 #include "support/string_table.h"
 #include "support/system_settings.h"
 #include "support/utf16_reader.h"
@@ -13,11 +14,6 @@
 namespace {
 
 const std::string LANG = "VELD/ORBUI/data/lang/";
-constexpr const char* NUMERALS = "StringTable_numerals.txt";
-constexpr const char* FILES[] = {
-    "StringTable_en.txt", "StringTable_fr.txt", "StringTable_pt.txt", "StringTable_sp.txt",
-    "StringTable_jp.txt", "StringTable_zh.txt", "StringTable_du.txt",
-};
 
 void checkLineEnds(const std::string& name, Findings& findings) {
     Utf16Reader file("/USB HD/" + LANG + name);
@@ -34,10 +30,10 @@ void checkLineEnds(const std::string& name, Findings& findings) {
     }
 }
 
-void checkTable(int32_t language, Findings& findings) {
-    const std::string path = LANG + FILES[language];
-    const std::string faceName = faceUseOf(language).textFace;
-    const FontData face = loadKeyFace(faceName);
+void checkTable(const Language& language, Findings& findings) {
+    const std::string path = LANG + stringTableFile(language.suffix);
+    const std::string textFace = faceName(language.script, layout::TEXT_FONT_SIZE);
+    const FontData face = loadKeyFace(textFace);
     const StringTable& table = StringTable::instance();
     std::set<WCHAR> missing;
     const auto warn = [&](const char* code, const std::string& text, const std::string& fault) {
@@ -61,26 +57,28 @@ void checkTable(int32_t language, Findings& findings) {
     warn("text-too-wide", "the restart note", widthFault(note, layout::NOTES_EDGE));
     if (!missing.empty())
         addWarning(findings, "text-missing-glyph", path,
-                   faceName + " cannot draw " + listCharacters(missing));
+                   textFace + " cannot draw " + listCharacters(missing));
 }
 
 }  // namespace
 
 void checkTexts(const KeyUnderCheck& key, CheckReport& report) {
     SystemSettings::instance().dataFolder = "/USB HD/VELD/ORBUI/data/";
-    if (key.find(LANG + NUMERALS) == nullptr)
-        addWarning(report.findings, "table-missing", LANG + NUMERALS, "is read for every language");
+    const std::string numerals = stringTableFile(NUMERALS);
+    if (key.find(LANG + numerals) == nullptr)
+        addWarning(report.findings, "table-missing", LANG + numerals, "is read for every language");
     else
-        checkLineEnds(NUMERALS, report.findings);
-    for (const int32_t language : key.options.languages) {
-        const std::string path = LANG + FILES[language];
-        if (key.find(path) == nullptr) {
-            addError(report.findings, "table-missing", path,
+        checkLineEnds(numerals, report.findings);
+    for (const int32_t number : key.options.languages) {
+        const Language& language = *findLanguage(number);
+        const std::string file = stringTableFile(language.suffix);
+        if (key.find(LANG + file) == nullptr) {
+            addError(report.findings, "table-missing", LANG + file,
                      "the updater's own screen has no texts in this language");
             continue;
         }
-        checkLineEnds(FILES[language], report.findings);
-        StringTable::instance().setLanguage(language);
+        checkLineEnds(file, report.findings);
+        StringTable::instance().setLanguage(number);
         checkTable(language, report.findings);
     }
 }

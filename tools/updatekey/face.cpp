@@ -5,17 +5,6 @@
 
 #include "platform/posix/utf.h"
 
-const FaceUse FACE_USES[3] = {
-    {"Latin", "SegoeUI_13px", "SegoeUI_24px", {0, 1, 2, 3, 6}},
-    {"Japanese", "MeiryoUI_24px", "MeiryoUI_36px", {4}},
-    {"Chinese", "FangSong_24px", "FangSong_36px", {5}},
-};
-
-const FaceUse& faceUseOf(int32_t language) {
-    return *std::find_if(std::begin(FACE_USES), std::end(FACE_USES) - 1,
-                         [&](const FaceUse& use) { return use.languages.count(language) != 0; });
-}
-
 FontData loadKeyFace(const std::string& faceName) {
     const std::string path = "/USB HD/VELD/ORBUI/data/fonts/" + faceName;
     FontData face;

@@ -6,10 +6,9 @@
 #include <sstream>
 #include <stdexcept>
 
-namespace {
+#include "support/languages.h"
 
-// The letters of each language's string table, by number.
-constexpr const char* LANGUAGES[] = {"en", "fr", "pt", "sp", "jp", "zh", "du"};
+namespace {
 
 std::string lower(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
@@ -51,20 +50,19 @@ std::vector<int32_t> parseLanguages(const std::string& text) {
     std::vector<int32_t> numbers;
     std::istringstream stream(text);
     for (std::string word; std::getline(stream, word, ',');) {
-        int32_t number = 0;
-        for (const char* const letters : LANGUAGES) {
-            if (lower(word) == letters || word == std::to_string(number))
-                numbers.push_back(number);
-            ++number;
-        }
-        if (numbers.empty() ||
-            (lower(word) != LANGUAGES[numbers.back()] && word != std::to_string(numbers.back()))) {
+        const auto isMeant = [&](const Language& language) {
+            return lower(word) == language.suffix || word == std::to_string(language.number);
+        };
+        const auto* const language =
+            std::find_if(std::begin(LANGUAGES), std::end(LANGUAGES), isMeant);
+        if (language == std::end(LANGUAGES)) {
             std::string all;
-            for (const char* const letters : LANGUAGES)
-                all += (all.empty() ? "" : ", ") + std::string(letters);
+            for (const Language& known : LANGUAGES)
+                all += (all.empty() ? "" : ", ") + std::string(known.suffix);
             throw std::runtime_error("\"" + word + "\" is no language; there are " + all +
                                      " or their numbers from 0 on");
         }
+        numbers.push_back(language->number);
     }
     if (numbers.empty())
         throw std::runtime_error("name at least one language");
