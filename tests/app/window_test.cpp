@@ -46,15 +46,4 @@ TEST_F(Window, TheHiddenSequenceQuitsOnceItIsWhole) {
     }
 }
 
-TEST_F(Window, ItsDestructionQuitsAndOtherMessagesDoNothing) {
-    EXPECT_EQ(mainWindowProc(nullptr, WM_DESTROY, 0, 0), 0);
-    EXPECT_EQ(quitMessages, 1);
-    mainWindowProc(nullptr, WM_KEYUP, VK_BACK, 0);
-    EXPECT_EQ(quitMessages, 1);
-}
-
-TEST_F(Window, BackspaceEndsTheProcess) {
-    EXPECT_EXIT(press(VK_BACK), ::testing::ExitedWithCode(0), "");
-}
-
 }  // namespace

@@ -22,10 +22,10 @@ void record(const char* function, const Arguments&... arguments) {
 }
 
 template <typename Number>
-std::string join(const Number* numbers, int count, const char* separator = " ") {
+std::string join(const Number* numbers, int count) {
     std::ostringstream text;
     for (int i = 0; i < count; ++i)
-        text << (i == 0 ? "" : separator) << numbers[i];
+        text << (i == 0 ? "" : " ") << numbers[i];
     return text.str();
 }
 
@@ -100,8 +100,6 @@ IGNORED(glTexParameteri, (GLenum, GLenum, GLint))
 #undef RECORDED
 #undef IGNORED
 
-// --- Shaders and programs ------------------------------------------------------------------------
-
 GLuint glCreateShader(GLenum type) {
     record("glCreateShader", type);
     gl().shaderTypes[++gl().names] = type;
@@ -151,8 +149,6 @@ void glUniformMatrix4fv(GLint location, GLsizei, GLboolean, const GLfloat* value
     gl().matrices[location].assign(value, value + 16);
 }
 
-// --- Textures ------------------------------------------------------------------------------------
-
 void glGenTextures(GLsizei count, GLuint* textures) {
     record("glGenTextures", count);
     for (GLsizei i = 0; i < count; ++i)
@@ -170,8 +166,6 @@ void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GL
     gl().texturePixels[gl().boundTexture].assign(
         bytes, bytes + static_cast<std::ptrdiff_t>(width) * height * (format == GL_RGB ? 3 : 1));
 }
-
-// --- Drawing -------------------------------------------------------------------------------------
 
 void glEnableVertexAttribArray(GLuint index) {
     gl().arrays[index].enabled = true;

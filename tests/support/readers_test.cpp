@@ -1,10 +1,9 @@
 // Whether the line reader takes a line end, Ctrl-Z or a missing file otherwise than the instrument
-// does, and whether a name changes between narrow and wide text.
+// does.
 
 #include <gtest/gtest.h>
 
 #include "support/line_reader.h"
-#include "support/text.h"
 #include "tests/helpers/device_folder.h"
 
 namespace {
@@ -54,18 +53,6 @@ TEST(LineReader, WhatIsNoFileIsNotOpen) {
         EXPECT_FALSE(reader.readLine(line));
         EXPECT_EQ(line, "");
     }
-}
-
-TEST(Text, IsConvertedCharacterByCharacter) {
-    std::string all;
-    for (int i = 0; i < 256; ++i)
-        all += static_cast<char>(i);
-    const WideString wide = widen(all);
-    ASSERT_EQ(wide.size(), all.size());
-    for (std::size_t i = 0; i < wide.size(); ++i)
-        EXPECT_EQ(wide[i], static_cast<WCHAR>(i));
-    EXPECT_EQ(narrow(wide), all);
-    EXPECT_EQ(narrow(TEXT("\x00FF\x0100\x012E\x012F\x015C\x65E5")), "\xFF?????");
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -108,21 +107,6 @@ TEST_F(Screen, AutoModeStartsByItselfAndTriesTheLaunchOnEveryFrame) {
     screen.tick();
     screen.tick();
     EXPECT_EQ(launches.size(), first + 2);
-}
-
-TEST_F(Screen, StopLaunchesInEveryStateAndLeavesAfterAFailedLaunch) {
-    const std::function<void()> states[] = {[] {}, [this] { toReady(); }, [this] { toUpdating(); }};
-    for (const auto& reach : states) {
-        EXPECT_EXIT(
-            {
-                reach();
-                screen.onKey(VK_END);
-                if (launches.size() != 1)
-                    std::exit(1);
-                screen.onKey(VK_END);
-            },
-            ::testing::ExitedWithCode(0), "");
-    }
 }
 
 TEST_F(Screen, AnyKeyRestartsAfterAFailedUpdateAndTheNextOneLeaves) {
