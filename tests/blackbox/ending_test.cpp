@@ -7,8 +7,8 @@
 #include <thread>
 #include <vector>
 
-#include "tests/blackbox/close_window.h"
-#include "tests/blackbox/updater_program.h"
+#include "tests/blackbox/virtual_display.h"
+#include "tests/helpers/device_folder.h"
 #include "tools/updatekey/child_process.h"
 
 namespace {
@@ -55,16 +55,16 @@ class Ending : public ::testing::Test {
 
     std::vector<pid_t> applications() const { return processesOf(device.root()); }
 
+    // Starts the program and waits until its window has been set up, when the log is there.
     void start(const char* argument = "") {
-        updater.emplace(device, display, argument,
-                        ChildProcess::Variables{{"UPDATER_SCREEN", "640x480"}});
-        ASSERT_TRUE(updater->waitForScreen());
+        updater.emplace(std::vector<std::string>{UPDATER_PROGRAM, argument}, onTheDisplay);
+        ASSERT_TRUE(waitUntil([this] { return !log().empty(); }));
     }
 
     // Whether the program ends by these keys, with the exit code 0.
     bool endsBy(const std::string& keys) {
-        return display.pressUntil(keys, [this] { return !updater->process().isRunning(); }) &&
-               updater->process().waitForEnd() == 0;
+        return display.pressUntil(keys, [this] { return !updater->isRunning(); }) &&
+               updater->waitForEnd() == 0;
     }
     bool updatesBy(const std::string& keys) const {
         return display.pressUntil(keys, [this] { return device.exists("FlashDisk/VELD/Update"); });
@@ -72,7 +72,10 @@ class Ending : public ::testing::Test {
 
     DeviceFolder device;
     VirtualDisplay display;
-    std::optional<UpdaterProgram> updater;
+    const ChildProcess::Variables onTheDisplay = {{"UPDATER_DEVICE", device.root()},
+                                                  {"UPDATER_SCREEN", "640x480"},
+                                                  {"DISPLAY", display.name()}};
+    std::optional<ChildProcess> updater;
 };
 
 TEST_F(Ending, ServiceKeysAndSignalsLeaveWithoutStartingAnything) {
@@ -87,11 +90,11 @@ TEST_F(Ending, ServiceKeysAndSignalsLeaveWithoutStartingAnything) {
         SCOPED_TRACE(keys);
         start();
         if (keys == std::string("SIGTERM"))
-            ::kill(updater->process().id(), SIGTERM);
+            ::kill(updater->id(), SIGTERM);
         else
             EXPECT_TRUE(endsBy(keys));
-        EXPECT_EQ(updater->process().waitForEnd(), 0);
-        EXPECT_EQ(updater->process().output(), printed);
+        EXPECT_EQ(updater->waitForEnd(), 0);
+        EXPECT_EQ(updater->output(), printed);
         EXPECT_TRUE(applications().empty());
         std::filesystem::remove(device.root() / "FlashDisk/VELD/Updater-log.txt");
     }
@@ -99,11 +102,9 @@ TEST_F(Ending, ServiceKeysAndSignalsLeaveWithoutStartingAnything) {
 
 TEST_F(Ending, TheCloseButtonLeavesByTheCallsOfStartAndEnd) {
     ChildProcess application({device.root() / "FlashDisk/VELD/KSTRL/KSTRL.exe"});
-    ChildProcess traced({TRACED_PROGRAM}, {{"DISPLAY", display.name()},
-                                           {"UPDATER_DEVICE", device.root().string()},
-                                           {"UPDATER_SCREEN", "640x480"}});
+    ChildProcess traced({TRACED_PROGRAM}, onTheDisplay);
     ASSERT_TRUE(waitUntil([&] { return !log().empty() || !traced.isRunning(); }));
-    EXPECT_EQ(askWindowToClose(display.name()), "640x480");
+    EXPECT_EQ(display.closeWindow(), "640x480");
     EXPECT_EQ(traced.waitForEnd(), 0);
     EXPECT_EQ(traced.output(),
               "OpenProcess 2035711 0\n"
@@ -157,7 +158,7 @@ TEST_F(Ending, ByItselfComesOnceEachPartOfAKeyIsThere) {
     device.makeFolder("USB HD/VELD/KSTRL");
     device.write("USB HD/VELD/ORBUI/data/bg.raw", "picture 2");
     std::this_thread::sleep_for(std::chrono::milliseconds(400));
-    EXPECT_TRUE(updater->process().isRunning());
+    EXPECT_TRUE(updater->isRunning());
     EXPECT_FALSE(device.exists("FlashDisk/VELD/Update"));
     device.write("version.txt", "2");
     std::filesystem::rename(device.root() / "version.txt",
@@ -165,7 +166,7 @@ TEST_F(Ending, ByItselfComesOnceEachPartOfAKeyIsThere) {
     EXPECT_TRUE(waitUntil([this] { return installedVersion() == "2"; }));
 
     // The key has no application to start: STOP leaves without.
-    EXPECT_TRUE(updater->process().isRunning());
+    EXPECT_TRUE(updater->isRunning());
     EXPECT_TRUE(endsBy("End"));
     EXPECT_TRUE(applications().empty());
 }
@@ -180,10 +181,9 @@ TEST_F(Ending, ComesToTheRunningApplicationsFirst) {
     ChildProcess otherCase({folder / "kstrl.exe"});
     ChildProcess onTheHost({STANDIN_PROGRAM});
 
-    updater.emplace(device, display, "");
+    start();
     EXPECT_TRUE(
         waitUntil([&] { return !first.isRunning() && !second.isRunning() && !third.isRunning(); }));
-    ASSERT_TRUE(updater->waitForScreen());
     EXPECT_TRUE(otherCase.isRunning());
     EXPECT_TRUE(onTheHost.isRunning());
 }
@@ -204,9 +204,11 @@ TEST_F(Ending, AStreamThatNobodyReadsAndALimitOfTheHostEndNoUpdate) {
 }
 
 TEST_F(Ending, WithoutAConfigForWindowsThereIsNoContext) {
-    UpdaterProgram surfaceless(device, display, "/auto", {{"EGL_PLATFORM", "surfaceless"}});
-    EXPECT_EQ(surfaceless.process().waitForEnd(), 1);
-    EXPECT_EQ(surfaceless.process().output(), "No matching EGL configs found!\n");
+    ChildProcess::Variables variables = onTheDisplay;
+    variables["EGL_PLATFORM"] = "surfaceless";
+    ChildProcess surfaceless({UPDATER_PROGRAM, "/auto"}, variables);
+    EXPECT_EQ(surfaceless.waitForEnd(), 1);
+    EXPECT_EQ(surfaceless.output(), "No matching EGL configs found!\n");
 }
 
 TEST_F(Ending, WrongVariablesAndHelpAreAnsweredClearly) {
