@@ -122,12 +122,19 @@ TEST_F(ProcessesPosix, ProcessesOfTheHostAreOutOfReach) {
             return fs::read_symlink("/proc/" + std::to_string(visitor.id()) + "/cwd", gone) ==
                    folder;
         }));
+        // It sees other mounts. Where that is not allowed, it ends at once.
+        fs::copy_file("/bin/sleep", folder + "/apart");
+        ChildProcess apart({"unshare", "-rm", folder + "/apart", "1000"});
+        EXPECT_TRUE(waitUntil([&] {
+            return !apart.isRunning() ||
+                   host::readFile("/proc/" + std::to_string(apart.id()) + "/comm") == "apart\n";
+        }));
         for (const DWORD id : {idOf(sameName), idOf(givenAPath), idOf(namesake), idOf(visitor),
                                static_cast<DWORD>(::getpid()), DWORD{1}}) {
             EXPECT_EQ(OpenProcess(PROCESS_ALL_ACCESS, FALSE, id), nullptr);
             EXPECT_EQ(GetLastError(), DWORD{5});
         }
-        for (const char* const name : {"KSTRL.exe", "follow", "tail"})
+        for (const char* const name : {"KSTRL.exe", "follow", "tail", "apart"})
             EXPECT_TRUE(processesNamed(name).empty()) << name;
     }
 }
