@@ -111,7 +111,7 @@ TEST_F(ProcessesPosix, ProcessesOfTheHostAreOutOfReach) {
     device.write("FlashDisk/VELD/KSTRL/follow");
     {
         const ChildProcess sameName({elsewhere / "KSTRL.exe", "1000"});
-        const ChildProcess givenAPath({"/bin/tail", "-c0", "-f", host()});
+        const ChildProcess givenAPath({"/bin/tail", host(), "-f"});
         // Named by the kernel like the file that it was given.
         const ChildProcess namesake({"bash", "-c", "exec -a tool $0 -f $1", elsewhere / "follow",
                                      host("FlashDisk/VELD/KSTRL/follow")});
