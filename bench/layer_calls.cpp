@@ -12,6 +12,7 @@
 
 #include "bench/bench_device.h"
 #include "platform/posix/device.h"
+#include "platform/posix/place.h"
 #include "platform/win32.h"
 #include "support/file_util.h"
 
@@ -39,13 +40,14 @@ void resolveOnText(benchmark::State& state) {
 }
 BENCHMARK(resolveOnText);
 
-void resolve(benchmark::State& state) {
+void locate(benchmark::State& state) {
     device();
-    std::string host;
-    for (auto _ : state)
-        benchmark::DoNotOptimize(host::resolve(DEVICE_FILE, host));
+    for (auto _ : state) {
+        host::Place place;
+        benchmark::DoNotOptimize(host::locate(DEVICE_FILE, place));
+    }
 }
-BENCHMARK(resolve);
+BENCHMARK(locate);
 
 void hostStatus(benchmark::State& state) {
     struct stat status {};

@@ -3,17 +3,22 @@
 
 #include <unistd.h>
 
+#include <utility>
+
 namespace host {
 
 class Descriptor {
   public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (number_ >= 0)
-            ::close(number_);
+    explicit Descriptor(int number = -1) : number_(number) {}
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(number_, other.number_);
+        return *this;
     }
+    ~Descriptor() { close(); }
+
+    // Returns false, and sets errno, when the file system tells only now what went wrong before.
+    bool close() { return number_ < 0 || ::close(std::exchange(number_, -1)) == 0; }
     bool isOpen() const { return number_ >= 0; }
     int number() const { return number_; }
 

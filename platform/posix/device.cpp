@@ -1,13 +1,6 @@
 #include "platform/posix/device.h"
 
-#include <fcntl.h>
-#include <linux/openat2.h>
-#include <sys/stat.h>
-#include <sys/syscall.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
 
 #include "platform/posix/clock.h"
@@ -23,34 +16,32 @@ std::string& root() {
     return folder;
 }
 
-constexpr std::u16string_view FORBIDDEN = u"<>:\"|?*";
-
-bool isForbidden(char16_t character) {
-    return character < 0x20 || FORBIDDEN.find(character) != std::u16string_view::npos;
+constexpr bool isForbidden(char16_t character) {
+    switch (character) {
+        case u'"':
+        case u'*':
+        case u':':
+        case u'<':
+        case u'>':
+        case u'?':
+        case u'|':
+            return true;
+        default:
+            return character < 0x20;
+    }
 }
 
 bool isRelative(std::u16string_view path) {
     return path.find_first_of(host::SEPARATORS) != 0;
 }
 
-// Whether a folder below the drive of `path` is a link. Paths outside the device folder are the
-// host's own, and may.
-bool leadsThroughLink(std::string path) {
-    const std::string& device = deviceRoot();
-    if (path.compare(0, device.size(), device) != 0 || path.size() <= device.size() + 1)
-        return false;
-    const std::size_t drive = path.find('/', device.size() + 1);
-    if (drive == std::string::npos)
-        return false;
-    for (std::size_t end = path.find('/', drive + 1); end != std::string::npos;
-         end = path.find('/', end + 1)) {
-        struct stat status {};
-        path[end] = '\0';
-        if (::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode))
-            return true;
-        path[end] = '/';
-    }
-    return false;
+// What the system drops at the end of a name: all dots and blanks at the end of a path, and a
+// single dot before a separator.
+std::u16string_view withoutEnd(std::u16string_view name, bool isLast) {
+    if (isLast)
+        return name.substr(0, name.find_last_not_of(u". ") + 1);
+    const bool singleDot = name.size() > 1 && name.back() == u'.' && name[name.size() - 2] != u'.';
+    return name.substr(0, name.size() - (singleDot ? 1 : 0));
 }
 
 }  // namespace
@@ -66,6 +57,11 @@ void setDeviceRoot(const std::string& folder) {
 
 namespace host {
 
+bool endsInSeparator(LPCWSTR path) {
+    const std::u16string_view text(path);
+    return !text.empty() && (text.back() == u'/' || text.back() == u'\\');
+}
+
 std::string resolveOnText(LPCWSTR path) {
     const std::u16string_view text(path);
     static const std::string currentFolder = ".";
@@ -79,9 +75,10 @@ std::string resolveOnText(LPCWSTR path) {
         if (part == u"..") {
             if (host.size() > base.size())
                 host.erase(host.rfind('/'));
-        } else if (!part.empty() && part != u".") {
+        } else if (const auto name = withoutEnd(part, end == text.size());
+                   !name.empty() && name != u".") {
             host += '/';
-            appendUtf8(host, part);
+            appendUtf8(host, name);
         }
         start = end + 1;
     }
@@ -92,33 +89,10 @@ DWORD resolveName(LPCWSTR path, std::string& host) {
     const std::u16string_view text(path);
     if (text.empty() || text.size() >= MAX_PATH)
         return ERROR_PATH_NOT_FOUND;
-    if (std::any_of(text.begin(), text.end(), isForbidden))
+    if (std::any_of(text.begin(), text.end(), [](char16_t c) { return isForbidden(c); }))
         return ERROR_INVALID_NAME;
     host = resolveOnText(path);
     return ERROR_SUCCESS;
-}
-
-DWORD resolve(LPCWSTR path, std::string& host) {
-    if (const DWORD error = resolveName(path, host))
-        return error;
-    return leadsThroughLink(host) ? ERROR_ACCESS_DENIED : ERROR_SUCCESS;
-}
-
-int openResolved(const std::string& host, int flags, mode_t mode) {
-    open_how how{};
-    how.flags = static_cast<uint64_t>(flags | O_NOFOLLOW | O_CLOEXEC);
-    how.mode = (flags & O_CREAT) != 0 ? mode : 0;
-    how.resolve = RESOLVE_NO_SYMLINKS;
-    const long file = ::syscall(SYS_openat2, AT_FDCWD, host.c_str(), &how, sizeof how);
-    // A link may stand above the drives, where it is no harm; and not every kernel has the call, or
-    // allows it.
-    if (file >= 0 || (errno != ELOOP && errno != ENOSYS && errno != EPERM))
-        return static_cast<int>(file);
-    if (leadsThroughLink(host)) {
-        errno = ELOOP;
-        return -1;
-    }
-    return ::open(host.c_str(), flags | O_NOFOLLOW | O_CLOEXEC, mode);
 }
 
 }  // namespace host

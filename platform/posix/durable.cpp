@@ -10,10 +10,8 @@
 namespace host {
 namespace {
 
-bool flush(const std::string& path, int (*call)(int)) {
-    const std::size_t end = path.rfind('/');
-    const std::string folder = end == std::string::npos ? "." : path.substr(0, end + 1);
-    const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+bool flush(int at, const char* folder, int (*call)(int)) {
+    const Descriptor opened(::openat(at, folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     // EINVAL: a file system on which a folder has nothing to flush.
     return opened.isOpen() && (call(opened.number()) == 0 || errno == EINVAL);
 }
@@ -21,12 +19,18 @@ bool flush(const std::string& path, int (*call)(int)) {
 }  // namespace
 
 // One call for all files: a flush of each would wait for the disk as many times.
-bool flushDiskOf(const std::string& path) {
-    return flush(path, ::syncfs);
+bool flushDisk(int folder) {
+    return flush(folder, ".", ::syncfs);
+}
+
+bool flushFolder(int folder) {
+    return flush(folder, ".", ::fsync);
 }
 
 bool flushFolderOf(const std::string& path) {
-    return flush(path, ::fsync);
+    const std::size_t end = path.rfind('/');
+    return flush(AT_FDCWD, end == std::string::npos ? "." : path.substr(0, end + 1).c_str(),
+                 ::fsync);
 }
 
 }  // namespace host

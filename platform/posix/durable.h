@@ -10,11 +10,12 @@
 
 namespace host {
 
-// Brings everything on the file system of `path` to its disk, contents included. Returns false, and
-// sets errno, when the disk does not take it.
-bool flushDiskOf(const std::string& path);
+// Brings everything on the file system of an opened folder to its disk, contents included. Returns
+// false, and sets errno, when the disk does not take it.
+bool flushDisk(int folder);
 
-// Brings the names in the folder in which `path` stands to the disk. The same result.
+// Brings the names in the folder to the disk, or in that in which `path` stands. The same result.
+bool flushFolder(int folder);
 bool flushFolderOf(const std::string& path);
 
 }  // namespace host

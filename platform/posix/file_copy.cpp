@@ -5,16 +5,22 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <limits>
 
 #include "platform/posix/call_hook.h"
-#include "platform/posix/descriptor.h"
 #include "platform/posix/device.h"
+#include "platform/posix/file_copy.h"
 #include "platform/posix/file_status.h"
 #include "platform/posix/last_error.h"
+#include "platform/posix/place.h"
+#include "platform/posix/proc_files.h"
 
 using host::Descriptor;
 using host::fail;
+using host::FileIdentity;
+using host::Place;
 using host::windowsError;
 
 namespace {
@@ -32,32 +38,35 @@ bool writeAll(int to, const char* data, std::size_t size) {
     return true;
 }
 
-bool copyThroughMemory(int from, int to) {
+bool copyThroughMemory(int from, int to, off_t size) {
     char buffer[std::size_t{1} << 16];
-    for (;;) {
-        const ssize_t got = ::read(from, buffer, sizeof buffer);
+    for (off_t left = size; left > 0;) {
+        const off_t piece = std::min(left, static_cast<off_t>(sizeof buffer));
+        const ssize_t got = ::read(from, buffer, static_cast<std::size_t>(piece));
         if (got < 0 && errno == EINTR)
             continue;
         if (got <= 0)
             return got == 0;
         if (!writeAll(to, buffer, static_cast<std::size_t>(got)))
             return false;
+        left -= got;
     }
+    return true;
 }
 
-// Copies `size` bytes from where both files stand.
+// Copies `size` bytes from where both files stand, or as many as there are.
 bool copyPiece(int from, int to, off_t size) {
-    for (off_t done = 0; done < size;) {
-        const auto left = static_cast<std::size_t>(size - done);
-        const ssize_t copied = ::copy_file_range(from, nullptr, to, nullptr, left, 0);
+    for (off_t left = size; left > 0;) {
+        const ssize_t copied =
+            ::copy_file_range(from, nullptr, to, nullptr, static_cast<std::size_t>(left), 0);
         if (copied > 0)
-            done += copied;
+            left -= copied;
         if (copied > 0 || (copied < 0 && errno == EINTR))
             continue;
         // A pair of file systems for which the kernel does not do it.
         const bool refused = copied < 0 && (errno == EXDEV || errno == EINVAL || errno == ENOSYS ||
                                             errno == EOPNOTSUPP);
-        return (copied == 0 || refused) && copyThroughMemory(from, to);
+        return (copied == 0 || refused) && copyThroughMemory(from, to, left);
     }
     return true;
 }
@@ -66,13 +75,13 @@ bool copyPiece(int from, int to, off_t size) {
 bool copySparse(int from, int to, off_t size) {
     for (off_t at = 0; at < size;) {
         const off_t data = ::lseek(from, at, SEEK_DATA);
-        if (data < 0)
+        if (data < 0 && errno == ENXIO)  // a hole up to the end
             break;
-        const off_t hole = ::lseek(from, data, SEEK_HOLE);
-        at = hole > data ? hole : size;
-        if (::lseek(from, data, SEEK_SET) < 0 || ::lseek(to, data, SEEK_SET) < 0 ||
-            !copyPiece(from, to, at - data))
+        const off_t hole = data < 0 ? -1 : ::lseek(from, data, SEEK_HOLE);
+        if (hole < 0 || ::lseek(from, data, SEEK_SET) < 0 || ::lseek(to, data, SEEK_SET) < 0 ||
+            !copyPiece(from, to, hole - data))
             return false;
+        at = hole;
     }
     return ::ftruncate(to, size) == 0;
 }
@@ -80,25 +89,40 @@ bool copySparse(int from, int to, off_t size) {
 bool copyContent(int from, int to, const struct stat& status) {
     // A file whose size the kernel does not tell has more in it than that.
     if (status.st_size == 0)
-        return copyThroughMemory(from, to);
+        return copyThroughMemory(from, to, std::numeric_limits<off_t>::max());
     constexpr off_t BLOCK_SIZE = 512;
     const bool sparse = status.st_blocks * BLOCK_SIZE < status.st_size;
-    const bool seekable = sparse && ::lseek(from, 0, SEEK_DATA) >= 0;
-    return (seekable || (sparse && errno == ENXIO)) ? copySparse(from, to, status.st_size)
-                                                    : copyPiece(from, to, status.st_size);
+    // A file system need not tell where its holes are.
+    const bool seekable = sparse && (::lseek(from, 0, SEEK_DATA) >= 0 || errno != EINVAL);
+    return seekable ? copySparse(from, to, status.st_size) : copyPiece(from, to, status.st_size);
 }
 
 // What there is at the destination must be an ordinary file that may be replaced.
-DWORD refusal(const struct stat& source, const struct stat& present, BOOL failIfExists) {
-    if (failIfExists)
-        return ERROR_FILE_EXISTS;
+DWORD refusal(const struct stat& source, const struct stat& present) {
     if (!S_ISREG(present.st_mode) || host::isReadOnly(present))
         return ERROR_ACCESS_DENIED;
-    const bool same = source.st_dev == present.st_dev && source.st_ino == present.st_ino;
-    return same ? ERROR_SHARING_VIOLATION : ERROR_SUCCESS;
+    return FileIdentity(source) == FileIdentity(present) ? ERROR_SHARING_VIOLATION : ERROR_SUCCESS;
+}
+
+// Removes what was made of a copy that failed.
+void removeUnfinished(LPCWSTR path) {
+    Place place;
+    if (host::locate(path, place) == ERROR_SUCCESS)
+        ::unlinkat(place.folder.number(), place.name.c_str(), 0);
 }
 
 }  // namespace
+
+bool host::copyFile(int from, const struct stat& source, Descriptor& to, bool replaces) {
+    if (!copyContent(from, to.number(), source))
+        return false;
+    // As far as the file system has modes and times: a copy to a memory stick is none the worse.
+    const timespec times[2] = {source.st_atim, source.st_mtim};
+    if (replaces || isReadOnly(source))
+        ::fchmod(to.number(), source.st_mode & 0777);
+    ::futimens(to.number(), times);
+    return to.close();
+}
 
 BOOL CopyFileW(LPCWSTR source, LPCWSTR destination, BOOL failIfExists) {
     if (host::refusedByHook("CopyFileW", source, destination, failIfExists))
@@ -110,6 +134,9 @@ BOOL CopyFileW(LPCWSTR source, LPCWSTR destination, BOOL failIfExists) {
     if (const DWORD error = host::resolveName(destination, to))
         return fail(error);
 
+    if (host::endsInSeparator(source) || host::endsInSeparator(destination))
+        return fail(ERROR_INVALID_NAME);
+
     const Descriptor input(host::openResolved(from, O_RDONLY | O_NONBLOCK));
     struct stat status {};
     if (!input.isOpen() || ::fstat(input.number(), &status) != 0)
@@ -117,32 +144,26 @@ BOOL CopyFileW(LPCWSTR source, LPCWSTR destination, BOOL failIfExists) {
     if (!S_ISREG(status.st_mode))
         return fail(ERROR_ACCESS_DENIED);
 
-    constexpr int flags = O_WRONLY | O_CREAT | O_NONBLOCK;
+    constexpr int flags = O_WRONLY | O_NONBLOCK;
     // Writable until its content is complete, so that a copy that is killed can be made again.
-    const mode_t mode = status.st_mode & 0777;
-    int file = host::openResolved(to, flags | O_EXCL, mode | S_IWUSR);
-    const bool replaces = file < 0 && errno == EEXIST;
-    if (replaces) {
-        struct stat present {};
-        if (::lstat(to.c_str(), &present) == 0) {
-            if (const DWORD error = refusal(status, present, failIfExists))
-                return fail(error);
-        }
-        file = host::openResolved(to, flags | O_TRUNC, mode | S_IWUSR);
-    }
-    const Descriptor output(file);
+    const mode_t mode = (status.st_mode & 0777) | S_IWUSR;
+    Descriptor output(host::openResolved(to, flags | O_CREAT | O_EXCL, mode));
+    const bool replaces = !output.isOpen() && errno == EEXIST;
+    if (replaces && failIfExists)
+        return fail(ERROR_FILE_EXISTS);
+    if (replaces)
+        output = Descriptor(host::openResolved(to, flags));
     if (!output.isOpen())
-        return fail(errno == ENOENT ? ERROR_PATH_NOT_FOUND : windowsError(errno, to));
-
-    if (!copyContent(input.number(), output.number(), status)) {
-        const DWORD error = windowsError(errno, to);
-        ::unlink(to.c_str());
+        return fail(errno == ENOENT ? ERROR_PATH_NOT_FOUND : windowsError(errno));
+    struct stat present {};
+    if (replaces && ::fstat(output.number(), &present) != 0)
+        return fail(windowsError(errno));
+    if (const DWORD error = replaces ? refusal(status, present) : ERROR_SUCCESS)
         return fail(error);
-    }
-    // As far as the file system has modes and times: a copy to a memory stick is none the worse.
-    const timespec times[2] = {status.st_atim, status.st_mtim};
-    if (replaces || host::isReadOnly(status))
-        ::fchmod(output.number(), mode);
-    ::futimens(output.number(), times);
-    return TRUE;
+    if ((!replaces || ::ftruncate(output.number(), 0) == 0) &&
+        host::copyFile(input.number(), status, output, replaces))
+        return TRUE;
+    const DWORD error = windowsError(errno);
+    removeUnfinished(destination);
+    return fail(error);
 }

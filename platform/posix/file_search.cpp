@@ -3,14 +3,12 @@
 // and "..", so that a run repeats. What is neither a file nor a folder nor a link is not listed,
 // nor is a name with a backslash in it: taken as a path, it would lead somewhere else.
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <string_view>
 #include <vector>
 
 #include "platform/posix/call_hook.h"
@@ -18,6 +16,7 @@
 #include "platform/posix/device.h"
 #include "platform/posix/file_status.h"
 #include "platform/posix/last_error.h"
+#include "platform/posix/place.h"
 #include "platform/posix/utf.h"
 
 using host::fail;
@@ -26,28 +25,34 @@ using host::refusedByHook;
 namespace {
 
 struct Search {
-    int folder = -1;
+    host::Descriptor folder;
     std::vector<std::string> names;
     std::size_t next = 0;
 };
 
-void readNames(DIR* folder, std::vector<std::string>& names) {
-    while (const dirent* entry = ::readdir(folder)) {
-        const std::string_view name = entry->d_name;
-        if (name != "." && name != ".." && name.find('\\') == std::string_view::npos)
-            names.emplace_back(name);
-    }
-    std::sort(names.begin(), names.end());
-    names.insert(names.begin(), {".", ".."});
+void findAll(Search& search) {
+    search.names = {".", ".."};
+    host::readNames(search.folder.number(), search.names);
+    const auto isNoName = [](const std::string& name) {
+        return name.find('\\') != std::string::npos;
+    };
+    search.names.erase(std::remove_if(search.names.begin(), search.names.end(), isNoName),
+                       search.names.end());
+}
+
+void findOne(Search& search, std::string name) {
+    const int folder = search.folder.number();
+    const bool isThere = ::faccessat(folder, name.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0;
+    if (isThere || host::findOtherCase(folder, name))
+        search.names.push_back(name);
 }
 
 DWORD openError(const std::string& path) {
     const int error = errno;
-    struct stat status {};
     // What is there but no folder, or nothing on the way to it.
-    if (error == ENOTDIR && ::lstat(path.c_str(), &status) == 0)
+    if (error == ENOTDIR && host::Descriptor(host::openResolved(path, O_PATH)).isOpen())
         return ERROR_DIRECTORY;
-    return error == ENOENT ? ERROR_PATH_NOT_FOUND : host::windowsError(error, path);
+    return error == ENOENT ? ERROR_PATH_NOT_FOUND : host::windowsError(error);
 }
 
 // Opens the folder that is searched and collects the names to be found.
@@ -59,23 +64,21 @@ DWORD start(std::u16string pattern, Search& search) {
     if (isWild)
         std::fill(pattern.begin() + static_cast<std::ptrdiff_t>(lastPart), pattern.end(), u'_');
     std::string host;
-    if (const DWORD error = host::resolve(pattern.c_str(), host))
+    if (const DWORD error = host::resolveName(pattern.c_str(), host))
         return error;
     // A folder is found by its name, with no separator behind it; the root has none.
     if (!isWild && (last.empty() || host == deviceRoot()))
         return ERROR_FILE_NOT_FOUND;
     const std::size_t slash = host.rfind('/');
     const std::string path = host.substr(0, slash);
-    DIR* folder = ::opendir(path.c_str());
-    if (folder == nullptr)
+    search.folder = host::Descriptor(host::openResolved(path, O_PATH | O_DIRECTORY));
+    if (!search.folder.isOpen())
         return openError(path);
     if (last == u"*")
-        readNames(folder, search.names);
+        findAll(search);
     else if (!isWild)
-        search.names.push_back(host.substr(slash + 1));
-    search.folder = ::fcntl(::dirfd(folder), F_DUPFD_CLOEXEC, 0);
-    ::closedir(folder);
-    return search.folder < 0 ? ERROR_TOO_MANY_OPEN_FILES : ERROR_SUCCESS;
+        findOne(search, host.substr(slash + 1));
+    return ERROR_SUCCESS;
 }
 
 FILETIME fileTime(const struct statx_timestamp& time) {
@@ -84,8 +87,8 @@ FILETIME fileTime(const struct statx_timestamp& time) {
 
 bool fill(const Search& search, const std::string& name, WIN32_FIND_DATAW& found) {
     struct statx status {};
-    if (::statx(search.folder, name.c_str(), AT_SYMLINK_NOFOLLOW, STATX_BASIC_STATS | STATX_BTIME,
-                &status) != 0)
+    if (::statx(search.folder.number(), name.c_str(), AT_SYMLINK_NOFOLLOW,
+                STATX_BASIC_STATS | STATX_BTIME, &status) != 0)
         return false;
     if (!S_ISREG(status.stx_mode) && !S_ISDIR(status.stx_mode) && !S_ISLNK(status.stx_mode))
         return false;
@@ -116,12 +119,6 @@ bool advance(Search& search, WIN32_FIND_DATAW& found) {
     return false;
 }
 
-void end(Search* search) {
-    if (search->folder >= 0)
-        ::close(search->folder);
-    delete search;
-}
-
 }  // namespace
 
 HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* found) {
@@ -133,7 +130,7 @@ HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* found) {
         error = ERROR_FILE_NOT_FOUND;
     if (error == ERROR_SUCCESS)
         return search;
-    end(search);
+    delete search;
     fail(error);
     return INVALID_HANDLE_VALUE;
 }
@@ -149,6 +146,6 @@ BOOL FindClose(HANDLE handle) {
     const bool refused = refusedByHook("FindClose");
     if (handle == nullptr || handle == INVALID_HANDLE_VALUE)
         return fail(ERROR_INVALID_HANDLE);
-    end(static_cast<Search*>(handle));
+    delete static_cast<Search*>(handle);
     return refused ? FALSE : TRUE;
 }

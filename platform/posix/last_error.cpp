@@ -1,17 +1,14 @@
 #include "platform/posix/last_error.h"
 
-#include <sys/stat.h>
+#include <fcntl.h>
 
 #include <cerrno>
+
+#include "platform/posix/place.h"
 
 namespace {
 
 thread_local DWORD lastError = ERROR_SUCCESS;
-
-bool isFolder(const std::string& path) {
-    struct stat status {};
-    return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
 
 }  // namespace
 
@@ -30,11 +27,10 @@ BOOL fail(DWORD error) {
     return FALSE;
 }
 
-DWORD windowsError(int error, const std::string& hostPath) {
+DWORD windowsError(int error) {
     switch (error) {
         case ENOENT:
-            return isFolder(hostPath.substr(0, hostPath.rfind('/'))) ? ERROR_FILE_NOT_FOUND
-                                                                     : ERROR_PATH_NOT_FOUND;
+            return ERROR_FILE_NOT_FOUND;
         case ENOTDIR:
         case ENAMETOOLONG:
             return ERROR_PATH_NOT_FOUND;
@@ -45,6 +41,7 @@ DWORD windowsError(int error, const std::string& hostPath) {
         case EPERM:
         case EISDIR:
         case ELOOP:
+        case ENXIO:
             return ERROR_ACCESS_DENIED;
         case ENOMEM:
             return ERROR_NOT_ENOUGH_MEMORY;
@@ -72,6 +69,14 @@ DWORD windowsError(int error, const std::string& hostPath) {
         default:
             return ERROR_GEN_FAILURE;
     }
+}
+
+DWORD windowsError(int error, const std::string& hostPath) {
+    const auto hasFolder = [&] {
+        const std::string folder = hostPath.substr(0, hostPath.rfind('/'));
+        return Descriptor(openResolved(folder, O_PATH | O_DIRECTORY)).isOpen();
+    };
+    return error == ENOENT && !hasFolder() ? ERROR_PATH_NOT_FOUND : windowsError(error);
 }
 
 }  // namespace host

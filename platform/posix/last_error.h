@@ -10,8 +10,11 @@ namespace host {
 // Sets the last error and returns FALSE, for the end of a failing call.
 BOOL fail(DWORD error);
 
-// The Windows number for `error`, an errno. For what was not found it depends on where: the folder
-// of `hostPath` being there gives 2, otherwise 3.
+// The Windows number for `error`, an errno.
+DWORD windowsError(int error);
+
+// The same where it depends on what was not found: 2 if the folder of `hostPath` is there, 3 if
+// not.
 DWORD windowsError(int error, const std::string& hostPath);
 
 }  // namespace host

@@ -9,12 +9,13 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <climits>
 #include <string>
 
 #include "platform/posix/call_hook.h"
 #include "platform/posix/device.h"
 #include "platform/posix/last_error.h"
+#include "platform/posix/place.h"
+#include "platform/posix/proc_files.h"
 #include "platform/posix/signals.h"
 
 using host::fail;
@@ -76,17 +77,16 @@ BOOL CreateProcessW(LPCWSTR application, LPWSTR, SECURITY_ATTRIBUTES*, SECURITY_
     if (host::refusedByHook("CreateProcessW", application))
         return FALSE;
     std::string path;
-    if (const DWORD error = host::resolve(application, path))
+    if (const DWORD error = host::resolveName(application, path))
         return fail(error);
+    const host::Descriptor program(host::openResolved(path, O_PATH));
     struct stat status {};
-    if (::lstat(path.c_str(), &status) != 0)
+    if (!program.isOpen() || ::fstat(program.number(), &status) != 0)
         return fail(host::windowsError(errno, path));
     if (!S_ISREG(status.st_mode))
         return fail(ERROR_ACCESS_DENIED);
-    char absolute[PATH_MAX];
-    if (::realpath(path.c_str(), absolute) == nullptr)
-        return fail(host::windowsError(errno, path));
-    if (const int error = startDetached(absolute))
+    const std::string opened = "/proc/self/fd/" + std::to_string(program.number());
+    if (const int error = startDetached(host::readLink(opened)))
         return fail(host::windowsError(error, path));
     return TRUE;
 }

@@ -1,5 +1,6 @@
 #include "platform/posix/utf.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -51,6 +52,12 @@ void appendPoint(std::string& text, uint32_t point) {
     }
 }
 
+char16_t lowerLatin1(char16_t c) {
+    const bool ascii = c >= u'A' && c <= u'Z';
+    const bool accented = c >= 0xC0 && c <= 0xDE && c != 0xD7;
+    return ascii || accented ? static_cast<char16_t>(c + 0x20) : c;
+}
+
 }  // namespace
 
 std::u16string toUtf16(std::string_view utf8) {
@@ -91,6 +98,12 @@ void appendUtf8(std::string& text, std::u16string_view utf16) {
         else
             appendPoint(text, unit);
     }
+}
+
+std::string foldCase(const std::string& utf8) {
+    std::u16string wide = toUtf16(utf8);
+    std::transform(wide.begin(), wide.end(), wide.begin(), lowerLatin1);
+    return toUtf8(wide);
 }
 
 }  // namespace host

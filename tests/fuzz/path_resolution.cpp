@@ -18,6 +18,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
         host.find("/../") != std::string::npos || host.find("//") != std::string::npos)
         std::abort();
     std::string resolved;
-    host::resolve(path.c_str(), resolved);
+    host::resolveName(path.c_str(), resolved);
     return 0;
 }

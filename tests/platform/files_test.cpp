@@ -76,6 +76,9 @@ TEST(Files, MakingFolders) {
         {"f=1", [] { return CreateDirectoryW(TEXT("/T/f/d"), nullptr); }, 3, nullptr},
         {"", [] { return CreateDirectoryW(TEXT(""), nullptr); }, 3, nullptr},
         {"", [] { return CreateDirectoryW(TEXT("/T/a?b"), nullptr); }, 123, nullptr},
+        {"", [] { return CreateDirectoryW(TEXT("/T/d. ."), nullptr); }, 0, "d/"},
+        {"dot/", [] { return CreateDirectoryW(TEXT("/T/dot."), nullptr); }, 183, nullptr},
+        {"D/", [] { return CreateDirectoryW(TEXT("/T/d./e"), nullptr); }, 0, "D/ D/e/"},
     });
 }
 
@@ -104,6 +107,10 @@ TEST(Files, Copy) {
         {"f=2 s=1", [] { return CopyFileW(S, TEXT("/T/f/d"), FALSE); }, 3, nullptr},
         {"s=1", [] { return CopyFileW(TEXT("/T/a?b"), D, FALSE); }, 123, nullptr},
         {"s=1", [] { return CopyFileW(S, TEXT("/T/a*b"), FALSE); }, 123, nullptr},
+        {"s=1", [] { return CopyFileW(TEXT("/T/s/"), D, FALSE); }, 123, nullptr},
+        {"s=1", [] { return CopyFileW(S, TEXT("/T/d\\"), FALSE); }, 123, nullptr},
+        {"F/ S=1", [] { return CopyFileW(TEXT("/t/s"), TEXT("/T/f/d"), FALSE); }, 0,
+         "F/ F/d=1 S=1"},
     });
 }
 
@@ -124,6 +131,9 @@ TEST(Files, Move) {
         {"s=1", [] { return MoveFileW(S, TEXT("/T/a/d")); }, 3, nullptr},
         {"s=1", [] { return MoveFileW(TEXT("/T/a?b"), D); }, 123, nullptr},
         {"s=1", [] { return MoveFileW(S, TEXT("/T/a|b")); }, 123, nullptr},
+        {"s=1", [] { return MoveFileW(TEXT("/T/s/"), D); }, 123, nullptr},
+        {"S/", [] { return MoveFileW(S, D); }, 0, "d/"},
+        {"D/ s/", [] { return MoveFileW(S, D); }, 183, nullptr},
     });
 }
 
@@ -137,6 +147,8 @@ TEST(Files, Delete) {
         {"", [] { return DeleteFileW(TEXT("/T/a/f")); }, 3, nullptr},
         {"f=1", [] { return DeleteFileW(TEXT("/T/f/x")); }, 3, nullptr},
         {"", [] { return DeleteFileW(TEXT("/T/a?b")); }, 123, nullptr},
+        {"f=1", [] { return DeleteFileW(TEXT("/T/f/")); }, 123, nullptr},
+        {"F=1", [] { return DeleteFileW(F); }, 0, ""},
         {"", [] { return DeleteFileW(TEXT("/T/gone/a\nb")); }, 123, nullptr},
     });
 }
@@ -152,6 +164,7 @@ TEST(Files, RemovingFolders) {
         {"", [] { return RemoveDirectoryW(D); }, 2, nullptr},
         {"", [] { return RemoveDirectoryW(TEXT("/T/a/d")); }, 3, nullptr},
         {"", [] { return RemoveDirectoryW(TEXT("/T/a?b\\")); }, 123, nullptr},
+        {"A/ A/D/", [] { return RemoveDirectoryW(TEXT("/T/a/d\\")); }, 0, "A/"},
     });
 }
 
@@ -164,6 +177,7 @@ TEST(Files, SetAttributes) {
         {"", [] { return SetFileAttributesW(F, 0xFFFFFFFE); }, 2, nullptr},
         {"", [] { return SetFileAttributesW(TEXT("/T/a/f"), 0x20); }, 3, nullptr},
         {"", [] { return SetFileAttributesW(TEXT("/T/a?b"), 0x20); }, 123, nullptr},
+        {"f=1", [] { return SetFileAttributesW(TEXT("/T/f/"), 0x20); }, 123, nullptr},
     });
 }
 
@@ -205,6 +219,8 @@ TEST(Files, Open) {
         {"", [] { return opens(TEXT("/T/a/f"), TEXT("w")); }, 3, nullptr},
         {"", [] { return opens(TEXT("/T/a?b"), TEXT("rb")); }, 123, nullptr},
         {"", [] { return opens(TEXT("/T/a<b"), TEXT("w")); }, 123, nullptr},
+        {"f=1", [] { return opens(TEXT("/T/f/"), TEXT("rb")); }, 123, nullptr},
+        {"F=1", [] { return opens(TEXT("/T/f"), TEXT("rb")); }, 0, nullptr},
     });
 }
 
@@ -255,6 +271,8 @@ TEST(Listing, YieldsNamesOrAnError) {
         {TEXT("/T/b/x"), 267, {}, true},
         {TEXT("/T/b/x/*"), 3, {}},
         {TEXT(""), 3, {}},
+        {TEXT("/t/D/*"), 18, {".", "..", "e"}},
+        {TEXT("/T/B"), 18, {"b"}},
         {TEXT("/T/a?c"), 2, {}},
         {TEXT("/T/gone/a?c"), 3, {}},
         {TEXT("/T/a?c/*"), 123, {}},

@@ -25,7 +25,10 @@ TEST(Paths, AreResolvedOnTheirTextAndStayInTheDevice) {
         {u"/./a/./b/.", root + "/a/b"},
         {u"\\..\\..\\a", root + "/a"},
         {u"/a/../../../b/..", root},
-        {u"/.a./..b", root + "/.a./..b"},
+        {u"/.a./..b", root + "/.a/..b"},
+        {u"/a.../b. .", root + "/a.../b"},
+        {u"/a/...", root + "/a"},
+        {u"/a/.. ", root + "/a"},
         {u"/\xE9\xDCE9", root + "/\xC3\xA9\xE9"},
         {u"log.txt", "./log.txt"},
         {u"a/../../log.txt", "./log.txt"},
@@ -33,16 +36,21 @@ TEST(Paths, AreResolvedOnTheirTextAndStayInTheDevice) {
     for (const Case& test : cases) {
         SCOPED_TRACE(host::toUtf8(test.path));
         std::string host;
-        EXPECT_EQ(host::resolve(test.path, host), DWORD{0});
+        EXPECT_EQ(host::resolveName(test.path, host), DWORD{0});
         EXPECT_EQ(host, test.host);
     }
     std::string host;
-    EXPECT_EQ(host::resolve(u"", host), DWORD{3});
-    EXPECT_EQ(host::resolve((u"/" + std::u16string(258, u'a')).c_str(), host), DWORD{0});
-    EXPECT_EQ(host::resolve((u"/" + std::u16string(259, u'a')).c_str(), host), DWORD{3});
+    EXPECT_EQ(host::resolveName(u"", host), DWORD{3});
+    EXPECT_EQ(host::resolveName((u"/" + std::u16string(258, u'a')).c_str(), host), DWORD{0});
+    EXPECT_EQ(host::resolveName((u"/" + std::u16string(259, u'a')).c_str(), host), DWORD{3});
     for (const char16_t forbidden : std::u16string_view(u"<>:\"|?*\n\x1F"))
-        EXPECT_EQ(host::resolve((u"/a/b" + std::u16string(1, forbidden)).c_str(), host),
+        EXPECT_EQ(host::resolveName((u"/a/b" + std::u16string(1, forbidden)).c_str(), host),
                   DWORD{123});
+}
+
+TEST(Paths, AreComparedWithoutCaseInLatin1) {
+    EXPECT_EQ(host::foldCase("aZ \u00C9\u00D7\u00DF \u0100\xFF"),
+              "az \u00E9\u00D7\u00DF \u0100\xFF");
 }
 
 TEST(Utf, AnyBytesSurviveTheWayThereAndBack) {

@@ -121,7 +121,6 @@ const FaultyKey FAULTY_KEYS[] = {
 
     // The layout.
     {"no maker folder", removing("VELD"), "no-maker-folder", false},
-    {"maker folder in lower case", renaming("VELD", "veld"), "no-maker-folder name-case", false},
     {"no application folder", removing(KSTRL), "no-application-folder", false},
     {"application folder in another case", renaming("VELD/KSTRL", "VELD/Kstrl"),
      "no-application-folder name-case", false},
@@ -150,7 +149,7 @@ const FaultyKey FAULTY_KEYS[] = {
      "name-not-latin1"},
     {"folder outside Latin-1", adding(DATA + "\xE6\xBC\xA2/a"), "name-not-latin1"},
     {"question mark", adding(KSTRL + "what?"), "copy-fails name-not-fat"},
-    {"dot at the end", adding(KSTRL + "name."), "name-not-fat"},
+    {"dot at the end", adding(KSTRL + "name."), "copy-fails name-not-fat"},
     {"longest path that the staging area holds", adding(deepPath(236)), ""},
     {"too long for the staging area", adding(deepPath(237)), "path-too-long copy-fails"},
     {"larger than FAT32 holds", resizing("recordings.bin", uintmax_t{1} << 32), "file-too-large"},
@@ -250,6 +249,18 @@ TEST(FaultyKeys, AreFoundAndDoOnTheDeviceAsPredicted) {
         std::filesystem::remove_all(device.root() / "FlashDisk/VELD/KSTRL_old");
         std::filesystem::remove_all(device.root() / "FlashDisk/VELD/ORBUI_old");
         EXPECT_EQ(filesOf(device.tree("FlashDisk")), predicted);
+    }
+}
+
+TEST(KeyInAnotherCase, IsSeenByTheDeviceAndRefused) {
+    for (const auto& [from, to] :
+         {std::pair("VELD", "veld"), {"VELD/ORBUI/data", "VELD/ORBUI/Data"}}) {
+        const DeviceFolder device;
+        writeSoundKey(device.root() / "key");
+        renaming(from, to)(device.root() / "key");
+        const CheckReport report = checkKey(device.root() / "key", {});
+        EXPECT_TRUE(report.prediction.seen);
+        EXPECT_EQ(codesOf(report), std::set<std::string>{"name-case"});
     }
 }
 

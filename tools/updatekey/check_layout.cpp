@@ -44,8 +44,7 @@ void explainWhyNotSeen(const KeyUnderCheck& key, Findings& findings) {
         addError(findings, "gui-data-empty", "VELD/ORBUI/data", "ORBUI/data holds nothing");
 }
 
-// FAT32 opens a name in any case, but the folders of the key are looked for by comparing exactly,
-// and the rehearsal's file system tells cases apart everywhere.
+// The device opens a name in any case, but looks for the folders of the key by comparing exactly.
 void checkCase(const KeyUnderCheck& key, Findings& findings) {
     for (const char* const required : REQUIRED) {
         if (key.find(required) != nullptr)

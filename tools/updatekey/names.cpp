@@ -16,12 +16,6 @@ std::string lowerAscii(std::string text) {
     return text;
 }
 
-char16_t lowerLatin1(char16_t c) {
-    const bool ascii = c >= u'A' && c <= u'Z';
-    const bool accented = c >= 0xC0 && c <= 0xDE && c != 0xD7;
-    return ascii || accented ? static_cast<char16_t>(c + 0x20) : c;
-}
-
 }  // namespace
 
 bool isDesktopLitter(const std::string& name) {
@@ -54,12 +48,6 @@ bool isFatName(const std::string& name) {
     });
     return !name.empty() && !badCharacter && name.back() != '.' && name.back() != ' ' &&
            deviceLength(name) <= LONGEST_FAT_NAME;
-}
-
-std::string foldCase(const std::string& utf8) {
-    std::u16string wide = host::toUtf16(utf8);
-    std::transform(wide.begin(), wide.end(), wide.begin(), lowerLatin1);
-    return host::toUtf8(wide);
 }
 
 std::size_t deviceLength(const std::string& utf8) {

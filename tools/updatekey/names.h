@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "platform/posix/utf.h"
+
 // "." of a file manager's own making, such as ".DS_Store", "._name", "Thumbs.db" or "desktop.ini".
 bool isDesktopLitter(const std::string& name);
 
@@ -14,7 +16,7 @@ bool isLatin1(const std::string& utf8);
 bool isFatName(const std::string& name);
 
 // For comparing as FAT32 does, which knows no case.
-std::string foldCase(const std::string& utf8);
+using host::foldCase;
 
 // Length in the device's characters.
 std::size_t deviceLength(const std::string& utf8);
