@@ -34,6 +34,7 @@ TEST(Clock, NoTimeIsOutOfRange) {
         EXPECT_TRUE(FileTimeToLocalFileTime(&time, &local));
         EXPECT_TRUE(FileTimeToSystemTime(&local, &calendar));
     }
+    EXPECT_EQ(calendar.wYear, 30000);
     const FILETIME last{0xFFFFFFFF, 0x7FFFFFFF};
     EXPECT_TRUE(FileTimeToLocalFileTime(&last, &local));
     const FILETIME first{0, 0};
