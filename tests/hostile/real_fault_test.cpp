@@ -4,7 +4,9 @@
 #include <sched.h>
 #include <sys/mount.h>
 
+#include <fstream>
 #include "platform/posix/call_hook.h"
+
 #include "tests/helpers/update_on_device.h"
 
 namespace fs = std::filesystem;
@@ -65,6 +67,41 @@ TEST_F(RealFault, AReadOnlyFlashDiskIsLeftAsItIs) {
     const std::string told = device.read("log.txt");
     EXPECT_NE(told.find("Error 19 ::MoveFile: /FlashDisk/VELD/KSTRL "), std::string::npos) << told;
     EXPECT_NE(told.find("*** ERROR *** Update failed.\n"), std::string::npos);
+}
+
+// The flash disk has room for the file's twenty blocks, not for its holes.
+TEST_F(RealFault, HolesOfAFileFromAnotherDiskStayHoles) {
+    MOUNT_OR_SKIP("512k");
+    const std::string sparse = KEY + std::string("KSTRL/sparse");
+    device.write(sparse, "");
+    std::fstream file(device.root() / sparse, std::ios::in | std::ios::out);
+    for (int i = 0; i < 20; ++i)
+        file.seekp(i * 100000) << "block " << i;
+    file.close();
+    EXPECT_EQ(run(), UpdateComplete);
+    EXPECT_EQ(device.read("FlashDisk/VELD/KSTRL/sparse"), device.read(sparse));
+}
+
+// As in a container whose image holds the installation: what lies in the lower layer is not
+// renamed.
+TEST_F(RealFault, FoldersThatCannotBeRenamedAreCopied) {
+    Logger::instance().setPath("/log.txt");
+    device.write("FlashDisk/VELD/KSTRL/sub/f", "deep");
+    device.setReadOnly("FlashDisk/VELD/KSTRL/sub/f");
+    fs::create_symlink("f", device.root() / "FlashDisk/VELD/KSTRL/sub/link");
+    device.makeFolder("upper");
+    device.makeFolder("work");
+    const std::string root = device.root().string();
+    const std::string layers =
+        "lowerdir=" + flashDisk() + ",upperdir=" + root + "/upper,workdir=" + root + "/work";
+    mounted_ = ::mount("none", flashDisk().c_str(), "overlay", 0, layers.c_str()) == 0;
+    if (!mounted_)
+        GTEST_SKIP() << "mounting is refused here: layers are not tested";
+    const Tree installed = device.tree("FlashDisk/VELD/KSTRL");
+    EXPECT_EQ(run(), UpdateComplete) << device.read("log.txt");
+    EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL_old"), installed);
+    EXPECT_EQ(device.read("FlashDisk/VELD/KSTRL/KSTRL.exe"), "application 2");
+    EXPECT_FALSE(device.exists("FlashDisk/VELD/KSTRL_old.moving"));
 }
 
 // The files that are left to copy are missing from the new folders: the old ones are the backup.
