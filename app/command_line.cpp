@@ -3,7 +3,7 @@
 CommandLine parseCommandLine(const std::string& line) {
     static const std::string AUTO_SWITCH = "/auto";
     CommandLine result;
-    // The switch alone does not count, only one with something in front of it, as callers pass it.
+    // "/auto" alone does not select automatic mode; something must precede it. Kept.
     if (line.size() > AUTO_SWITCH.size() &&
         line.compare(line.size() - AUTO_SWITCH.size(), AUTO_SWITCH.size(), AUTO_SWITCH) == 0) {
         result.autoMode = true;

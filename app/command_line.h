@@ -9,6 +9,6 @@ struct CommandLine {
     std::string secondArgument;
 };
 
-// A line that has something in front of "/auto" at its end asks for automatic mode. Any other line
-// is split at its first ';' into two arguments; without one both are empty.
+// A line that ends in "/auto", with at least one character before it, selects automatic mode. Any
+// other line is split at its first ';' into two arguments; both are empty when it has no ';'.
 CommandLine parseCommandLine(const std::string& line);

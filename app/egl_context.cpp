@@ -31,8 +31,9 @@ bool fail(const char* message) {
     return false;
 }
 
-// The first configuration that is exactly RGB565 with depth and nothing else, or the first of all.
-// A configuration that cannot be asked is taken as it is.
+// Returns the first configuration that is exactly RGB565 with a depth buffer, without alpha or
+// stencil; the first of all when none is. A configuration whose attributes cannot be read is taken
+// as it is.
 EGLConfig pickConfig(EGLDisplay display, const EGLConfig* configs, EGLint count) {
     for (EGLint i = 0; i < count; ++i) {
         EGLint red = 0;
@@ -71,8 +72,8 @@ bool initEgl(HWND window, EGLDisplay& display, EGLSurface& surface, EGLContext& 
         return fail("eglChooseConfig failed!\n");
     if (count == 0)
         return fail("No matching EGL configs found!\n");
-    // Two dots in one message below and one blank in another: logs are searched for them as they
-    // are.
+    // The messages below differ in their dots and blanks: "Exiting.." in one, a single blank in
+    // another. Kept.
     EGLConfig const config = pickConfig(display, configs, count);
 
     context = eglCreateContext(display, config, EGL_NO_CONTEXT, CONTEXT_ATTRIBUTES);

@@ -29,8 +29,8 @@ void applyCommandLine() {
         theScreen.setLaunchArguments(line.firstArgument, line.secondArgument);
 }
 
-// Handles the messages that have arrived. Returns false once the quit message is reached; what
-// stands behind it is not dispatched.
+// Dispatches the pending messages. Returns false as soon as it meets the quit message; messages
+// queued behind that one are not dispatched.
 bool drainMessages() {
     MSG message{};
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {

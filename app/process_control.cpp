@@ -5,13 +5,13 @@
 
 namespace {
 
-// The size of the record on the instrument.
+// The size of PROCESSENTRY32 on the instrument.
 constexpr DWORD PROCESS_ENTRY_SIZE = 564;
 
 void terminateProcess(DWORD id) {
-    // A process that cannot be opened or ended is left running, and nothing is told: the update
-    // goes on, and a file that it holds shows in the log. The null handle of a failed open is
-    // refused by the two calls below.
+    // Failures are ignored: the update goes on, and a file that the process still holds open shows
+    // up in the log. When OpenProcess fails, the two calls below are given a null handle and refuse
+    // it.
     const HANDLE process = OpenProcess(PROCESS_ALL_ACCESS, FALSE, id);
     if (TerminateProcess(process, 0) == 0)
         GetLastError();
@@ -24,7 +24,7 @@ void terminateProcessByName(const std::string& name) {
     const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
     PROCESSENTRY32 entry{};
     entry.dwSize = PROCESS_ENTRY_SIZE;
-    // The first entry is never looked at: it is the kernel's own process.
+    // The first entry is the kernel's own process and is never compared.
     if (Process32First(snapshot, &entry) == 1) {
         while (Process32Next(snapshot, &entry) == 1) {
             if (narrow(entry.szExeFile) == name)

@@ -3,6 +3,6 @@
 
 #include <string>
 
-// Ends every process whose executable file is named exactly `name`. Does not wait for them to be
-// gone; one that cannot be ended is left running, and nothing is reported.
+// Ends every process whose executable file is named exactly `name`, without waiting for it to exit.
+// A process that cannot be ended is left running, and nothing is reported.
 void terminateProcessByName(const std::string& name);

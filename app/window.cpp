@@ -11,7 +11,7 @@ constexpr LPCWSTR CLASS_NAME = TEXT("EGLWndClass");
 constexpr DWORD START_STYLE = WS_DISABLED | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
 static_assert(START_STYLE == 0x08CC0000);
 
-// The service sequence that quits the updater, in digits for the function keys F1 to F6.
+// The hidden key sequence that quits the updater, one digit for each function key F1 to F6.
 const std::string HIDDEN_QUIT_SEQUENCE = "14436652211335";
 
 std::string keySequence;
@@ -60,7 +60,7 @@ HWND createMainWindow() {
 }
 
 void makeFullScreen(HWND window, uint32_t width, uint32_t height) {
-    // The new style takes WS_DISABLED away, and WS_VISIBLE too.
+    // The new style clears WS_DISABLED, and WS_VISIBLE with it: the window has to be shown again.
     SetWindowLongW(window, GWL_STYLE, static_cast<LONG>(WS_POPUP));
     SetWindowPos(window, HWND_TOPMOST, 0, 0, static_cast<int>(width), static_cast<int>(height),
                  SWP_FRAMECHANGED);

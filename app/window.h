@@ -8,11 +8,12 @@
 // Registers the window class of createMainWindow.
 void registerWindowClass();
 
-// Makes the window, with the size and the frame that the system gives it and disabled; null when it
-// cannot be made.
+// Creates the window disabled, with the system's default position, size and frame. Returns null
+// when it cannot be created.
 HWND createMainWindow();
 
-// Makes the window cover the screen of the given size in pixels, and gives it the keyboard.
+// Resizes the window to cover the screen of the given size in pixels, and gives it the keyboard
+// focus.
 void makeFullScreen(HWND window, uint32_t width, uint32_t height);
 
 LRESULT CALLBACK mainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
