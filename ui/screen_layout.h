@@ -1,9 +1,9 @@
-// Where everything stands on the updater's screen, and which texts it shows in which state. The
-// screen is drawn by these numbers; the tools that make and check texts, fonts and release notes
-// judge by them.
+// The layout of the updater's screen: the position of every text and shape, and the texts shown in
+// each state. The screen draws from these numbers, and the tools that make and check texts, fonts
+// and release notes use the same ones.
 //
-// All numbers are pixels. Texts are placed from the top left corner of the screen, the key markers
-// from the bottom left one.
+// All numbers are pixels. Texts are placed from the top left corner of the screen, key markers from
+// the bottom left corner.
 #pragma once
 
 #include <cstdint>
@@ -18,29 +18,29 @@ namespace layout {
 constexpr int32_t SCREEN_WIDTH = 1024;
 constexpr int32_t SCREEN_HEIGHT = 768;
 
-// The title and the texts of the states: one below the other, with the large face.
+// The title and the texts of the states, one below the other in the large face.
 constexpr int32_t TEXT_LEFT = 48;
 constexpr int32_t TEXT_SPACING = 50;
 constexpr int32_t TEXT_FONT_SIZE = 24;  // as FontSet::getFont takes it
 
-// The release notes: lines in the small face to the right of the texts, as soon as a key was found.
+// The release notes: lines in the small face to the right of the texts, shown once a key is found.
 constexpr int32_t NOTES_LEFT = 500;
 constexpr int32_t NOTES_TOP = 235;
 constexpr int32_t NOTES_SPACING = 22;
 constexpr int32_t NOTES_FONT_SIZE = 13;
-constexpr int32_t NOTES_LINES = (SCREEN_HEIGHT - NOTES_TOP) / NOTES_SPACING;  // that can be seen
-constexpr int32_t NOTES_EDGE = NOTES_LEFT - 12;  // that a text beside them must not go beyond
+constexpr int32_t NOTES_LINES = (SCREEN_HEIGHT - NOTES_TOP) / NOTES_SPACING;  // that are visible
+constexpr int32_t NOTES_EDGE = NOTES_LEFT - 12;  // right limit of a text beside them
 
 struct Text {
     int32_t state;        // an UpdateState, or EVERY_STATE
     int32_t top;          // y
     const char* key;      // in the string table
-    const WCHAR* suffix;  // directly behind the text; for the percentage the longest there is
+    const WCHAR* suffix;  // appended to the text; the longest one for the percentage
 };
 
 constexpr int32_t EVERY_STATE = -1;
 
-// "UDPATE" is how the keys are spelled in every string table in the field.
+// The string tables in the field spell these keys with "UDPATE". Kept.
 constexpr Text TEXTS[] = {
     {EVERY_STATE, 15, "STR_KESTRELUPDATER", TEXT(" v1.1")},
     {WaitingForMedia, 155, "STR_PLEASEINSERTUPDATEKEY", TEXT("")},
@@ -59,7 +59,7 @@ constexpr bool isShown(const Text& text, int32_t state) {
     return text.state == state || text.state == EVERY_STATE;
 }
 
-// The x that a text must not go beyond. The title stands above the release notes.
+// The right limit of a text. The title lies above the release notes and may use the whole width.
 constexpr int32_t rightEdge(const Text& text) {
     return text.state >= ReadyToUpdate ? NOTES_EDGE : SCREEN_WIDTH;
 }
@@ -75,9 +75,9 @@ constexpr int32_t restartNoteTop(int32_t state) {
     return top;
 }
 
-constexpr int32_t MARKER_GAP = 2;  // that a word leaves to each side in its marker
+constexpr int32_t MARKER_GAP = 2;  // free space on each side of the word
 
-// Coloured like a key of the instrument, behind the word in a text that names this key.
+// Rectangles behind the words START and STOP, in the colours of the instrument's keys.
 struct KeyMarker {
     GuiRect place;
     float red, green, blue;

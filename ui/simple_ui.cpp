@@ -24,8 +24,8 @@ void SimpleUI::init(uint32_t width, uint32_t height) {
     screenHeight = height;
     glClearColor(0.2F, 0.2F, 0.2F, 0.0F);
 
-    // Both separators side by side: the device accepts it, and every path of the GUI data, the
-    // log's included, has always been derived from this form.
+    // INSTALL_ROOT ends in a backslash, so the path holds "\/". The device accepts it, and every
+    // path of the GUI data and of the log contains it. Kept.
     const std::string guiData = INSTALL_ROOT + "/ORBUI/data/";
     SystemSettings::instance().dataFolder = guiData;
     Logger::instance().setPath(guiData + "../../Updater-log.txt");
@@ -38,7 +38,7 @@ void SimpleUI::init(uint32_t width, uint32_t height) {
     imageRenderer.reset(new (std::nothrow) ImageRenderer);
     backgroundTexture =
         loadRawLuminanceTexture((guiData + "KSTRL-menubg4.raw").c_str(), BACKGROUND_SIDE, 0);
-    // Built now, so that no frame waits for the compiler.
+    // Builds the program now, so that no frame has to wait for the shader compiler.
     getProgram(programCache(), "gui");
 }
 
@@ -57,7 +57,7 @@ void SimpleUI::tick() {
             updater.step();
             return;
         }
-        // Tried on every frame: nobody is there to press a key.
+        // Retried on every frame: in automatic mode nobody is there to press a key.
         if (updater.getState() == UpdateComplete)
             launchMainApp();
     }
@@ -65,7 +65,7 @@ void SimpleUI::tick() {
 }
 
 void SimpleUI::onKey(WPARAM virtualKey) {
-    // STOP always stops, also in the middle of an update, which is then abandoned.
+    // STOP works in every state; pressed during an update, it abandons the update.
     if (updater.getState() == UpdateFailed || virtualKey == VK_END) {
         restart();
     } else if (virtualKey == VK_HOME) {
@@ -74,7 +74,7 @@ void SimpleUI::onKey(WPARAM virtualKey) {
     }
 }
 
-// The way out by key: starts the main application, or leaves without it if that failed before.
+// Starts the main application; when an earlier start has failed, exits without it.
 void SimpleUI::restart() {
     if (restartAttempted)
         std::exit(0);

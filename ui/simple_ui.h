@@ -1,7 +1,7 @@
-// The updater's one screen: guides the operator, drives the update engine frame by frame, and ends
-// the program by starting the instrument's main application again.
+// The updater's one screen. It guides the operator, drives the update engine frame by frame, and
+// ends the program by starting the instrument's main application again.
 //
-// It keeps no state machine of its own: the state is the engine's, read whenever it is needed.
+// The screen has no state machine of its own: it reads the engine's state whenever it needs it.
 #pragma once
 
 #include <cstdint>
@@ -20,28 +20,28 @@ class SimpleUI {
     SimpleUI& operator=(const SimpleUI&) = delete;
     virtual ~SimpleUI();
 
-    // Sets the screen up, once, with the GL context current: the GUI data folder, the log, the
-    // language with its fonts and texts, and the background. Sizes in pixels.
+    // Sets up the GUI data folder, the log, the language with its fonts and texts, and the
+    // background. Sizes in pixels. Call once, with the GL context current.
     void init(uint32_t width, uint32_t height);
 
     // Draws the whole screen into the cleared buffer.
     void draw();
 
-    // The logic of one frame: looks for the key, advances the update, and starts the main
+    // Runs the logic of one frame: looks for the key, advances the update, and starts the main
     // application once the update is complete.
     void tick();
 
-    // A key that went down, by its virtual-key code.
+    // Handles a key-down message; `virtualKey` is its virtual-key code.
     void onKey(WPARAM virtualKey);
 
-    // Starts the main application and ends this process with code 0. When it cannot be started,
-    // comes back and notes that it was tried.
+    // Starts the main application and exits with code 0. Returns only when the application cannot
+    // be started, and remembers the attempt.
     void launchMainApp();
 
-    // Keeps the two arguments of the command line.
+    // Stores the two arguments of the command line.
     void setLaunchArguments(const std::string& first, const std::string& second);
 
-    // From now on the update starts by itself as soon as a key is found.
+    // Makes the update start by itself as soon as a key is found.
     void setAutoMode();
 
   private:

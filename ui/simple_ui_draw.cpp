@@ -12,7 +12,8 @@
 
 namespace {
 
-// Texts begin at the top of the screen, shapes at its bottom.
+// An orthographic projection of the screen. Texts count y down from the top, shapes count it up
+// from the bottom.
 struct Projection {
     float matrix[16];
 };
@@ -49,8 +50,8 @@ void SimpleUI::draw() {
     drawMessageLines();
 }
 
-// The picture is stored in a square, top row first: its full width fills the screen, and as much of
-// its height as the screen is high.
+// The picture is square and stored from the top row down. Its full width fills the screen; rows
+// below the screen's height-to-width ratio are cut off.
 void SimpleUI::drawBackground() {
     if (imageRenderer == nullptr)
         return;
@@ -117,7 +118,7 @@ void SimpleUI::drawTexts() {
     }
     if (restartAttempted)
         drawLine(layout::RESTART_NOTE, layout::restartNoteTop(state));
-    // Made and not shown: the version was taken off the screen and stays off it.
+    // The version text is built but not drawn. Kept.
     const std::string version = "Update Version: " + updater.getUpdateVersion();
     static_cast<void>(version);
     glDisable(GL_BLEND);
