@@ -8,8 +8,8 @@
 
 void clearReadOnly(const std::string& path) {
     const WideString widePath = widen(path);
-    // Not compared with the invalid value: for a missing file the flag is seen as set, and the
-    // failed clearing then shows in the log.
+    // INVALID_FILE_ATTRIBUTES has this bit set: a missing file takes this path too, and the failed
+    // SetFileAttributesW is logged. Kept.
     const DWORD attributes = GetFileAttributesW(widePath.c_str());
     if ((attributes & FILE_ATTRIBUTE_READONLY) == 0)
         return;
@@ -35,8 +35,8 @@ int deleteTree(const std::string& path) {
             result = 1;
         }
     }
-    // Each subfolder's result replaces the one before: what counts in the end is whether this
-    // folder, which an undeleted file keeps in place, can be removed.
+    // Overwrites the result of the files and of the subfolder before. A file that could not be
+    // deleted still gives 1, because the removal of this folder then fails. Kept.
     for (const FileEntry& folder : folders)
         result = deleteTree(path + folder.name + PATH_SEPARATOR);
 

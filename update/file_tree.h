@@ -1,15 +1,15 @@
-// The file-tree operations by which the update changes the flash disk.
+// The file-tree operations of the update.
 //
-// Failures go to the log with the system's error number; nothing is retried, and no failure stops
-// what can still be done.
+// Failures are logged with the system's error number. Nothing is retried, and a failure does not
+// stop the rest of the operation.
 #pragma once
 
 #include <string>
 
-// Clears the read-only flag of one file. A flag that was set is told to the debugger, a failure to
-// clear it to the log.
+// Clears the read-only flag of one file. Traces to the debugger when the flag was set; logs an
+// error when it cannot be cleared.
 void clearReadOnly(const std::string& path);
 
-// Deletes the folder `path` (ending in a separator) and everything below it, read-only files too.
-// Returns 0 when no error was recorded, 1 otherwise; a folder that is not there is no error.
+// Deletes the folder `path` (ending in a separator) and everything below it, read-only files
+// included. Returns 0 on success, 1 when an error was recorded; a missing folder is no error.
 int deleteTree(const std::string& path);

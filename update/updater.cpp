@@ -1,4 +1,4 @@
-// The update itself: staging, one file a step, and the swap.
+// The update procedure: staging, one file per step, and the swap.
 
 #include "update/updater.h"
 
@@ -12,7 +12,7 @@
 
 namespace {
 
-// Moves a folder. Returns 0, or 1 for a failure, which is logged.
+// Moves a folder. Returns 0; on failure logs the error and returns 1.
 int moveFolder(const std::string& from, const std::string& to) {
     if (MoveFileW(widen(from).c_str(), widen(to).c_str()) != 0)
         return 0;
@@ -43,7 +43,8 @@ int32_t Updater::getProgress() {
 void Updater::startUpdate() {
     buildFileLists();
     state = Updating;
-    // Not examined, like the copies: a folder that an interrupted update left is used again.
+    // The results are not checked: the staging folders of an interrupted update exist already and
+    // are used again.
     CreateDirectoryW(widen(flashRoot).c_str(), nullptr);
     CreateDirectoryW(widen(flashRoot + "Update").c_str(), nullptr);
     for (const std::string& folder : foldersToCreate)
@@ -59,7 +60,7 @@ void Updater::step() {
         copyNextFile();
 }
 
-// Queues the files directly in `folder`, which is relative to the key's folder.
+// Queues the files directly in `folder`, a path relative to the key's folder.
 void Updater::listFiles(const std::string& folder) {
     for (const FileEntry& file : listDirectory(usbRoot + makerFolder + folder, false, true))
         filesToCopy.push_back(folder + file.name);
@@ -77,7 +78,7 @@ void Updater::buildFileLists() {
     foldersToCreate.push_back("ORBUI/");
     foldersToCreate.push_back(guiData);
     listFiles(guiData);
-    // One level of subfolders is all that GUI data has.
+    // GUI data has one level of subfolders; deeper ones are not copied. Kept.
     for (const FileEntry& entry : listDirectory(usbRoot + makerFolder + guiData, true, false)) {
         const std::string subfolder = guiData + entry.name + PATH_SEPARATOR;
         foldersToCreate.push_back(subfolder);
@@ -91,7 +92,7 @@ void Updater::copyNextFile() {
         return;
     const std::string& file = filesToCopy.front();
     const std::string destination = flashRoot + "Update" + PATH_SEPARATOR + file;
-    // A copy that fails goes unnoticed on purpose: the update carries on with what can be copied.
+    // The result is not checked: the update carries on with the remaining files. Kept.
     CopyFileW(widen(usbRoot + makerFolder + file).c_str(), widen(destination).c_str(), FALSE);
     clearReadOnly(destination);
     filesToCopy.pop_front();
@@ -109,8 +110,9 @@ void Updater::finishUpdate() {
         const std::string staged = staging + PATH_SEPARATOR + name;
         const std::string live = flashRoot + name;
         const std::string backup = live + "_old";
-        // Replaces the flag of the folder before: the outcome is that of the last folder, and of
-        // the removal below, which a folder left in the staging area prevents.
+        // Overwrites the flag of the previous folder, so only the last folder's errors decide. A
+        // folder that could not be moved out of the staging folder still fails the update, because
+        // the removal below then fails. Kept.
         error = deleteTree(backup + PATH_SEPARATOR);
         if (moveFolder(live, backup) != 0)
             error = 1;
@@ -127,7 +129,7 @@ void Updater::finishUpdate() {
     } else if (error == 0) {
         SYSTEMTIME now{};
         GetLocalTime(&now);
-        // A warning by its mark only: the log has no lines of another kind for good news.
+        // Success is logged as a warning. Kept.
         log.warning("Update succeeded at %s", formatTime(now).c_str());
         state = UpdateComplete;
     } else {

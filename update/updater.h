@@ -1,9 +1,10 @@
-// The update engine: finds an update key, and replaces the installed folders by the key's.
+// The update engine. It finds an update key and replaces the installed folders with those of the
+// key.
 //
-// An update stages a copy of the key's folders on the flash disk, one file per step, and then swaps
-// each installed folder for its staged copy; the folder replaced stays as a backup with "_old"
-// behind its name until the next update. Nothing is rolled back and nothing is tried twice. All of
-// it runs on the caller's thread.
+// An update copies the key's folders to a staging folder on the flash disk, one file per step, and
+// then swaps each installed folder for its staged copy. The replaced folder is kept as a backup,
+// with "_old" appended to its name, until the next update. Nothing is rolled back and nothing is
+// retried. Everything runs on the caller's thread.
 #pragma once
 
 #include <cstdint>
@@ -28,35 +29,37 @@ class Updater {
     Updater& operator=(const Updater&) = delete;
     virtual ~Updater() = default;
 
-    // Looks for a valid key: "KSTRL" with a file in it, "ORBUI/data/" with anything in it. When
-    // there is one, the engine is ready, and the version and the release notes have been read.
+    // Looks for a valid key: "KSTRL" with at least one file in it, and "ORBUI/data/" with at least
+    // one entry. When there is one, reads its version and release notes and enters ReadyToUpdate.
     virtual void pollMedia();
 
-    // Whether the last look found a valid key.
+    // Whether the last call of pollMedia found a valid key.
     virtual bool isMediaReady();
 
     // The lines of the release notes.
     virtual std::vector<std::string> getMessageLines();
 
-    // The update's version as the first line of the release notes gives it; empty without notes.
+    // The version from the first line of the release notes; empty when the notes cannot be read.
     virtual std::string& getUpdateVersion();
 
-    // The file that the next step copies, relative to the key's folder; empty when none is left.
+    // The file that the next step copies, relative to the key's folder; empty when all are copied.
     virtual std::string getCurrentFile();
 
     // One of UpdateState.
     virtual int32_t getState();
 
-    // Files copied, in per cent of all files, 0 to 100.
+    // The percentage of files copied, 0 to 100.
     virtual int32_t getProgress();
 
-    // Lists what the key holds and makes the staging folders. Not guarded against a second call.
+    // Lists the key's files and creates the staging folders. A second call lists them again;
+    // callers prevent it.
     virtual void startUpdate();
 
-    // One step of the update: copies a file, or finishes once all are copied. Harmless at any time.
+    // Copies one file, or finishes the update once all files are copied. Does nothing when no key
+    // has been found or the update has finished.
     virtual void step();
 
-    // Appends the lines of the release notes to those at hand; pollMedia calls it.
+    // Appends the lines of the release notes to those already read. Called by pollMedia.
     virtual void readReleaseNotes();
 
   protected:

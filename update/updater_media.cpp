@@ -1,4 +1,4 @@
-// Finding an update key and reading what it says about itself.
+// Detection of an update key, and its release notes.
 
 #include <algorithm>
 #include <cstdio>
@@ -35,8 +35,7 @@ void Updater::pollMedia() {
     static const std::string VERSION_PREFIX = "KSTRL Release ";
     LineReader notes(usbRoot + makerFolder + releaseNotesName);
     notes.readLine(updateVersion);
-    // The place of the prefix is not used: release notes carry it at the start of their first line,
-    // and the cut has always been made there.
+    // Wherever the prefix occurs in the line, its length is cut from the front of the line. Kept.
     if (updateVersion.rfind(VERSION_PREFIX) != std::string::npos)
         updateVersion = updateVersion.substr(VERSION_PREFIX.size());
     readReleaseNotes();
@@ -48,7 +47,7 @@ void Updater::readReleaseNotes() {
         std::printf("Release notes not found.\n");
         return;
     }
-    // A last line without a line feed is not shown: whoever writes release notes ends every line.
+    // A last line without a line feed is dropped. Kept.
     std::string line;
     while (notes.readLine(line))
         messageLines.push_back(line);
