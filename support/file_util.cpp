@@ -6,8 +6,8 @@
 
 namespace {
 
-// The path as the system takes it: a buffer of MAX_PATH characters. One that does not fit leaves
-// it empty, and nothing is found by it.
+// Widens a path for the search functions. Returns an empty path, which finds nothing, when it does
+// not fit into a buffer of MAX_PATH characters.
 WideString searchPath(const std::string& path) {
     if (path.size() + 1 > MAX_PATH) {
         debugPrint("mbstowcs_s path conversion error.");
@@ -60,7 +60,7 @@ std::string fileTimeText(const std::string& path) {
     if (search == INVALID_HANDLE_VALUE)
         return {};
     FindClose(search);
-    // The creation time, where a listing gives the last write: the two differ on purpose.
+    // This is the creation time, while listDirectory gives the last write. Kept.
     return formatTime(toLocalCalendar(found.ftCreationTime));
 }
 

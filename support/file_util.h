@@ -1,4 +1,4 @@
-// What a folder holds, and the text forms of a file's time and size.
+// Directory listings, and file times and sizes as text.
 #pragma once
 
 #include <cstdint>
@@ -7,24 +7,24 @@
 
 #include "platform/win32.h"
 
-// A path of more characters than this is not looked at.
+// Longer paths are not searched.
 constexpr std::size_t MAX_PATH_LENGTH = 259;
 
 struct FileEntry {
-    std::string name;      // without its folder
+    std::string name;      // without the folder
     uint64_t size;         // bytes
     SYSTEMTIME lastWrite;  // local time
 };
 
-// What lies directly in `folder` (ending in a separator), "." and ".." left out, in the order in
-// which the system returns it. Empty for a folder that is absent, cannot be searched, or whose path
-// is too long.
+// Lists the entries of `folder` (a path ending in a separator) without "." and "..", in the
+// system's order. Returns an empty list when the folder is missing, cannot be searched, or has too
+// long a path.
 std::vector<FileEntry> listDirectory(const std::string& folder, bool includeFolders,
                                      bool includeFiles);
 
-// The creation time of a file in the form of formatTime; empty when there is no such file.
+// The creation time of a file, in the format of formatTime; empty when there is no such file.
 std::string fileTimeText(const std::string& path);
 
-// "3KB", "2GB", but "1024 bytes": the units cut off what is left over, and begin above their size.
-// Only "bytes" has a blank in front of it: screens and logs show sizes in this form.
+// Formats a size such as "3KB" or "1024 bytes". Rounds down; a unit is used only above one of it.
+// Only "bytes" has a blank before it. Kept.
 std::string sizeText(int64_t bytes);

@@ -1,13 +1,13 @@
-// The languages of the updater's screen. A new one is a row here and a file of its texts in
-// data/lang/, named after its suffix: the program, the tools, the tests and the build, which reads
-// the rows of this file, take it from here.
+// The languages of the updater's screen. To add one, add a row here and a text file named after its
+// suffix in data/lang/. The program, the tools, the tests and the build, which parses the rows of
+// this file, all use this table.
 #pragma once
 
 #include <cstdint>
 #include <iterator>
 #include <string>
 
-// The writing of a language decides on its faces.
+// The script of a language determines its faces.
 enum class Script { latin, japanese, chinese };
 
 struct Language {
@@ -17,7 +17,7 @@ struct Language {
     Script script;
 };
 
-// By number, from 0 and without a gap.
+// Sorted by number, from 0 and without gaps.
 // clang-format off
 constexpr Language LANGUAGES[] = {
     {0, "English", "en", Script::latin},
@@ -31,15 +31,15 @@ constexpr Language LANGUAGES[] = {
 // clang-format on
 constexpr auto LANGUAGE_COUNT = static_cast<int32_t>(std::size(LANGUAGES));
 
-// Null for a number that no language has.
+// Returns null for an unknown number.
 constexpr const Language* findLanguage(int32_t number) {
     return number >= 0 && number < LANGUAGE_COUNT ? &LANGUAGES[number] : nullptr;
 }
 
-// The suffix of the table that every language shares.
+// The suffix of the string table that all languages share.
 constexpr const char* NUMERALS = "numerals";
 
-// The file of a string table in the "lang/" folder of the GUI data.
+// The name of a string table's file in the "lang/" folder of the GUI data.
 inline std::string stringTableFile(const std::string& suffix) {
     return "StringTable_" + suffix + ".txt";
 }

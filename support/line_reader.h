@@ -1,5 +1,5 @@
-// Reads a narrow text file line by line, as a text-mode stream of the instrument does, on every
-// system: CR LF counts as one line feed, and a Ctrl-Z ends the text.
+// Reads a narrow text file line by line. On every system it behaves like a text-mode stream of the
+// instrument: CR LF counts as one line feed, and Ctrl-Z ends the text.
 #pragma once
 
 #include <cstdio>
@@ -7,7 +7,7 @@
 
 class LineReader {
   public:
-    // Opens `path` for reading. Other readers and writers are not kept out.
+    // Opens `path` for reading; other programs may read and write the file meanwhile.
     explicit LineReader(const std::string& path);
     LineReader(const LineReader&) = delete;
     LineReader& operator=(const LineReader&) = delete;
@@ -15,9 +15,9 @@ class LineReader {
 
     bool isOpen() const { return file_ != nullptr; }
 
-    // Reads the next line, without its line feed, into `line`. Returns false when the text ended
-    // before a line feed; `line` then holds what stood there, empty at the end of the text or when
-    // the file is not open.
+    // Reads the next line, without its line feed, into `line`. Returns false when the text ends
+    // before a line feed; `line` then holds the rest of the text. At the end of the text, or when
+    // the file is not open, `line` is empty.
     bool readLine(std::string& line);
 
   private:

@@ -16,10 +16,9 @@ void sendToDebugger(const std::string& text) {
     OutputDebugStringW((widen(text) + TEXT("\n")).c_str());
 }
 
-// The echo of a logged message is the trace's format, as it always has been: a percent sign that an
-// argument brought in counts again, and a name with "%%" in it shows with "%". Only those two signs
-// are read so. All else behind a percent sign, "%s" and "%5%" alike, is shown as it is: most of it
-// asks for an argument that nobody gave, and following it would read memory that is nobody's.
+// The logged message is itself used as the format of the trace: "%%" shows as "%", also when an
+// argument brought it in. Kept. Every other conversion is shown as it is: no argument was passed
+// for it, and following it would read arbitrary memory.
 void echo(const std::string& message) {
     std::string text;
     for (std::size_t i = 0; i < message.size(); ++i) {

@@ -1,14 +1,14 @@
-// The program's one text log, and the trace to the debugger.
+// The program's text log, and traces to the debugger.
 //
-// Every line is flushed at once, so that the file holds all that was written before a crash or a
-// power cut. The file is emptied on every open: it tells of the last run only.
+// Every line is flushed at once, so that the file is complete up to a crash or a power cut. The
+// file is emptied whenever it is opened: it covers the last run only.
 #pragma once
 
 #include <cstdarg>
 #include <cstdio>
 #include <string>
 
-// Longest text that one message or trace carries, its terminator included; the rest is cut.
+// The longest message or trace, its terminator included; longer ones are cut.
 constexpr std::size_t MESSAGE_BUFFER_SIZE = 2048;
 
 // Sends the formatted text and a line end to the debugger output. Writes nothing to the log.
@@ -16,7 +16,8 @@ constexpr std::size_t MESSAGE_BUFFER_SIZE = 2048;
 
 class Logger {
   public:
-    // The process-wide log, made on first use; not open until setPath, open or a first message.
+    // The process-wide log, created on first use. It is closed until setPath, open or the first
+    // message.
     static Logger& instance();
 
     Logger(const Logger&) = delete;
@@ -26,21 +27,21 @@ class Logger {
     // Closes the file if it is open, and opens `path` instead.
     void setPath(const std::string& path);
 
-    // Empties the file and writes the line "Opening log at " with the local time. A file that
-    // cannot be opened is reported to the debugger only; the next message tries again, and is lost
-    // if that fails too.
+    // Empties the file and writes the line "Opening log at " with the local time. When the file
+    // cannot be opened, only a trace reports it; the next message tries again, and is lost when
+    // that fails too.
     void open();
 
-    // An error: the message behind a mark, between two empty lines, and its echo to the debugger.
+    // Writes the message as an error, marked and between two empty lines, and traces it.
     [[gnu::format(printf, 2, 3)]] void error(const char* format, ...);
 
-    // A warning: one marked line, and its echo to the debugger.
+    // Writes the message as a warning, one marked line, and traces it.
     [[gnu::format(printf, 2, 3)]] void warning(const char* format, ...);
 
-    // The message as it stands, without a line end and without an echo.
+    // Writes the message without a line end and without a trace.
     [[gnu::format(printf, 2, 3)]] void write(const char* format, ...);
 
-    // The message and a line end, without an echo.
+    // Writes the message and a line end, without a trace.
     [[gnu::format(printf, 2, 3)]] void writeLine(const char* format, ...);
 
   private:

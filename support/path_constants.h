@@ -1,7 +1,7 @@
 // Names of folders and files that the updater shares with the instrument's main application.
 //
-// Everything but INSTALL_ROOT is repeated in each source unit that includes this header; only the
-// values count. The project constants belong to the main application and are carried unused.
+// Every constant except INSTALL_ROOT is duplicated in each source file that includes this header.
+// The project constants belong to the main application; the updater does not use them.
 #pragma once
 
 #include <string>

@@ -21,7 +21,7 @@ StringTable& StringTable::instance() {
 
 void StringTable::setLanguage(int32_t language) {
     entries_.clear();
-    // The empty key has an empty text, where unknown keys have a text that says so.
+    // The empty key maps to an empty text, not to the fallback for unknown keys.
     entries_[""] = WideString();
     load(stringTableFile(NUMERALS).c_str());
     if (const Language* const known = findLanguage(language))
@@ -49,10 +49,12 @@ void StringTable::addLine(const WideString& line) {
         return;
     const std::size_t keyEnd = line.find_first_of(BLANKS);
     const std::size_t textStart = line.find_first_not_of(BLANKS, keyEnd);
-    // Also so when there is no key end or no text start: nothing is found behind the end.
+    // Lines without a key or without a text end here too: a search that starts at npos finds
+    // nothing.
     if (line.find_first_not_of(LINE_END, textStart) == WideString::npos)
         return;
-    // The line end is taken off unseen: a last line without one loses two characters of its text.
+    // Two characters are cut for CR LF without a check: a last line without a line end loses the
+    // last two characters of its text. Kept.
     const std::size_t rest = line.size() - textStart;
     const std::size_t length = rest > LINE_END_LENGTH ? rest - LINE_END_LENGTH : 0;
     entries_[narrow(line.substr(0, keyEnd))] = line.substr(textStart, length);

@@ -1,7 +1,8 @@
-// The texts that the screen shows, looked up by key in the operator's language.
+// The texts of the screen, looked up by key in the operator's language.
 //
-// A table file is UTF-16LE text with CR LF line ends. A line is a key, blanks, and the text up to
-// the line end; a '#' in the first column makes a comment. Later lines replace earlier ones.
+// A string table is UTF-16LE text with CR LF line ends. Each line is a key, blanks, and the text up
+// to the line end; a line that begins with '#' is a comment. Later lines replace earlier ones with
+// the same key.
 #pragma once
 
 #include <cstdint>
@@ -17,16 +18,16 @@ class StringTable {
     // The process-wide table, empty until setLanguage.
     static StringTable& instance();
 
-    // Starts afresh with the entries shared by all languages and those of `language`: 0 English,
-    // 1 French, 2 Portuguese, 3 Spanish, 4 Japanese, 5 Chinese, 6 the file "du". Any other
-    // number is logged and leaves the shared entries alone. A missing file contributes nothing.
+    // Reloads the table with the entries shared by all languages and those of `language`, a number
+    // of LANGUAGES. Any other number is logged and leaves only the shared entries. A missing file
+    // is ignored.
     void setLanguage(int32_t language);
 
-    // Adds the entries of a file of the "lang/" folder. Returns 0 when it was read, 1 when no name
-    // is given (null or empty), 2 when the file could not be opened.
+    // Adds the entries of a file in the "lang/" folder. Returns 0 on success, 1 when the name is
+    // null or empty, 2 when the file cannot be opened.
     int load(const char* fileName);
 
-    // The text for `key`, or "<NO STRING>". Looking up adds no entry.
+    // Returns the text for `key`, or "<NO STRING>" when there is none.
     const WideString& lookup(std::string_view key) const;
 
     int32_t language() const { return language_; }

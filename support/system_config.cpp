@@ -54,7 +54,7 @@ std::string SystemConfig::getString(const WideString& valueName) {
     if (!openKey(KEY_READ, key))
         return {};
     WideString text;
-    // One character more than is read into: a stored text need not carry its terminator.
+    // One more than the registry may fill: a stored text may lack its terminator.
     WCHAR buffer[TEXT_BUFFER_LENGTH + 1] = {};
     DWORD size = TEXT_BUFFER_LENGTH * sizeof(WCHAR);
     if (RegQueryValueExW(key, valueName.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(buffer),
@@ -83,10 +83,10 @@ void SystemConfig::setValue(const WideString& valueName, DWORD type, const void*
     if (RegSetValueExW(key, valueName.c_str(), 0, type, static_cast<const BYTE*>(data),
                        static_cast<DWORD>(size)) != ERROR_SUCCESS)
         warnSetting(valueName);
-    // A failed close speaks of setting again, not of closing: the log's readers know it so.
+    // A failed close logs the setter's message. Kept.
     if (RegCloseKey(key) != ERROR_SUCCESS)
         warnSetting(valueName);
-    // The registry lives in a hive file: flushed, the change survives a power loss.
+    // The registry is a hive file: the flush makes the change survive a power cut.
     RegFlushKey(HKEY_LOCAL_MACHINE);
 }
 
@@ -107,7 +107,7 @@ int32_t SystemConfig::getLastAppMode() {
 int32_t SystemConfig::getDisplayTheme() {
     return getInRange(DISPLAY_THEME, 0, 7);
 }
-// A missing zone reads as -1, which is a zone of the range: the other programs rely on it.
+// A missing value reads as -1, which is a valid zone. Kept.
 int32_t SystemConfig::getTimeZone() {
     return getInRange(TIME_ZONE, -12, 13);
 }

@@ -1,7 +1,7 @@
-// The user-level settings that the instrument's programs share, kept in the registry.
+// The user settings that the instrument's programs share in the registry.
 //
-// Reads yield a fallback when a value is missing, unreadable or out of range; writes go through
-// unchecked, and are lost when the key does not exist. The updater reads the language only.
+// Reading returns a fallback when a value is missing, unreadable or out of range. Writing checks no
+// range, and is lost when the registry key does not exist. The updater reads the language only.
 #pragma once
 
 #include <cstdint>
@@ -14,12 +14,12 @@ class SystemConfig {
     // The process-wide store, made on first use. Each operation opens and closes the key itself.
     static SystemConfig& instance();
 
-    // The number stored under `valueName`, or -1. A value that fails although the key is there is
-    // logged.
+    // Returns the number stored under `valueName`, or -1. A failure is logged, except when the
+    // registry key itself is missing.
     int32_t getDword(const WideString& valueName);
     void setDword(const WideString& valueName, int32_t value);
 
-    // The text stored under `valueName`, 511 characters at most, or the empty text.
+    // Returns the text stored under `valueName`, at most 511 characters, or an empty text.
     std::string getString(const WideString& valueName);
     void setString(const WideString& valueName, const std::string& text);
 

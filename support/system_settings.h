@@ -1,4 +1,4 @@
-// The settings record that the instrument's programs share in memory: folders and network share.
+// The settings record that the instrument's programs share: folders and the network share.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ struct SystemSettings {
     // Where the GUI data lies; ends in a separator. Empty until the screen is set up.
     std::string dataFolder;
 
-    // The rest is carried for the main application; the updater reads none of it.
+    // The fields below belong to the main application; the updater reads none of them.
     std::string reserved2;
     std::string filtersFolder = "Filters";
     std::string usbMountPath = "/USB HD";

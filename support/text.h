@@ -1,8 +1,8 @@
-// Conversion between the narrow strings of paths, logs and keys and the wide ones of the system.
+// Conversion between narrow strings (paths, logs, keys) and the wide strings of the system.
 //
-// Both go character by character. Narrow text is one byte a character, so nothing outside Latin-1
-// survives a round trip. It becomes "?", which stands in no path: the low bytes of U+012E and
-// U+012F are "." and "/", and by them a name would lead out of its folder.
+// Both directions convert character by character, and a narrow character is one byte: only Latin-1
+// survives a round trip. Anything else becomes "?", which no path contains. Keeping the low byte
+// instead would turn U+012E and U+012F into "." and "/", and a name could lead out of its folder.
 #pragma once
 
 #include <string>

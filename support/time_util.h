@@ -1,4 +1,4 @@
-// Text form of a local time, elapsed time, and the device's time zone.
+// Local time as text, elapsed time, and the device's time zone.
 #pragma once
 
 #include <cstdint>
@@ -6,17 +6,17 @@
 
 #include "platform/win32.h"
 
-// "2016/3/7 9:05": only the minute is padded; no seconds.
+// Formats a time as "2016/3/7 9:05". Only the minute is padded, and there are no seconds.
 std::string formatTime(SYSTEMTIME time);
 
-// Time since a start, by the system's performance counter.
+// A stopwatch on the system's performance counter.
 class Timer {
   public:
-    // Starts now.
+    // Starts the stopwatch.
     Timer();
     virtual ~Timer() = default;
 
-    // Starts again.
+    // Restarts the stopwatch from 0.
     void reset();
 
     double elapsedSeconds() const;
@@ -27,6 +27,6 @@ class Timer {
     int64_t start_ = 0;
 };
 
-// Sets the device's offset from UTC, in whole hours; names and daylight-saving rules stay. Failures
-// go to the standard output.
+// Sets the device's offset from UTC, in whole hours, and keeps the zone's names and daylight-saving
+// rules. Failures are printed to the standard output.
 void setTimeZone(int32_t hours);

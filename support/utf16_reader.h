@@ -8,10 +8,10 @@
 
 class Utf16Reader {
   public:
-    // A line is handed out in pieces of at most this many characters.
+    // Longer lines are returned in pieces of this many characters.
     static constexpr std::size_t MAX_LINE = 511;
 
-    // Opens `path` for reading and passes over a leading byte-order mark.
+    // Opens `path` for reading and skips a byte-order mark at its start.
     explicit Utf16Reader(const std::string& path);
     Utf16Reader(const Utf16Reader&) = delete;
     Utf16Reader& operator=(const Utf16Reader&) = delete;
@@ -19,9 +19,9 @@ class Utf16Reader {
 
     bool isOpen() const { return file_ != nullptr; }
 
-    // Reads up to and including the next line feed, MAX_LINE characters at most, into `line`; what
-    // is left of a longer line comes with the next call. Returns false at the end of the file, on a
-    // read error, and when the file is not open. Half a character at the end is dropped.
+    // Reads up to and including the next line feed, at most MAX_LINE characters, into `line`; the
+    // next call returns the rest of a longer line. Returns false at the end of the file, on a read
+    // error, and when the file is not open. Half a character at the end is ignored.
     bool readLine(WideString& line);
 
   private:
