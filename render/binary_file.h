@@ -1,4 +1,4 @@
-// Reading of the GUI data's binary files.
+// Reads binary files of the GUI data.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +11,9 @@ struct FileCloser {
 };
 using FilePointer = std::unique_ptr<std::FILE, FileCloser>;
 
-// Opens the file for reading; null when that fails.
+// Opens the file for reading; returns null on failure.
 FilePointer openBinaryFile(const std::string& path);
 
-// How many bytes lie between the position of the file and its end; 0 when that cannot be told.
+// Returns the number of bytes between the file position and the end; 0 when it cannot be
+// determined.
 uint64_t bytesLeft(std::FILE* file);

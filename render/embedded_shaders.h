@@ -1,4 +1,4 @@
-// The shader texts that the build embeds from render/shaders/.
+// The shader sources that the build embeds from render/shaders/.
 #pragma once
 
 #include <cstddef>

@@ -9,7 +9,7 @@ constexpr std::size_t FACE_SLOTS = 4;
 
 struct Faces {
     Script script;
-    const char* slots[FACE_SLOTS];  // names, from the smallest face up; null for a slot without one
+    const char* slots[FACE_SLOTS];  // names, smallest face first; null: no face
 };
 
 constexpr Faces FACES[] = {
@@ -22,11 +22,10 @@ constexpr const Faces& facesOf(Script script) {
     return FACES[static_cast<std::size_t>(script)];
 }
 
-// The slot for a size in pixels, of `slots` that hold something or null: FACE_SLOTS when all are
-// null.
+// Returns the index of the slot to use for a size in pixels, FACE_SLOTS when all slots are null.
 template <typename Slots>
 constexpr std::size_t pickFace(const Slots& slots, int pixelSize) {
-    // Sizes beyond the largest face fall to the smallest one; kept.
+    // A size above the largest face selects the smallest one. Kept.
     const std::size_t first = pixelSize < 12    ? 0
                               : pixelSize <= 15 ? 1
                               : pixelSize <= 20 ? 2
@@ -41,7 +40,7 @@ constexpr std::size_t pickFace(const Slots& slots, int pixelSize) {
     return FACE_SLOTS;
 }
 
-// The name of the face that FontSet::getFont gives for a size when all faces are there.
+// Returns the name of the face that FontSet::getFont returns for a size when all faces are loaded.
 constexpr const char* faceName(Script script, int pixelSize) {
     return facesOf(script).slots[pickFace(facesOf(script).slots, pixelSize)];
 }

@@ -19,14 +19,14 @@ constexpr std::size_t GLYPH_SIZE = 20;
 constexpr std::size_t KERNING_PAIR_SIZE = 10;
 constexpr std::size_t SHORTEST_KERNING_LINE = 4;
 
-// A glyph names its page with one byte, so nothing is drawn from further pages.
+// A glyph refers to its page with one byte, so no glyph can use further pages.
 constexpr std::size_t MAX_PAGES = 256;
 
-// Sixteen pages of the instrument's largest texture: more than any of its faces has.
+// Sixteen pages of the instrument's largest texture; none of its faces has more.
 constexpr uint64_t MAX_FACE_BYTES = uint64_t{16} * 2048 * 2048;
-constexpr uint64_t TABLE_ENTRY_BYTES = 64;  // of a glyph or of a kerning pair
+constexpr uint64_t TABLE_ENTRY_BYTES = 64;  // memory of a glyph or a kerning pair
 
-// A glyph for every character and all the kerning pairs that a face may have fit in.
+// Large enough for a glyph for every 16-bit character and as many kerning pairs as a face may have.
 constexpr uint64_t MAX_FONT_FILE_SIZE = uint64_t{16} << 20;
 
 enum BlockType : unsigned char { COMMON = 2, PAGES = 3, CHARS = 4, KERNING_PAIRS = 5 };
@@ -55,7 +55,7 @@ bool isControl(char character) {
     return static_cast<unsigned char>(character) < 0x20;
 }
 
-// All names have the length of the first. One that does not end in the block gives no page.
+// Every name has the length of the first. An incomplete name at the end of the block is ignored.
 void parsePages(const unsigned char* content, std::size_t size, FontData& font) {
     const unsigned char* const end = content + size;
     const std::size_t length = static_cast<std::size_t>(std::find(content, end, 0) - content);
@@ -63,7 +63,8 @@ void parsePages(const unsigned char* content, std::size_t size, FontData& font) 
     for (std::size_t i = 0; i < count && font.pageNames.size() < MAX_PAGES; ++i) {
         const unsigned char* const name = content + i * (length + 1);
         std::string& kept = font.pageNames.emplace_back(name, std::find(name, name + length, 0));
-        // No file has such a character in its name, and the log's line on a missing page stays one.
+        // No file name contains a control character. Replacing it keeps the log message about a
+        // missing page on one line.
         std::replace_if(kept.begin(), kept.end(), isControl, '?');
     }
 }
@@ -117,7 +118,7 @@ void parseFont(const unsigned char* bytes, std::size_t size, FontData& font) {
         position += BLOCK_HEADER_SIZE;
         if (stated < 0)
             return;
-        // A file that was cut off keeps the records in front of the cut.
+        // Of a truncated file, the complete records before the cut are used.
         const std::size_t present = std::min(static_cast<std::size_t>(stated), size - position);
         parseBlock(type, bytes + position, present, font);
         position += present;
@@ -125,13 +126,13 @@ void parseFont(const unsigned char* bytes, std::size_t size, FontData& font) {
 }
 
 void parseKerningLine(const WideString& line, KerningTable& kerning) {
-    // A line break counts as one character, whichever of the two it is.
+    // CR LF counts as one character, as a single CR or LF does.
     const bool twoCharacterBreak =
         line.size() >= 2 && line.compare(line.size() - 2, 2, TEXT("\r\n")) == 0;
     const std::size_t length = line.size() - (twoCharacterBreak ? 1 : 0);
     if (length < SHORTEST_KERNING_LINE || line[0] == TEXT('#'))
         return;
-    // Between the pair and its amount stands a separator of any kind.
+    // Any one character separates the pair from its amount.
     const std::string amount = narrow(line.substr(3));
     kerning[{line[0], line[1]}] = static_cast<int16_t>(std::strtol(amount.c_str(), nullptr, 10));
 }

@@ -1,8 +1,8 @@
-// The files that describe a bitmap font: ".fnt" with the glyphs' metrics and the names of the
-// pages that hold their pictures, and ".kern" with further kerning pairs.
+// The files of a bitmap font: ".fnt" with the metrics of the glyphs and the names of their pages,
+// and ".kern" with further kerning pairs.
 //
-// Of a damaged file what was sound before the fault is kept, and the rest is left out. A file that
-// asks for too much is read no further.
+// Of a damaged file, everything before the fault is used. A file that exceeds the limits of a face
+// is not read to its end.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +15,7 @@
 
 #include "platform/win32.h"
 
-// One glyph as the ".fnt" file stores it; lengths in pixels.
+// A glyph as the ".fnt" file stores it. Lengths in pixels.
 struct Glyph {
     uint32_t id;  // character code
     uint16_t x;   // left and top edge in the page
@@ -41,25 +41,24 @@ struct FontData {
     std::vector<std::string> pageNames;
 };
 
-// Adds what the bytes of a ".fnt" file hold to `font`; nothing when they do not begin as one.
+// Adds the content of a ".fnt" file to `font`. Adds nothing when the header is wrong.
 void parseFont(const unsigned char* bytes, std::size_t size, FontData& font);
 
-// Sets the pair that a line of a ".kern" file holds; nothing for a comment or too short a line.
+// Adds the kerning pair in a line of a ".kern" file. Ignores comments and lines that are too short.
 void parseKerningLine(const WideString& line, KerningTable& kerning);
 
-// Loads a ".fnt" file; one that cannot be opened is logged and leaves `font` as it is.
+// Loads a ".fnt" file. When it cannot be opened, logs an error and leaves `font` unchanged.
 void loadFontFile(const std::string& path, FontData& font);
 
-// Loads a ".kern" file on top of the pairs that are there. Not every font has one: a missing file
-// is not reported.
+// Adds the pairs of a ".kern" file. A missing file is not reported: not every font has one.
 void loadKerningFile(const std::string& path, FontData& font);
 
-// Null when the font has no glyph for the character.
+// Returns null when the font has no glyph for the character.
 const Glyph* findGlyph(const FontData& font, uint16_t code);
 
-// The amount in pixels by which `second` is moved behind `first`, if that pair is kerned.
+// Returns the kerning of `second` after `first` in pixels, or nothing for a pair without kerning.
 std::optional<int16_t> findKerning(const FontData& font, uint32_t first, uint32_t second);
 
-// Whether pages, glyphs and kerning pairs together take more than the 64 MiB that a face may: such
-// a face is not to be made.
+// Whether pages, glyphs and kerning pairs together need more than the 64 MiB that a face may use.
+// Such a face must not be created.
 bool asksForTooMuch(const FontData& font);

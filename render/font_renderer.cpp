@@ -29,7 +29,8 @@ void setMatrix(GLuint program, const char* name, const float* matrix) {
 
 }  // namespace
 
-// By way of the other constructor, so that the textures are deleted also when this one throws.
+// Delegates to the other constructor, so that the destructor deletes the textures also when this
+// constructor throws.
 FontRenderer::FontRenderer(const std::string& faceName, void* context) : FontRenderer(context) {
     const std::string folder = SystemSettings::instance().dataFolder + "fonts/";
     loadFontFile(folder + faceName + ".fnt", font_);
@@ -63,7 +64,7 @@ void FontRenderer::loadPages(const std::string& folder) {
 void FontRenderer::drawText(WideText text, int x, int y, float red, float green, float blue,
                             const float* projection, bool useKerning,
                             const float* modelview) const {
-    // A face that asks for too much has no textures.
+    // A face that exceeds its memory limit has loaded no textures.
     if (font_.glyphs.empty() || pageTextures_.size() != font_.pageNames.size())
         return;
     glUseProgram(program_);

@@ -13,40 +13,40 @@
 
 class FontRenderer : public Renderer {
   public:
-    // Loads the face, such as "SegoeUI_13px", from the "fonts/" folder of the GUI data; needs the
-    // GL context. A face whose files are missing or damaged has fewer glyphs, or none, and draws
-    // those it has. One that asks for too much loads no pages and is to be let go at once; what the
-    // tables throw when the memory ends comes through. `context` is kept for its owner and never
-    // looked at.
+    // Loads the face, such as "SegoeUI_13px", from the "fonts/" folder of the GUI data. Needs the
+    // GL context. When files are missing or damaged, the face has fewer glyphs or none. When
+    // isTooLarge() holds afterwards, no pages have been loaded; destroy the object. Throws when
+    // memory runs out. `context` is stored for the owner and never used.
     FontRenderer(const std::string& faceName, void* context);
 
-    // Whether the face asks for too much.
+    // Whether the face exceeds its memory limit.
     bool isTooLarge() const { return asksForTooMuch(font_); }
 
-    // Deletes the textures of the pages; the program stays in the program cache.
+    // Deletes the textures of the pages. The GL program stays in the program cache.
     ~FontRenderer() override;
 
-    // Draws one line up to its first NUL: (x, y) is the pen's start and the top of the line, in
-    // units of `projection`, in which y must grow downwards; colours are 0 to 1. Both matrices have
-    // 16 floats in column order; a null `modelview` stands for the identity. The caller enables
-    // blending. Leaves the program bound. Characters without a glyph take no room and are logged
-    // once; line breaks are passed over. Allocates nothing.
+    // Draws one line up to its first NUL. (x, y) is the start of the pen and the top of the line,
+    // in units of `projection`, whose y must grow downwards. Colours are 0 to 1. Both matrices are
+    // 16 floats in column order; a null `modelview` means the identity. The caller enables
+    // blending. Leaves the program bound. A character without a glyph takes no space and is logged
+    // once; line breaks are skipped. Allocates nothing.
     void drawText(WideText text, int x, int y, float red, float green, float blue,
                   const float* projection, bool useKerning, const float* modelview) const;
 
-    // The same for narrow text, widened byte by byte.
+    // Draws narrow text, widened byte by byte.
     void drawText(const std::string& text, int x, int y, float red, float green, float blue,
                   const float* projection, bool useKerning, const float* modelview) const;
 
-    // The sum of the advances in pixels, without kerning; more than drawText takes for the
-    // characters that it narrows. It stays so: texts are placed by this width.
+    // Returns the sum of the advances in pixels, without kerning and without the narrowing that
+    // drawText applies: the result is larger than the drawn width of narrowed characters. Kept.
     uint32_t textWidth(WideText text) const;
     uint32_t textWidth(const std::string& text) const;
 
-    // Null when the face has no glyph for the character.
+    // Returns null when the face has no glyph for the character.
     const Glyph* findGlyph(uint16_t code) const { return ::findGlyph(font_, code); }
 
-    // The amount in pixels by which `second` is moved behind `first`, if that pair is kerned.
+    // Returns the kerning of `second` after `first` in pixels, or nothing for a pair without
+    // kerning.
     std::optional<int16_t> findKerning(uint32_t first, uint32_t second) const {
         return ::findKerning(font_, first, second);
     }
@@ -62,7 +62,7 @@ class FontRenderer : public Renderer {
     void drawGlyph(const PlacedGlyph& placed, int y) const;
 
     FontData font_;
-    std::vector<GLuint> pageTextures_;  // one per page name; 0 where the page failed to load
+    std::vector<GLuint> pageTextures_;  // one per page name; 0 when loading failed
     void* context_;
     GLuint program_ = 0;
     GLint positionLocation_ = -1;

@@ -6,15 +6,15 @@
 
 namespace {
 
-// The one place where a face is made. Null, and a line in the log, when there is not the memory for
-// it or it asks for more than any face may.
+// The only place that creates a face. Logs an error and returns null when memory runs out or the
+// face exceeds its memory limit.
 std::unique_ptr<FontRenderer> makeFace(const char* name, void* context) {
     try {
         auto face = std::make_unique<FontRenderer>(name, context);
         if (!face->isTooLarge())
             return face;
     } catch (const std::exception&) {
-        // The memory ended in one of the tables; what there was of the face is gone.
+        // Memory ran out in one of the tables; the incomplete face is already destroyed.
     }
     Logger::instance().error("Font %s asks for too much memory.", name);
     return nullptr;

@@ -1,4 +1,4 @@
-// The faces of the current language, from which the screens pick by size.
+// The faces of the current language, selected by size.
 #pragma once
 
 #include <array>
@@ -10,22 +10,22 @@
 
 class FontSet {
   public:
-    // `context` is handed on to every face.
+    // `context` is passed to every face.
     explicit FontSet(void* context = nullptr) : context_(context) {}
 
-    // Replaces the faces by those of the language (numbered as the string tables are). Needs the GL
-    // context. Ends at the first face for which there is not the memory. True when the language has
-    // faces and all were made; a face whose files are missing counts as made.
+    // Replaces the faces with those of the language (a number of LANGUAGES). Needs the GL context.
+    // Returns true when the language exists and all its faces were created; a face whose files are
+    // missing counts as created. Stops at the first face that cannot be created.
     bool loadFonts(int32_t languageId);
 
-    // The face for a size in pixels, or the nearest there is; null when there is none at all. Good
-    // until the next loadFonts or clear.
+    // Returns the face for a size in pixels, or the nearest one; null when no face is loaded. Valid
+    // until the next call of loadFonts or clear.
     FontRenderer* getFont(int pixelSize) const;
 
-    // Deletes all faces, while the GL context is still there.
+    // Deletes all faces. Call it while the GL context exists.
     void clear();
 
   private:
     void* context_;
-    std::array<std::unique_ptr<FontRenderer>, FACE_SLOTS> slots_;  // from the smallest up
+    std::array<std::unique_ptr<FontRenderer>, FACE_SLOTS> slots_;  // smallest face first
 };

@@ -7,8 +7,9 @@ namespace {
 
 constexpr int32_t HALO_WIDTH = 30;
 
-// The arrays are enabled by number although the pointers go by location: every program with these
-// inputs has its position linked at 0 and its second attribute at 1, and the screens rely on it.
+// The arrays are enabled by these numbers, while the pointers are set by location. It works because
+// in every program with these inputs the position is at location 0 and the second attribute at 1.
+// Kept.
 constexpr GLuint POSITION_ARRAY = 0;
 constexpr GLuint SECOND_ARRAY = 1;
 

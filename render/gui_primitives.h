@@ -1,8 +1,8 @@
-// Flat-coloured shapes of the screens, drawn with the "gui" program or one with the same inputs.
+// Flat-coloured shapes, drawn with the "gui" program or one with the same inputs.
 //
 // The caller binds the program and sets "prmtx" first. Coordinates are pixels of that projection,
-// colours 0 to 1. The attribute arrays 0 (position) and 1 (second attribute) are enabled for the
-// draw and disabled after it. Empty point lists draw nothing.
+// colours are 0 to 1. The attribute arrays 0 (position) and 1 (second attribute) are enabled for
+// the draw call and disabled after it. An empty list of points draws nothing.
 #pragma once
 
 #include <cstdint>
@@ -31,27 +31,28 @@ struct GuiPoint3D {
 void drawFilledRect(const GuiRect& rect, GLint positionLocation, GLint colorLocation, float red,
                     float green, float blue);
 
-// The four edges as lines `lineWidth` pixels wide, long enough that the corners close.
+// Draws the four edges as lines of `lineWidth` pixels, extended so that they meet at the corners.
 void drawRectOutline(const GuiRect& rect, GLint positionLocation, GLint colorLocation, float red,
                      float green, float blue, float lineWidth);
 
-// For the "halo" program: the rectangle grown by the halo, with texture coordinates of 0 to 1, and
-// its width by its height in the uniform at `aspectLocation`.
+// Draws the rectangle enlarged by the halo, for the "halo" program. The texture coordinates run
+// from 0 to 1; the uniform at `aspectLocation` is set to the enlarged rectangle's width divided by
+// its height.
 void drawHaloRect(const GuiRect& rect, GLint positionLocation, GLint texCoordLocation,
                   GLint aspectLocation);
 
-// The rectangle with texture coordinates of 0 to 1.
+// Draws the rectangle with texture coordinates from 0 to 1.
 void drawUnitTexturedRect(const GuiRect& rect, GLint positionLocation, GLint texCoordLocation);
 
-// One line through all points.
+// Draws one line through all points.
 void drawPolyline(const std::vector<GuiPoint>& points, GLint positionLocation, GLint colorLocation,
                   float red, float green, float blue, float lineWidth);
 
-// A line for every two points; clears the list, which its users fill anew for every frame.
+// Draws a line for every two points and clears the list: callers fill it again for every frame.
 void drawLineList(std::vector<GuiPoint>& points, GLint positionLocation, GLint colorLocation,
                   float red, float green, float blue, float lineWidth);
 
-// A line for every two points in space, with the colour in the vec4 uniform at `colorUniform`. The
-// only array that is enabled is that at `positionLocation`.
+// Draws a line for every two points in space, in the colour that it sets in the vec4 uniform at
+// `colorUniform`. Only the array at `positionLocation` is enabled.
 void drawLineList3D(const std::vector<GuiPoint3D>& points, GLint positionLocation,
                     GLint colorUniform, float red, float green, float blue);

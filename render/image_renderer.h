@@ -1,11 +1,11 @@
-// The GL program that shows a texture, and where its inputs are.
+// The GL program that draws a texture, and the locations of its inputs.
 #pragma once
 
 #include "platform/gles.h"
 #include "render/renderer.h"
 
-// Holds what is needed to draw an image quad and leaves the drawing to its user: bind `program`,
-// set "prmtx" and the sampler, feed the two attributes, draw. Images are opaque: blending off.
+// The caller draws: it binds `program`, sets "prmtx" and the sampler, supplies the two attributes
+// and draws a quad. Images are opaque, so blending must be off.
 class ImageRenderer : public Renderer {
   public:
     // Needs the GL context. The program comes from the program cache and outlives this object.

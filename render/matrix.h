@@ -1,10 +1,10 @@
-// 4x4 matrices of floats in column order, as glUniformMatrix4fv takes them.
+// 4x4 float matrices in column order, as glUniformMatrix4fv takes them.
 #pragma once
 
 // Fills the 16 floats at `m` with the identity.
 void identityMatrix(float* m);
 
-// Fills the 16 floats at `m` with the orthographic projection of that box. A bottom above the top
-// makes y grow downwards.
+// Fills the 16 floats at `m` with the orthographic projection of the given box. With `bottom` above
+// `top`, y grows downwards.
 void orthoMatrix(float left, float right, float bottom, float top, float nearPlane, float farPlane,
                  float* m);

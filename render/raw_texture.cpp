@@ -10,14 +10,14 @@
 
 namespace {
 
-// The instrument's largest texture is 2048 pixels on a side. A font file can claim a page of 65535
-// pixels: such a page must not cost 4 GB when its file holds less than half of it.
+// The instrument's largest texture is 2048 pixels on each side. A font file can claim a page of
+// 65535 pixels; it must not cost 4 GB when the page's file holds less than half of it.
 constexpr uint64_t MAX_COMPLETED_BYTES = uint64_t{2048} * 2048 * 3;
 
 using Pixels = std::unique_ptr<unsigned char[]>;
 
-// Reads `size` bytes from where the file stands, with zeros for what it does not hold. Null when
-// that is more than the memory.
+// Reads `size` bytes from the current position and fills up with zeros at the end of the file.
+// Returns null when memory runs out.
 Pixels readPixels(std::FILE* file, uint64_t size) {
     if (size > std::numeric_limits<std::size_t>::max())
         return nullptr;
@@ -25,14 +25,13 @@ Pixels readPixels(std::FILE* file, uint64_t size) {
     Pixels pixels(new (std::nothrow) unsigned char[count]);
     if (pixels == nullptr)
         return nullptr;
-    // However few bytes come, the rest is zero.
     const std::size_t got = std::fread(pixels.get(), 1, count, file);
     std::fill(pixels.get() + got, pixels.get() + count, static_cast<unsigned char>(0));
     return pixels;
 }
 
-// The same from byte `offset` of the file at `path` on. Null, and the reason in the log, also when
-// there is no such file.
+// Reads `size` bytes from byte `offset` of the file at `path`. Logs the reason and returns null
+// when the file is missing, too short or too large.
 Pixels loadPixels(const char* path, int32_t offset, uint64_t size) {
     if (path == nullptr)
         return nullptr;
@@ -69,7 +68,7 @@ void uploadTexture(GLuint texture, GLenum format, GLsizei width, GLsizei height,
 }
 
 uint64_t byteCount(GLsizei width, GLsizei height, uint64_t bytesPerPixel) {
-    // No file holds so much: such a picture is not made.
+    // A negative size gives a byte count that readPixels refuses.
     if (std::min(width, height) < 0)
         return std::numeric_limits<uint64_t>::max();
     return static_cast<uint64_t>(width) * static_cast<uint64_t>(height) * bytesPerPixel;
@@ -94,7 +93,7 @@ GLuint loadRawLuminanceTexture(const char* path, GLsizei size, int32_t offset) {
     if (pixels == nullptr)
         return 0;
     const GLuint texture = createTexture();
-    // To the debugger only: a font with many pages would fill the log.
+    // Traced, not logged: a font with many pages would fill the log.
     if (texture == 0)
         debugPrint("Failed to create GL texture.");
     else

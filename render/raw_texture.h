@@ -1,21 +1,21 @@
-// Textures from headerless pixel files: rows one after another from the top, without padding.
+// Textures from raw pixel files without a header: rows from the top down, without padding.
 //
-// The caller knows the size; the file does not tell it. A file that is too short is completed with
-// zeros, but for a picture larger than any of the instrument's (12 MiB) memory is only taken when
-// the file holds at least half of it.
+// The caller passes the size. Pixels missing at the end of a short file become 0. A picture of more
+// than 12 MiB, larger than any of the instrument's, is loaded only when its file holds at least
+// half of it: a damaged size must not allocate much memory.
 //
-// Both loaders leave the new texture bound and the unpack alignment at 1. The texture belongs to
-// the caller. They return 0, and log why, when there is no such file, when it is shorter than that,
-// and when there is not the memory for the picture.
+// Both loaders leave the new texture bound and the unpack alignment at 1; the caller owns the
+// texture. They log an error and return 0 when the file is missing or shorter than that, or when
+// memory runs out.
 #pragma once
 
 #include <cstdint>
 
 #include "platform/gles.h"
 
-// Three bytes a pixel: red, green, blue. 0 also for a null path.
+// Loads three bytes per pixel: red, green, blue. Returns 0 for a null path too.
 GLuint loadRawRGBTexture(const char* path, GLsizei width, GLsizei height);
 
-// One byte a pixel, `size` pixels on a side, from byte `offset` of the file on. 0 also for a null
-// path.
+// Loads one byte per pixel, `size` pixels on each side, from byte `offset` of the file. Returns 0
+// for a null path too.
 GLuint loadRawLuminanceTexture(const char* path, GLsizei size, int32_t offset);

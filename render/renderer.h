@@ -1,4 +1,4 @@
-// The common base of what draws with a GL program of its own.
+// The base class of the renderers, each of which draws with its own GL program.
 #pragma once
 
 class Renderer {

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The two functions of GL are those of shaders or those of programs.
+// `getNumber` and `getLog` are GL's functions for shaders or for programs.
 template <class GetNumber, class GetLog>
 void printInfoLog(GLuint object, GetNumber getNumber, GetLog getLog) {
     GLint length = 0;
@@ -52,14 +52,15 @@ GLuint createProgram(const char* baseName) {
     if (compiled == 0)
         printShaderInfoLog(vertexShader);
 
-    // Not reset: for a shader that is missing GL leaves the vertex shader's status in place.
+    // `compiled` is not reset: when the fragment shader is missing, it keeps the vertex shader's
+    // status. Kept.
     const GLuint fragmentShader = compileShader(fragmentFile, GL_FRAGMENT_SHADER);
     glGetShaderiv(fragmentShader, GL_COMPILE_STATUS, &compiled);
     if (compiled == 0)
         printShaderInfoLog(fragmentShader);
 
     const GLuint program = glCreateProgram();
-    // The instrument's driver has always been given each shader twice; it stays that way.
+    // Each shader is compiled a second time. Kept.
     glCompileShader(vertexShader);
     glCompileShader(fragmentShader);
     glAttachShader(program, vertexShader);
@@ -68,8 +69,7 @@ GLuint createProgram(const char* baseName) {
     glDeleteShader(fragmentShader);
     glLinkProgram(program);
 
-    // The compile status decides, not the link status: what the traces of the instruments in the
-    // field hold is compared with those of new versions.
+    // The link log is traced when compiling failed, not when linking failed. Kept.
     GLint linked = 0;
     glGetProgramiv(program, GL_LINK_STATUS, &linked);
     if (compiled != 1)

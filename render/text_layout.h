@@ -1,4 +1,4 @@
-// How a line of text lies: which of its characters are drawn, and where.
+// The layout of a line of text: the glyphs to draw and their positions.
 #pragma once
 
 #include <cstddef>
@@ -11,15 +11,15 @@ using WideText = std::basic_string_view<WCHAR>;
 
 struct PlacedGlyph {
     const Glyph& glyph;
-    std::size_t index;  // of its character in the text
-    float left, right;  // x, with kerning and narrowing
-    int32_t top;        // from the top of the line
+    std::size_t index;  // of the character in the text
+    float left, right;  // x coordinates, after kerning and narrowing
+    int32_t top;        // y, from the top of the line
 };
 
-// Lays out a line up to its first NUL, from the x at which the pen starts. Calls
-// `onGlyph(const PlacedGlyph&)` for what is drawn and `onMissing(WCHAR)` for a character without a
-// glyph, which takes no room. Line breaks and byte-order marks are passed over, and glyphs of a
-// page that the font does not name. Allocates nothing.
+// Lays out a line up to its first NUL, starting at x = `pen`. Calls `onGlyph(const PlacedGlyph&)`
+// for every glyph to draw, and `onMissing(WCHAR)` for every character without a glyph, which takes
+// no space. Skips line breaks, byte-order marks, and glyphs whose page the font does not list.
+// Allocates nothing.
 template <typename OnGlyph, typename OnMissing>
 void layOutLine(const FontData& font, WideText text, float pen, bool useKerning, OnGlyph onGlyph,
                 OnMissing onMissing) {
@@ -36,14 +36,14 @@ void layOutLine(const FontData& font, WideText text, float pen, bool useKerning,
         }
         if (glyph->page >= font.pageNames.size())
             continue;
-        // The pair is made with the character in front even if that one was not drawn, and it moves
-        // this glyph only, not the pen: texts were laid out with that.
+        // A skipped character still forms a kerning pair with the next one, and kerning moves the
+        // glyph but not the pen. Kept.
         const int kerning =
             useKerning && i > 0 ? findKerning(font, line[i - 1], code).value_or(0) : 0;
         const float left = pen + static_cast<float>(kerning);
         const float scale = isNarrowed(code) ? NARROW_SCALE : 1.0F;
         const float right = left + static_cast<float>(glyph->width) * scale;
-        // The font tool's signed numbers have always been read as unsigned.
+        // Signed offsets and advances are read as unsigned. Kept.
         onGlyph(PlacedGlyph{*glyph, i, left, right, static_cast<uint16_t>(glyph->yoffset)});
         pen += static_cast<float>(static_cast<uint16_t>(glyph->xadvance)) * scale;
     }
