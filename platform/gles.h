@@ -1,8 +1,7 @@
-// The one header by which the program sees EGL and OpenGL ES 2.0.
+// The one header through which the program includes EGL and OpenGL ES 2.0.
 //
-// Desktop drivers are stricter than the instrument's. What they need beyond the calls that the
-// program makes is added here and nowhere else, so that render/ and its shader texts stay as the
-// instrument has them.
+// Desktop drivers are stricter than the instrument's. The workarounds for them are all here, so
+// that render/ and its shaders stay as they are on the instrument.
 #pragma once
 
 #include "platform/win32.h"

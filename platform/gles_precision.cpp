@@ -2,12 +2,12 @@
 
 #include "platform/gles.h"
 
-// The real one is meant from here on.
+// The name below means GL's own function.
 #undef glShaderSource
 
 namespace {
 
-// Behind it the text's first line counts as line 1 again in the compiler's messages.
+// "#line 1" makes the compiler's messages count lines from the shader's own first line.
 constexpr const GLchar* PRECISION = "precision mediump float;\n#line 1\n";
 constexpr GLint UNTIL_NUL = -1;
 

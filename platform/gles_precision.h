@@ -1,6 +1,6 @@
-// glShaderSource for compilers that refuse a fragment shader without a precision statement: each
-// fragment shader gets one in a string of its own, which leaves the line numbers of the text alone.
-// To be included behind the GLES header.
+// Replaces glShaderSource for compilers that reject a fragment shader without a precision
+// statement. The statement is passed as a separate first string, so the line numbers of the
+// shader's text do not change. Include this after the GLES header.
 #pragma once
 
 void shaderSourceWithPrecision(GLuint shader, GLsizei count, const GLchar* const* strings,

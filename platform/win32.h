@@ -1,8 +1,8 @@
-// The one header by which the program sees the Win32 calls it is written against.
+// The one header through which the program includes the Win32 API.
 //
-// On Windows these are the system's own; elsewhere platform/posix/ implements the subset in use
-// with the same names, types, results and error numbers. Nothing outside platform/ asks which
-// system it is on.
+// On Windows it includes the system's headers. Elsewhere platform/posix/ implements the subset in
+// use, with the same names, types, results and error numbers. Nothing outside platform/ checks
+// which system it runs on.
 #pragma once
 
 #ifdef _WIN32
@@ -13,5 +13,5 @@
 
 #include <string>
 
-// UTF-16 text: every text that is drawn, and every path that is handed to the system.
+// UTF-16 text: all text that is drawn, and all paths passed to the system.
 using WideString = std::basic_string<WCHAR>;

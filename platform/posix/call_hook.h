@@ -1,5 +1,5 @@
-// A look-out over every call that the program makes of the system, for tests: it records call
-// orders, injects faults, and can end the process at a call of its choice. Null in normal use.
+// Test hook: sees every Win32 call before it is made, and may fail it or kill the process. It is
+// null in normal use.
 #pragma once
 
 #include <functional>
@@ -10,15 +10,15 @@
 
 struct HookedCall {
     const char* name;
-    // Texts as UTF-8, numbers in decimal; records and handles are left out.
+    // Text as UTF-8, numbers in decimal; structures and handles are left out.
     std::vector<std::string> arguments;
 };
 
-// Sees a call before it is made. Returns 0 to let it go on, or the error number with which it is to
-// fail without being made (a call that cannot fail is left out).
+// Called before each Win32 call. Returns 0 to let the call proceed, or the error number with which
+// it must fail without being made. A call that cannot fail is skipped instead.
 using CallHook = std::function<DWORD(const HookedCall& call)>;
 
-// Replaces the hook; an empty one takes it away.
+// Replaces the hook; an empty one removes it.
 void setCallHook(CallHook hook);
 
 namespace host {
@@ -33,7 +33,7 @@ inline std::string hookArgument(int number) {
     return std::to_string(number);
 }
 
-// Shows the call to the hook. Returns the error with which the call is to fail, 0 for none.
+// Passes the call to the hook. Returns the error with which the call must fail, or 0.
 template <class... Arguments>
 DWORD errorFromHook(const char* name, const Arguments&... arguments) {
     if (!callHook)
@@ -41,7 +41,8 @@ DWORD errorFromHook(const char* name, const Arguments&... arguments) {
     return callHook({name, {hookArgument(arguments)...}});
 }
 
-// The same for calls that report by the last error, which it sets. Returns whether the call fails.
+// For calls that report errors with GetLastError: sets the last error. Returns whether the call
+// must fail.
 template <class... Arguments>
 bool refusedByHook(const char* name, const Arguments&... arguments) {
     const DWORD error = errorFromHook(name, arguments...);

@@ -1,7 +1,7 @@
 // Sleep, local time, the time zone and the performance counter.
 //
-// The device's zone is kept in its registry; without one there the host's holds. The host's own is
-// never touched.
+// The device's time zone is stored in its registry; without one there, the host's zone applies. The
+// host's own zone is never changed.
 
 #include "platform/posix/clock.h"
 
@@ -25,7 +25,7 @@ constexpr int64_t NANOSECONDS_PER_TICK = 100;
 constexpr int64_t SECONDS_1601_TO_1970 = 11'644'473'600;
 constexpr int64_t SECONDS_PER_MINUTE = 60;
 constexpr int64_t NANOSECONDS_PER_SECOND = 1'000'000'000;
-// The year 30000, well inside what both a FILETIME and a SYSTEMTIME can hold.
+// The year 30000, which FILETIME and SYSTEMTIME can both hold.
 constexpr int64_t LATEST_SECOND = 884'541'340'800;
 
 constexpr char16_t ZONE_KEY[] = u"HKEY_LOCAL_MACHINE\\Time";
@@ -65,7 +65,7 @@ int64_t toTicks(const FILETIME& time) {
 FILETIME toLocal(const FILETIME& time) {
     const int64_t bias = int64_t{zone().Bias} + zone().StandardBias;
     const int64_t shift = bias * SECONDS_PER_MINUTE * TICKS_PER_SECOND;
-    // Without a sign, so that a time out of all range wraps.
+    // Unsigned arithmetic, so that a time out of range wraps around.
     return fromTicks(
         static_cast<int64_t>(static_cast<uint64_t>(toTicks(time)) - static_cast<uint64_t>(shift)));
 }
@@ -94,7 +94,7 @@ bool toCalendar(const FILETIME& time, SYSTEMTIME& calendar) {
 namespace host {
 
 FILETIME fileTime(const timespec& time) {
-    // A file system may hold any number of seconds.
+    // File systems can return times out of range.
     const int64_t seconds = std::clamp(int64_t{time.tv_sec}, -SECONDS_1601_TO_1970, LATEST_SECOND);
     return fromTicks((seconds + SECONDS_1601_TO_1970) * TICKS_PER_SECOND +
                      time.tv_nsec / NANOSECONDS_PER_TICK);

@@ -1,4 +1,4 @@
-// Times of the host in the terms of Windows.
+// Host times in Windows terms.
 #pragma once
 
 #include <sys/stat.h>
@@ -7,11 +7,11 @@
 
 namespace host {
 
-// 100 ns since 1601, UTC.
+// Ticks of 100 ns since 1601, UTC.
 FILETIME fileTime(const timespec& time);
 
-// The device's time zone is read once and kept until the program sets it; the device folder's
-// change calls for another look.
+// Drops the cached time zone of the device. The zone is read once and cached; call this when the
+// device folder changes.
 void forgetTimeZone();
 
 }  // namespace host

@@ -1,10 +1,9 @@
-// The command line that the program asks for.
+// The command line that GetCommandLineW returns.
 #pragma once
 
 namespace host {
 
-// Joins the arguments of main with blanks; one that holds blanks is put between quotes, so that
-// they can be told apart again.
+// Joins the arguments of main with blanks. An argument that contains blanks is put in quotes.
 void setCommandLine(int count, const char* const* arguments);
 
 }  // namespace host

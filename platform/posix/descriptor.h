@@ -1,4 +1,4 @@
-// A file of the host that is closed at the end of its scope.
+// A file descriptor that is closed at the end of its scope.
 #pragma once
 
 #include <unistd.h>
@@ -17,7 +17,7 @@ class Descriptor {
     }
     ~Descriptor() { close(); }
 
-    // Returns false, and sets errno, when the file system tells only now what went wrong before.
+    // Returns false and sets errno when the file system reports an earlier write error only now.
     bool close() { return number_ < 0 || ::close(std::exchange(number_, -1)) == 0; }
     bool isOpen() const { return number_ >= 0; }
     int number() const { return number_; }

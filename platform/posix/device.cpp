@@ -35,8 +35,7 @@ bool isRelative(std::u16string_view path) {
     return path.find_first_of(host::SEPARATORS) != 0;
 }
 
-// What the system drops at the end of a name: all dots and blanks at the end of a path, and a
-// single dot before a separator.
+// Windows drops dots and blanks at the end of a path, and a single dot before a separator.
 std::u16string_view withoutEnd(std::u16string_view name, bool isLast) {
     if (isLast)
         return name.substr(0, name.find_last_not_of(u". ") + 1);

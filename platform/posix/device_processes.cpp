@@ -20,7 +20,8 @@ namespace host {
 
 namespace {
 
-// The device folder and the flash disk, which may be a link. The host's root is never the device.
+// The device folder and the flash disk, which may be a link to elsewhere. The host's root never
+// counts as the device.
 std::vector<FileIdentity> deviceFolders() {
     std::vector<FileIdentity> folders = {identityOf(deviceRoot()),
                                          identityOf(deviceRoot() + "/FlashDisk")};
@@ -42,21 +43,21 @@ bool isBelow(std::string path, const std::vector<FileIdentity>& folders) {
     return false;
 }
 
-// The name of the file that `link` leads to if it lies on the device, otherwise empty. The kernel
-// tells where the file lies now; a file that is gone was last there.
+// Returns the name of the file that `link` refers to when it lies on the device, otherwise an empty
+// text. The kernel reports the file's current path, or the last one of a deleted file.
 std::string nameOnDevice(const std::string& link, const std::vector<FileIdentity>& folders) {
     const Descriptor file(::open(link.c_str(), O_PATH | O_CLOEXEC));
     struct stat status {};
     if (!file.isOpen() || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
         return {};
     std::string path = readLink("/proc/self/fd/" + std::to_string(file.number()));
-    // Something else may be mounted at the place by now.
+    // Another file may have been mounted over the path.
     if (identityOf(path) != FileIdentity{status} && !removeDeletedMark(path))
         return {};
     return isBelow(path, folders) ? baseName(path) : std::string();
 }
 
-// The files that a process finds and the numbers that it knows processes by.
+// The namespaces in which a process sees files and process ids.
 struct View {
     explicit View(const std::string& process)
         : parts{identityOf(process + "/ns/mnt"), identityOf(process + "/ns/pid"),
@@ -68,7 +69,8 @@ struct View {
     std::array<FileIdentity, 3> parts;
 };
 
-// The name of what process `id` runs if it is one of the device's, otherwise empty.
+// Returns the name of the program or script that process `id` runs when it belongs to the device,
+// otherwise an empty text.
 std::string nameOfDeviceProcess(const std::string& id, const std::vector<FileIdentity>& folders) {
     const std::string process = "/proc/" + id;
     if (!View(process).isOurs())
@@ -86,7 +88,8 @@ std::string nameOfDeviceProcess(const std::string& id, const std::vector<FileIde
     return name;
 }
 
-// The number of the process behind a descriptor, as /proc has it; negative once it is gone.
+// Returns the process id behind a process descriptor, as /proc reports it; negative when the
+// process has ended.
 long numberOf(int process) {
     const std::string information = readFile("/proc/self/fdinfo/" + std::to_string(process));
     const std::string label = "\nPid:";
@@ -115,7 +118,7 @@ int openDeviceProcess(DWORD id) {
         errno = ESRCH;
         return -1;
     }
-    // The look at /proc was one at this process if the number still means it afterwards.
+    // When the id still means the same process afterwards, /proc described that process.
     if (nameOfDeviceProcess(std::to_string(id), deviceFolders()).empty() ||
         numberOf(process) != static_cast<long>(id)) {
         ::close(process);

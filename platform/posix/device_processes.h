@@ -1,7 +1,7 @@
-// Which processes of the host are the simulated device's: those whose program, or the script that
-// their program reads, lies below the device folder. Files are compared by device and inode; a
-// process that sees other files or numbers processes otherwise than the updater (in a container,
-// say) is none of the device's. What is in doubt is the host's: it is never ended.
+// Finds the host processes that belong to the simulated device: those whose program, or the script
+// that it runs, lies below the device folder. Files are compared by device and inode. A process in
+// another mount or process namespace (a container, for example) does not belong to the device. A
+// process that cannot be identified with certainty is never ended.
 #pragma once
 
 #include <string>
@@ -13,14 +13,15 @@ namespace host {
 
 struct DeviceProcess {
     DWORD id;
-    std::string name;  // of the program's or the script's file
+    std::string name;  // file name of the program or script
 };
 
-// Those that run now, by number.
+// Returns the running processes of the device, sorted by process id.
 std::vector<DeviceProcess> deviceProcesses();
 
-// A descriptor that holds process `id`, so that the number cannot come to mean another one. Returns
-// -1 with errno ESRCH when there is none, and EPERM when it is not the device's.
+// Returns a descriptor of process `id`, which keeps referring to this process when the id is
+// reused. Returns -1 with errno ESRCH when there is no such process, EPERM when it is not the
+// device's.
 int openDeviceProcess(DWORD id);
 
 }  // namespace host

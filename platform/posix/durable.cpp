@@ -12,13 +12,13 @@ namespace {
 
 bool flush(int at, const char* folder, int (*call)(int)) {
     const Descriptor opened(::openat(at, folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    // EINVAL: a file system on which a folder has nothing to flush.
+    // EINVAL: the file system has nothing to flush for a folder.
     return opened.isOpen() && (call(opened.number()) == 0 || errno == EINVAL);
 }
 
 }  // namespace
 
-// One call for all files: a flush of each would wait for the disk as many times.
+// One call for all files; flushing each file would wait for the disk once per file.
 bool flushDisk(int folder) {
     return flush(folder, ".", ::syncfs);
 }

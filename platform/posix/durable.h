@@ -1,20 +1,21 @@
-// What a power cut must not take away. The instrument's disk writes through; the host keeps in
-// memory what it is given, and brings names to the disk before contents: a new file could come back
-// without a byte.
+// Flushes files and folders to the disk, against power cuts. The instrument's disk writes through.
+// The host caches writes and may write a file's name before its content, so that a new file could
+// be empty after a power cut.
 //
-// Relied upon: changes of names reach the disk in the order in which they were made, so that one
-// flush brings all earlier ones along. A file system with a journal does so; a FAT disk does not.
+// This relies on the file system writing changes of names in order, so that one flush includes all
+// earlier ones. Journaling file systems do; FAT does not.
 #pragma once
 
 #include <string>
 
 namespace host {
 
-// Brings everything on the file system of an opened folder to its disk, contents included. Returns
-// false, and sets errno, when the disk does not take it.
+// Flushes the whole file system of an opened folder, file contents included. Returns false and sets
+// errno on failure.
 bool flushDisk(int folder);
 
-// Brings the names in the folder to the disk, or in that in which `path` stands. The same result.
+// Flush the names in the folder, or in the parent folder of `path`. Return false and set errno on
+// failure.
 bool flushFolder(int folder);
 bool flushFolderOf(const std::string& path);
 

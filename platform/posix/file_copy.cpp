@@ -1,5 +1,5 @@
-// CopyFileW: in the kernel where the file system can, so that a large file costs no copy through
-// memory and a file system with shared extents shares them.
+// CopyFileW. The kernel copies where the file systems support it: a large file need not pass
+// through this program's memory, and a file system with shared extents can share them.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -54,7 +54,7 @@ bool copyThroughMemory(int from, int to, off_t size) {
     return true;
 }
 
-// Copies `size` bytes from where both files stand, or as many as there are.
+// Copies `size` bytes from the current positions, or up to the end of the input.
 bool copyPiece(int from, int to, off_t size) {
     for (off_t left = size; left > 0;) {
         const ssize_t copied =
@@ -63,7 +63,7 @@ bool copyPiece(int from, int to, off_t size) {
             left -= copied;
         if (copied > 0 || (copied < 0 && errno == EINTR))
             continue;
-        // A pair of file systems for which the kernel does not do it.
+        // The kernel cannot copy between these file systems.
         const bool refused = copied < 0 && (errno == EXDEV || errno == EINVAL || errno == ENOSYS ||
                                             errno == EOPNOTSUPP);
         return (copied == 0 || refused) && copyThroughMemory(from, to, left);
@@ -71,11 +71,11 @@ bool copyPiece(int from, int to, off_t size) {
     return true;
 }
 
-// Holes stay holes: a sparse file takes no more room than it did.
+// Copies the data between holes only, so that a sparse file stays sparse.
 bool copySparse(int from, int to, off_t size) {
     for (off_t at = 0; at < size;) {
         const off_t data = ::lseek(from, at, SEEK_DATA);
-        if (data < 0 && errno == ENXIO)  // a hole up to the end
+        if (data < 0 && errno == ENXIO)  // no data up to the end
             break;
         const off_t hole = data < 0 ? -1 : ::lseek(from, data, SEEK_HOLE);
         if (hole < 0 || ::lseek(from, data, SEEK_SET) < 0 || ::lseek(to, data, SEEK_SET) < 0 ||
@@ -87,24 +87,24 @@ bool copySparse(int from, int to, off_t size) {
 }
 
 bool copyContent(int from, int to, const struct stat& status) {
-    // A file whose size the kernel does not tell has more in it than that.
+    // st_size 0 may mean unknown (/proc): read to the end.
     if (status.st_size == 0)
         return copyThroughMemory(from, to, std::numeric_limits<off_t>::max());
     constexpr off_t BLOCK_SIZE = 512;
     const bool sparse = status.st_blocks * BLOCK_SIZE < status.st_size;
-    // A file system need not tell where its holes are.
+    // Not every file system can report holes.
     const bool seekable = sparse && (::lseek(from, 0, SEEK_DATA) >= 0 || errno != EINVAL);
     return seekable ? copySparse(from, to, status.st_size) : copyPiece(from, to, status.st_size);
 }
 
-// What there is at the destination must be an ordinary file that may be replaced.
+// An existing destination must be a regular file that is not read-only.
 DWORD refusal(const struct stat& source, const struct stat& present) {
     if (!S_ISREG(present.st_mode) || host::isReadOnly(present))
         return ERROR_ACCESS_DENIED;
     return FileIdentity(source) == FileIdentity(present) ? ERROR_SHARING_VIOLATION : ERROR_SUCCESS;
 }
 
-// Removes what was made of a copy that failed.
+// Removes the incomplete destination of a failed copy.
 void removeUnfinished(LPCWSTR path) {
     Place place;
     if (host::locate(path, place) == ERROR_SUCCESS)
@@ -116,7 +116,7 @@ void removeUnfinished(LPCWSTR path) {
 bool host::copyFile(int from, const struct stat& source, Descriptor& to, bool replaces) {
     if (!copyContent(from, to.number(), source))
         return false;
-    // As far as the file system has modes and times: a copy to a memory stick is none the worse.
+    // Failures are ignored: FAT, for example, does not store these attributes.
     const timespec times[2] = {source.st_atim, source.st_mtim};
     if (replaces || isReadOnly(source))
         ::fchmod(to.number(), source.st_mode & 0777);
@@ -145,7 +145,7 @@ BOOL CopyFileW(LPCWSTR source, LPCWSTR destination, BOOL failIfExists) {
         return fail(ERROR_ACCESS_DENIED);
 
     constexpr int flags = O_WRONLY | O_NONBLOCK;
-    // Writable until its content is complete, so that a copy that is killed can be made again.
+    // The copy stays writable until it is complete, so that a copy that was killed can be repeated.
     const mode_t mode = (status.st_mode & 0777) | S_IWUSR;
     Descriptor output(host::openResolved(to, flags | O_CREAT | O_EXCL, mode));
     const bool replaces = !output.isOpen() && errno == EEXIST;

@@ -1,4 +1,4 @@
-// What a copy of a file takes along.
+// Copies a file with its attributes.
 #pragma once
 
 #include <sys/stat.h>
@@ -7,8 +7,8 @@
 
 namespace host {
 
-// Copies the content, mode and times of an open file to an empty one, which is new or `replaces`
-// another, and closes that. Returns false, and sets errno, when the copy is not complete.
+// Copies content, mode and times of an open file to the empty file `to`, which is new or `replaces`
+// another one, and closes `to`. Returns false and sets errno when the copy is incomplete.
 bool copyFile(int from, const struct stat& source, Descriptor& to, bool replaces);
 
 }  // namespace host

@@ -1,5 +1,6 @@
-// MoveFileW: renames, where the host can. Within one drive Windows always can; here a folder of an
-// overlay's lower layer cannot be renamed. It is copied then, and so is a file to another drive.
+// MoveFileW, by the host's rename where possible. On Windows a rename within one drive always
+// works; here an overlay refuses it for a folder of its lower layer. Such a folder is copied
+// instead, and so is a file that moves to another drive.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -30,7 +31,8 @@ bool rename(const Place& from, const Place& to, unsigned flags) {
                        flags) == 0;
 }
 
-// A file system without the flag: nothing was there to be replaced.
+// EINVAL: the file system does not support the flag. It is known by now that the destination does
+// not exist.
 bool renameToNew(const Place& from, const Place& to) {
     return rename(from, to, RENAME_NOREPLACE) || (errno == EINVAL && rename(from, to, 0));
 }
@@ -40,7 +42,7 @@ Descriptor openFolder(int folder, const std::string& name) {
         ::openat(folder, name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-// Removes `name` from a folder, and first what is in it.
+// Deletes `name` in a folder, with everything below it.
 bool removeTree(int folder, const std::string& name) {
     if (::unlinkat(folder, name.c_str(), 0) == 0)
         return true;
@@ -72,8 +74,7 @@ bool copyLink(int from, const std::string& name, int to, const std::string& newN
     return ::symlinkat(target, to, newName.c_str()) == 0;
 }
 
-// Copies what stands in the folder `from`, and all that is in it, as `newName` into the folder
-// `to`.
+// Copies the file or folder tree `name` in the folder `from` to `newName` in the folder `to`.
 bool copyTree(int from, const std::string& name, int to, const std::string& newName) {
     struct stat status {};
     if (::fstatat(from, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
@@ -95,7 +96,7 @@ bool copyTree(int from, const std::string& name, int to, const std::string& newN
            });
 }
 
-// Only a whole copy gets the name, and only then the original goes.
+// Copies under a temporary name, renames the complete copy, and deletes the original last.
 bool moveByCopying(const Place& from, const Place& to) {
     const int folder = to.folder.number();
     const Place unfinished{Descriptor(::openat(folder, ".", O_PATH | O_DIRECTORY | O_CLOEXEC)),
@@ -129,8 +130,8 @@ BOOL MoveFileW(LPCWSTR source, LPCWSTR destination) {
     const DWORD error = host::find(destination, to, present);
     if (error != ERROR_FILE_NOT_FOUND)
         return fail(error == ERROR_SUCCESS ? ERROR_ALREADY_EXISTS : error);
-    // Contents come first: after a power cut a moved folder is at its old place or whole at the
-    // new.
+    // Flushes the contents first: after a power cut, a moved folder is either at its old place or
+    // complete at the new one.
     if (!host::flushDisk(from.folder.number()))
         return fail(windowsError(errno));
     if (!renameToNew(from, to)) {
@@ -139,8 +140,8 @@ BOOL MoveFileW(LPCWSTR source, LPCWSTR destination) {
         if (!mayCopy || !moveByCopying(from, to))
             return fail(windowsError(errno));
     }
-    // A move that the disk does not confirm has failed, and is not undone: a failing disk is
-    // written to no more than it must.
+    // When the disk does not confirm the move, it has failed. It is not undone: a failing disk is
+    // written to as little as possible.
     const bool confirmed =
         host::flushFolder(to.folder.number()) && host::flushFolder(from.folder.number());
     return confirmed || fail(windowsError(errno));

@@ -1,7 +1,8 @@
-// FindFirstFileW and its companions. A pattern ends in "*" (all of a folder) or in a name (that one
-// alone); by any other pattern nothing is found. A folder's entries come sorted by name behind "."
-// and "..", so that a run repeats. What is neither a file nor a folder nor a link is not listed,
-// nor is a name with a backslash in it: taken as a path, it would lead somewhere else.
+// FindFirstFileW, FindNextFileW and FindClose. A pattern that ends in "*" finds all entries of a
+// folder, one that ends in a name finds that entry; any other pattern finds nothing. Entries are
+// sorted by name after "." and "..", so that runs are reproducible. Only files, folders and links
+// are listed. A name that contains a backslash is not listed: used as a path, it would lead
+// elsewhere.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -49,24 +50,24 @@ void findOne(Search& search, std::string name) {
 
 DWORD openError(const std::string& path) {
     const int error = errno;
-    // What is there but no folder, or nothing on the way to it.
+    // ENOTDIR means that the path itself is no folder, or that one of its parents is none.
     if (error == ENOTDIR && host::Descriptor(host::openResolved(path, O_PATH)).isOpen())
         return ERROR_DIRECTORY;
     return error == ENOENT ? ERROR_PATH_NOT_FOUND : host::windowsError(error);
 }
 
-// Opens the folder that is searched and collects the names to be found.
+// Opens the folder to search and collects the matching names.
 DWORD start(std::u16string pattern, Search& search) {
     const std::size_t lastPart = pattern.find_last_of(host::SEPARATORS) + 1;
     const std::u16string last = pattern.substr(lastPart);
     const bool isWild = last.find_first_of(u"*?") != std::u16string::npos;
-    // Any name serves to open the folder.
+    // Any valid name can replace the "*" for opening the folder.
     if (isWild)
         std::fill(pattern.begin() + static_cast<std::ptrdiff_t>(lastPart), pattern.end(), u'_');
     std::string host;
     if (const DWORD error = host::resolveName(pattern.c_str(), host))
         return error;
-    // A folder is found by its name, with no separator behind it; the root has none.
+    // A name with a separator after it finds nothing, nor does the root, which has no name.
     if (!isWild && (last.empty() || host == deviceRoot()))
         return ERROR_FILE_NOT_FOUND;
     const std::size_t slash = host.rfind('/');
@@ -97,7 +98,7 @@ bool fill(const Search& search, const std::string& name, WIN32_FIND_DATAW& found
         return false;
     found = {};
     found.dwFileAttributes = host::attributesOf(status.stx_mode);
-    // The last change where the file system does not keep when the file was made.
+    // When the file system does not store creation times, the time of the last change is used.
     const bool keepsCreation = (status.stx_mask & STATX_BTIME) != 0;
     found.ftCreationTime = fileTime(keepsCreation ? status.stx_btime : status.stx_mtime);
     found.ftLastAccessTime = fileTime(status.stx_atime);
@@ -141,7 +142,7 @@ BOOL FindNextFileW(HANDLE handle, WIN32_FIND_DATAW* found) {
     return advance(*static_cast<Search*>(handle), *found) || fail(ERROR_NO_MORE_FILES);
 }
 
-// A search whose close the hook fails is let go all the same: nobody closes it again.
+// Frees the search even when the hook makes the call fail, because callers do not retry.
 BOOL FindClose(HANDLE handle) {
     const bool refused = refusedByHook("FindClose");
     if (handle == nullptr || handle == INVALID_HANDLE_VALUE)

@@ -1,4 +1,4 @@
-// What a host file's status is in the terms of Windows.
+// The status of a host file in Windows terms.
 #pragma once
 
 #include <sys/stat.h>

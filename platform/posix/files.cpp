@@ -1,7 +1,7 @@
-// Folders, deletions, attributes and the runtime's file open, on the host's files.
+// Folders, deletion, attributes and the C runtime's file open, on host files.
 //
-// Read-only is the absence of the owner's write bit, and holds for root too. A link is a file that
-// can be deleted and moved but not opened.
+// A file is read-only when the owner's write bit is missing; this applies to root too. A link can
+// be deleted and moved but not opened.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -108,8 +108,8 @@ FILE* _wfopen(LPCWSTR path, LPCWSTR mode) {
         fail(error);
         return nullptr;
     }
-    // Not blocking: the open of a named pipe would wait for its other end.
-    // What is written is on the disk when the stream's flush returns.
+    // O_NONBLOCK: opening a named pipe would wait for the other end. O_DSYNC: what is written is on
+    // the disk when the stream's flush returns.
     const int flags = O_NONBLOCK | (writing ? O_WRONLY | O_CREAT | O_DSYNC : O_RDONLY);
     const int file = host::openAt(place, flags, 0666);
     struct stat status {};
@@ -121,7 +121,7 @@ FILE* _wfopen(LPCWSTR path, LPCWSTR mode) {
     if (known && (!S_ISREG(status.st_mode) || (writing && host::isReadOnly(status)))) {
         fail(ERROR_ACCESS_DENIED);
     } else if (known && (!writing || ::ftruncate(file, 0) == 0)) {
-        // On a disk that fails a file that may be lost is better than none: the log tells of it.
+        // A failed flush is ignored: the log must be written even when its name may be lost.
         if (writing)
             host::flushFolder(place.folder.number());
         if (FILE* stream = ::fdopen(file, writing ? "wb" : "rb"))

@@ -1,7 +1,7 @@
-// EGL and GLES 2.0 of the desktop, with what their compiler needs beyond the instrument's.
+// EGL and GLES 2.0 on the desktop, with the workarounds for its shader compiler.
 #pragma once
 
-// Keeps the X headers, and their macros, out of the program.
+// Keeps the X headers and their macros out of the program.
 #define EGL_NO_X11
 #include <EGL/egl.h>
 #include <GLES2/gl2.h>
@@ -9,5 +9,5 @@
 #include "platform/gles_precision.h"
 #include "platform/posix/win32_api.h"
 
-// The handle by which EGL knows `window`; 0 for a window that does not exist.
+// Returns the native window handle that EGL expects; 0 for a window that does not exist.
 EGLNativeWindowType nativeWindowOf(HWND window);

@@ -1,4 +1,4 @@
-// The last error number, and what the host's error numbers are on Windows.
+// The last error, and the mapping from errno to Windows error numbers.
 #pragma once
 
 #include <string>
@@ -7,14 +7,13 @@
 
 namespace host {
 
-// Sets the last error and returns FALSE, for the end of a failing call.
+// Sets the last error and returns FALSE, as the result of a failed call.
 BOOL fail(DWORD error);
 
-// The Windows number for `error`, an errno.
+// Returns the Windows error number for an errno.
 DWORD windowsError(int error);
 
-// The same where it depends on what was not found: 2 if the folder of `hostPath` is there, 3 if
-// not.
+// Like windowsError; ENOENT gives 2 when the parent folder of `hostPath` exists, else 3.
 DWORD windowsError(int error, const std::string& hostPath);
 
 }  // namespace host

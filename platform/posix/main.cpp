@@ -1,5 +1,5 @@
-// Start of the program on POSIX systems: puts the process in order, makes the command line and
-// calls the entry routine.
+// Starts the program on POSIX systems: prepares the process, builds the command line and calls the
+// entry routine.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -45,8 +45,8 @@ After a failed update any key starts the application.
 Closing the window, Ctrl-C, SIGTERM and SIGHUP leave as soon as the step in hand is done.
 )";
 
-// The number of a closed standard stream would go to the next file that is opened, the screen's
-// connection or the log, and what is printed would land there.
+// Opens /dev/null for closed standard streams. Otherwise the next file opened, such as the log,
+// would get the stream's number and receive the program's output.
 void openStandardStreams() {
     int stream = 0;
     do
@@ -68,7 +68,7 @@ int main(int argc, char** argv) {
         std::puts("updater " UPDATER_VERSION);
         return 0;
     }
-    // A line at a time, so that what was said before a sudden end is read.
+    // Line buffered, so that all output is visible after a sudden end.
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     struct stat status {};
     if (::stat(deviceRoot().c_str(), &status) != 0 || !S_ISDIR(status.st_mode))

@@ -16,8 +16,8 @@
 namespace host {
 namespace {
 
-// The length of what comes before the first drive: the device folder, or the current one for a path
-// that counts from there.
+// Returns the length of the part before the first drive: the device folder, or the current folder
+// for a path relative to it.
 std::size_t baseLength(const std::string& host) {
     const std::string& device = deviceRoot();
     const bool isOfDevice = host.compare(0, device.size(), device) == 0 &&
@@ -25,7 +25,8 @@ std::size_t baseLength(const std::string& host) {
     return isOfDevice ? device.size() : 1;
 }
 
-// Opens `name` in a folder; one of another case where it is not there and is not to be made.
+// Opens `name` in a folder. When it does not exist and must not be created, opens one that differs
+// in case.
 int openIn(int folder, std::string& name, int flags, mode_t mode) {
     const int file = ::openat(folder, name.c_str(), flags, mode);
     if (file >= 0 || errno != ENOENT || (flags & O_CREAT) != 0 || !findOtherCase(folder, name))
@@ -33,7 +34,7 @@ int openIn(int folder, std::string& name, int flags, mode_t mode) {
     return ::openat(folder, name.c_str(), flags, mode);
 }
 
-// A folder that turns out to be a link is told from a file.
+// Changes errno from ENOTDIR to ELOOP when `name` is a link.
 void tellLinks(int folder, const std::string& name) {
     struct stat status {};
     if (errno != ENOTDIR)
@@ -71,8 +72,8 @@ int openResolved(const std::string& host, int flags, mode_t mode) {
     how.mode = (flags & O_CREAT) != 0 ? mode : 0;
     how.resolve = RESOLVE_NO_SYMLINKS;
     const long file = ::syscall(SYS_openat2, AT_FDCWD, host.c_str(), &how, sizeof how);
-    // A drive may be a link, and so may what leads to the device; a name can be there in another
-    // case; and not every kernel has the call, or allows it.
+    // The kernel also refuses paths that are allowed: through a drive or a device folder that is a
+    // link, or with names that differ in case. Some kernels lack the call or forbid it.
     const bool mayOpen = file < 0 && (errno == ELOOP || errno == ENOTDIR || errno == ENOENT ||
                                       errno == ENOSYS || errno == EPERM);
     return mayOpen ? openStepwise(host, flags, mode) : static_cast<int>(file);

@@ -1,4 +1,4 @@
-// Files as /proc shows them: which one a link leads to, and where it lies.
+// Files as /proc shows them.
 #pragma once
 
 #include <sys/stat.h>
@@ -8,7 +8,7 @@
 
 namespace host {
 
-// One file of the host, whatever its paths are.
+// Identifies a file of the host, whatever paths lead to it.
 struct FileIdentity {
     FileIdentity() = default;
     explicit FileIdentity(const struct stat& status)
@@ -23,19 +23,19 @@ struct FileIdentity {
     ino_t inode = 0;
 };
 
-// Links are followed. Does not exist when there is nothing.
+// Follows links. The result does not exist when there is no file at the path.
 FileIdentity identityOf(const std::string& path);
 
-// The text of a link, empty when there is none.
+// Returns the target of a link; empty when there is none.
 std::string readLink(const std::string& path);
 
-// Takes away what the kernel puts behind the path of a file that is gone. Returns whether it was
-// there.
+// Removes the mark that the kernel appends to the path of a deleted file. Returns whether it was
+// present.
 bool removeDeletedMark(std::string& path);
 
 std::string baseName(const std::string& path);
 
-// The entries of a folder in any order; none when it cannot be read.
+// Returns the entries of a folder in any order; empty when it cannot be read.
 std::vector<std::string> namesIn(const std::string& folder);
 
 }  // namespace host

@@ -1,7 +1,7 @@
-// CreateProcessW: starts any executable file of the device, a script too, by its absolute path. The
-// new process is on its own: a session of its own, no parent of ours to wait for it, nothing on its
-// standard streams, no open file of ours, every signal as a new process expects it. Its current
-// folder is that of the updater.
+// CreateProcessW. Starts any executable file of the device, including scripts, by its absolute
+// path. The new process is detached: it has a session of its own, is not a child of the updater,
+// has /dev/null as its standard streams, inherits no open files, and has default signal handling.
+// Its current folder is that of the updater.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -28,7 +28,7 @@ namespace {
     ::_exit(told == sizeof error ? 1 : 2);
 }
 
-// Becomes `path` in a session of its own; comes back only to tell through `report` why it failed.
+// Executes `path` in a new session. On failure, reports the errno through `report` and exits.
 [[noreturn]] void becomeProgram(const char* path, int report) {
     ::setsid();
     host::giveSignalsBack();
@@ -41,7 +41,7 @@ namespace {
     tellFailure(report);
 }
 
-// Returns 0, or the errno with which the start failed.
+// Returns 0, or the errno of the failed start.
 int startDetached(const std::string& path) {
     int report[2];
     if (::pipe2(report, O_CLOEXEC) != 0)
@@ -54,7 +54,8 @@ int startDetached(const std::string& path) {
         return error;
     }
     if (child == 0) {
-        // Two steps: the program's parent is gone at once, so that no zombie is left to anybody.
+        // Two forks: the program's parent exits at once, so that init adopts the program and no
+        // zombie remains.
         const pid_t grandchild = ::fork();
         if (grandchild == 0)
             becomeProgram(path.c_str(), report[1]);

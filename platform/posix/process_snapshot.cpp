@@ -1,5 +1,5 @@
-// The calls for processes. A snapshot shows those of the simulated device, behind one pseudo entry
-// for the kernel. No other process can be opened, let alone ended.
+// The process calls. A snapshot lists the processes of the simulated device, after one entry for
+// the kernel. No other process can be opened or ended.
 
 #include <signal.h>
 #include <sys/syscall.h>
@@ -20,8 +20,8 @@ using host::refusedByHook;
 
 namespace {
 
-// What stands behind a HANDLE of this file: a snapshot, or one process held by its descriptor, so
-// that its number cannot come to mean another one.
+// The object of a HANDLE: a snapshot, or a process held by its descriptor, which keeps referring to
+// it when the process id is reused.
 struct ProcessObject {
     std::vector<host::DeviceProcess> snapshot;
     std::size_t next = 0;
@@ -92,7 +92,7 @@ BOOL TerminateProcess(HANDLE process, UINT exitCode) {
     return TRUE;
 }
 
-// A handle whose close the hook fails is let go all the same: nobody closes it again.
+// Frees the handle even when the hook makes the call fail, because callers do not retry.
 BOOL CloseHandle(HANDLE handle) {
     const bool refused = refusedByHook("CloseHandle");
     if (handle == nullptr || handle == INVALID_HANDLE_VALUE)

@@ -1,15 +1,15 @@
-// A whole file of the host.
+// Reads whole files of the host.
 #pragma once
 
 #include <string>
 
 namespace host {
 
-// Puts its bytes into `bytes`. Returns 0, or the errno of the call that failed.
+// Reads the file into `bytes`. Returns 0, or the errno of the failed call.
 int readFile(const std::string& path, std::string& bytes);
 
-// Its bytes up to the first read that fails: none when there is no such file, when it is a folder,
-// or when it is the record of a process that has just ended.
+// Returns the bytes up to the first failed read: an empty text when the file is missing, is a
+// folder, or belongs to a /proc entry whose process has ended.
 std::string readFile(const std::string& path);
 
 }  // namespace host

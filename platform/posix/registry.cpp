@@ -1,4 +1,4 @@
-// The registry calls, on the simulated device's registry file. Each call reads the file afresh.
+// The registry calls, on the simulated device's registry file. Each call reads the file again.
 
 #include <cstring>
 
@@ -60,7 +60,7 @@ LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD, DWORD type, const BYTE* da
     return static_cast<LSTATUS>(host::saveRegistry(registry));
 }
 
-// A key whose close the hook fails is let go all the same: nobody closes it again.
+// Frees the key even when the hook makes the call fail, because callers do not retry.
 LSTATUS RegCloseKey(HKEY key) {
     const DWORD error = errorFromHook("RegCloseKey");
     if (key != HKEY_LOCAL_MACHINE)
@@ -68,7 +68,7 @@ LSTATUS RegCloseKey(HKEY key) {
     return static_cast<LSTATUS>(error);
 }
 
-// Every change is on the disk already.
+// Nothing to flush: RegSetValueExW writes to the disk.
 LSTATUS RegFlushKey(HKEY) {
     return static_cast<LSTATUS>(errorFromHook("RegFlushKey"));
 }

@@ -36,7 +36,7 @@ DWORD saveRegistry(const Registry& registry) {
     const std::string path = registryPath();
     const std::string temporary = path + ".new";
     const std::string text = registry.toText();
-    // What a run that was killed has left there, or somebody has put there to be written through.
+    // Removes a file left by a run that was killed, or a link planted to redirect the write.
     ::unlink(temporary.c_str());
     const int file =
         ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);

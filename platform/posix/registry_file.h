@@ -1,4 +1,4 @@
-// The registry of the simulated device: the file "registry.reg" in its folder, in the text form
+// The registry of the simulated device: the file "registry.reg" in its folder, in the text format
 // that registry editors export.
 #pragma once
 
@@ -11,33 +11,31 @@
 
 namespace host {
 
-// The lines of the file, which have their effect in their order, as when a registry editor takes
-// the file in: a later value replaces an earlier one, "NAME"=- and [-KEY] remove. What cannot be
-// read has no effect. Keys and value names are compared without regard to the case of ASCII
-// letters.
+// The lines of the file, applied in order as a registry editor imports them: a later value replaces
+// an earlier one, and "NAME"=- and [-KEY] remove. Lines that cannot be parsed have no effect. Keys
+// and value names are compared without regard to the case of ASCII letters.
 class Registry {
   public:
     bool hasKey(std::u16string_view key) const;
     const RegistryValue* find(std::u16string_view key, std::u16string_view name) const;
 
-    // Writes the value's line anew, or adds one to the key, which is added too where it is missing.
-    // All other lines stay as they are, remarks and what cannot be read among them.
+    // Rewrites the value's line, or adds one to the key; a missing key is added too. All other
+    // lines stay unchanged, including comments and lines that cannot be parsed.
     void set(std::u16string_view key, std::u16string_view name, RegistryValue value);
 
-    // The text is UTF-8, or UTF-16 with a byte-order mark; toText gives it back in the same
-    // encoding.
+    // The file is UTF-8, or UTF-16 with a byte-order mark. toText writes the same encoding.
     static Registry fromText(std::string_view bytes);
     std::string toText() const;
 
   private:
     enum class Effect { none, key, noKey, value, noValue };
     struct Line {
-        std::u16string text;  // with its line end, and with the lines on which it goes on
+        std::u16string text;  // with its continuation lines and line end
         Effect effect = Effect::none;
         std::u16string key;
         std::u16string name;
         RegistryValue value;
-        std::u16string remark;  // behind the value
+        std::u16string remark;  // the comment after the value
     };
     static constexpr std::size_t NONE = static_cast<std::size_t>(-1);
 
@@ -51,11 +49,11 @@ class Registry {
     std::string mark_;  // the byte-order mark
 };
 
-// An absent file is an empty registry. Returns 0, or the error number with which the file that is
-// there cannot be read.
+// A missing file is an empty registry. Returns 0, or the error number when an existing file cannot
+// be read.
 DWORD loadRegistry(Registry& registry);
 
-// Replaces the file as a whole. Returns 0 or the error number.
+// Replaces the file atomically. Returns 0 or the error number.
 DWORD saveRegistry(const Registry& registry);
 
 }  // namespace host

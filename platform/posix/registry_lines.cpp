@@ -1,4 +1,4 @@
-// The lines of the registry file: what they mean, and which of them a new value changes.
+// The lines of the registry file: parsing them, and finding the lines that a new value changes.
 
 #include "platform/posix/registry_file.h"
 
@@ -49,7 +49,7 @@ std::string encoded(std::u16string_view text, std::string_view mark) {
 
 }  // namespace
 
-// The last line that fits, of those behind which the key is not removed.
+// Returns the last line that fits and after which the key is not removed.
 template <class Fits>
 std::size_t Registry::lastLine(std::u16string_view key, Fits fits) const {
     for (std::size_t i = lines_.size(); i-- > 0;) {
@@ -70,7 +70,7 @@ std::size_t Registry::valueLine(std::u16string_view key, std::u16string_view nam
     return last != NONE && lines_[last].effect == Effect::value ? last : NONE;
 }
 
-// A key is also there as the parent of another one.
+// A key also exists as the parent of another key.
 bool Registry::hasKey(std::u16string_view key) const {
     return lastLine(key, [&](const Line& line) {
                return line.effect == Effect::key && isAtOrBelow(line.key, key);
@@ -85,7 +85,7 @@ const RegistryValue* Registry::find(std::u16string_view key, std::u16string_view
 void Registry::set(std::u16string_view key, std::u16string_view name, RegistryValue value) {
     std::size_t at = valueLine(key, name);
     if (at == NONE) {
-        // Behind the last value of the key, or behind the key itself.
+        // After the last value of the key, or after the key itself.
         const std::size_t last = lastLine(key, [&](const Line& line) {
             return line.effect != Effect::noKey && isSame(line.key, key);
         });
@@ -128,7 +128,8 @@ Registry Registry::fromText(std::string_view bytes) {
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t end = std::min(text.find(u'\n', at), text.size() - 1) + 1;
         const std::u16string_view part = trimmed(std::u16string_view(text).substr(at, end - at));
-        // Only a value goes on after a backslash; a new value, key or remark ends it anyway.
+        // Only values continue after a backslash. A line that begins a value, a key or a comment
+        // ends the continuation.
         if (start < at && part.find_first_of(u"\"@[;") == 0)
             addUpTo(at);
         joined += part;
@@ -143,7 +144,7 @@ Registry Registry::fromText(std::string_view bytes) {
     return registry;
 }
 
-// `joined` is the same in one line, without the blanks around it.
+// `joined` is `text` as one line, without blanks around it.
 void Registry::addRead(std::u16string_view text, std::u16string_view joined, std::u16string& key) {
     lines_.push_back({std::u16string(text), Effect::none, {}, {}, {}, {}});
     Line& line = lines_.back();
@@ -153,7 +154,7 @@ void Registry::addRead(std::u16string_view text, std::u16string_view joined, std
         const std::size_t start = removes ? 2 : 1;
         line.key = joined.substr(start, bracket - start);
         line.effect = removes ? Effect::noKey : Effect::key;
-        // What follows a key that is removed belongs to none.
+        // Values after a removed key belong to no key.
         key = removes ? std::u16string() : line.key;
         return;
     }

@@ -20,7 +20,7 @@ std::vector<BYTE> textBytes(const std::u16string& text) {
     return bytes;
 }
 
-// Reads `digits` hexadecimal digits at most and nothing else but blanks around them.
+// Parses at most `digits` hexadecimal digits, with optional blanks around them.
 bool readDigits(std::u16string_view text, std::size_t digits, DWORD& number) {
     const std::string narrow = toUtf8(trimmed(text));
     if (narrow.empty() || narrow.size() > digits ||
@@ -30,7 +30,7 @@ bool readDigits(std::u16string_view text, std::size_t digits, DWORD& number) {
     return true;
 }
 
-// "dword:0000001f"
+// Parses "dword:0000001f".
 bool readNumber(std::u16string_view text, RegistryValue& value) {
     DWORD number = 0;
     if (!readDigits(text, 8, number))
@@ -41,7 +41,7 @@ bool readNumber(std::u16string_view text, RegistryValue& value) {
     return true;
 }
 
-// "hex:01,02" and "hex(2):01,02"; the number in brackets is the type.
+// Parses "hex:01,02" and "hex(2):01,02"; the number in brackets is the type.
 bool readHex(std::u16string_view text, RegistryValue& value) {
     const std::size_t colon = text.find(u':');
     if (colon == std::u16string_view::npos)

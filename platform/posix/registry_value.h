@@ -1,5 +1,5 @@
-// A value of the registry, and its text form: "dword:0000001f", "hex:01,ff", "hex(2):41,00" with
-// the number of the type, or a text between quotes.
+// A registry value and its text form: "dword:0000001f", "hex:01,ff", "hex(2):41,00" with the type
+// in brackets, or text in quotes.
 #pragma once
 
 #include <string>
@@ -17,14 +17,16 @@ struct RegistryValue {
 
 bool startsWith(std::u16string_view text, std::u16string_view start);
 
-// Without the blanks and line ends around it.
+// Returns `text` without leading and trailing blanks and line ends.
 std::u16string_view trimmed(std::u16string_view text);
 
-// Reads a text between quotes at the start of `line`, and takes it off. Returns false without one.
+// Parses a quoted text at the start of `line` and removes it from `line`. Returns false when there
+// is none.
 bool takeQuoted(std::u16string_view& line, std::u16string& text);
 std::u16string quoted(std::u16string_view text);
 
-// Reads the value at the start of `text`, and takes it off. Returns false without one.
+// Parses a value at the start of `text` and removes it from `text`. Returns false when there is
+// none.
 bool takeValue(std::u16string_view& text, RegistryValue& value);
 std::u16string valueText(const RegistryValue& value);
 

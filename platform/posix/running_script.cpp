@@ -23,8 +23,9 @@ bool isClosedOnExec(const std::string& process, const std::string& descriptor) {
            (std::strtol(&information[at + label.size()], nullptr, 8) & O_CLOEXEC) != 0;
 }
 
-// The open file called `name`, if there is one only. A shell reads its script above the ten
-// descriptors that are the script's own, and hands it to nobody.
+// Returns the open file called `name` when there is exactly one. A shell opens its script at
+// descriptor 10 or above, because a script may use those below for itself, and does not pass it on
+// to other programs.
 std::string heldFile(const std::string& process, const std::string& name) {
     constexpr long FIRST_OF_THE_SHELL = 10;
     std::string held;
@@ -50,11 +51,11 @@ std::vector<std::string> wordsOf(const std::string& text) {
     return words;
 }
 
-// The interpreter that the first line of a script names and what the line gives it: to the kernel
-// all behind the interpreter is one argument. Empty for what is no script.
+// Returns the interpreter in the first line of a script and its argument; like the kernel, takes
+// everything after the interpreter as one argument. Empty when the file is no script.
 std::vector<std::string> interpreterOf(const std::string& script) {
     const Descriptor file(::open(script.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    char start[256];  // as much as the kernel looks at
+    char start[256];  // the kernel reads no more
     const ssize_t got = file.isOpen() ? ::read(file.number(), start, sizeof start) : -1;
     if (got < 2 || start[0] != '#' || start[1] != '!')
         return {};

@@ -1,6 +1,7 @@
-// The script that a process runs. The kernel keeps the interpreter only. What is left to see is the
-// file that a shell holds open while it reads it, and the arguments with which the kernel starts an
-// interpreter: those of the script's first line, then the script's path.
+// Finds the script that a process runs. The kernel records only the interpreter. Two traces of the
+// script remain: the file that a shell keeps open while reading it, and the interpreter's command
+// line, in which the kernel puts the arguments of the script's first line and then the script's
+// path.
 #pragma once
 
 #include <string>
@@ -8,20 +9,20 @@
 
 namespace host {
 
-// More arguments than this never stand in front of a script.
+// The first line of a script never has more arguments than this.
 constexpr std::size_t LAST_SCRIPT_ARGUMENT = 4;
 
-// `process` is a folder of /proc ("/proc/42"). The program's own name comes first.
+// Returns the arguments of a process, its program name first. `process` is a /proc folder such as
+// "/proc/42".
 std::vector<std::string> argumentsOf(const std::string& process);
 
-// The file that `argument` names for the process, as a path to open: the one at an absolute path,
-// or the one that the process holds open under that name, as the folder from which a relative path
-// was taken may be another one by now. Empty when there is none, or more than one.
+// Returns the path of the file that `argument` names for the process: an absolute path itself, or
+// the one file of that name that the process holds open, because its current folder may have
+// changed since a relative path was given. Empty when there is no such file, or more than one.
 std::string fileOfArgument(const std::string& process, const std::string& argument);
 
-// Whether the process is the interpreter that the first line of `script` asks for, and that line's
-// arguments are `before`, those in front of the script. An interpreter that the line looks for with
-// "env" is looked for in the same way.
+// Whether the process is the interpreter that the first line of `script` names, and `before`, the
+// arguments before the script, are those of that line. Resolves "env" as "env" does.
 bool isRunBy(const std::string& process, const std::string& script,
              const std::vector<std::string>& before);
 

@@ -11,7 +11,7 @@ namespace {
 
 constexpr ScreenSize USUAL = {1024, 768};
 
-// Reads a whole text as a number from 1 to 16384. Returns 0 for anything else.
+// Parses a number from 1 to 16384. Returns 0 for any other text.
 int pixels(std::string_view text) {
     constexpr int LARGEST = 16384;
     int number = 0;

@@ -8,8 +8,8 @@ struct ScreenSize {
     int height;
 };
 
-// That of UPDATER_SCREEN ("WIDTHxHEIGHT", up to 16384 each), 1024x768 without it. A text that is no
-// such size is told of on standard error, once, and counts for nothing.
+// Returns the size in UPDATER_SCREEN ("WIDTHxHEIGHT", each up to 16384), or 1024x768 when it is not
+// set. An invalid value is reported once on standard error and ignored.
 ScreenSize screenSize();
 
 }  // namespace host

@@ -1,21 +1,21 @@
-// Signals of the host, which the instrument does not have: none of them may end the program between
-// two calls of an update.
+// Handling of the host's signals. The instrument has none, and none may end the program between two
+// calls of an update.
 #pragma once
 
 namespace host {
 
-// From now on a write to a reader that has gone, or beyond the host's limit of a file's size, fails
-// with its error instead of ending the program.
+// Makes a write to a closed pipe, or beyond the file size limit, fail with an error instead of
+// ending the program.
 void ignoreSignalsOfWrites();
 
-// From now on SIGINT (Ctrl-C), SIGTERM and SIGHUP ask the program to close, unless the program was
-// started with the signal ignored. SIGQUIT and SIGKILL still end it at once.
+// Makes SIGINT (Ctrl-C), SIGTERM and SIGHUP ask the program to close, unless they were ignored when
+// it was started. SIGQUIT and SIGKILL still end it at once.
 void turnSignalsIntoCloseRequests();
 
-// Whether one of them has come since the last look.
+// Returns whether one of these signals has arrived since the last call.
 bool takeCloseRequest();
 
-// Leaves every signal as a new program expects it: not ignored, not handled, not held back.
+// Restores the defaults that a new program expects: no signal ignored, handled or blocked.
 void giveSignalsBack();
 
 }  // namespace host

@@ -9,7 +9,8 @@ namespace {
 
 constexpr uint32_t INVALID = 0xFFFFFFFF;
 
-// The code point that starts at `utf8[at]`, and its length in bytes; INVALID and 1 where none does.
+// Returns the code point at `utf8[at]` and its length in bytes; INVALID and length 1 when there is
+// none.
 uint32_t decode(std::string_view utf8, std::size_t at, std::size_t& length) {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(utf8[i]); };
     const unsigned char lead = byte(at);

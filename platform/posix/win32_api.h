@@ -1,8 +1,8 @@
 // The subset of the Win32 API that the program uses, for POSIX systems.
 //
-// Names, types, results and error numbers are those of Windows; what each call does here, beyond
-// what Windows documents, is said in the file that implements it. The device's file system is a
-// folder of the host (see device.h).
+// Names, types, results and error numbers are those of Windows. Each implementation file describes
+// where its calls differ from Windows. The device's file system is a folder of the host (see
+// device.h).
 #pragma once
 
 #include <cstddef>
@@ -119,9 +119,9 @@ HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* found);
 BOOL FindNextFileW(HANDLE search, WIN32_FIND_DATAW* found);
 BOOL FindClose(HANDLE search);
 
-// The runtime's wide file open. Modes "r", "rb", "w" and "wb"; a ",ccs=UTF-16LE" behind them is
-// accepted and leaves the decoding to the reader. Only ordinary files open: null for a folder, a
-// pipe or a link.
+// The C runtime's wide file open. The modes are "r", "rb", "w" and "wb"; ",ccs=UTF-16LE" after them
+// is accepted, but the reader does the decoding. Returns null for anything but a regular file, such
+// as a folder, a pipe or a link.
 FILE* _wfopen(LPCWSTR path, LPCWSTR mode);
 
 // --- Registry ------------------------------------------------------------------------------------

@@ -1,6 +1,6 @@
-// Windows are ordinary desktop windows of the size of the device's screen, whatever frame and place
-// are asked for. A window is shown while its style has WS_VISIBLE, and gets no keys while it has
-// WS_DISABLED.
+// Windows are ordinary desktop windows of the size of the device's screen, whatever frame and
+// position the program requests. A window is visible while its style has WS_VISIBLE, and receives
+// no keys while it has WS_DISABLED.
 
 #define GLFW_INCLUDE_NONE
 #include "platform/posix/window.h"
@@ -32,7 +32,7 @@ struct WindowHandle {
 
 namespace {
 
-// Any other key arrives as this code, which Windows assigns to none.
+// Keys without a code of their own arrive as this one, which Windows leaves unassigned.
 constexpr WPARAM VK_OTHER = 0xE8;
 
 std::map<std::u16string, WNDPROC>& classes() {
@@ -40,7 +40,7 @@ std::map<std::u16string, WNDPROC>& classes() {
     return registered;
 }
 
-// The newest window: that of the program.
+// The window created last. The program has only one.
 HWND programWindow = nullptr;
 
 HWND handleOf(GLFWwindow* desktop) {
@@ -126,7 +126,7 @@ HWND CreateWindowExW(DWORD, LPCWSTR className, LPCWSTR, DWORD style, int, int, i
     const host::ScreenSize size = host::screenSize();
     glfwSetErrorCallback(onDesktopError);
 #ifdef GLFW_PLATFORM
-    // The window is handed to EGL by its number on X11.
+    // EGL gets the window's X11 handle.
     glfwInitHint(GLFW_PLATFORM, GLFW_PLATFORM_X11);
 #endif
     if (!glfwInit()) {
@@ -175,8 +175,8 @@ LONG SetWindowLongW(HWND window, int index, LONG value) {
     return static_cast<LONG>(before);
 }
 
-// The size asked for is that of the screen, which the window has from the start; the round trip
-// makes sure that the window system knows it before EGL asks.
+// The window has the screen's size from the start, so nothing is resized. The round trip ensures
+// that the X server has processed the window before EGL uses it.
 BOOL SetWindowPos(HWND window, HWND, int x, int y, int width, int height, UINT flags) {
     if (refusedByHook("SetWindowPos", x, y, width, height, flags))
         return FALSE;
@@ -205,7 +205,7 @@ BOOL DestroyWindow(HWND window) {
     if (window == nullptr || window->desktop == nullptr)
         return fail(ERROR_INVALID_WINDOW_HANDLE);
     host::callWindowProcedure(window, WM_DESTROY, 0, 0);
-    // The record stays, so that messages still queued for it find a window that is gone.
+    // The record is kept: messages in the queue may still refer to the window.
     glfwDestroyWindow(window->desktop);
     window->desktop = nullptr;
     return TRUE;

@@ -1,14 +1,14 @@
-// What the message queue needs of the windows.
+// The functions of the windows that the message queue uses.
 #pragma once
 
 #include "platform/posix/win32_api.h"
 
 namespace host {
 
-// Turns what happened on the desktop since the last call into posted messages.
+// Posts a message for each desktop event since the last call.
 void collectWindowEvents();
 
-// 0 for a window that does not exist.
+// Returns 0 for a window that does not exist.
 LRESULT callWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 }  // namespace host

@@ -1,4 +1,5 @@
-// Messages keep the order in which they were posted, the quit message among them.
+// The message queue. Messages, including the quit message, are returned in the order in which they
+// were posted.
 
 #include "platform/posix/window_messages.h"
 
@@ -10,7 +11,7 @@
 namespace {
 
 std::deque<MSG>& queue() {
-    // Never destroyed: the last messages come while the process ends.
+    // Never destroyed, because messages are still posted while the process exits.
     static auto& messages = *new std::deque<MSG>;
     return messages;
 }
@@ -37,7 +38,7 @@ BOOL PeekMessageW(MSG* message, HWND, UINT, UINT, UINT) {
     return TRUE;
 }
 
-// No character messages are made: nothing here reads text from the keyboard.
+// Posts no character messages: the program reads no text from the keyboard.
 BOOL TranslateMessage(const MSG*) {
     host::errorFromHook("TranslateMessage");
     return FALSE;

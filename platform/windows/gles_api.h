@@ -1,7 +1,7 @@
 // EGL and GLES 2.0 on Windows.
 //
-// The desktop's libraries give a context that is ES 2.0 to the letter. What the instrument's driver
-// allows beyond it is added below.
+// The desktop's libraries provide a strict ES 2.0 context. What the instrument's driver allows
+// beyond it is added below.
 #pragma once
 
 #include <EGL/egl.h>
@@ -9,7 +9,7 @@
 
 #include "platform/windows/win32_api.h"
 
-// The handle by which EGL knows `window`.
+// Returns the native window handle that EGL expects.
 inline EGLNativeWindowType nativeWindowOf(HWND window) {
     return window;
 }

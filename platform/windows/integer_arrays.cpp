@@ -7,7 +7,7 @@
 
 #ifndef UNDER_CE
 
-// The real ones are meant from here on.
+// The names below mean GL's own functions.
 #undef glVertexAttribPointer
 #undef glDrawElements
 #undef glDrawArrays
@@ -18,7 +18,7 @@ struct IntegerArray {
     GLint size;
     GLsizei stride;
     const unsigned char* data;
-    // What GL draws from, until the next draw.
+    // GL reads these until the next draw call.
     std::vector<GLfloat> floats;
 };
 
@@ -33,7 +33,7 @@ bool isEnabled(GLuint index) {
     return enabled != GL_FALSE;
 }
 
-// Hands over the first `vertexCount` vertices of the arrays that a draw reads.
+// Passes the first `vertexCount` vertices of every enabled integer array to GL as floats.
 void convertArrays(std::size_t vertexCount) {
     for (auto& [index, array] : integerArrays()) {
         if (!isEnabled(index))

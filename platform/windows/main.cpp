@@ -1,4 +1,4 @@
-// Start of the program on Windows.
+// Starts the program on Windows.
 
 #include <cstdio>
 
@@ -6,13 +6,13 @@
 #include "platform/win32.h"
 
 #ifdef UNDER_CE
-// The entry point of CE takes a wide command line under the plain name.
+// CE names the entry point with a wide command line plainly "WinMain".
 #define wWinMain WinMain
 #endif
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
-    // At once, so that what was said before a sudden end is read; the runtime knows no buffering by
-    // lines.
+    // Unbuffered, so that all output is visible after a sudden end. The runtime has no line
+    // buffering.
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     return runUpdater();
 }

@@ -2,7 +2,7 @@
 
 #ifndef UNDER_CE
 
-// The real ones are meant from here on.
+// The names below mean the system's own functions.
 #undef CreateProcessW
 #undef Process32First
 #undef Process32Next

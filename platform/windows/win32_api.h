@@ -1,7 +1,7 @@
-// The Win32 calls on Windows: the system's own.
+// The Win32 API on Windows.
 //
-// The program asks nothing of them that Windows CE 8 does not have. Desktop Windows refuses some
-// of the instrument's ways; what is defined below takes them there, and CE never sees it.
+// The program uses only calls that Windows CE 8 has. Desktop Windows rejects some uses that CE
+// allows; the replacements below adapt them and are not compiled for CE.
 #pragma once
 
 #ifndef WIN32_LEAN_AND_MEAN
@@ -24,16 +24,16 @@
 
 #ifndef UNDER_CE
 
-// The desktop reads and writes the two records of CreateProcessW that may be null on CE: it gets
-// empty ones, and the handles that come back are closed.
+// Desktop Windows reads and writes the two structures of CreateProcessW that may be null on CE. The
+// replacement passes empty ones and closes the handles that are returned.
 BOOL createProcessWithRecords(LPCWSTR application, LPWSTR commandLine, SECURITY_ATTRIBUTES* process,
                               SECURITY_ATTRIBUTES* thread, BOOL inherit, DWORD flags,
                               void* environment, LPCWSTR folder, STARTUPINFOW* startup,
                               PROCESS_INFORMATION* information);
 #define CreateProcessW createProcessWithRecords
 
-// The desktop's record of a process has another size than the 564 bytes of CE, and is refused when
-// it does not say so.
+// PROCESSENTRY32 is 564 bytes on CE. Desktop Windows uses another size and fails when dwSize
+// differs from it.
 BOOL firstProcessOfAnySize(HANDLE snapshot, PROCESSENTRY32W* entry);
 BOOL nextProcessOfAnySize(HANDLE snapshot, PROCESSENTRY32W* entry);
 #undef Process32First
@@ -41,13 +41,13 @@ BOOL nextProcessOfAnySize(HANDLE snapshot, PROCESSENTRY32W* entry);
 #define Process32First firstProcessOfAnySize
 #define Process32Next nextProcessOfAnySize
 
-// The desktop's headers ask for rights that CE does not know.
+// The desktop's headers include access rights that CE does not have.
 #undef PROCESS_ALL_ACCESS
 #define PROCESS_ALL_ACCESS 0x1F0FFF
 
-// The desktop's runtime decodes a file that is opened with ",ccs=UTF-16LE" even when its bytes are
-// asked for, and turns line ends into two characters. Here all files are opened as they are, so
-// that every system writes and reads the same bytes.
+// The desktop's runtime decodes a file opened with ",ccs=UTF-16LE" and translates line ends in text
+// mode. The replacement opens every file in binary mode, so that all systems read and write the
+// same bytes.
 std::FILE* openUntranslated(LPCWSTR path, LPCWSTR mode);
 #define _wfopen openUntranslated
 
