@@ -56,6 +56,7 @@ TEST_F(Update, CallsItsEndByTheFlagThatIsLeft) {
     const std::string failure = "\n    *** ERROR *** Update failed.\n\n";
     for (const Oddity& odd : oddities) {
         SCOPED_TRACE(odd.error);
+        Logger::instance().setPath("/log.txt");
         std::filesystem::remove_all(device.root() / "FlashDisk");
         SetUp();
         Logger::instance().setPath("/log.txt");
