@@ -29,7 +29,7 @@ std::string block(int type, const std::string& content) {
            little(static_cast<uint32_t>(content.size()), 4) + content;
 }
 
-// A Latin face with one square page, and kerning of every letter with every letter.
+// Returns a Latin face with one square page and kerning for every pair of letters.
 std::string fontFile(const std::string& face, uint32_t pixels) {
     const uint32_t cell = pixels + pixels / 2;
     std::string chars;
@@ -93,7 +93,8 @@ void BenchDevice::makeKey(std::size_t files, std::size_t size, std::size_t lines
     const std::string key = "USB HD/VELD/";
     const std::size_t half = files / 2;
     for (std::size_t i = 0; i < files; ++i) {
-        // In the order of their names, so that this order and that of the disk are the same.
+        // Files are created in the order of their names, so that the disk stores them in this
+        // order.
         const std::string number = std::to_string(i);
         const std::string name = "file" + std::string(6 - number.size(), '0') + number + ".dat";
         write(key + (i < half ? "KSTRL/" : "ORBUI/data/" + subfolder(i - half)) + name, bytes);

@@ -1,4 +1,4 @@
-// The trees that are measured on, in a folder of their own below the temporary folder (TMPDIR).
+// A simulated device for measurements, in a folder of its own below the temporary folder (TMPDIR).
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 
 class BenchDevice {
   public:
-    // Makes the folder, and the device root of this process and its children with it.
+    // Creates the folder and makes it the device root of this process and its children.
     BenchDevice();
     BenchDevice(const BenchDevice&) = delete;
     BenchDevice& operator=(const BenchDevice&) = delete;
@@ -15,28 +15,28 @@ class BenchDevice {
 
     const std::filesystem::path& root() const { return root_; }
 
-    // Writes a file, and the folders above it, below the root.
+    // Writes a file below the root, and creates its parent folders.
     void write(const std::string& path, const std::string& bytes) const;
 
-    // An update key: one half of the files in "KSTRL", the other in subfolders of the GUI data,
-    // each with `size` bytes, and `lines` lines of release notes.
+    // Creates an update key: half of the files in "KSTRL", the other half in subfolders of the GUI
+    // data, each with `size` bytes; and `lines` lines of release notes.
     void makeKey(std::size_t files, std::size_t size, std::size_t lines) const;
 
-    // A key of one file of that size, and a small one to make it valid.
+    // Creates a key with one file of that size, and a small second one that makes the key valid.
     void makeKeyOfOneFile(std::size_t size) const;
 
-    // An installation that starts: "KSTRL.exe" is a program that ends at once.
+    // Creates an installation whose "KSTRL.exe" is a program that exits at once.
     void makeInstallation() const;
 
-    // GUI data of the size of the instrument's: four faces, texts and the background.
+    // Creates GUI data of the instrument's size: four faces, texts and the background.
     void makeGuiData(const std::string& folder) const;
 
   private:
     std::filesystem::path root_;
 };
 
-// A release-notes line as they are: some 40 characters.
+// Returns a typical line of release notes, about 40 characters long.
 std::string releaseNotesLine(std::size_t number);
 
-// Brings what was written to the disk, so that a measurement does not pay for the one before.
+// Flushes the disk, so that a measurement does not pay for the writes of the one before.
 void settleDisk();

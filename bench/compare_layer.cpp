@@ -1,5 +1,5 @@
-// Listing, deleting and copying by the program's own calls against the system's tools, on trees of
-// their own on the same disk.
+// Compares listing, deleting and copying by the program's own calls with the system's tools, on
+// separate trees on the same disk.
 
 #include "bench/bench_device.h"
 #include "bench/measure.h"

@@ -1,6 +1,7 @@
-// A whole update by the engine against the same by the system's own tools: copy the key's folders
-// beside the installed ones, remove the old backups, and move. Both work in turn on the same
-// device, from the same key: what one leaves is the other's start. Usage: compare_updates ENGINE
+// Compares a whole update by the engine with one by the system's tools: copying the key's folders
+// beside the installed ones, removing the old backups, and moving. Both update the same device in
+// turn from the same key, each starting from the state that the other left.
+// Usage: compare_updates ENGINE
 
 #include <cstdio>
 #include <cstdlib>
@@ -52,8 +53,8 @@ Measured measure(const std::string& engine, const BenchDevice& device, int pairs
         settleDisk();
         return runCommand({"sh", "-c", TOOLS_UPDATE, "sh", root});
     };
-    // An installation and a backup of the update's size: what is measured is the update of an
-    // instrument that has been updated before.
+    // The installation and the backup have the size of the update: the usual case is an instrument
+    // that has been updated before.
     std::filesystem::create_directories(device.root() / "FlashDisk/VELD");
     for (const std::string name : {"KSTRL", "KSTRL_old", "ORBUI", "ORBUI_old"})
         runCommand({"cp", "-r", root + "/USB HD/VELD/" + name.substr(0, 5),

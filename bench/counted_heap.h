@@ -1,4 +1,4 @@
-// Counts what the program takes from the heap by "new", by replacing its operators.
+// Counts heap allocations made with "new", by replacing the operators.
 #pragma once
 
 #include <cstdint>
@@ -9,8 +9,8 @@ struct HeapCount {
     uint64_t peakBytes;
 };
 
-// What has been taken since the process began.
+// Returns the allocations since the process started.
 HeapCount heapCount();
 
-// The most memory that the process has had resident, in bytes; 0 when the system does not tell.
+// Returns the peak of the process's resident memory in bytes; 0 when the system does not report it.
 uint64_t peakResidentBytes();

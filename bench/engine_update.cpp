@@ -1,5 +1,5 @@
-// Runs one update of the device folder, its steps back to back and without a window. Prints the
-// files, the seconds of the update, and the peaks of resident memory and heap in bytes.
+// Updates the device folder once, without a window and without pauses between the steps. Prints the
+// number of files, the seconds of the update, and the peaks of resident memory and heap in bytes.
 
 #include <cstdio>
 

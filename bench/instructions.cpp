@@ -1,4 +1,5 @@
-// Runs what scripts/check-instructions counts: frames of the screen and steps of the engine.
+// The program that scripts/check-instructions measures: frames of the screen and steps of the
+// engine.
 
 #include "bench/instructions.h"
 

@@ -1,4 +1,4 @@
-// The engine's own work for a file: listing, copying and deleting, without the kernel's.
+// The engine's own work per file: listing, copying and deleting, without the work of the kernel.
 
 #include <filesystem>
 
@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t FILE_COUNT = 1000;
 
-// The steps of an update open to view.
+// Makes the protected steps of an update callable.
 class OpenUpdater : public Updater {
   public:
     bool hasFilesToCopy() const { return !filesToCopy.empty(); }

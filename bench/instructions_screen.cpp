@@ -1,4 +1,4 @@
-// Start-up of the screen, piece by piece, and a frame in each state with few and many lines of
+// Start-up of the screen, step by step, and a frame in each state with few and with many lines of
 // release notes.
 
 #include <memory>
@@ -49,7 +49,7 @@ void countStartUp() {
 }
 
 void countFrame(SimpleUI& screen, const std::string& name) {
-    // The first frame in a state may build a program.
+    // Not counted: the first frame in a state may build a GL program.
     screen.draw();
     countInstructions("frame: " + name, [&] {
         const uint64_t before = nullGlDrawCalls();
@@ -59,7 +59,7 @@ void countFrame(SimpleUI& screen, const std::string& name) {
 }
 
 void countFrames(std::size_t lines) {
-    // The screen is never to leave: a launch that fails keeps it.
+    // Makes the launch fail so that the process does not exit.
     setCallHook([](const HookedCall& call) {
         const std::string name = call.name;
         return name == "CreateProcessW" || name == "Sleep" ? ERROR_FILE_NOT_FOUND : ERROR_SUCCESS;
@@ -77,7 +77,7 @@ void countFrames(std::size_t lines) {
     screen.onKey(VK_HOME);
     countFrame(screen, "updating, " + notes);
     if (lines == 0) {
-        // A stray file keeps the staging folder.
+        // A stray file in the staging folder makes the update fail.
         device.write("FlashDisk/VELD/Update/stray", "");
     }
     for (int i = 0; i < 3; ++i)

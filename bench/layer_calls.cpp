@@ -1,4 +1,4 @@
-// What single calls of the POSIX layer cost, beside the host's call that each cannot do without.
+// Measures single calls of the POSIX layer, and beside each the host call that it cannot avoid.
 
 #include <benchmark/benchmark.h>
 #include <dirent.h>
@@ -63,7 +63,7 @@ void fileAttributes(benchmark::State& state) {
 }
 BENCHMARK(fileAttributes);
 
-// The least that a listing with sizes and times in a fixed order can do.
+// The minimum for a sorted listing with sizes and times.
 void hostListing(benchmark::State& state) {
     const std::string path = (device().root() / "USB HD/VELD/KSTRL").string();
     for (auto _ : state) {

@@ -1,8 +1,8 @@
-// The whole program, linked with a stop-watch around the calls of its frame loop and its start-up.
-// Runs an update of the device folder, and prints where the time went when it ends.
+// The whole program, linked with a stopwatch around the calls of its start-up and frame loop.
+// Updates the device folder and prints where the time went when it ends.
 //
-// The linker leads each call from another file through the function of asm name "__wrap_..." here,
-// and gives the true one as "__real_...".
+// The linker redirects each call from another file to the function with the assembler name
+// "__wrap_..." in this file, and makes the original available as "__real_...".
 
 #include <array>
 #include <cstdio>
@@ -42,7 +42,7 @@ std::array<double, STEP_COUNT> beforeLoop;
 unsigned long frames;
 uint64_t heapAfterStart;
 
-// Adds the time of a scope to a step.
+// Adds the time spent in a scope to a step.
 class Watch {
   public:
     explicit Watch(Step step) : step_(step), start_(now()) {}
@@ -55,8 +55,8 @@ class Watch {
     double start_;
 };
 
-// The frame that launches the application ends the program in the middle of its tick, so the last
-// frame counts up to there.
+// The last frame launches the application, which ends the program during its tick. It is counted up
+// to that moment.
 void report() {
     const double end = now();
     const auto inLoop = [](Step step) { return seconds[step] - beforeLoop[step]; };
@@ -73,7 +73,7 @@ void report() {
 
 }  // namespace
 
-// The true function of a symbol, and the one that the calls are led to.
+// Declares the original function of a symbol and the one that replaces it.
 #define WRAPPED(result, name, symbol, parameters)        \
     result real##name parameters asm("__real_" symbol);  \
     result timed##name parameters asm("__wrap_" symbol); \
@@ -118,7 +118,7 @@ WRAPPED(EGLBoolean, Swap, "eglSwapBuffers", (EGLDisplay display, EGLSurface surf
         const Watch watch(SWAP);
         result = realSwap(display, surface);
     }
-    // The first frame warms the driver up and looks for the key; the loop is measured behind it.
+    // The first frame warms up the driver and looks for the key; measuring starts after it.
     if (firstSwap == 0) {
         firstSwap = now();
         beforeLoop = seconds;
