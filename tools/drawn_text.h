@@ -1,4 +1,4 @@
-// How a line of text comes out when the updater's screen draws it with a face.
+// The glyphs of a line of text as the updater's screen draws it.
 #pragma once
 
 #include <cstddef>
@@ -7,18 +7,18 @@
 
 #include "render/font_file.h"
 
-// A glyph that shows something; pixels from the start of the line, y downwards.
+// A visible glyph. Pixels from the start of the line, y downwards.
 struct DrawnGlyph {
-    std::size_t index;  // of its character in the text
+    std::size_t index;  // of the character in the text
     float left, right;
     float top, bottom;
 };
 
 struct DrawnText {
     std::vector<DrawnGlyph> glyphs;
-    float right = 0;          // where the last glyph ends, pixels from the start of the line
-    std::set<WCHAR> missing;  // characters that the face lacks and that are left out
+    float right = 0;          // right edge of the last glyph, in pixels
+    std::set<WCHAR> missing;  // characters that the face lacks
 };
 
-// Kerned, ideographs and katakana narrowed to two thirds, up to the first NUL.
+// Lays out the text up to its first NUL, with kerning, and with katakana and ideographs narrowed.
 DrawnText drawnText(const FontData& face, const WideString& text);

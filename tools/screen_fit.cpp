@@ -8,7 +8,7 @@
 
 namespace {
 
-// Pixels between the edges of a marker and what lies in it; negative for what sticks out.
+// Distances in pixels from the edges of a marker to the ink in it; negative when ink sticks out.
 struct Margins {
     float left, right, above, below;
 
@@ -21,7 +21,7 @@ struct Margins {
     bool areAtLeast(float pixels) const { return std::min({left, right, above, below}) >= pixels; }
 };
 
-// The top of a text in the state that shows the markers.
+// Returns the top of a text in the state that shows the markers.
 int32_t topOf(const std::string& key) {
     int32_t top = 0;
     for (const layout::Text& text : layout::TEXTS)
@@ -42,7 +42,7 @@ std::string faultBehind(const layout::KeyMarker& marker, const WideString& text,
     if (start == WideString::npos)
         return "has no " + name + " for its marker to lie behind";
 
-    // The marker, from the start of the text.
+    // The marker's edges relative to the start of the text.
     const auto left = static_cast<float>(marker.place.x - layout::TEXT_LEFT);
     const auto right = left + static_cast<float>(marker.place.width);
     const auto bottom =

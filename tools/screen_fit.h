@@ -1,14 +1,14 @@
-// Whether a text is where the updater's screen wants it.
+// Checks whether a text fits its place on the updater's screen.
 #pragma once
 
 #include <string>
 
 #include "tools/drawn_text.h"
 
-// What is wrong with the width of a text that must not go beyond `rightEdge`, as what follows its
-// name in a message: "ends at x 512, beyond 488". Empty when nothing is.
+// Describes why a text exceeds `rightEdge`, to be appended to its name in a message: "ends at x
+// 512, beyond 488". Returns an empty text when it fits.
 std::string widthFault(const DrawnText& text, int rightEdge);
 
-// What is wrong with the place of the word that a key marker lies behind in the text of `key`, in
-// the same form. Empty when nothing is, and for a text without a marker.
+// Describes in the same form why a word does not fit its key marker in the text of `key`. Returns
+// an empty text when it fits and for a text without a marker.
 std::string markerFault(const std::string& key, const WideString& text, const DrawnText& drawn);

@@ -1,5 +1,4 @@
-// The texts that the updater's screen looks up in the string tables, and the room that it has for
-// them.
+// The texts that the updater's screen looks up in the string tables, and the space for them.
 #pragma once
 
 #include <map>
@@ -8,11 +7,11 @@
 #include "platform/win32.h"
 
 struct TextUse {
-    int rightEdge = 0;  // the x in pixels that the text must not go beyond, in any state
-    WideString suffix;  // the longest that the screen puts directly behind it
+    int rightEdge = 0;  // right limit of the text in pixels, the smallest of all states
+    WideString suffix;  // the longest text that the screen appends to it
 };
 
 using ScreenKeys = std::map<std::string, TextUse>;
 
-// By key, every text of the screen's layout.
+// Returns every text of the screen's layout, by key.
 ScreenKeys screenKeys();

@@ -12,7 +12,7 @@ bool isEmpty(const CellSize& cell) {
     return cell.width == 0 || cell.height == 0;
 }
 
-// Tall cells first, so that the rows which they are put into waste little.
+// Orders the cells by height, so that rows of cells waste little space.
 std::vector<std::size_t> packingOrder(const std::vector<CellSize>& cells) {
     std::vector<std::size_t> order(cells.size());
     std::iota(order.begin(), order.end(), std::size_t{0});

@@ -1,4 +1,4 @@
-// Glyph cells on square pages.
+// Packs glyph cells into square pages.
 #pragma once
 
 #include <cstddef>
@@ -16,13 +16,13 @@ struct CellPlace {
 };
 
 struct Atlas {
-    int side = 0;  // of every page, a power of two
+    int side = 0;  // of each page; a power of two
     int pages = 0;
     std::vector<CellPlace> places;  // one per cell, in the cells' order
 };
 
-// Places the cells in the smallest page that takes them all, or, when not even one of `maxSide`
-// (a power of two) does, on several of that side. A blank pixel lies around every cell, because
-// linear filtering reads half a pixel beyond its edges. Empty cells lie at the origin. A cell
-// larger than a page leaves the atlas without pages.
+// Packs the cells into the smallest page that holds them all, or into several pages of `maxSide` (a
+// power of two) when one is not enough. Each cell is surrounded by one blank pixel, because linear
+// filtering reads half a pixel beyond its edges. Empty cells are placed at the origin. Returns no
+// pages when a cell is larger than a page.
 Atlas packAtlas(const std::vector<CellSize>& cells, int maxSide);

@@ -31,15 +31,15 @@ std::string infoBlock(const std::string& fontName, int emSize) {
     constexpr unsigned smoothAndUnicode = 0xC0;
     constexpr int unstretched = 100;
     std::string block;
-    put16(block, -emSize);  // negative: the size is that of the em
+    put16(block, -emSize);  // negative: the size of the em
     put8(block, smoothAndUnicode);
-    put8(block, 0);  // character set: none, it is Unicode
+    put8(block, 0);  // no character set: the font is Unicode
     put16(block, unstretched);
     put8(block, 1);  // no supersampling
     for (int side = 0; side < 4; ++side)
         put8(block, 0);  // padding inside a cell
-    put8(block, 1);      // spacing between cells, across
-    put8(block, 1);      // and down
+    put8(block, 1);      // horizontal spacing between cells
+    put8(block, 1);      // vertical spacing
     put8(block, 0);      // no outline
     return block + fontName + '\0';
 }

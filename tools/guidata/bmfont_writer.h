@@ -1,11 +1,11 @@
-// The ".fnt" file of a baked face: the published BMFont binary format, version 3.
+// Writes the ".fnt" file of a face: the published BMFont binary format, version 3.
 #pragma once
 
 #include <string>
 
 #include "render/font_file.h"
 
-// The file's bytes. `emSize` is in pixels and kept for those who look into the file, like the
-// font's name. There are always five blocks, since the device asks for five; the one of the kerning
-// pairs may be empty. The names of the pages must all have one length.
+// Returns the bytes of the file. `emSize` (in pixels) and the font's name are informative. All five
+// blocks are written, because the device reads five; the kerning block may be empty. All page names
+// must have the same length.
 std::string encodeBmFont(const FontData& font, const std::string& fontName, int emSize);

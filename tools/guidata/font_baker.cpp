@@ -16,8 +16,8 @@ struct RenderedGlyph {
     GlyphImage image;
 };
 
-// A glyph with ink left of the pen (a "j") moves the cells of the whole face to the left, so that
-// all of it stays where it is to its neighbours.
+// When a glyph has ink to the left of the pen (such as "j"), all cells of the face are moved to the
+// left by the same amount, so that the distances between glyphs stay correct.
 int commonInset(Typeface& typeface, const std::set<char16_t>& characters) {
     int inset = 0;
     for (const char16_t character : characters)
@@ -55,8 +55,8 @@ std::optional<std::vector<RenderedGlyph>> renderGlyphs(const BakeRequest& reques
     return glyphs;
 }
 
-// Drawing moves the second glyph of a pair but not the pen, so what a pair closes before that glyph
-// opens behind it. Half the font's amount shares the space out.
+// The device moves the second glyph of a pair but not the pen, so the pair closes one gap and opens
+// the next by the same amount. Half of the font's kerning balances the two.
 KerningTable fontKerning(const Typeface& typeface, const std::set<char16_t>& characters) {
     constexpr double share = 0.5;
     KerningTable pairs;
@@ -78,7 +78,7 @@ std::vector<CellSize> cellSizes(const std::vector<RenderedGlyph>& glyphs) {
     return sizes;
 }
 
-// Page names have one length, as the format asks for.
+// The format requires page names of equal length.
 std::vector<std::string> pageNames(const std::string& faceName, int count) {
     const std::size_t digits = std::to_string(count - 1).size();
     std::vector<std::string> names;

@@ -1,4 +1,4 @@
-// Bakes a face of a font file into the glyphs, kerning pairs and pages that the device draws with.
+// Renders a face of a font file into the glyphs, kerning pairs and pages that the device uses.
 #pragma once
 
 #include <cstdint>
@@ -11,12 +11,12 @@
 #include "tools/guidata/extra_kerning.h"
 
 struct BakeRequest {
-    std::string faceName;  // of the files that come out: "SegoeUI_24px"
+    std::string faceName;  // base name of the output files, such as "SegoeUI_24px"
     std::string fontPath;
-    int faceIndex = 0;   // in a collection of fonts
+    int faceIndex = 0;   // index in a font collection
     double emSize = 0;   // pixels
     int lineHeight = 0;  // pixels
-    int base = 0;        // from the line's top to its baseline, pixels
+    int base = 0;        // from the top of the line to the baseline, pixels
     int maxPageSide = 1024;
     std::set<char16_t> characters;
     ExtraKerning extraKerning;
@@ -31,11 +31,12 @@ struct BakedFace {
     std::vector<char16_t> missing;            // characters that the font file lacks
 };
 
-// The printable characters of Latin-1.
+// Returns the printable characters of Latin-1.
 std::set<char16_t> latin1();
 
-// Bakes the face. Nothing, with `error` saying why, when the font file cannot be used or a glyph
-// would leave its line: the lines of the screen must not touch, and offsets are never negative.
+// Renders the face. Returns nothing, and the reason in `error`, when the font file is unusable or a
+// glyph extends above or below its line: the lines of the screen must not touch, and the device has
+// no negative offsets.
 std::optional<BakedFace> bakeFace(const BakeRequest& request, std::string& error);
 
 // Writes N.fnt, N.kern and the pages N_0.raw, ... of face N into `folder`. Returns false, with

@@ -1,4 +1,4 @@
-// fontbake: a font file and a size to the files of a face of the device.
+// fontbake: renders a font file at one size into the files of a face of the device.
 #include <cstdio>
 
 #include "tools/guidata/font_baker.h"

@@ -1,4 +1,4 @@
-// Whole files of the host, read and written in one go.
+// Reads and writes whole files of the host.
 #pragma once
 
 #include <string>
@@ -6,6 +6,6 @@
 // Reads the file at `path` into `content`. Returns false, with `error` naming the file, on failure.
 bool readHostFile(const std::string& path, std::string& content, std::string& error);
 
-// Replaces the file at `path` by `content`; its folder must exist. The file appears whole or not at
-// all. Returns false, with `error` naming the file, on failure.
+// Replaces the file at `path` with `content` atomically; its folder must exist. Returns false, with
+// `error` naming the file, on failure.
 bool writeHostFile(const std::string& path, const std::string& content, std::string& error);

@@ -1,10 +1,10 @@
-// What a tool has to say about its sources.
+// Messages of a tool about its sources.
 #pragma once
 
 #include <string>
 #include <vector>
 
 struct MessageList {
-    std::vector<std::string> errors;    // the source is refused
-    std::vector<std::string> warnings;  // it is taken, but should be looked at
+    std::vector<std::string> errors;    // the source is rejected
+    std::vector<std::string> warnings;  // the source is accepted, but should be checked
 };

@@ -1,5 +1,5 @@
-// Pictures in the form that the device loads them: square, one byte of luminance a pixel, top row
-// first, without a header.
+// Pictures in the device's format: square, one byte of luminance per pixel, top row first, without
+// a header.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-// The picture of a PNG file as side x side bytes. A smaller picture stands at the top left, the
-// rest is black; transparency shows black, colours become grey. Nothing, with `error` naming the
-// file, when it cannot be read or is larger than that.
+// Converts a PNG file to side x side bytes. A smaller picture is placed at the top left on black.
+// Colours become grey, transparent pixels black. Returns nothing, with `error` naming the file,
+// when the file cannot be read or its picture is larger.
 std::optional<std::vector<uint8_t>> luminanceSquare(const std::string& path, uint32_t side,
                                                     std::string& error);

@@ -1,4 +1,4 @@
-// rawimage: a PNG picture to a background picture of the device.
+// rawimage: converts a PNG picture to a background picture of the device.
 
 #include "tools/guidata/host_file.h"
 #include "tools/guidata/raw_image.h"

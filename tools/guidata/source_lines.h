@@ -1,4 +1,4 @@
-// The lines of a UTF-8 source file that carry something.
+// The significant lines of a UTF-8 source file.
 #pragma once
 
 #include <optional>
@@ -7,14 +7,14 @@
 
 struct SourceLine {
     int number;           // from 1
-    std::u16string text;  // without its line end
+    std::u16string text;  // without the line end
 };
 
-// "file:line: ", the beginning of every message about a line.
+// Returns "file:line: ", the beginning of every message about a line.
 std::string at(const std::string& fileName, int line);
 
-// All lines of `source` but empty ones and those that begin with "#". Lines end with LF or CR LF.
-// Nothing, with `error` naming file and line, when the text is not UTF-8 or holds a control
-// character other than a tab.
+// Returns all lines of `source` except empty ones and those that begin with "#". Lines end with LF
+// or CR LF. Returns nothing, with `error` naming file and line, when the text is not UTF-8 or
+// contains a control character other than a tab.
 std::optional<std::vector<SourceLine>> sourceLines(const std::string& source,
                                                    const std::string& fileName, std::string& error);

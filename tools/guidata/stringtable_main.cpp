@@ -1,4 +1,4 @@
-// stringtable: a UTF-8 source of texts to a string-table file of the device.
+// stringtable: converts a UTF-8 text source to a string table of the device.
 #include <cstdio>
 
 #include "tools/guidata/font_reader.h"

@@ -6,7 +6,8 @@
 
 namespace {
 
-// How many bytes the sequence that begins with `lead` has; 0 for a byte that begins none.
+// Returns the length of the UTF-8 sequence that begins with `lead`; 0 when no sequence begins with
+// it.
 int sequenceLength(unsigned char lead) {
     if (lead < 0x80)
         return 1;
@@ -17,7 +18,7 @@ int sequenceLength(unsigned char lead) {
     return lead >= 0xF0 && lead < 0xF5 ? 4 : 0;
 }
 
-// The character at `at`, which moves past it; nothing when there is no well-formed one.
+// Decodes the character at `at` and advances `at` past it. Returns nothing when it is malformed.
 std::optional<uint32_t> nextCharacter(const std::string& bytes, std::size_t& at) {
     const auto lead = static_cast<unsigned char>(bytes[at]);
     const int length = sequenceLength(lead);

@@ -1,4 +1,4 @@
-// Whether the texts of a table can be shown with a face.
+// Checks whether a face can show the texts of a table.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 #include "render/font_file.h"
 #include "tools/guidata/text_source.h"
 
-// Warns about characters that the face lacks, about texts that go beyond their right edge in
-// `keys`, and about words that do not lie in their markers.
+// Warns about characters that the face lacks, about texts that extend beyond their right limit in
+// `keys`, and about words that do not fit their markers.
 void checkTexts(const std::vector<TextEntry>& entries, const std::string& fileName,
                 const ScreenKeys& keys, const FontData& face, MessageList& messages);

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The device reads a line, its line end included, into this many characters.
+// The device reads at most this many characters of a line, its line end included.
 constexpr std::size_t MAX_LINE = 511;
 constexpr std::size_t LINE_END_LENGTH = 2;
 
@@ -20,7 +20,7 @@ bool isKeyCharacter(char16_t character) {
            character == u'_';
 }
 
-// The entry of a line; nothing, with `problem` saying why, for a line that would be misread.
+// Parses a line. Returns nothing, and the reason in `problem`, when the device would misread it.
 std::optional<TextEntry> parseEntry(const SourceLine& line, std::string& problem) {
     const std::u16string& text = line.text;
     if (text.size() + LINE_END_LENGTH > MAX_LINE) {

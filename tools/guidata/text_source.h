@@ -1,4 +1,4 @@
-// The UTF-8 source of a string table: lines of a key, blanks and the text of that key.
+// The UTF-8 source of a string table: each line is a key, blanks, and the text for the key.
 #pragma once
 
 #include <string>
@@ -10,15 +10,15 @@
 struct TextEntry {
     int line;
     std::string key;
-    std::u16string text;  // blanks at its end belong to it
+    std::u16string text;  // with any trailing blanks
 };
 
-// The entries of a source. Whatever the device's reader would take for something else is an error:
-// lines that it would cut, keys that are doubled, malformed or not in `keys`, and keys of `keys`
-// that are missing. An empty `keys` lets any key pass.
+// Parses a source. Reports an error for everything that the device would misread: lines too long
+// for it, and keys that are repeated, malformed, missing from `keys`, or missing from the source.
+// When `keys` is empty, all keys are accepted.
 std::vector<TextEntry> parseTextSource(const std::string& source, const std::string& fileName,
                                        const ScreenKeys& keys, MessageList& messages);
 
-// The bytes of the device's file: UTF-16LE with a byte-order mark, lines ended by CR LF. The first
-// line is a comment, so that a reader which keeps the mark loses no entry by it.
+// Returns the bytes of the device's file: UTF-16LE with a byte-order mark and CR LF line ends. The
+// first line is a comment, so that a reader that does not skip the mark loses no entry.
 std::string encodeStringTable(const std::vector<TextEntry>& entries);

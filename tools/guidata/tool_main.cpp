@@ -47,7 +47,7 @@ void addOptions(CLI::App& app, const std::vector<ToolOption>& options) {
     }
 }
 
-// Gives the exit code when there is nothing more to do.
+// Returns an exit code when the tool has nothing more to do.
 std::optional<ExitCode> parse(CLI::App& app, int argc, char** argv) {
     try {
         app.parse(argc, argv);

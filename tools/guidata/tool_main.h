@@ -1,5 +1,4 @@
-// How the tools that make the GUI data begin and end: the options of a tool, its work, and the exit
-// code that comes of it.
+// The common frame of the tools that make the GUI data: options, the tool's work, and exit codes.
 #pragma once
 
 #include <cstdint>
@@ -10,8 +9,8 @@
 
 enum ExitCode : int {
     EXIT_CODE_DONE = 0,
-    EXIT_CODE_FAILED = 1,  // an input that cannot be used or an output that cannot be written
-    EXIT_CODE_USAGE = 2,   // a command line that makes no sense
+    EXIT_CODE_FAILED = 1,  // an input is unusable or an output cannot be written
+    EXIT_CODE_USAGE = 2,   // an invalid command line
 };
 
 struct NotNegative {};
@@ -24,16 +23,16 @@ struct Between {
 using OneOf = std::vector<int>;
 
 struct ToolOption {
-    // Of the alternatives exactly one is required.
+    // Exactly one of the alternatives must be given.
     enum Presence { OPTIONAL, REQUIRED, ALTERNATIVE };
 
-    const char* name;  // as in "--output"; without the dashes it stands for a place
+    const char* name;  // such as "--output"; without dashes it is a positional argument
     std::variant<std::string*, std::vector<std::string>*, int*, uint32_t*, double*> value;
     const char* help;
     std::variant<std::monostate, NotNegative, Between, OneOf> limits = {};
     Presence presence = OPTIONAL;
-    std::vector<std::string> needs = {};  // names of options that must be given beside it
-    bool showsDefault = false;            // whether the help tells what the value is without it
+    std::vector<std::string> needs = {};  // names of options that must be given with it
+    bool showsDefault = false;            // whether the help shows the default value
 };
 
 struct Tool {
@@ -43,9 +42,9 @@ struct Tool {
     std::function<ExitCode()> work;
 };
 
-// Reads the command line into the values of the options and does the work. Returns the exit code;
-// the work is not done when help was asked for and printed, or when a mistake was reported.
+// Parses the command line into the options and calls the tool's work, unless help was requested or
+// the command line is invalid. Returns the exit code.
 int runTool(const Tool& tool, int argc, char** argv);
 
-// Reports `message` on standard error, and is the exit code that goes with it.
+// Prints `message` to standard error and returns the exit code for a failure.
 ExitCode fail(const char* tool, const std::string& message);

@@ -13,15 +13,15 @@ namespace {
 
 constexpr double WIDENING = 1.5;
 constexpr int WIDE_ADVANCE_STEP = 3;
-constexpr double UNITS_PER_PIXEL = 64.0;            // FreeType's positions
-constexpr double UNITS_PER_LINEAR_PIXEL = 65536.0;  // its unrounded advances
+constexpr double UNITS_PER_PIXEL = 64.0;            // of FreeType's positions
+constexpr double UNITS_PER_LINEAR_PIXEL = 65536.0;  // of FreeType's unrounded advances
 
 double widening(char16_t character) {
     return isNarrowed(character) ? WIDENING : 1.0;
 }
 
-// A widened advance is a multiple of three, so that on the screen the pen stays on whole pixels and
-// the unscaled glyphs that follow stay sharp.
+// The advance of a widened glyph is a multiple of three, so that two thirds of it are whole pixels
+// and the following glyphs stay sharp.
 int roundedAdvance(double pixels, bool wide) {
     const int step = wide ? WIDE_ADVANCE_STEP : 1;
     return static_cast<int>(std::lround(pixels / step)) * step;
@@ -79,7 +79,7 @@ bool Typeface::load(char16_t character, int inset) {
     FT_Vector shift{static_cast<FT_Pos>(std::lround(inset * widening(character) * UNITS_PER_PIXEL)),
                     0};
     FT_Set_Transform(library_->face, &matrix, &shift);
-    // Light hinting puts the horizontal strokes on whole rows and leaves the widths alone.
+    // Light hinting aligns horizontal strokes with pixel rows and does not change widths.
     return FT_Load_Char(library_->face, character, FT_LOAD_NO_BITMAP | FT_LOAD_TARGET_LIGHT) == 0;
 }
 
@@ -106,7 +106,7 @@ std::optional<GlyphImage> Typeface::render(char16_t character, int inset) {
     if (bitmap.width == 0 || bitmap.rows == 0)
         return image;
 
-    // Drawing knows no horizontal offset: the space before the ink is part of the cell.
+    // The device ignores horizontal offsets, so the space before the ink is part of the cell.
     const auto left = static_cast<std::size_t>(slot->bitmap_left);
     const std::size_t width = left + bitmap.width;
     image.width = static_cast<int>(width);

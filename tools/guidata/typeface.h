@@ -1,4 +1,4 @@
-// One face of a TrueType or OpenType file at one size, rendered glyph by glyph.
+// One face of a TrueType or OpenType font at one size, rendered glyph by glyph.
 #pragma once
 
 #include <cstdint>
@@ -18,7 +18,7 @@ struct GlyphImage {
 class Typeface {
   public:
     // Opens face `index` of the font file at `path` with an em of `emSize` pixels. Returns null,
-    // with `error` naming the file, when that fails.
+    // with `error` naming the file, on failure.
     static std::unique_ptr<Typeface> open(const std::string& path, int index, double emSize,
                                           std::string& error);
 
@@ -26,20 +26,21 @@ class Typeface {
     Typeface& operator=(const Typeface&) = delete;
     ~Typeface();
 
-    // The family's name, as the font file gives it.
+    // The family name stored in the font file.
     std::string familyName() const;
 
     bool hasGlyph(char16_t character) const;
 
-    // How many whole pixels the glyph's ink reaches to the left of the pen as it is seen on the
-    // screen; 0 when it does not.
+    // Returns by how many whole pixels of the screen the glyph's ink extends to the left of the
+    // pen; 0 when it does not.
     int leftOverhang(char16_t character);
 
-    // The glyph in a cell whose left edge lies `inset` pixels left of the pen on the screen.
-    // A glyph that the device narrows is made wider by as much. Nothing when rendering fails.
+    // Renders the glyph into a cell whose left edge is `inset` screen pixels to the left of the
+    // pen. A glyph that the device draws narrower is rendered wider to compensate. Returns nothing
+    // on failure.
     std::optional<GlyphImage> render(char16_t character, int inset);
 
-    // The font's kerning of a pair, in pixels; 0 for a font without a kerning table.
+    // Returns the font's kerning of a pair in pixels; 0 when the font has no kerning table.
     double kerning(char16_t first, char16_t second) const;
 
   private:

@@ -1,5 +1,5 @@
-// Stands in for the instrument's main application on a simulated device, as KSTRL/KSTRL.exe: says
-// which version it is, which it reads from "version.txt" beside it, and runs until it is ended.
+// A stub of the instrument's main application for simulated devices, installed as KSTRL/KSTRL.exe.
+// It prints its version, read from "version.txt" beside it, and runs until it is ended.
 
 #include <sys/types.h>
 #include <unistd.h>
