@@ -1,5 +1,5 @@
-# Writes a source file that holds the texts of shader files byte for byte, as the table that
-# render/embedded_shaders.h declares. Runs again when one of the files changes.
+# Generates a source file that contains the shader files byte for byte, as the table declared in
+# render/embedded_shaders.h. Runs again when a file changes.
 function(embed_shaders output)
   set(SHADER_ENTRIES "")
   foreach(file IN LISTS ARGN)

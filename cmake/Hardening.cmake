@@ -1,5 +1,5 @@
-# The builds that ship guard their stack, their libc calls and where they are loaded. Debug and
-# sanitizer builds are left alone: they have guards of their own.
+# Release builds get stack protection, checked libc calls and position-independent code. Debug and
+# sanitizer builds have other checks.
 if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo" AND NOT WIN32)
   include(CheckPIESupported)
   check_pie_supported()

@@ -1,4 +1,4 @@
-# What is installed where, and the Debian package of it: the host tools and the simulator.
+# Installation, and the Debian package of the host tools and the simulator.
 include(GNUInstallDirs)
 set(own_folder libexec/kestrel-updater)
 set(doc_folder ${CMAKE_INSTALL_DATADIR}/doc/kestrel-updater)
@@ -7,13 +7,13 @@ set(packaged_pages
   operator-card.md release-engineers-guide.md safety.md technicians-guide.md updatekey-json.md)
 
 install(TARGETS updatekey fontbake stringtable rawimage RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-# A rehearsal finds the updater there.
+# updatekey rehearse looks for the updater here.
 install(TARGETS updater kstrl-standin RUNTIME DESTINATION ${own_folder})
 install(TARGETS frame-counter LIBRARY DESTINATION ${own_folder}
         PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 file(CREATE_LINK ../${own_folder}/updater ${PROJECT_BINARY_DIR}/kestrel-updater SYMBOLIC)
 install(FILES ${PROJECT_BINARY_DIR}/kestrel-updater DESTINATION ${CMAKE_INSTALL_BINDIR})
-# By name: what an earlier build left in the folder does not belong into the package.
+# List the files by name: the folder may contain files of an earlier build.
 foreach(file ${GUIDATA_FILES})
   file(RELATIVE_PATH place ${GUIDATA} ${file})
   cmake_path(GET place PARENT_PATH folder)
@@ -23,7 +23,7 @@ install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${doc_folder} RENAME cop
 list(TRANSFORM packaged_pages PREPEND ${PROJECT_SOURCE_DIR}/docs/)
 install(FILES ${packaged_pages} DESTINATION ${doc_folder})
 
-# Compressed with the same bytes every time.
+# Compress reproducibly: the same input gives the same bytes.
 set(packed_folder ${PROJECT_BINARY_DIR}/compressed)
 file(MAKE_DIRECTORY ${packed_folder})
 function(install_compressed source name destination)
@@ -37,7 +37,7 @@ function(install_compressed source name destination)
 endfunction()
 install_compressed(${sources}/changelog changelog ${doc_folder})
 
-# The manual pages and the completion of the shells are what the programs say of themselves.
+# Generate manual pages and shell completion from the programs' own output.
 find_program(HELP2MAN help2man)
 function(install_manual name summary program)
   set(page ${packed_folder}/${name}.1)

@@ -1,2 +1,2 @@
-# Every compiler message is a fault of ours.
+# Compiler warnings are errors.
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)

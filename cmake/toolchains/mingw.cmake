@@ -1,5 +1,5 @@
-# The GNU compiler for desktop Windows of the CPU that TOOLS_PREFIX names, with everything of the
-# compiler's own linked in: the program runs where no runtime of it is installed.
+# The GNU compiler for desktop Windows on the CPU named by TOOLS_PREFIX. Its runtime is linked
+# statically, so the program runs without an installed one.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_CXX_COMPILER ${TOOLS_PREFIX}-g++-posix)
 set(CMAKE_RC_COMPILER ${TOOLS_PREFIX}-windres)

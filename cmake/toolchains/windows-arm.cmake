@@ -1,5 +1,5 @@
-# Objects for the instrument's kind of processor. There are no libraries for it to link with, so
-# only compiling is asked for. The headers are those of the 32-bit GNU compiler for Windows.
+# Compiles objects for the instrument's processor. There are no libraries to link them with. The
+# headers are those of the 32-bit GNU compiler for Windows.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR arm)
 set(CMAKE_CXX_COMPILER clang++)
