@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <cstdlib>
 #include <thread>
@@ -73,9 +74,16 @@ fs::path startWatch() {
 
 fs::path makeScratchFolder() {
     static const fs::path base = startWatch();
-    fs::create_directories(base);
-    std::string pattern = (base / "XXXXXX").string();
-    return ::mkdtemp(pattern.data());
+    // Another process that works in the base may remove it, empty, in between.
+    for (;;) {
+        std::error_code error;
+        fs::create_directories(base, error);
+        std::string pattern = (base / "XXXXXX").string();
+        if (::mkdtemp(pattern.data()) != nullptr)
+            return pattern;
+        if (errno != ENOENT)
+            std::abort();
+    }
 }
 
 void removeScratchFolder(const fs::path& folder) {
