@@ -116,6 +116,10 @@ void removeUnfinished(LPCWSTR path) {
 bool host::copyFile(int from, const struct stat& source, Descriptor& to, bool replaces) {
     if (!copyContent(from, to.number(), source))
         return false;
+    // Its content is on the disk before the flag: what a power cut left read-only and empty could
+    // not be copied again.
+    if (isReadOnly(source) && ::fdatasync(to.number()) != 0)
+        return false;
     // Failures are ignored: FAT, for example, does not store these attributes.
     const timespec times[2] = {source.st_atim, source.st_mtim};
     if (replaces || isReadOnly(source))
