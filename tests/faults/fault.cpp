@@ -25,6 +25,7 @@ const std::map<std::string, std::vector<DWORD>>& errorsOfCalls() {
         {"FindNextFileW", {3, 5}},
         {"FindClose", {}},
         {"_wfopen", {2, 3, 5, 32, 112}},
+        {"CreateProcessW", {}},
     };
     return errors;
 }
@@ -78,6 +79,10 @@ std::string Fault::text() const {
             return "killed after";
         case FaultKind::KillHalfCopy:
             return "killed half-way";
+        case FaultKind::PowerCut:
+            return unflushed == Unflushed::Kept   ? "power cut before, all on the disk"
+                   : unflushed == Unflushed::Lost ? "power cut before, all unflushed lost"
+                                                  : "power cut before, unflushed contents lost";
         default:
             return "no fault";
     }
@@ -103,6 +108,11 @@ std::vector<Fault> faultsOf(const std::string& name, uint32_t call) {
         faults.push_back({FaultKind::KillAfter, call, 0});
     if (name == "CopyFileW")
         faults.push_back({FaultKind::KillHalfCopy, call, 0});
+    if (changesTheDisk(name) || name == "CreateProcessW") {
+        for (const Unflushed unflushed :
+             {Unflushed::Kept, Unflushed::WithoutContents, Unflushed::Lost})
+            faults.push_back({FaultKind::PowerCut, call, 0, unflushed});
+    }
     return faults;
 }
 
@@ -115,5 +125,7 @@ DWORD strike(const Fault& fault, const HookedCall& call) {
         copyHalf(call);
     if (kind == FaultKind::KillAfter)
         make(call);
+    if (kind == FaultKind::PowerCut)
+        cutPower(deviceRoot(), fault.unflushed);
     die();
 }

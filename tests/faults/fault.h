@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/posix/call_hook.h"
+#include "tests/faults/disk_image.h"
 
 enum class FaultKind {
     None,
@@ -13,17 +14,20 @@ enum class FaultKind {
     KillBefore,    // the process dies right before the call
     KillAfter,     // right after it
     KillHalfCopy,  // with half of the bytes copied
+    PowerCut,      // right before the call
 };
 
 struct Fault {
     FaultKind kind = FaultKind::None;
     uint32_t call = 0;  // counted from 1
     DWORD error = 0;
+    Unflushed unflushed = Unflushed::Kept;  // by a power cut
 
     std::string text() const;
 };
 
-// Whether a call of this name is one of the file calls, which are counted.
+// Whether a call of this name is one of the file calls, which are counted. The start of the
+// application, which an update ends with, is counted too.
 bool isFileCall(const std::string& name);
 
 // Whether a call of this name can change the disk (a file open may).

@@ -3,6 +3,9 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <optional>
+
+#include "tests/faults/disk_image.h"
 
 namespace {
 
@@ -69,15 +72,26 @@ CaseResult runCase(const FaultCase& faultCase) {
     CaseResult result;
     Findings findings;
     const DeviceFolder device;
+    std::optional<DiskImage> disk;
+    if (faultCase.fault.kind == FaultKind::PowerCut)
+        disk.emplace(device.root());
     makeDevice(device, faultCase.state);
+    // What is unmounted is flushed.
+    if (disk)
+        disk->remount();
     const Tree original = device.tree();
 
     const bool locked = faultCase.state == StartState::GuiDataLocked;
     const UpdateRun struck = runUpdate(device, {faultCase.fault, locked});
+    if (disk)
+        disk->remount();
     const Tree left = device.tree();
     result.first = struck.end;
     describeStruckRun(left, result);
     checkNothingLost(original, left, findings);
+    if (struck.end == RunEnd::Killed)
+        checkInPlaceIsWhole(original, left, findings);
+    result.kept = findings.empty();
     checkAnyRun(struck, faultCase.fault, original, left, findings);
 
     if (faultCase.newerKeyLater)

@@ -21,6 +21,7 @@ struct CaseResult {
     RunEnd second = RunEnd::Crashed;  // the run after it
     bool ranThird = false;
     // What the struck run left:
+    bool kept = false;           // what was installed is complete, or replaced
     bool unnoticed = false;      // it ended complete, with other files live than the key's
     bool mixed = false;          // one component new, the other as before
     bool noApplication = false;  // no main application to start

@@ -46,7 +46,9 @@ void checkLiveFiles(const CleanRun& clean, const std::string& component, Finding
         if (present != live.end() && present->second == bytes)
             continue;
         std::optional<Weakness> weakness;
-        const bool stale = present != live.end() && isStagedAs(name, present->second);
+        // What has lost its content is no other key's file.
+        const bool stale =
+            present != live.end() && !present->second.empty() && isStagedAs(name, present->second);
         if (stale && clean.readOnlyBefore.count(component + "/" + name) != 0)
             weakness = Weakness::StagedFileIsReadOnly;
         findings.push_back({Invariant::LaterRunSucceeds, weakness, component + "/" + name});
@@ -101,6 +103,16 @@ void checkNothingLost(const Tree& original, const Tree& now, Findings& findings)
     }
 }
 
+void checkInPlaceIsWhole(const Tree& original, const Tree& now, Findings& findings) {
+    for (const std::string& component : COMPONENTS) {
+        const std::string folder = INSTALLATION + component + "/";
+        const Tree live = below(now, folder);
+        const bool isOld = live.empty() || live == below(original, folder);
+        if (!isOld && !holdsAll(live, filesOfKey(now, component)))
+            findings.push_back({Invariant::NothingLost, std::nullopt, component + " is in parts"});
+    }
+}
+
 void checkLaterRun(const CleanRun& clean, Findings& findings) {
     for (const std::string& component : COMPONENTS)
         checkLiveFiles(clean, component, findings);
@@ -128,6 +140,11 @@ void checkLog(const UpdateRun& run, const Tree& now, Findings& findings) {
         report("not complete, but the log says so");
     if (run.end == RunEnd::Failed && !endsWith(log, failure))
         report("failed, but the log does not end so");
+    const bool replaced = std::all_of(COMPONENTS.begin(), COMPONENTS.end(), [&](const auto& name) {
+        return below(now, INSTALLATION + name + "/") == filesOfKey(now, name);
+    });
+    if (run.end == RunEnd::Killed && saysComplete && !replaced)
+        report("the log says complete, but the disk does not");
     if (!holdsInOrder(log, run.loggedLines))
         report("a logged line is not on the disk");
 }

@@ -38,6 +38,9 @@ using Findings = std::vector<Finding>;
 // `original` is the device before the first run, `now` after the last, which had the key in it.
 void checkNothingLost(const Tree& original, const Tree& now, Findings& findings);
 
+// What is in place after a run that was ended from outside: the old folder or the new one, whole.
+void checkInPlaceIsWhole(const Tree& original, const Tree& now, Findings& findings);
+
 struct CleanRun {
     Tree before;
     Tree after;

@@ -11,6 +11,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <new>
 
 #include "tests/faults/report.h"
@@ -26,10 +27,12 @@ CaseResult* sharedResults(std::size_t count) {
 }
 
 std::vector<FaultCase> casesOf(StartState state, const std::vector<std::string>& calls,
-                               std::size_t step) {
+                               bool powerCuts, std::size_t step) {
     std::vector<FaultCase> cases;
     for (uint32_t call = 1; call <= calls.size(); ++call) {
         for (const Fault& fault : faultsOf(calls[call - 1], call)) {
+            if ((fault.kind == FaultKind::PowerCut) != powerCuts)
+                continue;
             cases.push_back({state, fault, false});
             // The key matters to the later run through what the staging folder was left with.
             if (fault.kind != FaultKind::Fail || changesTheDisk(calls[call - 1]))
@@ -69,20 +72,29 @@ int main(int argc, char** argv) {
     const std::size_t step = argc > 3 ? std::strtoul(argv[3], nullptr, 10) : 1;
     const auto start = std::chrono::steady_clock::now();
 
-    std::vector<MatrixRow> rows;
     if (workers == 0 || step == 0)
         return 2;
     bool sound = true;
-    for (const NamedState& state : START_STATES) {
-        MatrixRow row{state, callsOfAWholeRun(state.state), {}, nullptr};
-        row.cases = casesOf(state.state, row.calls, step);
-        CaseResult* results = sharedResults(row.cases.size());
-        sound &= runAll(row.cases, results, workers);
-        row.results = results;
-        rows.push_back(row);
+    std::size_t bad = 0;
+    std::ofstream detailFile(details);
+    for (const bool powerCuts : {false, true}) {
+        std::puts(powerCuts ? "\nThe power goes" : "A call fails, or the process is killed");
+        if (powerCuts && !canMountDisks()) {
+            std::puts("SKIPPED: no disk image can be mounted here; power cuts were not tried");
+            continue;
+        }
+        std::vector<MatrixRow> rows;
+        for (const NamedState& state : START_STATES) {
+            MatrixRow row{state, callsOfAWholeRun(state.state), {}, nullptr};
+            row.cases = casesOf(state.state, row.calls, powerCuts, step);
+            CaseResult* results = sharedResults(row.cases.size());
+            sound &= runAll(row.cases, results, workers);
+            row.results = results;
+            rows.push_back(row);
+        }
+        bad += printTable(rows);
+        writeDetails(rows, detailFile);
     }
-    const std::size_t bad = printTable(rows);
-    writeDetails(rows, details);
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     std::printf("\n%zu unexplained, %.1f s; every case: %s\n", bad, seconds.count(),
                 details.c_str());

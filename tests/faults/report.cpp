@@ -1,7 +1,6 @@
 #include "tests/faults/report.h"
 
 #include <cstdio>
-#include <fstream>
 #include <functional>
 
 namespace {
@@ -35,6 +34,12 @@ const std::vector<Column>& outcomes() {
         {"killed", [](const CaseResult& r) { return r.first == RunEnd::Killed; }},
         {"mixed", [](const CaseResult& r) { return r.mixed; }},
         {"no app", [](const CaseResult& r) { return r.noApplication; }},
+        {"kept", [](const CaseResult& r) { return r.kept; }},
+        {"healed",
+         [](const CaseResult& r) {
+             return r.second == RunEnd::Complete &&
+                    r.violations[static_cast<std::size_t>(Invariant::LaterRunSucceeds)] == 0;
+         }},
         {"2nd failed", [](const CaseResult& r) { return r.second != RunEnd::Complete; }},
     };
     return columns;
@@ -86,8 +91,7 @@ std::size_t printTable(const std::vector<MatrixRow>& rows) {
     });
 }
 
-void writeDetails(const std::vector<MatrixRow>& rows, const std::string& path) {
-    std::ofstream file(path);
+void writeDetails(const std::vector<MatrixRow>& rows, std::ostream& file) {
     for (const MatrixRow& row : rows) {
         for (std::size_t i = 0; i < row.cases.size(); ++i) {
             const FaultCase& faultCase = row.cases[i];

@@ -1,6 +1,7 @@
 // The matrix's table and its detail file.
 #pragma once
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -17,4 +18,4 @@ struct MatrixRow {
 std::size_t printTable(const std::vector<MatrixRow>& rows);
 
 // Writes one line a case: state, call, fault, key of the later run, ends of the runs, findings.
-void writeDetails(const std::vector<MatrixRow>& rows, const std::string& path);
+void writeDetails(const std::vector<MatrixRow>& rows, std::ostream& file);

@@ -86,13 +86,11 @@ class Surroundings {
         const std::string name = call.name;
         if (name == "OutputDebugStringW")
             return onDebugOutput(call.arguments[0]);
-        if (name == "CreateProcessW") {
-            launched_ = true;
-            return ERROR_FILE_NOT_FOUND;
-        }
-        if (name == "Sleep")
+        if (name == "Sleep" || launched_)
             return ERROR_GEN_FAILURE;
-        return isFileCall(name) ? onFileCall(call) : ERROR_SUCCESS;
+        const DWORD error = isFileCall(name) ? onFileCall(call) : ERROR_SUCCESS;
+        launched_ = name == "CreateProcessW";
+        return launched_ ? ERROR_FILE_NOT_FOUND : error;
     }
 
     // What is logged is echoed right afterwards; traces begin in other ways.
