@@ -1,6 +1,7 @@
 // Compares a whole update by the engine with one by the system's tools: copying the key's folders
-// beside the installed ones, removing the old backups, and moving. Both update the same device in
-// turn from the same key, each starting from the state that the other left.
+// beside the installed ones, removing the old backups, and moving, with flushes at the same places.
+// Both update the same device in turn from the same key, each starting from the state that the
+// other left.
 // Usage: compare_updates ENGINE
 
 #include <cstdio>
@@ -18,10 +19,16 @@ mkdir Update
 cp -r "$key/KSTRL" "$key/ORBUI" Update
 for name in KSTRL ORBUI; do
     rm -rf "${name}_old"
+    sync -f .
     mv "$name" "${name}_old"
+    sync .
+    sync -f .
     mv "Update/$name" "$name"
+    sync . Update
 done
 rmdir Update
+echo 'Update succeeded' >log.txt
+sync log.txt
 )";
 
 struct EngineReport {
