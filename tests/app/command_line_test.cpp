@@ -1,4 +1,4 @@
-// Whether a command line that is not meant so starts an update without being asked.
+// Whether a command line starts an update by mistake.
 
 #include "app/command_line.h"
 

@@ -1,5 +1,5 @@
-// Whether a failure of the display driver, of which no real one gives most, is told by its message
-// and ends the set-up, and whether the right configuration is taken. The driver is scripted.
+// Whether each failure of the display driver prints its message and ends the set-up, and whether
+// the right configuration is chosen. A fake driver replaces the real one, which rarely fails.
 
 #include "app/egl_context.h"
 
@@ -33,7 +33,7 @@ struct Driver {
 };
 
 Driver driver;
-int handle;  // of everything
+int handle;  // stands for every EGL object
 
 }  // namespace
 
@@ -73,7 +73,7 @@ EGLBoolean eglSwapInterval(EGLDisplay, EGLint interval) {
 
 namespace {
 
-// Sets up and returns what was printed; "done" in front when it went well.
+// Runs the set-up. Returns what it printed, with "done" in front when it succeeded.
 std::string init() {
     EGLDisplay display = EGL_NO_DISPLAY;
     EGLSurface surface = EGL_NO_SURFACE;
@@ -122,7 +122,7 @@ TEST(EglContext, PicksTheExactConfigOrTheFirst) {
         {{other, {5, 6, 8, 0, 24, 0}, {5, 8, 5, 0, 24, 0}, {8, 6, 5, 0, 24, 0}}, 0},
         {{other, {5, 6, 5, 0, 1, 0}, exact}, 1},
         {std::vector<Config>(64, other), 0},
-        // One that cannot be asked is taken as it is.
+        // A configuration whose attributes cannot be read is taken.
         {{other, other, other, exact}, 2, 2},
     };
     for (const Offer& offer : offers) {

@@ -1,4 +1,4 @@
-// Whether a refused look at the processes hangs the start or leaves a handle open.
+// Whether a failing process call hangs the start-up or leaks a handle.
 
 #include "app/process_control.h"
 
@@ -13,8 +13,7 @@
 
 namespace {
 
-// The walk through the processes when each call in turn fails: nothing is reported, nothing hangs,
-// and what was opened is closed.
+// Each call fails in turn: nothing is reported, nothing hangs, and every handle is closed.
 TEST(ProcessControl, AFailingCallEndsTheWalkQuietly) {
     const DeviceFolder device;
     const char* const failing[] = {"CreateToolhelp32Snapshot", "Process32First", "Process32Next"};

@@ -1,4 +1,4 @@
-// Whether a key ends the program that must not, or the hidden quit sequence does not.
+// Whether a key wrongly ends the program, or the hidden quit sequence does not.
 
 #include "app/window.h"
 
@@ -25,7 +25,7 @@ class Window : public ::testing::Test {
 
     static LRESULT press(WPARAM key) { return mainWindowProc(nullptr, WM_KEYDOWN, key, 0); }
 
-    // Presses F1 to F6 as the digits name them, and any other key for a blank.
+    // Presses F1 to F6 for the digits, and another key for a blank.
     static void press(const std::string& digits) {
         for (const char digit : digits)
             press(digit == ' ' ? VK_RETURN : VK_F1 + static_cast<WPARAM>(digit - '1'));
@@ -35,7 +35,7 @@ class Window : public ::testing::Test {
     int quitMessages = 0;
 };
 
-// A blank starts the sequence again; an extra function key spoils it until then.
+// Any other key restarts the sequence; an extra function key spoils it until then.
 TEST_F(Window, TheHiddenSequenceQuitsOnceItIsWhole) {
     const std::pair<const char*, int> presses[] = {
         {"1443665 2211335", 0},  {" 1443665221133", 0}, {"5", 1}, {"1", 1}, {"14436652211335", 1},

@@ -1,5 +1,5 @@
-// Whether the program comes from its start to each of its ends, by real keys: the exit code, what
-// is ended and started, what is printed, and what is left on the disks.
+// Whether the program reaches each of its ends, controlled by real key presses: the exit code, the
+// processes ended and started, the output, and the files afterwards.
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@
 
 namespace {
 
-// On a device with an installed version 1 and, once plugged in, a key with version 2.
+// A device with version 1 installed and a key with version 2 to plug in.
 class Ending : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -21,14 +21,14 @@ class Ending : public ::testing::Test {
         device.write("FlashDisk/VELD/ORBUI/data/bg.raw", "picture 1");
     }
 
-    // The stand-in for the instrument's application, with its version beside it.
+    // Installs the stub of the instrument's application, with a version file beside it.
     void installApplication(const std::string& folder, const std::string& version) const {
         device.write(folder + "/version.txt", version);
         std::filesystem::copy_file(STANDIN_PROGRAM, device.root() / folder / "KSTRL.exe");
     }
 
     void plugIn() const {
-        // Complete at once, as a key that is mounted is.
+        // Renamed when complete: a real key is mounted complete too.
         const std::string hidden = "USB HD/being-written";
         installApplication(hidden + "/KSTRL", "2");
         device.write(hidden + "/ORBUI/data/bg.raw", "picture 2");
@@ -55,13 +55,13 @@ class Ending : public ::testing::Test {
 
     std::vector<pid_t> applications() const { return processesOf(device.root()); }
 
-    // Starts the program and waits until its window has been set up, when the log is there.
+    // Starts the program and waits for its log, which is written after the window is set up.
     void start(const char* argument = "") {
         updater.emplace(std::vector<std::string>{UPDATER_PROGRAM, argument}, onTheDisplay);
         ASSERT_TRUE(waitUntil([this] { return !log().empty(); }));
     }
 
-    // Whether the program ends by these keys, with the exit code 0.
+    // Whether these keys end the program with exit code 0.
     bool endsBy(const std::string& keys) {
         return display.pressUntil(keys, [this] { return !updater->isRunning(); }) &&
                updater->waitForEnd() == 0;
@@ -165,7 +165,7 @@ TEST_F(Ending, ByItselfComesOnceEachPartOfAKeyIsThere) {
                             device.root() / "USB HD/VELD/KSTRL/version.txt");
     EXPECT_TRUE(waitUntil([this] { return installedVersion() == "2"; }));
 
-    // The key has no application to start: STOP leaves without.
+    // The key contains no application to start: STOP exits without one.
     EXPECT_TRUE(updater->isRunning());
     EXPECT_TRUE(endsBy("End"));
     EXPECT_TRUE(applications().empty());
@@ -188,7 +188,7 @@ TEST_F(Ending, ComesToTheRunningApplicationsFirst) {
     EXPECT_TRUE(onTheHost.isRunning());
 }
 
-// A screen's connection in the place of the closed stream would be spoilt by what is printed.
+// Output to a closed standard stream would go into the X connection if that had got its number.
 TEST_F(Ending, AStreamThatNobodyReadsAndALimitOfTheHostEndNoUpdate) {
     plugIn();
     device.write("USB HD/VELD/KSTRL/large.dll");

@@ -1,4 +1,4 @@
-// The updater, which tells the calls that it makes of processes and windows on its standard output.
+// The updater, which also prints its process and window calls to the standard output.
 
 #include <cstdio>
 
@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
             if (name.find(told) == std::string::npos)
                 continue;
             std::printf("%s", call.name);
-            // Without the process id, which is another one every time.
+            // The process id is omitted: it differs in each run.
             for (std::size_t i = 0; i < call.arguments.size() && (i < 2 || told != name); ++i)
                 std::printf(" %s", call.arguments[i].c_str());
             std::printf("\n");

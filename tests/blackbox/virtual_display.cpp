@@ -5,7 +5,7 @@
 #include <sstream>
 
 VirtualDisplay::VirtualDisplay() {
-    // The server tells the number that it found free.
+    // The server prints the display number that it has chosen.
     server_.emplace(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0",
                                              "1024x768x24", "-nolisten", "tcp"});
     waitUntil([this] { return server_->output().find('\n') != std::string::npos; });

@@ -1,4 +1,4 @@
-// An X server that nobody sees, of the instrument's screen size, with keys and a close button.
+// A virtual X server with the instrument's screen size, and access to keys and the close button.
 #pragma once
 
 #include <optional>
@@ -12,12 +12,12 @@ class VirtualDisplay {
 
     const std::string& name() const { return name_; }
 
-    // Presses keys by their X names, one after another, again and again until `done`: a window that
-    // has just come up may not hear them yet. Returns false once patience is at its end.
+    // Presses the keys, given by their X names, repeatedly until `done` holds, because a new window
+    // may miss the first ones. Returns false on timeout.
     bool pressUntil(const std::string& keys, const std::function<bool()>& done) const;
 
-    // Asks the only window to close, as a window manager does when its button is pressed. Returns
-    // its size, "1024x768"; nothing when there is no window.
+    // Asks the only window to close, as a window manager does for its close button. Returns its
+    // size, such as "1024x768"; nothing when there is no window.
     std::string closeWindow() const;
 
   private:

@@ -33,7 +33,7 @@ void writeGuiData(const DeviceFolder& device, const std::string& folder,
         device.write(folder + name, std::string(name) + " of " + version);
 }
 
-// What nobody may touch.
+// Files that no update may touch.
 void writeBystanders(const DeviceFolder& device) {
     device.write(INSTALLATION + "Projects/survey.dzt", "a day in the field");
     device.write("FlashDisk/OTHER/KSTRL/KSTRL.exe", "of another maker");

@@ -11,7 +11,7 @@
 
 namespace {
 
-// The error numbers that each call can give on the instrument's disks.
+// The errors that each call can return on the instrument's disks.
 const std::map<std::string, std::vector<DWORD>>& errorsOfCalls() {
     static const std::map<std::string, std::vector<DWORD>> errors = {
         {"CreateDirectoryW", {3, 5, 112, 183}},
@@ -40,7 +40,7 @@ void copyHalf(const HookedCall& call) {
         << bytes.substr(0, bytes.size() / 2);
 }
 
-// Makes a call that changes the disk; after any other the disk is as it was before.
+// Makes the call when it changes the disk; other calls have no effect on what remains after a kill.
 void make(const HookedCall& call) {
     const std::string name = call.name;
     std::vector<std::u16string> texts;
@@ -103,7 +103,7 @@ std::vector<Fault> faultsOf(const std::string& name, uint32_t call) {
     for (const DWORD error : errorsOfCalls().at(name))
         faults.push_back({FaultKind::Fail, call, error});
     faults.push_back({FaultKind::KillBefore, call, 0});
-    // After a call that only looks, the disk is as it was before.
+    // A kill after a call that only reads equals a kill before it.
     if (changesTheDisk(name))
         faults.push_back({FaultKind::KillAfter, call, 0});
     if (name == "CopyFileW")

@@ -1,4 +1,4 @@
-// A fault at one call of an update, and the hook that brings it about.
+// A fault at one call of an update, and the hook that causes it.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@ enum class FaultKind {
     Fail,          // the call fails with an error number
     KillBefore,    // the process dies right before the call
     KillAfter,     // right after it
-    KillHalfCopy,  // with half of the bytes copied
+    KillHalfCopy,  // when half of the bytes are copied
     PowerCut,      // right before the call
 };
 
@@ -26,16 +26,16 @@ struct Fault {
     std::string text() const;
 };
 
-// Whether a call of this name is one of the file calls, which are counted. The start of the
-// application, which an update ends with, is counted too.
+// Whether a call of this name is a file call or the final start of the application; only those are
+// counted.
 bool isFileCall(const std::string& name);
 
 // Whether a call of this name can change the disk (a file open may).
 bool changesTheDisk(const std::string& name);
 
-// The faults that can strike a call of this name at place `call`.
+// Returns the faults that apply to a call of this name at position `call`.
 std::vector<Fault> faultsOf(const std::string& name, uint32_t call);
 
-// Strikes the file call that `call` describes with `fault`: returns the error number with which it
-// is to fail, or does not return.
+// Applies `fault` to the file call `call`: returns the error number with which the call must fail,
+// or kills the process.
 DWORD strike(const Fault& fault, const HookedCall& call);

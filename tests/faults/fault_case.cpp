@@ -103,7 +103,7 @@ CaseResult runCase(const FaultCase& faultCase) {
     checkLaterRun(second, findings);
     checkAnyRun(second.run, {}, second.before, second.after, findings);
 
-    // What the run after it does not bring in order, the next one does.
+    // When the second run does not repair the device, the third one must.
     if (!second.run.hadWayOut || second.run.end != RunEnd::Complete) {
         result.ranThird = true;
         const CleanRun third = runWithoutFault(device);

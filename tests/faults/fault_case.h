@@ -1,4 +1,4 @@
-// One case of the matrix: a device, a fault in one run, and the runs after it.
+// One case of the matrix: a starting state, a fault in the first run, and the runs after it.
 #pragma once
 
 #include <array>
@@ -11,20 +11,20 @@
 struct FaultCase {
     StartState state;
     Fault fault;
-    bool newerKeyLater;  // the run afterwards has another key than the one that was struck
+    bool newerKeyLater;  // the later run has another key than the faulty one
 };
 
-// Plain data: worker processes hand it over in shared memory.
+// Plain data, because worker processes write it into shared memory.
 struct CaseResult {
     bool done = false;
-    RunEnd first = RunEnd::Crashed;   // the run that was struck
+    RunEnd first = RunEnd::Crashed;   // the run with the fault
     RunEnd second = RunEnd::Crashed;  // the run after it
     bool ranThird = false;
-    // What the struck run left:
-    bool kept = false;           // what was installed is complete, or replaced
-    bool unnoticed = false;      // it ended complete, with other files live than the key's
-    bool mixed = false;          // one component new, the other as before
-    bool noApplication = false;  // no main application to start
+    // What the faulty run left:
+    bool kept = false;           // the old installation is complete, or replaced
+    bool unnoticed = false;      // reported complete, but the installed files differ
+    bool mixed = false;          // one component is new, the other old
+    bool noApplication = false;  // there is no main application to start
     std::array<unsigned char, INVARIANT_COUNT> violations{};
     std::array<unsigned char, INVARIANT_COUNT> unexplained{};
     std::array<bool, WEAKNESS_COUNT> weaknesses{};
@@ -33,5 +33,5 @@ struct CaseResult {
 
 CaseResult runCase(const FaultCase& faultCase);
 
-// The names of the file calls of a whole run without a fault.
+// Returns the names of the file calls of a complete run without a fault.
 std::vector<std::string> callsOfAWholeRun(StartState state);

@@ -32,7 +32,8 @@ Tree bystanders(const Tree& tree) {
     return result;
 }
 
-// A difference between the live folder and the key's, and the weakness behind it.
+// Finds differences between the installed folder and the key's, and the weakness that explains
+// each.
 void checkLiveFiles(const CleanRun& clean, const std::string& component, Findings& findings) {
     const Tree live = below(clean.after, INSTALLATION + component + "/");
     const Tree wanted = filesOfKey(clean.after, component);

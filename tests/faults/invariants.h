@@ -1,4 +1,4 @@
-// What must hold after every run, whatever struck it.
+// The invariants that must hold after every run, whatever fault occurred.
 #pragma once
 
 #include <optional>
@@ -10,32 +10,32 @@
 #include "tests/helpers/device_folder.h"
 
 enum class Invariant {
-    NothingLost,       // what was installed is complete, live or as the backup, until replaced
-    LaterRunSucceeds,  // a run without a fault ends complete, with exactly the key's files live
+    NothingLost,       // the old installation is complete, live or as backup, until replaced
+    LaterRunSucceeds,  // a later run completes and installs exactly the key's files
     LogTellsTheTruth,
     NothingElseTouched,
     AlwaysAWayOut,  // no crash, no hang, and the STOP key ends the process
 };
 constexpr std::size_t INVARIANT_COUNT = 5;
 
-// Where the order of the update's steps, which stays as it is, breaks an invariant.
+// Known violations, caused by the order of the update's steps. Kept.
 enum class Weakness {
-    BackupIsTheLastCopy,   // a component that is missing has its backup deleted all the same
-    MissingGuiDataFails,   // all is installed, but the move of the missing folder set the flag
-    StrayStagedFile,       // a file of an interrupted update from another key is installed too
-    StagedFileIsReadOnly,  // one that a kill left read-only is not overwritten by the other key's
+    BackupIsTheLastCopy,   // the backup of a missing component is deleted too
+    MissingGuiDataFails,   // everything is installed, but the failed move is reported
+    StrayStagedFile,       // a file staged from another key is installed too
+    StagedFileIsReadOnly,  // a staged file left read-only is not overwritten
 };
 constexpr std::size_t WEAKNESS_COUNT = 4;
 const char* nameOf(Weakness weakness);
 
 struct Finding {
     Invariant invariant;
-    std::optional<Weakness> weakness;  // none: a violation that nothing explains
+    std::optional<Weakness> weakness;  // none: an unexplained violation
     std::string what;
 };
 using Findings = std::vector<Finding>;
 
-// `original` is the device before the first run, `now` after the last, which had the key in it.
+// `original` is the device before the first run, `now` after the last run, whose key is plugged in.
 void checkNothingLost(const Tree& original, const Tree& now, Findings& findings);
 
 // What is in place after a run that was ended from outside: the old folder or the new one, whole.

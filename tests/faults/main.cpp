@@ -1,8 +1,8 @@
-// The fault matrix: strikes every file call of a whole update with every fault it can meet, on
-// several starting states, and checks what is left, and that a later update brings it in order.
+// The fault matrix: makes every file call of a whole update fail in every way that applies to it,
+// from several starting states. Checks the device afterwards, and that a later update repairs it.
 //
-// Usage: fault_matrix [DETAIL-FILE [WORKERS [STEP]]]; with a STEP only each so-manieth case is run.
-// Exits with 1 when an invariant was broken in a way that no known weakness explains.
+// Usage: fault_matrix [DETAIL-FILE [WORKERS [STEP]]]; with STEP, only every STEPth case runs. Exits
+// with 1 when an invariant is violated and no known weakness explains it.
 
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -34,7 +34,8 @@ std::vector<FaultCase> casesOf(StartState state, const std::vector<std::string>&
             if ((fault.kind == FaultKind::PowerCut) != powerCuts)
                 continue;
             cases.push_back({state, fault, false});
-            // The key matters to the later run through what the staging folder was left with.
+            // The later run's key makes a difference only when the staging folder was left in
+            // another state.
             if (fault.kind != FaultKind::Fail || changesTheDisk(calls[call - 1]))
                 cases.push_back({state, fault, true});
         }
@@ -45,7 +46,7 @@ std::vector<FaultCase> casesOf(StartState state, const std::vector<std::string>&
     return chosen;
 }
 
-// Every worker takes each so-manieth case. Returns whether all of them came through.
+// Worker w runs cases w, w + workers, ...; true if all workers exit cleanly.
 bool runAll(const std::vector<FaultCase>& cases, CaseResult* results, std::size_t workers) {
     std::fflush(nullptr);
     for (std::size_t worker = 0; worker < workers; ++worker) {

@@ -1,4 +1,4 @@
-// The matrix's table and its detail file.
+// Prints the matrix's table and writes its detail file.
 #pragma once
 
 #include <ostream>
@@ -11,11 +11,12 @@ struct MatrixRow {
     NamedState state;
     std::vector<std::string> calls;
     std::vector<FaultCase> cases;
-    const CaseResult* results;  // one a case
+    const CaseResult* results;  // one per case
 };
 
-// Prints the table. Returns how many cases broke an invariant without a weakness to explain it.
+// Prints the table. Returns the number of cases that violated an invariant without a known
+// weakness.
 std::size_t printTable(const std::vector<MatrixRow>& rows);
 
-// Writes one line a case: state, call, fault, key of the later run, ends of the runs, findings.
+// Writes one line per case: state, call, fault, key of the later run, ends of the runs, findings.
 void writeDetails(const std::vector<MatrixRow>& rows, std::ostream& file);

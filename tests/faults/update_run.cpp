@@ -20,14 +20,14 @@
 
 namespace {
 
-// What a run leaves to its parent, however it ends.
+// The results of a run, kept in shared memory however it ends.
 struct Record {
     static constexpr std::size_t MOST_TEXT = std::size_t{1} << 15;
     bool ended;
     RunEnd end;
     bool wroteOutside;
     std::size_t size;
-    char text[MOST_TEXT];  // lines: "C" and a call's name, or "L" and a logged message
+    char text[MOST_TEXT];  // lines: "C" with a call's name, or "L" with a logged message
 
     void add(char kind, const std::string& line) {
         const std::string entry = kind + line + "\n";
@@ -38,7 +38,7 @@ struct Record {
     }
 };
 
-// Memory that a run shares with its parent, and with no other worker.
+// Memory that a run shares with its parent process only.
 class SharedRecord {
   public:
     SharedRecord()
@@ -69,7 +69,8 @@ bool isOutside(const std::string& path) {
     return host != installation && !startsWith(host, installation + "/");
 }
 
-// The part of the system around the run: counts, records, locks and strikes.
+// The call hook's state during a run: counts calls, records them, locks folders and applies the
+// fault.
 class Surroundings {
   public:
     Surroundings(Record& record, const RunPlan& plan) : record_(record), plan_(plan) {
@@ -93,7 +94,7 @@ class Surroundings {
         return launched_ ? ERROR_FILE_NOT_FOUND : error;
     }
 
-    // What is logged is echoed right afterwards; traces begin in other ways.
+    // Every log message is traced right after it is written; other traces begin differently.
     DWORD onDebugOutput(const std::string& text) {
         const bool logged = startsWith(text, "Error ") || startsWith(text, "Update ");
         if (logged && !startsWith(text, "Error opening log"))
@@ -132,7 +133,7 @@ RunEnd runToItsEnd(SimpleUI& screen, const Surroundings& surroundings) {
         screen.tick();
         if (surroundings.launched())
             return RunEnd::Complete;
-        // Any key restarts after a failed update.
+        // After a failed update any key restarts.
         screen.onKey(VK_HOME);
         if (surroundings.launched())
             return RunEnd::Failed;

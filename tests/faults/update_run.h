@@ -1,4 +1,4 @@
-// One run of the updater, without a window, in a process of its own.
+// One run of the updater without a window, in a separate process.
 #pragma once
 
 #include <cstdint>
@@ -9,9 +9,9 @@
 #include "tests/helpers/device_folder.h"
 
 enum class RunEnd {
-    Complete,  // the main application was started by itself
-    Failed,    // the screen asked for a key, and started it then
-    Updating,  // no end within the frames that it was given
+    Complete,  // the main application was started automatically
+    Failed,    // the screen asked for a key press, then started it
+    Updating,  // did not end within its number of frames
     Killed,    // by its fault
     Crashed,
     Hung,
@@ -31,6 +31,6 @@ struct RunPlan {
     bool guiDataLocked = false;
 };
 
-// Plugs the operator in too: START is pressed on every frame, STOP when the run has ended. The
-// start of the main application is refused, so that the way out without it is taken.
+// Also plays the operator: presses START on every frame, and STOP when the run has ended. Starting
+// the main application fails, so that the exit without it is tested.
 UpdateRun runUpdate(const DeviceFolder& device, const RunPlan& plan);

@@ -1,4 +1,4 @@
-// The command line: split it, and hold the parts against the whole.
+// Command lines: splits them and compares the parts with the whole.
 
 #include <cstdlib>
 

@@ -7,7 +7,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     FontData font;
     parseFont(data, size, font);
-    // What is kept cannot be more than what the bytes can hold.
+    // The result cannot contain more than the bytes can encode.
     if (font.glyphs.size() > size / 20 || font.kerning.size() > size / 10 ||
         font.pageNames.size() > size)
         std::abort();

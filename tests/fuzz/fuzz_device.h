@@ -1,4 +1,4 @@
-// The device of a fuzz target that reads its input from a file.
+// A simulated device for targets whose input is a file.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 class FuzzDevice : public DeviceFolder {
   public:
     FuzzDevice() {
-        // Traces would drown the fuzzer's own lines.
+        // Traces would hide the fuzzer's own output.
         setCallHook([](const HookedCall& call) {
             const std::string name = call.name;
             return name == "OutputDebugStringW" ? ERROR_GEN_FAILURE : ERROR_SUCCESS;

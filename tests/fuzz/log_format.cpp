@@ -1,5 +1,5 @@
-// Log lines and their echo: an argument reaches the file as it is, up to the buffer's end, whatever
-// percent signs it brings along.
+// Log lines and their traces: an argument is written unchanged, up to the buffer's end, whatever
+// percent signs it contains.
 
 #include <cstdlib>
 

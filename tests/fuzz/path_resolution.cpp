@@ -1,4 +1,4 @@
-// Paths of the device: whatever the text, the result lies in the device folder.
+// Device paths: every path resolves to a place in the device folder.
 
 #include <cstdlib>
 
@@ -8,7 +8,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     const std::u16string wide = host::toUtf16(bytes);
-    // A name survives the way there and back.
+    // Names survive the conversion in both directions.
     if (host::toUtf8(wide) != bytes)
         std::abort();
     setDeviceRoot("/nowhere/device");

@@ -1,4 +1,4 @@
-// Registry files: what is set in one stands in the text that is written.
+// Registry files: a value that is set appears in the text that is written.
 
 #include <cstdlib>
 

@@ -1,5 +1,5 @@
-// Whether a screen, drawn whole with the GUI data of the simulated device, looks otherwise than
-// when somebody last looked at it.
+// Whether a screen, drawn with the GUI data of the simulated device, still looks as it did when a
+// person last approved it.
 
 #include <gtest/gtest.h>
 #include <png.h>
@@ -25,7 +25,7 @@ namespace {
 constexpr std::size_t WIDTH = 1024;
 constexpr std::size_t HEIGHT = 768;
 
-// Other versions of the driver may round otherwise. A changed letter has more pixels than this.
+// Other driver versions may round differently. A changed letter has more pixels than this limit.
 constexpr int TOLERATED_LEVELS = 24;
 constexpr std::size_t TOLERATED_PIXELS = 60;
 
@@ -53,7 +53,7 @@ std::vector<Screenshot> allScreenshots() {
     return all;
 }
 
-// The screen also draws states in which the engine never is: here it can be put there.
+// The screen also draws a state that the engine never enters; this sets it.
 struct Engine : Updater {
     using Updater::state;
 };
@@ -61,7 +61,7 @@ struct Screen : SimpleUI {
     void enter(int32_t state) { updater.*(&Engine::state) = state; }
 };
 
-// In steps of 17 levels, which keeps the files small and is below what is tolerated.
+// Quantises to steps of 17 levels, which keeps the files small and is below the tolerance.
 uint8_t coarse(uint8_t level) {
     return static_cast<uint8_t>((level + 8) / 17 * 17);
 }
@@ -77,7 +77,7 @@ png_image header() {
     return image;
 }
 
-// An empty picture when the file cannot be read or is of another size.
+// Returns an empty picture when the file cannot be read or has another size.
 Picture readPng(const std::string& path) {
     Picture picture(WIDTH * HEIGHT * 3);
     png_image image = header();
@@ -93,7 +93,7 @@ bool writePng(const Picture& picture, const std::string& path) {
     return png_image_write_to_file(&image, path.c_str(), 0, picture.data(), 0, nullptr) != 0;
 }
 
-// Pixels that differ by more than is tolerated in some channel.
+// Counts the pixels that differ by more than the tolerance in any channel.
 std::size_t differentPixels(const Picture& actual, const Picture& expected) {
     std::size_t count = 0;
     for (std::size_t i = 0; i < actual.size(); i += 3) {
@@ -142,7 +142,7 @@ class Golden : public testing::TestWithParam<Screenshot> {
   protected:
     static void SetUpTestSuite() { ASSERT_TRUE(hasContext()); }
 
-    // There is nothing to launch on this device.
+    // A device without an application to launch.
     void SetUp() override {
         const std::string data = "FlashDisk/VELD/ORBUI/data";
         device.makeFolder(data);
@@ -168,7 +168,7 @@ class Golden : public testing::TestWithParam<Screenshot> {
                 "- Quick (100%) & safe, \"as before\"\n");
     }
 
-    // "-restart" behind a state: the application could not be started.
+    // "-restart" after a state means that the application could not be started.
     void reach(const std::string& state) {
         const auto begins = [&](const char* start) { return state.rfind(start, 0) == 0; };
         if (begins("state-")) {
@@ -185,7 +185,7 @@ class Golden : public testing::TestWithParam<Screenshot> {
     }
 
     void update(bool fails, int frames) {
-        // A folder that the update did not make keeps the staging folder from being removed.
+        // An unexpected folder in the staging folder makes its removal, and so the update, fail.
         if (fails)
             device.write("FlashDisk/VELD/Update/stray/x");
         screen.onKey(VK_HOME);

@@ -1,4 +1,4 @@
-// Whether each language that the build makes shows all of its texts, on the device too.
+// Whether the generated data shows all texts of every language, on the device too.
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-// Whether a translation that the device would misread is refused when it is made: on the device it
-// is a wrong or a missing text in front of the operator.
+// Whether a translation that the device would misread is rejected when it is built; on the device
+// it would show as a wrong or missing text.
 
 #include "tools/guidata/text_source.h"
 
@@ -15,8 +15,8 @@ TEST(TextEncoding, TakesUtf8AndRefusesTheRest) {
     EXPECT_EQ(utf16FromUtf8("\xEF\xBB\xBF"
                             "A\xC3\xA9\xE6\x9B\xB4\xF0\x9F\x98\x80"),
               u"A\u00E9\u66F4\U0001F600");
-    // A letter of Latin-1, sequences that are cut off or broken, longer than needed, half of a
-    // surrogate pair, and beyond Unicode.
+    // A Latin-1 letter, truncated and malformed sequences, overlong ones, half a surrogate pair,
+    // and a value above Unicode.
     for (const char* const bytes : {"\xE9", "\x80", "\xE6\x9B", "\xC3(", "\xC0\xAF", "\xE0\x80\xAF",
                                     "\xED\xA0\x80", "\xF4\x90\x80\x80"})
         EXPECT_FALSE(utf16FromUtf8(bytes)) << testing::PrintToString(bytes);
@@ -29,7 +29,7 @@ TEST(TextSource, RefusesWhatTheDeviceWouldMisread) {
     struct Case {
         const char* what;
         std::string source;
-        std::string errors;  // one line each
+        std::string errors;  // one per line
     };
     const Case cases[] = {
         {"a sound source", sound, ""},
@@ -63,7 +63,7 @@ TEST(TextSource, RefusesWhatTheDeviceWouldMisread) {
 }
 
 TEST(ExtraKerning, IsScaledByTheEmAndReadBackByTheDevice) {
-    // A number sign may be the second character of a pair, not its first one.
+    // '#' may be the second character of a pair but not the first.
     std::string error;
     const auto pairs =
         parseExtraKerning("# c\nAV -60\n1% 25\n\xC3\x89: 0\nV# 75\n", "k.txt", error);

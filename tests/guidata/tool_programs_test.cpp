@@ -1,4 +1,4 @@
-// Whether a build stops at a source that is no good: exit codes, messages, and no half-made file.
+// Whether a faulty source stops the build: exit codes, messages, and no incomplete file.
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -81,7 +81,8 @@ TEST_F(ToolPrograms, FontbakeBakesWhatTheTextsUse) {
     EXPECT_TRUE(exists("x.kern") && exists("x_0.raw"));
     EXPECT_EQ(run("fontbake' --dump x.fnt"), 0);
     const std::string dump = read("out");
-    // Used by a text, Latin-1, in a comment only, and the tab behind the key.
+    // A character used by a text, one of Latin-1, one used in a comment only, and the tab after a
+    // key.
     const std::pair<int, bool> baked[] = {{26032, true}, {255, true}, {26356, false}, {9, false}};
     for (const auto& [code, isBaked] : baked)
         EXPECT_EQ(dump.find("{\"id\": " + std::to_string(code) + ", ") != std::string::npos,

@@ -1,4 +1,4 @@
-// The bytes of numbers and texts in the device's files, which are little-endian.
+// Encodes numbers and texts as the device's files hold them: little-endian.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@ inline std::string u32Bytes(uint32_t value) {
     return u16Bytes(value & 0xFFFF) + u16Bytes(value >> 16);
 }
 
-// UTF-16LE, as ".kern" files and string tables have it.
+// Encodes UTF-16LE text, as in ".kern" files and string tables.
 inline std::string utf16Bytes(const WideString& text) {
     std::string bytes;
     for (const WCHAR character : text)

@@ -28,7 +28,7 @@ ChildProcess::ChildProcess(std::vector<std::string> command, const Variables& va
         std::abort();
     id_ = ::fork();
     if (id_ != 0) {
-        // Its other end is closed once the program has taken the child's place.
+        // The other end of the pipe closes when the child executes the program.
         char byte = 0;
         ::close(started[1]);
         while (::read(started[0], &byte, 1) > 0) {

@@ -1,4 +1,4 @@
-// A process started for a test, ended with the object at the latest.
+// A process started for a test. The destructor ends it.
 #pragma once
 
 #include <sys/types.h>
@@ -10,18 +10,18 @@
 #include <string>
 #include <vector>
 
-// Long enough for any machine: a test that waits this long has failed.
+// The timeout of every wait, long enough for a slow machine.
 constexpr std::chrono::seconds PATIENCE{240};
 
-// Looks again and again until `condition` holds. Returns false once patience is at its end.
+// Polls until the condition holds; false on timeout.
 bool waitUntil(const std::function<bool()>& condition);
 
 class ChildProcess {
   public:
     using Variables = std::map<std::string, std::string>;
 
-    // Starts a program with the given variables set beside those of this process (an empty value
-    // removes one). What it prints on its standard output is kept.
+    // Starts a program with this process's environment and the given variables; an empty value
+    // unsets one. The standard output is recorded.
     explicit ChildProcess(std::vector<std::string> command, const Variables& variables = {});
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
@@ -30,10 +30,11 @@ class ChildProcess {
     pid_t id() const { return id_; }
     bool isRunning();
 
-    // Waits for the end. Returns the exit code, none when it did not end or was killed.
+    // Waits until the process exits. Returns its exit code, or nothing on timeout or when it was
+    // killed.
     std::optional<int> waitForEnd();
 
-    // All that has been printed, standard error after standard output.
+    // The output so far: standard output, and standard error.
     std::string output() const;
     std::string errors() const;
 

@@ -1,5 +1,5 @@
-// A device for one test: an empty folder that stands for the device's file system while the object
-// lives. On Windows it is the root of the current drive.
+// An empty folder that is the device's file system for one test. On Windows it is the root of the
+// current drive.
 #pragma once
 
 #include <filesystem>
@@ -15,8 +15,8 @@ class DeviceFolder {
 
     const std::filesystem::path& root() const { return root_; }
 
-    // Paths are relative to the device's root, with "/": "USB HD/VELD/KSTRL/a". Folders on the way
-    // are made. A device path of the program, with any separators, is taken too.
+    // Paths are relative to the device's root and use "/", such as "USB HD/VELD/KSTRL/a"; the
+    // program's own paths, with any separators, work too. Parent folders are created.
     void write(const std::string& path, const std::string& bytes = "") const;
     void makeFolder(const std::string& path) const;
     void setReadOnly(const std::string& path) const;
@@ -24,10 +24,11 @@ class DeviceFolder {
     std::string read(const std::string& path) const;
     bool exists(const std::string& path) const;
 
-    // All below `path`: files with their bytes, folders with "/" behind their name. Relative names.
+    // Everything below `path`, by relative name: files with their content, folders with "/"
+    // appended.
     std::map<std::string, std::string> tree(const std::string& path = "") const;
 
-    // The language number of the device's configuration store; makes its key.
+    // Stores the language number in the device's registry and creates the key.
     void setLanguage(int language) const;
 
   private:
@@ -36,8 +37,7 @@ class DeviceFolder {
     std::filesystem::path root_;
 };
 
-// Whether the Windows that the test runs on is Wine, for the cases in which it differs from
-// Windows.
+// Whether the test runs under Wine, which differs from Windows in some cases.
 bool underWine();
 
 using Tree = std::map<std::string, std::string>;

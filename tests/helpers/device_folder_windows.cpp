@@ -9,11 +9,11 @@ namespace {
 constexpr LPCWSTR MAKER_KEY = L"SOFTWARE\\VELD";
 constexpr LPCWSTR CONFIG_KEY = L"SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG";
 
-// The folders that tests make. Nothing else of the drive is touched.
+// The folders that tests create. Nothing else on the drive is touched.
 const char* const FOLDERS[] = {"FlashDisk", "USB HD", "T", "D", "current", "later", "logs"};
 
-// Windows keeps read-only files where they are. `path` begins with the mark by which it takes names
-// of any length.
+// Removes a folder tree. Windows deletes a file only after its read-only flag is cleared. `path`
+// begins with the prefix that allows names of any length.
 void removeTree(const std::wstring& path) {
     WIN32_FIND_DATAW found{};
     const HANDLE search = FindFirstFileW((path + L"\\*").c_str(), &found);

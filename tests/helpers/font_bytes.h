@@ -1,4 +1,4 @@
-// The bytes of font files, piece by piece.
+// Builds the bytes of font files.
 #pragma once
 
 #include <string>
@@ -16,7 +16,7 @@ inline std::string commonBlock(unsigned lineHeight, unsigned base, unsigned scal
                  u16Bytes(lineHeight) + u16Bytes(base) + u16Bytes(scaleW) + std::string(9, '\0'));
 }
 
-// One page, whose picture is in "page.raw".
+// One page, stored in "page.raw".
 inline std::string pageBlock() {
     return block(3, std::string("page.png") + '\0');
 }
@@ -33,7 +33,7 @@ inline std::string kerningRecord(uint32_t first, uint32_t second, int amount) {
     return u32Bytes(first) + u32Bytes(second) + u16Bytes(static_cast<unsigned>(amount));
 }
 
-// A whole ".fnt" file.
+// A complete ".fnt" file.
 inline std::string fontBytes(unsigned lineHeight, unsigned scaleW, const std::vector<Glyph>& glyphs,
                              const std::string& kerningRecords = "") {
     std::string records;

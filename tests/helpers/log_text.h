@@ -1,11 +1,11 @@
-// What a test finds in a log file.
+// Reads log files in tests.
 #pragma once
 
 #include <string>
 
 #include "tests/helpers/device_folder.h"
 
-// The text of the log with line feeds as line ends, whatever the runtime wrote.
+// Returns the log with line feeds as line ends on every system.
 inline std::string logText(const DeviceFolder& device, const std::string& path) {
     std::string text = device.read(path);
     for (std::size_t at = text.find("\r\n"); at != std::string::npos; at = text.find("\r\n", at))
@@ -13,7 +13,7 @@ inline std::string logText(const DeviceFolder& device, const std::string& path) 
     return text;
 }
 
-// The same behind the header line; "(no header)" without one.
+// Returns the log after its header line, or "(no header)".
 inline std::string logMessages(const DeviceFolder& device, const std::string& path) {
     const std::string text = logText(device, path);
     const std::size_t headerEnd = text.find('\n');

@@ -1,12 +1,12 @@
-// The GL of this machine without a display.
+// Software GL without a display.
 #pragma once
 
 #include <cstdlib>
 
 #include "platform/gles.h"
 
-// Makes a context with a surface of that many pixels current, for the rest of the process: GL
-// programs are cached for as long. Returns whether it could be made.
+// Makes a context with a surface of that size in pixels current. It stays current until the process
+// ends, because GL programs stay cached as long. Returns false on failure.
 inline bool makeOffscreenContext(EGLint width, EGLint height) {
     setenv("EGL_PLATFORM", "surfaceless", 1);
     setenv("LIBGL_ALWAYS_SOFTWARE", "1", 1);

@@ -73,7 +73,7 @@ std::vector<std::string> RecordingGl::callsOf(const std::string& function) const
     return found;
 }
 
-// Calls that are recorded, or passed over when nothing is named, and do nothing else.
+// Defines a function that only records its call, or does nothing when no text is given.
 #define RECORDED(function, parameters, ...) \
     void function parameters {              \
         record(#function, __VA_ARGS__);     \
@@ -110,7 +110,7 @@ void glShaderSource(GLuint shader, GLsizei, const GLchar* const*, const GLint*) 
     record("glShaderSource", shader);
 }
 
-// As in GL, a query of a shader that is none answers nothing.
+// As in GL, querying an invalid shader leaves the value unchanged.
 void glGetShaderiv(GLuint shader, GLenum name, GLint* value) {
     const auto type = gl().shaderTypes.find(shader);
     if (type != gl().shaderTypes.end())
@@ -127,7 +127,7 @@ GLuint glCreateProgram() {
     return ++gl().names;
 }
 
-// A failed link is not looked at.
+// The link status always reports failure: the program must ignore it.
 void glGetProgramiv(GLuint, GLenum name, GLint* value) {
     *value = name == GL_LINK_STATUS ? 0 : static_cast<GLint>(gl().infoLog.size() + 1);
 }

@@ -16,8 +16,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Sends a signal to all programs that have `variable` in their environment. Returns whether there
-// was one.
+// Sends a signal to all programs with `variable` in their environment. Returns whether there were
+// any.
 bool signalPrograms(const std::string& variable, int number) {
     bool found = false;
     std::error_code error;
@@ -30,12 +30,12 @@ bool signalPrograms(const std::string& variable, int number) {
     return found;
 }
 
-// Waits until nobody holds the other end of the pipe any more, then cleans up.
+// Waits until all other ends of the pipe are closed, then cleans up.
 void watch(int pipe, const fs::path& folder) {
     char byte = 0;
     while (::read(pipe, &byte, 1) < 0) {
     }
-    // A screen takes its lock file away when it is asked to end; a stopped program must be killed.
+    // First SIGTERM, so that an X server removes its lock file; then SIGKILL, for stopped programs.
     const std::string variable = "TMPDIR=" + folder.string();
     for (int tries = 0; signalPrograms(variable, tries < 100 ? SIGTERM : SIGKILL); ++tries)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
@@ -43,9 +43,8 @@ void watch(int pipe, const fs::path& folder) {
     fs::remove_all(folder, error);
 }
 
-// The folder of this process. Its watchman has no parent, terminal or stream in common with it, so
-// that nothing ends them both. What is started from now on is known by its folder for temporary
-// files.
+// Creates this process's folder and a watchdog process that shares no parent, terminal or stream
+// with it, so that nothing ends both. Programs started from now on are recognised by their TMPDIR.
 fs::path startWatch() {
     std::string pattern = (fs::temp_directory_path() / "updater-test-XXXXXX").string();
     const fs::path folder = ::mkdtemp(pattern.data());

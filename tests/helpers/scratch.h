@@ -1,11 +1,11 @@
-// Folders for tests, of which nothing is left however the test ends.
+// Temporary folders for tests, removed however the test ends.
 #pragma once
 
 #include <filesystem>
 
-// Makes a new folder. Once this process and those that it forked are gone, also by a signal, the
-// folder goes, and every program that was started meanwhile is ended.
+// Creates a new folder. When this process and its forked children have ended, even by a signal, the
+// folder is removed and every program started meanwhile is ended.
 std::filesystem::path makeScratchFolder();
 
-// Removes such a folder earlier.
+// Removes such a folder at once.
 void removeScratchFolder(const std::filesystem::path& folder);

@@ -22,7 +22,7 @@ class UpdateOnDevice : public ::testing::Test {
         Logger::instance().setPath("/FlashDisk/VELD/Updater-log.txt");
     }
 
-    // Runs an update to its end. Returns the state it ends in.
+    // Runs an update until it ends. Returns the final state.
     static int32_t run() {
         constexpr int mostSteps = 200000;
         Updater updater;

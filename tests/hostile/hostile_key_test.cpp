@@ -1,5 +1,5 @@
-// Whether an entry that is not what is expected at its place, or its name, stops the frame loop,
-// leads out of the device, fills the disk or costs the installation.
+// Whether an unexpected directory entry, or its name, stops the frame loop, leads out of the
+// device, fills the disk or damages the installation.
 
 #include <sys/stat.h>
 
@@ -13,12 +13,12 @@ using HostileKey = UpdateOnDevice;
 
 TEST_F(HostileKey, EntriesAreLeftOutOrTakenForWhatTheyAre) {
     const fs::path key = device.root() / KEY;
-    // Opening a pipe would wait for its other end.
+    // Opening a pipe would wait for a writer.
     ASSERT_EQ(::mkfifo((key / "KSTRL/pipe").c_str(), 0600), 0);
     ASSERT_EQ(::mkfifo((key / "kstrXReleaseNotes.txt").c_str(), 0600), 0);
     fs::remove(key / "ORBUI/data/bg.raw");
     device.write(KEY + std::string("ORBUI/data/bg.raw/x"), "in a folder");
-    // Its holes stay holes: it needs no more room on the flash disk than on the key.
+    // A sparse file must stay sparse on the flash disk.
     constexpr uintmax_t size = (uintmax_t{4} << 30) + 1;
     device.write(KEY + std::string("KSTRL/sparse"), "head");
     fs::resize_file(key / "KSTRL/sparse", size);
@@ -44,7 +44,7 @@ TEST_F(HostileKey, EntriesAreLeftOutOrTakenForWhatTheyAre) {
     EXPECT_EQ(device.read("FlashDisk/VELD/ORBUI_old/data/bg.raw/x"), "in a folder");
 }
 
-// A name with the low bytes of "../", which are those of U+012E and U+012F.
+// A name whose low bytes spell "../": U+012E and U+012F.
 constexpr const char* UPWARDS = "\u012E\u012E\u012F";
 
 TEST_F(HostileKey, NamesAreCopiedAsTheyAreOrLeftOut) {
@@ -58,8 +58,8 @@ TEST_F(HostileKey, NamesAreCopiedAsTheyAreOrLeftOut) {
     EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL"), expected);
     EXPECT_EQ(log().find("ERROR"), std::string::npos) << log();
 
-    // No path holds these, nor the "?" that a narrow path has for what lies beyond 8-bit
-    // characters; with the last ones the whole path is longer than the system takes.
+    // Paths cannot contain these characters, nor the "?" that replaces characters above 8 bits.
+    // With the last names the whole path is too long for the system.
     device.write("USB HD/survey.DZT", "overwritten");
     device.write("FlashDisk/VELD/survey.DZT", "survey");
     const std::string names[] = {"\xE6\x97\xA5\xE6\x9C\xAC",
@@ -87,7 +87,7 @@ TEST_F(HostileKey, NamesThatNoPathHoldsAreNotDeletedForOthers) {
     const std::string backup = "FlashDisk/VELD/KSTRL_old/";
     device.write("FlashDisk/VELD/survey.DZT", "survey");
     device.write(backup + UPWARDS + "survey.DZT", "x");
-    // Both have the low byte of "/".
+    // Both characters have the low byte of "/".
     device.makeFolder(backup + "\u552F");
     device.makeFolder(backup + "\u562F");
     EXPECT_EQ(run(), UpdateFailed);

@@ -1,4 +1,4 @@
-// Whether an updater that waits for a day, or a lifetime of updates, costs memory or handles.
+// Whether an updater that waits for a day, or makes many updates, leaks memory or handles.
 
 #include <unistd.h>
 
@@ -19,7 +19,7 @@ std::size_t openHandles() {
         std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
 }
 
-// Pages of this process that it has written to or reads from.
+// Resident pages of this process.
 std::size_t residentPages() {
     std::ifstream file("/proc/self/statm");
     std::size_t total = 0;
@@ -28,10 +28,10 @@ std::size_t residentPages() {
     return resident;
 }
 
-// What the allocator and the checkers keep for themselves.
+// Allowance for the caches of the allocator and of the checking tools.
 constexpr std::size_t SLACK_PAGES = 512;
 
-// Does something many times; once it has settled, that takes no more handles and no more memory.
+// Repeats an action. After a warm-up it must not need more handles or more memory.
 void expectNoGrowth(int times, int settled, const std::function<void(int)>& something) {
     for (int i = 0; i < settled; ++i)
         something(i);

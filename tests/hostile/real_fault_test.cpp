@@ -1,5 +1,5 @@
-// Whether the installation survives what no hook feigns: full, read-only and pulled-out disks, and
-// a log that cannot be written. Mounting needs root.
+// Whether the installation survives real disk faults: full, read-only and unplugged disks, and a
+// log that cannot be written. Mounting needs root.
 
 #include <sched.h>
 #include <sys/mount.h>
@@ -22,8 +22,8 @@ class RealFault : public UpdateOnDevice {
 
     std::string flashDisk() const { return (device.root() / "FlashDisk").string(); }
 
-    // Puts a small disk in memory at the flash disk's place, with the installation on it; only this
-    // process sees it.
+    // Mounts a small in-memory disk with the installation as the flash disk, visible to this
+    // process only.
     bool mountFlashDisk(const char* size) {
         Logger::instance().setPath("/log.txt");
         const std::string options = std::string("size=") + size;
@@ -42,7 +42,8 @@ class RealFault : public UpdateOnDevice {
     if (!mountFlashDisk(size)) \
     GTEST_SKIP() << "mounting is refused here: the disk's faults are not tested"
 
-// A file for which there is no room is left out unnoticed; what was installed is the backup then.
+// A file that does not fit is skipped without an error; the previous installation remains as the
+// backup.
 TEST_F(RealFault, AFullFlashDiskKeepsWhatWasInstalled) {
     MOUNT_OR_SKIP("256k");
     device.write("USB HD/VELD/KSTRL/large.dll", std::string(1 << 20, 'x'));
@@ -69,7 +70,7 @@ TEST_F(RealFault, AReadOnlyFlashDiskIsLeftAsItIs) {
     EXPECT_NE(told.find("*** ERROR *** Update failed.\n"), std::string::npos);
 }
 
-// The flash disk has room for the file's twenty blocks, not for its holes.
+// The flash disk has space for the file's twenty blocks, but not for its holes.
 TEST_F(RealFault, HolesOfAFileFromAnotherDiskStayHoles) {
     MOUNT_OR_SKIP("512k");
     const std::string sparse = KEY + std::string("KSTRL/sparse");
@@ -82,8 +83,8 @@ TEST_F(RealFault, HolesOfAFileFromAnotherDiskStayHoles) {
     EXPECT_EQ(device.read("FlashDisk/VELD/KSTRL/sparse"), device.read(sparse));
 }
 
-// As in a container whose image holds the installation: what lies in the lower layer is not
-// renamed.
+// As in a container whose image contains the installation: an overlay cannot rename folders of its
+// lower layer.
 TEST_F(RealFault, FoldersThatCannotBeRenamedAreCopied) {
     Logger::instance().setPath("/log.txt");
     device.write("FlashDisk/VELD/KSTRL/sub/f", "deep");
@@ -104,7 +105,7 @@ TEST_F(RealFault, FoldersThatCannotBeRenamedAreCopied) {
     EXPECT_FALSE(device.exists("FlashDisk/VELD/KSTRL_old.moving"));
 }
 
-// The files that are left to copy are missing from the new folders: the old ones are the backup.
+// The files not copied yet are missing from the new folders; the old folders are the backup.
 TEST_F(RealFault, AKeyPulledOutWhileCopyingLeavesTheBackup) {
     int copies = 0;
     setCallHook([&](const HookedCall& call) {

@@ -1,5 +1,5 @@
-// Whether a file's time can be out of range, and whether the device's time zone touches the host's
-// or loses what it holds.
+// Whether a file time out of range breaks the conversion, and whether setting the device's time
+// zone changes the host's or loses other settings.
 
 #include "platform/posix/clock.h"
 
@@ -69,7 +69,7 @@ TEST(Clock, TheZoneIsTheDevicesAndShiftsItsTimes) {
                                       calendar.wMilliseconds};
     EXPECT_EQ(fields, (std::vector<WORD>{2016, 3, 7, 1, 7, 35, 250}));
 
-    // Hours east become minutes west, and the rest stays.
+    // Hours east are stored as minutes west; everything else is unchanged.
     for (const int32_t hours : {-5, 13, 0}) {
         setTimeZone(hours);
         EXPECT_EQ(storedZone().Bias, hours * -60);
@@ -77,7 +77,7 @@ TEST(Clock, TheZoneIsTheDevicesAndShiftsItsTimes) {
         EXPECT_EQ(storedZone().DaylightBias, -60);
     }
     setTimeZone(INT32_MIN);
-    // Neither the environment nor another device knows of it.
+    // The environment and other devices are unaffected.
     EXPECT_STREQ(std::getenv("TZ"), "XYZ-3");
     const DeviceFolder other;
     EXPECT_EQ(storedZone().Bias, -180);

@@ -1,5 +1,5 @@
-// Whether what only this kind of system has leads a call out of the device, hangs it or leaves half
-// a file: links, pipes, names that are not UTF-8, file systems that fill up.
+// Whether POSIX features make a call leave the device, hang, or leave half a file: links, pipes,
+// names that are not UTF-8, full file systems.
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -95,7 +95,7 @@ TEST_F(FilesPosix, ADriveMayBeALink) {
     EXPECT_EQ(list(TEXT("/USB HD/*")), (std::vector<std::string>{".", "..", "victim"}));
     EXPECT_TRUE(CopyFileW(TEXT("/USB HD/victim"), TEXT("/T/v"), FALSE));
     EXPECT_EQ(device.read("T/v"), "precious");
-    // Of another file system; and one of which the kernel does not tell the size.
+    // Links to another file system, and to one that reports no file sizes.
     link("/etc", "etc");
     link("/proc", "proc");
     EXPECT_TRUE(CopyFileW(TEXT("/etc/passwd"), TEXT("/T/passwd"), FALSE));
@@ -116,7 +116,7 @@ TEST_F(FilesPosix, PipesAreNotWaitedForAndNamesThatAreNoPathOfTheDeviceAreNotLis
 TEST_F(FilesPosix, ACopyOntoAFullDiskLeavesNothingBehind) {
     device.write("T/large", std::string(300000, 'x'));
     device.write("T/present", "old");
-    // The limit stands in for the disk's end: the kernel refuses to write beyond it.
+    // The file size limit simulates a full disk.
     host::ignoreSignalsOfWrites();
     rlimit before{};
     ::getrlimit(RLIMIT_FSIZE, &before);

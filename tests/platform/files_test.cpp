@@ -1,5 +1,5 @@
-// Whether a file call does more or less than on Windows, or refuses with another number, as a
-// table: the state of a folder before, the call, the error (0 for success), the state after.
+// Whether a file call does more or less than on Windows, or fails with another error number. A
+// table: the content of a folder before, the call, the error (0 for success), the content after.
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 
 namespace {
 
-// "d/" is a folder, "f=bytes" a file, "!f=bytes" a read-only one; in the folder "T".
+// Fills the folder "T": "d/" is a folder, "f=bytes" a file, "!f=bytes" a read-only file.
 void make(const DeviceFolder& device, const std::string& state) {
     device.makeFolder("T");
     std::istringstream entries(state);
@@ -45,7 +45,7 @@ struct Case {
     const char* before;
     BOOL (*call)();
     DWORD error;
-    const char* after;  // null: as before
+    const char* after;  // null: unchanged
     bool differsOnWine = false;
 };
 
@@ -92,11 +92,11 @@ TEST(Files, Copy) {
         {"s=", [] { return CopyFileW(S, D, TRUE); }, 0, "d= s="},
         {"d=longer s=1", [] { return CopyFileW(S, D, FALSE); }, 0, "d=1 s=1"},
         {"!s=1", [] { return CopyFileW(S, D, FALSE); }, 0, "!d=1 !s=1"},
-        // Wine leaves the flags of the file that it overwrites.
+        // Wine keeps the flags of the overwritten file.
         {"d=2 !s=1", [] { return CopyFileW(S, D, FALSE); }, 0, "!d=1 !s=1", true},
         {"d=2 s=1", [] { return CopyFileW(S, D, TRUE); }, 80, nullptr},
         {"!d=2 s=1", [] { return CopyFileW(S, D, TRUE); }, 80, nullptr},
-        // To the administrator of the host Wine gives way.
+        // As root, Wine overwrites a read-only file.
         {"!d=2 s=1", [] { return CopyFileW(S, D, FALSE); }, 5, nullptr, true},
         {"d/ s=1", [] { return CopyFileW(S, D, FALSE); }, 5, nullptr},
         {"s/", [] { return CopyFileW(S, D, FALSE); }, 5, nullptr},
@@ -210,7 +210,7 @@ TEST(Files, Open) {
         {"!f=1", [] { return opens(TEXT("/T/f"), TEXT("rb")); }, 0, nullptr},
         {"f=12345", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 0, "f="},
         {"", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 0, "f="},
-        // As in copying.
+        // Wine differs, as for copying.
         {"!f=1", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 5, nullptr, true},
         {"f/", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 5, nullptr},
         {"f/", [] { return opens(TEXT("/T/f"), TEXT("rb")); }, 5, nullptr},
@@ -266,7 +266,7 @@ TEST(Listing, YieldsNamesOrAnError) {
         {TEXT("/T/gone"), 2, {}},
         {TEXT("/T/gone/x"), 3, {}},
         {TEXT("/T/gone/*"), 3, {}},
-        // Wine says 123.
+        // Wine returns 123.
         {TEXT("/T/b/*"), 267, {}, true},
         {TEXT("/T/b/x"), 267, {}, true},
         {TEXT("/T/b/x/*"), 3, {}},

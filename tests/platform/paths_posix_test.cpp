@@ -1,5 +1,5 @@
-// Whether a path can climb out of the device, a name changes on its way between the device's UTF-16
-// and the host's UTF-8, or a message for the debugger makes more than one line.
+// Whether a path can lead out of the device, a name changes between the device's UTF-16 and the
+// host's UTF-8, or a debugger message becomes more than one line.
 
 #include <gtest/gtest.h>
 
@@ -54,8 +54,9 @@ TEST(Paths, AreComparedWithoutCaseInLatin1) {
 }
 
 TEST(Utf, AnyBytesSurviveTheWayThereAndBack) {
-    // Sound sequences of one to four bytes, then Latin-1, sequences cut short, overlong slashes, a
-    // surrogate, beyond the last code point, no lead bytes, and bytes behind a pair.
+    // Valid sequences of one to four bytes; then Latin-1, truncated sequences, overlong slashes, a
+    // surrogate, a value above the last code point, bytes that begin no sequence, and bytes after a
+    // pair.
     for (const std::string bytes : {"plain", "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80", "\xE9", "\xC3",
                                     "\xF0\x9F\x98", "\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80",
                                     "\xF4\x90\x80\x80", "\xFF\xFE\x80", "\xF0\x9F\x98\x80\x80\xE9"})
@@ -63,7 +64,7 @@ TEST(Utf, AnyBytesSurviveTheWayThereAndBack) {
     EXPECT_EQ(host::toUtf16("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xE9"),
               u"\u00E9\u20AC\U0001F600\xDCE9");
     EXPECT_EQ(host::toUtf16("\xC0\xAF"), u"\xDCC0\xDCAF");
-    // Lone surrogates are encoded as they are.
+    // Lone surrogates are encoded individually.
     EXPECT_EQ(host::toUtf8(u"\xD83D"), "\xED\xA0\xBD");
     EXPECT_EQ(host::toUtf8(u"\xD83D\x0041"), "\xED\xA0\xBD\x41");
     EXPECT_EQ(host::toUtf8(u"\xDE00"), "\xED\xB8\x80");

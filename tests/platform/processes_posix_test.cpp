@@ -1,5 +1,5 @@
-// Whether a process of the host can ever be ended, and whether one of the device is missed:
-// scripts, deleted programs, programs named alike.
+// Whether a process of the host can be ended by mistake, and whether a process of the device is
+// missed: scripts, deleted programs, programs of the same name.
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -43,7 +43,7 @@ DWORD idOf(const ChildProcess& process) {
     return static_cast<DWORD>(process.id());
 }
 
-// A process that cannot be opened has no handle, which the other two refuse.
+// When OpenProcess fails, the other two calls refuse the null handle.
 BOOL end(DWORD id) {
     const HANDLE process = OpenProcess(PROCESS_ALL_ACCESS, FALSE, id);
     const BOOL ended = TerminateProcess(process, 0);
@@ -81,17 +81,17 @@ TEST_F(ProcessesPosix, ProgramsAndScriptsAreSeenAndEndedOnce) {
     ChildProcess relative(
         {"env", "-C", script("c", "#!/bin/sh\ncd /\nkill -STOP $$\n"), "./KSTRL.exe"});
     ChildProcess* const all[] = {&first, &second, &absolute, &byEnv, &relative};
-    fs::remove(host());  // the programs are still the device's
+    fs::remove(host());  // deleted, but still programs of the device
 
     std::vector<DWORD> ids;
     for (const ChildProcess* const process : all)
         ids.push_back(idOf(*process));
     std::sort(ids.begin(), ids.end());
-    // A script has its interpreter a moment after its start.
+    // The kernel loads a script's interpreter a moment after its start.
     EXPECT_TRUE(waitUntil([&] { return processesNamed("KSTRL.exe") == ids; }));
     for (const DWORD id : ids)
         EXPECT_EQ(end(id), TRUE);
-    // They are not waited for yet.
+    // The ended processes are zombies until the test waits for them.
     EXPECT_TRUE(waitUntil([] { return processesNamed("KSTRL.exe").empty(); }));
     EXPECT_FALSE(end(ids[0]));
     for (ChildProcess* const ended : all)
@@ -112,17 +112,17 @@ TEST_F(ProcessesPosix, ProcessesOfTheHostAreOutOfReach) {
     {
         const ChildProcess sameName({elsewhere / "KSTRL.exe", "1000"});
         const ChildProcess givenAPath({"/bin/tail", host(), "-f"});
-        // Named by the kernel like the file that it was given.
+        // The kernel gives this process the name of the file that it was passed.
         const ChildProcess namesake({"bash", "-c", "exec -a tool $0 -f $1", elsewhere / "follow",
                                      host("FlashDisk/VELD/KSTRL/follow")});
-        // Its relative path leads to the application from where it is now.
+        // From the test's current folder, its relative path leads to the application.
         const ChildProcess visitor({"env", "-C", elsewhere / "script", "./KSTRL.exe"});
         EXPECT_TRUE(waitUntil([&] {
             std::error_code gone;
             return fs::read_symlink("/proc/" + std::to_string(visitor.id()) + "/cwd", gone) ==
                    folder;
         }));
-        // It sees other mounts. Where that is not allowed, it ends at once.
+        // A process in a mount namespace of its own. It exits at once where that is not permitted.
         fs::copy_file("/bin/sleep", folder + "/apart");
         ChildProcess apart({"unshare", "-rm", folder + "/apart", "1000"});
         EXPECT_TRUE(waitUntil([&] {
@@ -149,7 +149,7 @@ TEST_F(ProcessesPosix, AStartedProgramIsOnItsOwnAndHoldsNothingButItsStreams) {
     const std::string process = "/proc/" + std::to_string(ids[0]);
     const std::map<std::string, std::string> streams = {
         {"0", "/dev/null"}, {"1", "/dev/null"}, {"2", "/dev/null"}};
-    // While it is being loaded, its libraries are open too.
+    // While the program is loading, its libraries are open too.
     EXPECT_TRUE(waitUntil([&] {
         std::map<std::string, std::string> open;
         std::error_code gone;
@@ -157,13 +157,13 @@ TEST_F(ProcessesPosix, AStartedProgramIsOnItsOwnAndHoldsNothingButItsStreams) {
             open[entry.path().filename()] = fs::read_symlink(entry.path(), gone);
         return open == streams;
     }));
-    // By its absolute path, and with no signal ignored.
+    // Started by its absolute path, with no signal ignored.
     EXPECT_EQ(host::readFile(process + "/cmdline").c_str(), fs::canonical(host()));
     EXPECT_NE(host::readFile(process + "/status").find("SigIgn:\t0000000000000000"),
               std::string::npos);
     const auto id = static_cast<pid_t>(ids[0]);
     EXPECT_EQ(::getsid(id), id);
-    // No child of ours is left, not even a dead one.
+    // The test process has no child left, not even a zombie.
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
     EXPECT_EQ(errno, ECHILD);
 }

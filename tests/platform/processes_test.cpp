@@ -1,5 +1,5 @@
-// Whether the process calls refuse with the numbers of Windows, and the kernel comes first, which
-// the updater passes over.
+// Whether the process calls fail with the error numbers of Windows, and whether the kernel is the
+// first process, which the updater skips.
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ TEST(Processes, TheKernelComesFirstAndHandlesOfNothingAreRefused) {
     PROCESSENTRY32 entry{};
     entry.dwSize = sizeof entry;
     EXPECT_EQ(Process32First(snapshot, &entry), TRUE);
-    // Wine's list has no kernel in it.
+    // Wine does not list the kernel.
     if (!underWine()) {
         EXPECT_EQ(entry.th32ProcessID, DWORD{0});
     }
@@ -30,7 +30,7 @@ TEST(Processes, TheKernelComesFirstAndHandlesOfNothingAreRefused) {
     };
     refuses(Process32First(INVALID_HANDLE_VALUE, &entry), 6);
     refuses(Process32Next(INVALID_HANDLE_VALUE, &entry), 6);
-    // What follows when a process could not be opened.
+    // What the program does after a failed OpenProcess.
     refuses(OpenProcess(PROCESS_ALL_ACCESS, FALSE, 0) != nullptr, 87);
     refuses(OpenProcess(PROCESS_ALL_ACCESS, FALSE, 0x7FFFFFFC) != nullptr, 87);
     refuses(TerminateProcess(nullptr, 0), 6);
@@ -45,7 +45,7 @@ TEST(Processes, WhatCannotBeStartedIsRefused) {
     const std::pair<LPCWSTR, DWORD> cases[] = {
         {TEXT("\\T\\gone.exe"), 2},
         {TEXT("\\T\\gone\\KSTRL.exe"), 3},
-        // Wine says 6.
+        // Wine returns 6.
         {TEXT("\\T\\folder"), underWine() ? DWORD{6} : DWORD{5}},
         {TEXT("\\T\\KSTRL.exe"), 193},
     };

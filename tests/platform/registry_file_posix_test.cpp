@@ -1,5 +1,4 @@
-// Whether a registry file that a person or an editor wrote is misread, or lost when it is
-// rewritten.
+// Whether a registry file written by a person or an editor is misread, or damaged by rewriting.
 
 #include "platform/posix/registry_file.h"
 
@@ -26,7 +25,7 @@ std::string asUtf16BigEndian(const std::string& text) {
     return bytes;
 }
 
-// Type and bytes of value "V" of key K: "1:41 00 00 00"; "-" when absent.
+// Returns type and bytes of value "V" of key K, such as "1:41 00 00 00"; "-" when it is missing.
 std::string valueOf(const std::string& file, const char16_t* name = u"V") {
     const host::Registry registry = host::Registry::fromText(file);
     const host::RegistryValue* value = registry.find(u"HKEY_LOCAL_MACHINE\\K", name);
@@ -90,7 +89,7 @@ TEST(RegistryFile, PassesOverWhatItCannotRead) {
         const std::string file = HEADER + KEY + "\"B\"=dword:1\r\n" + line + "\r\n";
         EXPECT_EQ(valueOf(file), "-");
         EXPECT_EQ(valueOf(file, u"B"), "4: 01 00 00 00");
-        // It does not take what follows with it.
+        // The following line is still read.
         EXPECT_EQ(valueOf(file + KEY + "\"V\"=dword:2"), "4: 02 00 00 00");
     }
     EXPECT_EQ(valueOf(KEY + "\"B\"=hex:01,\\\r\n\"V\"=dword:2"), "4: 02 00 00 00");
@@ -139,7 +138,7 @@ TEST(RegistryFile, IsReplacedAsAWhole) {
     struct stat before {};
     ASSERT_EQ(::stat((device.root() / "registry.reg").c_str(), &before), 0);
 
-    // What a run that was killed has left, or somebody has put there to be written through.
+    // A leftover of a run that was killed, or a link planted to redirect the write.
     std::filesystem::create_symlink("a file of the host", device.root() / "registry.reg.new");
     host::Registry registry;
     EXPECT_EQ(host::loadRegistry(registry), DWORD{0});
@@ -151,7 +150,7 @@ TEST(RegistryFile, IsReplacedAsAWhole) {
     EXPECT_EQ(device.tree(), (Tree{{"registry.reg", HEADER + KEY + "\"V\"=dword:00000002\r\n"}}));
 }
 
-// What is there and cannot be read is not taken for empty, and not replaced.
+// A registry file that exists but cannot be read is not treated as empty and not replaced.
 TEST(RegistryFile, IsLeftAloneWhenItCannotBeRead) {
     const DeviceFolder device;
     const std::filesystem::path file = device.root() / "registry.reg";
@@ -162,7 +161,7 @@ TEST(RegistryFile, IsLeftAloneWhenItCannotBeRead) {
     EXPECT_FALSE(SetTimeZoneInformation(&zone));
     EXPECT_TRUE(std::filesystem::is_symlink(file));
 
-    // One that is absent is made.
+    // A missing file is created.
     std::filesystem::remove(file);
     EXPECT_TRUE(SetTimeZoneInformation(&zone));
     std::filesystem::remove(file);

@@ -1,5 +1,5 @@
-// Whether the registry gives back what was set, and refuses with the numbers of Windows: the
-// language and the time zone of the instrument are kept in it.
+// Whether the registry returns what was stored and fails with the error numbers of Windows. It
+// holds the instrument's language and time zone.
 
 #include <gtest/gtest.h>
 
@@ -29,7 +29,8 @@ Queried query(HKEY key, LPCWSTR name, DWORD room) {
     return queried;
 }
 
-// The desktop's call looks behind a text for a terminator that its size leaves out: it finds none.
+// Desktop Windows appends a terminator when the byte after the value's size is 0; the guard bytes
+// prevent that.
 LSTATUS set(HKEY key, LPCWSTR name, DWORD type, const std::string& bytes) {
     const std::string guarded = bytes + "\x7F\x7F\x7F";
     return RegSetValueExW(key, name, 0, type, reinterpret_cast<const BYTE*>(guarded.data()),

@@ -1,4 +1,4 @@
-// Whether a size of the screen that is no size, or one that no screen has, reaches the window.
+// Whether an invalid or impossible screen size reaches the window.
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ TEST(ScreenSize, IsTheInstrumentsUnlessAnotherIsAskedFor) {
         {"16385x1", 1024, 768}, {"1x16385", 1024, 768}, {"0x480", 1024, 768},
         {"640x0", 1024, 768},   {"640x-1", 1024, 768},  {"-1x480", 1024, 768},
         {"640", 1024, 768},     {"640*480", 1024, 768}, {"", 1024, 768}};
-    // It is asked for once a process.
+    // The size is read once per process.
     for (const auto& [variable, width, height] : cases) {
         EXPECT_EXIT(
             {

@@ -1,4 +1,4 @@
-// Whether a damaged font file is read beyond its bytes, or costs the glyphs that are sound.
+// Whether a damaged font file is read beyond its end, or loses its valid glyphs.
 
 #include "render/font_file.h"
 
@@ -15,7 +15,7 @@ const std::string HEADER = "BMF\3";
 const Glyph A = {'A', 1, 2, 3, 4, -5, -6, 7, 0, 15};
 const Glyph B = {0x10000 + 'B', 9, 9, 9, 9, 0, 0, 9, 1, 15};
 
-// Parses a copy in a buffer of exactly that size, so that a read beyond it is seen.
+// Parses a copy in a buffer of the exact size, so that sanitizers detect a read beyond it.
 FontData parse(const std::string& bytes) {
     const std::vector<unsigned char> exact(bytes.begin(), bytes.end());
     FontData font;
@@ -35,14 +35,15 @@ TEST(FontFile, ReadsEveryField) {
     EXPECT_EQ(font.kerning, (KerningTable{{{'A', 0x20AC1}, -2}}));
     ASSERT_EQ(font.glyphs.size(), 2U);
     EXPECT_EQ(glyphRecord(font.glyphs.at('A')), glyphRecord(A));
-    EXPECT_EQ(glyphRecord(font.glyphs.at('B')), glyphRecord(B));  // the key is the low half
+    EXPECT_EQ(glyphRecord(font.glyphs.at('B')),
+              glyphRecord(B));  // the key is the low 16 bits of the id
 }
 
 TEST(FontFile, KeepsWhatIsSoundInADamagedFile) {
     struct Case {
         const char* name;
         std::string bytes;
-        const char* read;  // glyphs, pages, pairs, and the size of the atlas
+        const char* read;  // glyphs, pages, pairs and atlas size read
     };
     const std::string glyph = block(4, glyphRecord(A));
     const std::string empty = block(5, "");
@@ -111,7 +112,7 @@ TEST(KerningFile, OverridesThePairsOfTheFont) {
     loadKerningFile("/missing.kern", font);
     EXPECT_EQ(font.kerning, (KerningTable{{{'A', 'T'}, 6}, {{'A', 'V'}, -2}, {{'T', 'o'}, -1}}));
 
-    // Pages for all the memory that a face may have: one pair is too much, and nothing is read on.
+    // The pages use all the memory that a face may have: one pair is too much, and reading stops.
     FontData large;
     large.atlasSize = 2048;
     large.pageNames.resize(16);

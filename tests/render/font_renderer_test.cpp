@@ -1,5 +1,5 @@
-// Whether a letter comes to stand where the instrument does not put it, and whether each language
-// finds its face.
+// Whether glyphs are drawn at the instrument's coordinates, and whether each language gets its
+// face.
 
 #include "render/font_renderer.h"
 
@@ -41,7 +41,7 @@ class FontRendererTest : public testing::Test {
         device.write("/data/fonts/" + name + ".fnt", fontBytes(20, 64, glyphs, kerningRecords));
     }
 
-    // Draws at (100, 50) in a colour of its own and returns the corners of the quads.
+    // Draws at (100, 50) and returns the corners of the quads.
     std::vector<std::string> draw(const FontRenderer& face, WideText text) {
         gl.calls.clear();
         face.drawText(text, 100, 50, 1.0F, 0.5F, 0.25F, PROJECTION, true, nullptr);
@@ -75,7 +75,7 @@ TEST_F(FontRendererTest, KernsTheGlyphAndNotThePen) {
     FontRenderer face("F", nullptr);
     const Quads kerned = {quad(100, 52, 110, 64), quad(106, 53, 114, 65), quad(116, 53, 124, 65)};
     EXPECT_EQ(draw(face, TEXT("ABB")), kerned);
-    // Line breaks are passed over, but kerned against.
+    // Line breaks are skipped, but form kerning pairs.
     const Quads oneLine = {quad(100, 52, 110, 64), quad(111, 53, 119, 65)};
     EXPECT_EQ(draw(face, TEXT("\uFEFFA\r\nB")), oneLine);
     face.setKerning('A', 'B', 4);
@@ -95,13 +95,13 @@ TEST_F(FontRendererTest, NarrowsKatakanaAndIdeographs) {
     EXPECT_EQ(draw(face, TEXT("\u30A2A")), narrowed);
     EXPECT_EQ(face.textWidth(TEXT("\u30A2A\u20AC")), 33U);
 
-    // Negative metrics count as large ones.
+    // Negative metrics are read as large positive ones.
     const float behind = 100.0F + 65512.0F * (2.0F / 3.0F);
     const Quads large = {quad(100, 65585, 120, 65597), quad(behind, 52, behind + 10.0F, 64)};
     EXPECT_EQ(draw(face, TEXT("\u4E00A")), large);
     EXPECT_EQ(face.textWidth(TEXT("\u4E00\u4E00")), 2U * 65512U);
 
-    // Narrow text is widened byte by byte, up to its end.
+    // Narrow text is widened byte by byte, up to its NUL.
     gl.calls.clear();
     face.drawText(std::string("\xE9\0A", 3), 100, 50, 1.0F, 1.0F, 1.0F, PROJECTION, true, nullptr);
     EXPECT_EQ(quads(), Quads{quad(100, 50, 105, 62)});
@@ -134,7 +134,7 @@ TEST_F(FontRendererTest, LoadsItsKerningFileAndAllPages) {
     device.write("/data/fonts/F.fnt", font);
     device.write("/data/fonts/F.kern", utf16Bytes(TEXT("AA 7\r\n")));
     device.write("/data/fonts/two.raw", "abcd");
-    device.write("/data/fonts/.raw", "efgh");  // of a name that is all extension
+    device.write("/data/fonts/.raw", "efgh");  // a page name that is only an extension
     {
         const FontRenderer face("F", this);
         EXPECT_EQ(face.context(), this);
@@ -176,7 +176,7 @@ TEST_F(FontRendererTest, SetPicksTheNearestFace) {
     EXPECT_EQ(fonts.getFont(24), nullptr);
     EXPECT_EQ(gl.callsOf("glDeleteTextures").size(), 2U);
 
-    // The memory ends behind the second face's first page; the third one's page is too large.
+    // Memory runs out after the second face's first page; the third face's page is too large.
     const std::string twoPages = std::string("BMF\3") + commonBlock(13, 1, 1) + pageBlock();
     device.write("/data/fonts/SegoeUI_13px.fnt", twoPages + block(3, std::string("last.png\0", 9)));
     device.write("/data/fonts/last.raw");

@@ -1,5 +1,5 @@
-// Whether the instrument's shapes have their corners where its screens expect them: a wrong sign or
-// half a line's width is seen by nobody until two frames no longer meet.
+// Whether shapes have their corners at the right coordinates. A wrong sign or half a line width is
+// easily overlooked on the screen.
 
 #include "render/gui_primitives.h"
 

@@ -1,5 +1,5 @@
-// Whether a picture that is short, missing or of a size that nobody meant crashes or costs the
-// memory.
+// Whether a picture that is truncated, missing or of an absurd size crashes the program or exhausts
+// its memory.
 
 #include "render/raw_texture.h"
 

@@ -1,5 +1,5 @@
-// Whether a shader is changed on its way into the program, and whether a driver that refuses it
-// leaves its reason.
+// Whether shader sources reach the driver unchanged, and whether a driver's compile errors are
+// logged.
 
 #include "render/shader_program.h"
 
@@ -31,7 +31,7 @@ class ShaderProgram : public testing::Test {
     RecordingGl& gl = RecordingGl::instance();
 };
 
-// The sizes guard the files themselves: an editor that trims blanks at line ends changes one.
+// The sizes detect an editor that trims blanks at line ends.
 TEST(ShaderSource, IsTheFileByteForByte) {
     const std::map<std::string, std::size_t> sizes = {
         {"fontrenderer.frag", 780}, {"fontrenderer.vert", 375},  {"gui.frag", 142},
@@ -60,7 +60,7 @@ TEST(ShaderSource, IsAlsoReadFromAFile) {
     EXPECT_EQ(absent, nullptr);
 }
 
-// A failed link after two good compiles goes unseen, and an empty log is not printed.
+// A link failure after two successful compiles is not reported, and an empty log is not printed.
 TEST_F(ShaderProgram, PrintsLogsByTheCompileStatus) {
     gl.infoLog = "0:1: bad";
     EXPECT_EQ(traceOfBuild(), "");

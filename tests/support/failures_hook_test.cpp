@@ -1,5 +1,5 @@
-// Whether a failure that the services do not report leaves its trace, its warning or its fallback:
-// nobody sees it otherwise. A percent sign in a name must not become a conversion on the way.
+// Whether failures that the services do not report to their callers leave a trace, a warning or a
+// fallback value. A percent sign in a name must not become a format conversion.
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ TEST(ConfigCalls, WarnWhenTheyFailBehindTheOpen) {
         config.setLanguage(1);
         return 0;
     };
-    // Setters speak of setting, whatever failed.
+    // Setters log "setting", whichever call failed.
     struct Case {
         const char* failing;
         std::function<int32_t()> operation;
@@ -60,7 +60,7 @@ TEST(ConfigCalls, WarnWhenTheyFailBehindTheOpen) {
     setCallHook({});
     EXPECT_EQ(config.getLanguage(), 1);
     config.setWindowsUserName("u");
-    // A text without its end would stand there in hexadecimal.
+    // A text without a terminator would be stored in hexadecimal.
     EXPECT_NE(device.read("registry.reg").find("\"WINDOWS_USER_NAME\"=\"u\""), std::string::npos);
 }
 
@@ -85,7 +85,7 @@ class Traced : public ::testing::Test {
     int closedSearches = 0;
 };
 
-// Percent signs of the arguments are taken as a format again.
+// Percent signs in arguments are interpreted as format again.
 TEST_F(Traced, ErrorsAndWarningsAreEchoedTheRestIsNot) {
     log.error("Error %d", 5);
     log.warning("w");

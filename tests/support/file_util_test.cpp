@@ -1,5 +1,5 @@
-// Whether a listing, on which the whole update rests, leaves an entry out or takes one too many,
-// and whether sizes and times are written as they are.
+// Whether a listing, on which the whole update relies, misses an entry or adds one, and whether
+// sizes and times are formatted correctly.
 
 #include "support/file_util.h"
 
@@ -63,7 +63,7 @@ TEST(FileTimes, AreTheLocalTimesOfTheLastChangeAndOfCreation) {
     if (underWine())
         GTEST_SKIP() << "Wine keeps no times of creation.";
 
-    // Changed long ago, but made now.
+    // Modified long ago, but created now.
     const std::filesystem::path path = device.root() / "T/file";
     std::filesystem::last_write_time(
         path, std::filesystem::last_write_time(path) - std::chrono::hours(24 * 400));

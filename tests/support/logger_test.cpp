@@ -1,4 +1,4 @@
-// Whether the log's readers find each kind of message in its shape, at once and whole.
+// Whether each kind of message is written in its format, immediately and completely.
 
 #include "support/logger.h"
 

@@ -1,5 +1,4 @@
-// Whether the line reader takes a line end, Ctrl-Z or a missing file otherwise than the instrument
-// does.
+// Whether the line reader handles line ends, Ctrl-Z and missing files as the instrument does.
 
 #include <gtest/gtest.h>
 
@@ -37,7 +36,7 @@ TEST(LineReader, ReadsTextAsTheInstrumentDoes) {
             lines.push_back(line);
         EXPECT_EQ(lines, test.lines);
         EXPECT_EQ(line, test.rest);
-        // The end stays the end.
+        // Reading at the end keeps returning the end.
         EXPECT_FALSE(reader.readLine(line));
         EXPECT_EQ(line, "");
     }

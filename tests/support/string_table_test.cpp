@@ -1,5 +1,4 @@
-// Whether an odd line of a string table costs the texts of other lines: the operator reads them
-// all.
+// Whether an odd line in a string table damages the texts of other lines.
 
 #include "support/string_table.h"
 
@@ -24,7 +23,7 @@ class Strings : public ::testing::Test {
     void write(const std::string& file, const WideString& text) const {
         device.write("D/data/lang/" + file, utf16Bytes(text));
     }
-    // The English table with this text, and nothing else.
+    // Writes an English table that contains only this text.
     void use(const WideString& text) {
         write("StringTable_en.txt", text);
         table.setLanguage(0);
@@ -83,7 +82,8 @@ TEST_F(Strings, AWideKeyAByteOrderMarkOrHalfACharacterSpoilsNothing) {
     }
 }
 
-// A line is read in pieces of 511 characters, of which each is taken for a line with its end.
+// A long line is read in pieces of 511 characters, each of which is parsed as a line with a line
+// end.
 TEST_F(Strings, CutsLongLinesInPieces) {
     struct Case {
         std::size_t length;
@@ -93,8 +93,8 @@ TEST_F(Strings, CutsLongLinesInPieces) {
     const Case cases[] = {
         {509, "B rest\r\n", "rest"},
         {507, "\r\nB b\r\n", "b"},  // the line end just fits
-        {508, "\r\nB b\r\n", "b"},  // and just does not
-        {509, "#B b\r\n", NONE},    // a piece that begins with the comment mark is a comment
+        {508, "\r\nB b\r\n", "b"},  // the line end is one too long
+        {509, "#B b\r\n", NONE},    // a piece that begins with '#' is a comment
     };
     for (const Case& test : cases) {
         SCOPED_TRACE(test.behind);

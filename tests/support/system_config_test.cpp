@@ -1,5 +1,5 @@
-// Whether a value of the registry that is missing, too long or out of range leads to the wrong
-// language or beyond a buffer.
+// Whether a registry value that is missing, too long or out of range selects the wrong language or
+// overflows a buffer.
 
 #include "support/system_config.h"
 
@@ -21,19 +21,19 @@ class Config : public ::testing::Test {
   protected:
     void SetUp() override { Logger::instance().setPath("/log.txt"); }
 
-    // A value as another program may have left it; the key must be there.
+    // Stores a value as another program might; the key must exist.
     static void store(const WideString& name, DWORD type, const std::string& bytes) {
         HKEY key{};
         ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, TEXT("SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG"),
                                 0, KEY_WRITE, &key),
                   0);
-        // The desktop's call looks behind a text for a terminator that its size leaves out.
+        // Desktop Windows appends a terminator when the byte after the value's size is 0.
         const std::string guarded = bytes + "xxx";
         RegSetValueExW(key, name.c_str(), 0, type, reinterpret_cast<const BYTE*>(guarded.data()),
                        static_cast<DWORD>(bytes.size()));
         RegCloseKey(key);
     }
-    // The messages since the last look.
+    // Returns the messages since the last call.
     std::string logged() const {
         const std::string messages = logMessages(device, "log.txt");
         Logger::instance().open();

@@ -1,5 +1,4 @@
-// Whether a time is written otherwise than the log's readers know it, or elapsed time runs
-// backwards.
+// Whether times are formatted as in existing logs, and whether elapsed time ever decreases.
 
 #include "support/time_util.h"
 

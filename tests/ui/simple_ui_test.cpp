@@ -1,5 +1,5 @@
-// Whether a key or a frame does something that is not due in its state: starts an update too early,
-// or does not let go of the operator. Where the start of the application succeeds the process ends.
+// Whether a key or a frame acts in the wrong state: starts an update too early, or leaves the
+// operator stuck. A successful start of the application ends the process.
 
 #include "ui/simple_ui.h"
 

@@ -1,5 +1,5 @@
-// Whether a step of the update is made earlier or later than a power cut allows: one whole update,
-// call for call as the system sees it.
+// Whether the steps of an update are made in an order that survives a power cut: all system calls
+// of one update.
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@
 
 namespace {
 
-// A listing's steps and what the log needs are left out.
+// Directory searches and log calls are left out.
 std::vector<std::string> callsOf(const std::function<void()>& operation) {
     std::vector<std::string> calls;
     setCallHook([&](const HookedCall& call) {
@@ -103,8 +103,8 @@ TEST(CallOrder, OfOneWholeUpdate) {
     EXPECT_TRUE(callsOf([&] { updater.step(); }).empty());
 }
 
-// A file that vanishes is an error, which the next folder's result replaces; a folder that stays
-// keeps the one above it in place.
+// A file that cannot be deleted is an error, which the next folder's result overwrites; a folder
+// that cannot be removed makes the removal of its parent fail.
 TEST(DeleteTree, TellsOfEachFailureAndGoesOn) {
     const DeviceFolder device;
     for (const char* const file : {"T/a/vanishing", "T/b/f", "U/a/f"})

@@ -1,5 +1,5 @@
-// Whether a key that is not whole is taken for one, and whether its notes are read as the screen
-// shows them.
+// Whether an incomplete key is accepted, and whether release notes are read as the screen shows
+// them.
 
 #include <gtest/gtest.h>
 
@@ -93,7 +93,7 @@ TEST_F(UpdaterMedia, WithoutNotesTheKeyCountsAndASecondLookAppendsTheLinesAgain)
     updater.pollMedia();
     updater.pollMedia();
     EXPECT_EQ(updater.getMessageLines(), (std::vector<std::string>{"v", "v"}));
-    // Whether there is a key is looked at every time, while the state stays.
+    // Every call checks for the key; the state does not go back.
     std::filesystem::remove_all(device.root() / "USB HD");
     updater.pollMedia();
     EXPECT_FALSE(updater.isMediaReady());

@@ -1,4 +1,4 @@
-// Whether the update steps as the screen shows it, and calls its end by the right name.
+// Whether an update proceeds as the screen shows it, and ends in the right state.
 
 #include "tests/helpers/log_text.h"
 #include "tests/helpers/update_on_device.h"
@@ -33,13 +33,13 @@ TEST_F(Update, CopiesOneFileAStepAndFinishesInTheStepAfterTheLast) {
     EXPECT_EQ(device.tree("FlashDisk"), after);
 }
 
-// What is on the key is installed in all these cases, whatever the end is called. The flag of a
-// folder's failed move is forgotten when the next one goes well: without an application the update
+// In all cases the key's files are installed; only the reported outcome differs. The error of a
+// failed move is overwritten by the next folder: without an installed application the update
 // succeeds, without GUI data it fails.
 TEST_F(Update, CallsItsEndByTheFlagThatIsLeft) {
     struct Oddity {
-        const char* stray;    // a file that is there too
-        const char* missing;  // a folder that is not
+        const char* stray;    // an extra file
+        const char* missing;  // a folder that is missing
         UpdateState end;
         std::string error;
     };

@@ -1,5 +1,5 @@
-// Whether a technician is told the right thing about an instrument that came back: where its update
-// stopped, and the steps that cure it.
+// Whether the diagnosis of a returned instrument is right: the step at which its update stopped,
+// and the actions that repair it.
 
 #include <gtest/gtest.h>
 
@@ -14,10 +14,10 @@ const std::string FAILED = OPENED + "\n    *** ERROR *** Update failed.\n\n";
 const std::string SUCCEEDED = OPENED + "  ** Warning ** Update succeeded at 2026/11/24 22:44\n";
 
 struct Instrument {
-    std::vector<const char*> files;  // below the maker's folder
+    std::vector<const char*> files;  // below FlashDisk/VELD
     std::string log;
     const char* step;
-    const char* advice;  // the actions, with the folders that they are about
+    const char* advice;  // the actions and their folders
     int contradictions = 0;
 };
 

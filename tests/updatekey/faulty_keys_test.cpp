@@ -1,5 +1,5 @@
-// Whether a key with one fault is shipped unseen: each raises its findings, and the device does
-// with it what was predicted.
+// Whether a key with a fault passes the check: each fault must give its findings, and the device
+// must behave as predicted.
 
 #include <gtest/gtest.h>
 
@@ -25,9 +25,9 @@ using Spoil = std::function<void(const fs::path& key)>;
 
 struct FaultyKey {
     std::string name;
-    Spoil spoil;        // what is wrong with a sound key
-    const char* found;  // the codes of all findings
-    bool seen = true;   // whether the device takes it as a key all the same
+    Spoil spoil;        // adds the fault to a sound key
+    const char* found;  // the codes of all expected findings
+    bool seen = true;   // whether the device still accepts the key
 };
 
 const std::string KSTRL = "VELD/KSTRL/";
@@ -91,7 +91,7 @@ std::string utf16(const std::string& text) {
     return utf16Bytes(widen(text));
 }
 
-// The Dutch text that the marker of START lies behind, from its eleventh character.
+// Replaces the end, from the eleventh character, of the Dutch text that contains the START marker.
 Spoil wordedAs(const std::string& end) {
     return replacing(TABLE + "du.txt", utf16("  START"), utf16(end));
 }
@@ -103,12 +103,12 @@ std::string lines(int count) {
     return text;
 }
 
-// A path of that length in the staging area, without the staging area's own.
+// A path of that length in the staging folder, not counting the staging folder itself.
 std::string deepPath(std::size_t length) {
     return DATA + "n/" + std::string(length - std::string("ORBUI/data/n/").size(), 'a');
 }
 
-// Makes the manifest first, so that it tells of the state before.
+// Creates the manifest before the fault, so that they disagree.
 Spoil afterManifest(const Spoil& spoil) {
     return [=](const fs::path& key) {
         writeFile(key / MANIFEST_NAME, toText(computeManifest(key)));
@@ -119,7 +119,7 @@ Spoil afterManifest(const Spoil& spoil) {
 const FaultyKey FAULTY_KEYS[] = {
     {"sound", [](const fs::path&) {}, ""},
 
-    // The layout.
+    // Folders.
     {"no maker folder", removing("VELD"), "no-maker-folder", false},
     {"no application folder", removing(KSTRL), "no-application-folder", false},
     {"application folder in another case", renaming("VELD/KSTRL", "VELD/Kstrl"),
@@ -133,7 +133,7 @@ const FaultyKey FAULTY_KEYS[] = {
      "no-application name-case"},
     {"application empty", resizing(KSTRL + "KSTRL.exe", 0), "application-damaged"},
 
-    // What the device drops.
+    // Files that the device ignores.
     {"subfolder of the application", adding(KSTRL + "plugins/a.dll"), "not-copied"},
     {"second-level subfolder of the data", adding(DATA + "lang/extra/x"), "not-copied"},
     {"file beside data", adding("VELD/ORBUI/readme.txt"), "not-copied"},
@@ -172,7 +172,7 @@ const FaultyKey FAULTY_KEYS[] = {
     {"line too wide", notes(FIRST_LINE + std::string(66, 'm') + "\n"), "notes-line-too-wide"},
     {"too many lines", notes(FIRST_LINE + lines(24)), "notes-too-many-lines"},
 
-    // What the screen is drawn with.
+    // GUI data of the screen.
     {"no background", removing(BACKGROUND), "background-missing"},
     {"background too small", resizing(BACKGROUND, 1024 * 768), "background-size"},
     {"no font", removing(FACE), "font-missing"},
@@ -216,7 +216,7 @@ Tree filesOf(const Tree& tree) {
     return files;
 }
 
-// What is foretold is held against the engine, with the key plugged into a device.
+// Compares the prediction with the engine, with the key plugged into a device.
 TEST(FaultyKeys, AreFoundAndDoOnTheDeviceAsPredicted) {
     for (const FaultyKey& faulty : FAULTY_KEYS) {
         SCOPED_TRACE(faulty.name);

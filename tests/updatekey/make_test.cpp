@@ -1,5 +1,5 @@
-// Whether a key that is made is whole, the same every time, or not there at all: half a key is half
-// an update in the field.
+// Whether a new key is complete and reproducible, or not created at all: half a key is half an
+// update in the field.
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -62,7 +62,7 @@ TEST_F(MakeKey, GivesTheSameBytesAndTimesEveryTime) {
     for (const KeyEntry& entry : readTree(options.out))
         EXPECT_EQ(fs::last_write_time(work.root() / "key" / entry.path),
                   fs::last_write_time(options.out / entry.path));
-    // FAT32 keeps even seconds.
+    // FAT32 stores even seconds only.
     ::setenv("SOURCE_DATE_EPOCH", "1500000001", 1);
     options.out = work.root() / "dated";
     makeKey(options);

@@ -1,5 +1,5 @@
-// Whether scripts can rely on the program: exit codes, JSON, and a key that it makes and finds
-// good.
+// Whether scripts can rely on the program: its exit codes, its JSON, and that it accepts a key it
+// has made.
 
 #include <gtest/gtest.h>
 
@@ -50,12 +50,12 @@ TEST_F(Program, TellsByItsExitCode) {
         {{"check", "--flash-size", "1kb", "--accept", "flash-too-small", key}, 0},
         {{"bogus"}, 2},
         {{"image", key, image}, 0},
-        {{"image", key, image}, 2},  // it is there
+        {{"image", key, image}, 2},  // the image exists
         {{"image", key, image + "2"}, 0},
         {{"check", image}, 0},
-        {{"check", key + "/VELD/KSTRL/KSTRL.exe"}, 2},  // no image
+        {{"check", key + "/VELD/KSTRL/KSTRL.exe"}, 2},  // not an image
         {{"write", key, good}, 0},
-        {{"write", key, good}, 1},  // an update is on it
+        {{"write", key, good}, 1},  // the drive already holds an update
         {{"write", "--replace", key, good}, 0},
         {{"diff", key, good}, 0},
         {{"diff", key, work.root()}, 2},

@@ -1,5 +1,5 @@
-// Whether a rehearsal tells the truth: the real program runs on a copy of the device, which shows
-// what was said, and the device itself stays as it is.
+// Whether a rehearsal's report is true: the real program runs on a copy of the device, and the
+// device itself stays unchanged.
 
 #include <gtest/gtest.h>
 
@@ -27,7 +27,8 @@ class Rehearsal : public ::testing::Test {
         options.updater = UPDATER_PROGRAM;
         options.hidden = true;
         options.timeout = 120;
-        // A build with the address sanitizer wants to be the first library; the counter is.
+        // The address sanitizer requires its library to be the first one loaded, but the frame
+        // counter is.
         ::setenv("ASAN_OPTIONS", "detect_leaks=0:verify_asan_link_order=0", 1);
     }
 
@@ -35,8 +36,8 @@ class Rehearsal : public ::testing::Test {
     RehearseOptions options;
 };
 
-// The key has faults, which the real program meets as was predicted: no notes, a file that is not
-// copied and one whose name does not fit.
+// The key has faults that the real program meets as predicted: no release notes, a file that is not
+// copied, and one whose name does not fit.
 TEST_F(Rehearsal, TellsWhatTheUpdateChangesAndLeavesTheDeviceAlone) {
     fs::remove(options.key / "VELD/kstrXReleaseNotes.txt");
     writeFile(options.key / "VELD/KSTRL/plugins/a.dll", "x");

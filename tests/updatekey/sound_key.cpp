@@ -12,8 +12,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A face with a glyph for each printable ASCII character, 8 pixels apart, in the rows of the
-// markers.
+// A face with a glyph for each printable ASCII character, 8 pixels wide, as high as the markers
+// need.
 std::string faceBytes() {
     std::vector<Glyph> glyphs;
     for (uint32_t code = 0x20; code < 0x7F; ++code)
@@ -21,7 +21,7 @@ std::string faceBytes() {
     return fontBytes(16, 16, glyphs);
 }
 
-// The word that stands in a marker, where its marker is.
+// The word inside a marker, padded to the marker's position.
 std::string keyWord(const std::string& key) {
     for (const layout::KeyMarker& marker : layout::KEY_MARKERS)
         if (key == marker.textKey)
@@ -29,7 +29,7 @@ std::string keyWord(const std::string& key) {
     return {};
 }
 
-// A string table with the ten texts of the updater's own screen.
+// A string table with the ten texts of the updater's screen.
 std::string tableBytes(const std::string& language) {
     std::string text = "# " + language + "\r\n";
     for (const auto& [key, use] : screenKeys())

@@ -1,4 +1,4 @@
-// A key with which nothing is wrong, for tests to spoil.
+// A valid key, for tests to damage.
 #pragma once
 
 #include <filesystem>
@@ -7,10 +7,10 @@
 
 #include "tools/updatekey/check.h"
 
-// Writes the key below `folder`, which stands for the root of the storage device.
+// Writes the key into `folder`, the root of the storage device.
 void writeSoundKey(const std::filesystem::path& folder);
 
-// Writes a file and the folders on the way to it.
+// Writes a file and creates its parent folders.
 void writeFile(const std::filesystem::path& path, const std::string& bytes);
 
 std::set<std::string> codesOf(const CheckReport& report);
