@@ -28,10 +28,10 @@ const BenchDevice& device() {
 }
 
 const std::string& hostFile() {
-    static const std::string path = (device().root() / "USB HD/VELD/KSTRL/file0.dat").string();
+    static const std::string path = (device().root() / "USB HD/VELD/KSTRL/file000000.dat").string();
     return path;
 }
-constexpr LPCWSTR DEVICE_FILE = TEXT("/USB HD/VELD/KSTRL\\file0.dat");
+constexpr LPCWSTR DEVICE_FILE = TEXT("/USB HD/VELD/KSTRL\\file000000.dat");
 
 void resolveOnText(benchmark::State& state) {
     device();
