@@ -1,0 +1,9 @@
+# The GNU cross compiler for Linux that TOOLS_PREFIX names, with the headers and libraries of the
+# packages that scripts/debian-tree lays out in SYSROOT.
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_CXX_COMPILER ${TOOLS_PREFIX}-g++)
+set(CMAKE_SYSROOT ${SYSROOT})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)

@@ -1,0 +1,8 @@
+# 32-bit x86, as Debian's i386 has it. The processor runs its programs as they are, with
+# the loader of the tree; LD_LIBRARY_PATH must lead to the libraries there.
+set(TOOLS_PREFIX i686-linux-gnu)
+set(CMAKE_SYSTEM_PROCESSOR i686)
+set(CMAKE_LIBRARY_ARCHITECTURE i386-linux-gnu)
+get_filename_component(SYSROOT ${CMAKE_CURRENT_LIST_DIR}/../../build/trees/i386 ABSOLUTE)
+include(${CMAKE_CURRENT_LIST_DIR}/debian-tree.cmake)
+set(CMAKE_EXE_LINKER_FLAGS_INIT -Wl,--dynamic-linker=${SYSROOT}/lib/ld-linux.so.2)
