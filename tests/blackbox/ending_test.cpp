@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 #include <thread>
 #include <vector>
@@ -56,8 +57,11 @@ class Ending : public ::testing::Test {
     std::vector<pid_t> applications() const { return processesOf(device.root()); }
 
     // Starts the program and waits for its log, which is written after the window is set up.
+    // UPDATER_UNDER_TEST names another build of it, for instance one that runs in an emulator.
     void start(const char* argument = "") {
-        updater.emplace(std::vector<std::string>{UPDATER_PROGRAM, argument}, onTheDisplay);
+        const char* const other = std::getenv("UPDATER_UNDER_TEST");
+        const std::string program = other != nullptr ? other : UPDATER_PROGRAM;
+        updater.emplace(std::vector<std::string>{program, argument}, onTheDisplay);
         ASSERT_TRUE(waitUntil([this] { return !log().empty(); }));
     }
 

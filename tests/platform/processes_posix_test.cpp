@@ -177,6 +177,7 @@ TEST_F(ProcessesPosix, RefusalsOfTheHostKeepTheirNumbers) {
     fs::remove(host());
     installSleep();
     const ChildProcess running({host(), "1000"});
+    EXPECT_TRUE(waitUntil([] { return !processesNamed("KSTRL.exe").empty(); }));
     device.write("T/s", "1");
     EXPECT_FALSE(CopyFileW(u"/T/s", u"/FlashDisk/VELD/KSTRL/KSTRL.exe", FALSE));
     EXPECT_EQ(GetLastError(), DWORD{32});
