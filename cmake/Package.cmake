@@ -23,6 +23,22 @@ install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${doc_folder} RENAME cop
 list(TRANSFORM packaged_pages PREPEND ${PROJECT_SOURCE_DIR}/docs/)
 install(FILES ${packaged_pages} DESTINATION ${doc_folder})
 
+# The operator's card, a sheet in each language.
+set(card_folder ${PROJECT_BINARY_DIR}/card)
+file(GLOB card_sources CONFIGURE_DEPENDS
+  ${PROJECT_SOURCE_DIR}/data/card/* ${PROJECT_SOURCE_DIR}/data/lang/*.txt
+  ${PROJECT_SOURCE_DIR}/docs/gallery/*.png)
+list(TRANSFORM LANGUAGES PREPEND ${card_folder}/operator-card- OUTPUT_VARIABLE cards)
+list(TRANSFORM cards APPEND .html)
+add_custom_command(OUTPUT ${cards}
+  COMMAND ${PROJECT_SOURCE_DIR}/scripts/card ${card_folder}
+  DEPENDS ${PROJECT_SOURCE_DIR}/scripts/card ${card_sources}
+          ${PROJECT_SOURCE_DIR}/ui/screen_layout.h ${PROJECT_SOURCE_DIR}/support/languages.h
+  COMMENT "Making the operator's cards"
+  VERBATIM)
+add_custom_target(card ALL DEPENDS ${cards})
+install(FILES ${cards} DESTINATION ${doc_folder})
+
 # Compress reproducibly: the same input gives the same bytes.
 set(packed_folder ${PROJECT_BINARY_DIR}/compressed)
 file(MAKE_DIRECTORY ${packed_folder})
