@@ -112,13 +112,22 @@ int32_t outcomeOf(const std::string& log) {
     return log.find("*** ERROR *** Update failed.") != std::string::npos ? UpdateFailed : Updating;
 }
 
-// Whether the updater would only wait for a key from now on: after a failed update, and when there
-// is no application to start.
+// Whether this computer can start the application: a program of its own, or a script. That of a
+// real instrument is neither.
+bool startsHere(const fs::path& application) {
+    const std::string start = host::readFile(application.string()).substr(0, 4);
+    return ::access(application.c_str(), X_OK) == 0 && (start ==
+                                                            "\x7F"
+                                                            "ELF" ||
+                                                        start.rfind("#!", 0) == 0);
+}
+
+// Whether the updater would only wait for a key from now on: after a failed update, and when it
+// cannot start the application.
 bool waitsForAKey(const fs::path& device) {
-    const int32_t outcome = outcomeOf(host::readFile(device / LOG));
-    const fs::path application = device / FLASH / "VELD/KSTRL/KSTRL.exe";
+    const int32_t outcome = outcomeOf(host::readFile((device / LOG).string()));
     return outcome == UpdateFailed ||
-           (outcome == UpdateComplete && ::access(application.c_str(), X_OK) != 0);
+           (outcome == UpdateComplete && !startsHere(device / FLASH / "VELD/KSTRL/KSTRL.exe"));
 }
 
 // Runs the updater until it ends by itself, or until nothing more can come.
@@ -194,6 +203,7 @@ RehearseReport rehearse(const RehearseOptions& options) {
     runUpdater(options, updater, stage, report);
     report.rehearsed = true;
     report.applicationStarted = stage.endApplication();
+    report.startsHere = startsHere(stage.device() / FLASH / "VELD/KSTRL/KSTRL.exe");
 
     report.log = host::readFile(stage.device() / LOG);
     report.output = host::readFile(stage.outputFile());

@@ -25,6 +25,7 @@ struct RehearseReport {
     bool rehearsed = false;    // false when the device would not see the key
     int32_t state = 0;         // what the log says of the outcome, as UpdateState numbers it
     bool asPredicted = false;  // state and installed files are those that the check foretold
+    bool startsHere = false;   // the application is one that this computer can start
     bool applicationStarted = false;
     bool timedOut = false;
     int exitCode = 0;  // the updater's; -1 when it had to be ended

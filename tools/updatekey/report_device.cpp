@@ -127,7 +127,7 @@ std::string rehearseText(const RehearseReport& report) {
         return text + "There is nothing to rehearse.\n";
     text += "\nDifferences on the flash disk:\n";
     for (const auto& [path, kind] : report.differences)
-        text += std::string("  ") + kind + " " + path + "\n";
+        text += std::string("  ") + kind + " " + printable(path) + "\n";
     text += "\nThe log:\n" + report.log + "\n";
     text += "Took " + secondsWords(report.seconds);
     text += report.frames < 0 ? ".\n" : " and " + std::to_string(report.frames) + " frames.\n";
@@ -137,6 +137,8 @@ std::string rehearseText(const RehearseReport& report) {
             (report.asPredicted ? ", with the files that were predicted.\n"
                                 : "; this is NOT what was predicted.\n");
     text += report.applicationStarted ? "The application was started.\n"
-                                      : "The application was not started.\n";
+            : report.startsHere
+                ? "The application was not started.\n"
+                : "The application was not started: it is no program of this computer.\n";
     return text;
 }

@@ -90,6 +90,7 @@ std::string rehearseJson(const RehearseReport& report) {
                   {"rehearsed", report.rehearsed},
                   {"state", stateName(report.state)},
                   {"asPredicted", report.asPredicted},
+                  {"startsHere", report.startsHere},
                   {"applicationStarted", report.applicationStarted},
                   {"timedOut", report.timedOut},
                   {"exitCode", report.exitCode},
