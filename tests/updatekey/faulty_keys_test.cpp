@@ -79,6 +79,20 @@ Spoil replacing(const std::string& path, const std::string& what, const std::str
     };
 }
 
+Spoil copying(const std::string& from, const std::string& to) {
+    return [=](const fs::path& key) { writeFile(key / to, host::readFile(key / from)); };
+}
+
+// Every other byte dark and bright.
+Spoil noise(const std::string& path) {
+    return [=](const fs::path& key) {
+        std::string bytes(fs::file_size(key / path), '\0');
+        for (std::size_t i = 0; i < bytes.size(); i += 2)
+            bytes[i] = '\x7F';
+        writeFile(key / path, bytes);
+    };
+}
+
 Spoil linking(const std::string& path) {
     return [=](const fs::path& key) { fs::create_symlink("antennas.dat", key / path); };
 }
@@ -122,16 +136,21 @@ const FaultyKey FAULTY_KEYS[] = {
     // Folders.
     {"no maker folder", removing("VELD"), "no-maker-folder", false},
     {"no application folder", removing(KSTRL), "no-application-folder", false},
-    {"application folder in another case", renaming("VELD/KSTRL", "VELD/Kstrl"),
-     "no-application-folder name-case", false},
+    {"application folder in another case", renaming("VELD/KSTRL", "VELD/Kstrl"), "name-case",
+     false},
     {"application folder empty", emptying("VELD/KSTRL"), "application-empty no-application", false},
     {"no GUI folder", removing("VELD/ORBUI"), "no-gui-folder", false},
     {"GUI folder without data", removing(DATA), "no-gui-data", false},
     {"data empty", emptying("VELD/ORBUI/data"), "gui-data-empty", false},
     {"no application", removing(KSTRL + "KSTRL.exe"), "no-application"},
     {"application in another case", renaming(KSTRL + "KSTRL.exe", KSTRL + "kstrl.exe"),
-     "no-application name-case"},
+     "name-case"},
     {"application empty", resizing(KSTRL + "KSTRL.exe", 0), "application-damaged"},
+    {"application a text", adding(KSTRL + "KSTRL.exe", "text"), "application-damaged"},
+    {"application cut short", adding(KSTRL + "KSTRL.exe", programBytes(ARM, 1)),
+     "application-damaged"},
+    {"application of a desktop", adding(KSTRL + "KSTRL.exe", programBytes(X64)),
+     "application-machine"},
 
     // Files that the device ignores.
     {"subfolder of the application", adding(KSTRL + "plugins/a.dll"), "not-copied"},
@@ -139,6 +158,9 @@ const FaultyKey FAULTY_KEYS[] = {
     {"file beside data", adding("VELD/ORBUI/readme.txt"), "not-copied"},
     {"litter of one desktop", adding(KSTRL + "._KSTRL.exe"), "litter"},
     {"litter of another", adding(DATA + "fonts/Thumbs.db"), "litter"},
+    {"litter of an editor", adding(KSTRL + "~$notes.doc"), "litter"},
+    {"litter of a compiler", adding(KSTRL + "KSTRL.pdb"), "litter"},
+    {"second copy", adding(KSTRL + "KSTRL - Copy.exe"), "second-copy"},
     {"litter where nothing is copied", adding(".DS_Store"), ""},
     {"link", linking(KSTRL + "link"), "not-a-file"},
 
@@ -150,16 +172,22 @@ const FaultyKey FAULTY_KEYS[] = {
     {"folder outside Latin-1", adding(DATA + "\xE6\xBC\xA2/a"), "name-not-latin1"},
     {"question mark", adding(KSTRL + "what?"), "copy-fails name-not-fat"},
     {"dot at the end", adding(KSTRL + "name."), "copy-fails name-not-fat"},
+    {"name of a device", adding(KSTRL + "con.txt"), "name-not-fat"},
     {"longest path that the staging area holds", adding(deepPath(236)), ""},
     {"too long for the staging area", adding(deepPath(237)), "path-too-long copy-fails"},
     {"larger than FAT32 holds", resizing("recordings.bin", uintmax_t{1} << 32), "file-too-large"},
 
     // The release notes.
     {"no notes", removing(NOTES), "notes-missing"},
-    {"notes in another case", renaming(NOTES, "VELD/KstrXReleaseNotes.txt"),
-     "notes-missing name-case not-copied"},
+    {"notes in another case", renaming(NOTES, "VELD/KstrXReleaseNotes.txt"), "name-case"},
     {"notes empty", notes(""), "notes-no-version notes-no-final-line-feed"},
     {"no version", notes("Version 3.0\n"), "notes-no-version"},
+    {"version of blanks", notes("KSTRL Release   \n"), "notes-no-version"},
+    {"version line above an older one", notes(FIRST_LINE + "KSTRL Release 1.0\n"),
+     "notes-second-version"},
+    {"another version than the application", adding(KSTRL + "version.txt", "9.9\n"),
+     "version-differs"},
+    {"carriage returns alone", notes("KSTRL Release 3.0\rnews\r"), "notes-carriage-return"},
     {"prefix not in front", notes("xx KSTRL Release 3.0\n"), "notes-prefix-misplaced"},
     {"byte-order mark", notes("\xEF\xBB\xBF" + FIRST_LINE),
      "notes-prefix-misplaced notes-utf8 notes-missing-glyph"},
@@ -175,6 +203,7 @@ const FaultyKey FAULTY_KEYS[] = {
     // GUI data of the screen.
     {"no background", removing(BACKGROUND), "background-missing"},
     {"background too small", resizing(BACKGROUND, 1024 * 768), "background-size"},
+    {"background of noise", noise(BACKGROUND), "background-noise"},
     {"no font", removing(FACE), "font-missing"},
     {"font of another kind", replacing(FACE, "BMF\3", "BMF\2"), "font-damaged"},
     {"font page too large", replacing(FACE, {"\x10\0\x10\0\x10\0", 6}, {"\x10\0\x10\0\xFF\xFF", 6}),
@@ -182,12 +211,15 @@ const FaultyKey FAULTY_KEYS[] = {
     {"font without its last block", cuttingOff(FACE, 5), "font-damaged"},
     {"no font page", removing(PAGE), "font-page-missing"},
     {"font page of another size", resizing(PAGE, 255), "font-page-size"},
+    {"font page empty", adding(PAGE, std::string(256, '\0')), "font-page-empty"},
     {"no string table", removing(TABLE + "fr.txt"), "table-missing"},
     {"table without a text",
      replacing(TABLE + "en.txt", utf16("STR_UDPATEFAILED"), utf16("STR_UPDATEFAILED")),
      "text-missing"},
-    {"table in UTF-8", adding(TABLE + "jp.txt", "STR_KESTRELUPDATER\tx\r\n"),
-     "text-missing table-line-end"},
+    {"table in UTF-8", adding(TABLE + "jp.txt", "STR_KESTRELUPDATER\tx\r\n"), "table-encoding"},
+    {"table of another language", copying(TABLE + "en.txt", TABLE + "fr.txt"), "table-language"},
+    {"table of line feeds", replacing(TABLE + "zh.txt", utf16(" in zh\r\n"), utf16(" in zh\n")),
+     "table-line-end"},
     {"table's last line not ended", cuttingOff(TABLE + "du.txt", 4), "table-line-end"},
     {"text too wide", replacing(TABLE + "pt.txt", utf16("Text in pt"), utf16(std::string(56, 'w'))),
      "text-too-wide"},

@@ -39,6 +39,15 @@ std::string tableBytes(const std::string& language) {
 
 }  // namespace
 
+std::string programBytes(uint16_t machine, char sections) {
+    std::string bytes = "MZ" + std::string(62, '\0') + "PE" + std::string(2, '\0');
+    bytes[0x3C] = 0x40;
+    bytes += static_cast<char>(machine & 0xFF);
+    bytes += static_cast<char>(machine >> 8);
+    bytes += sections;
+    return bytes + std::string(17, '\0') + std::string(40, '\x7F');
+}
+
 void writeFile(const fs::path& path, const std::string& bytes) {
     fs::create_directories(path.parent_path());
     std::ofstream(path, std::ios::binary) << bytes;
@@ -46,7 +55,7 @@ void writeFile(const fs::path& path, const std::string& bytes) {
 
 void writeSoundKey(const fs::path& folder) {
     const fs::path maker = folder / "VELD";
-    writeFile(maker / "KSTRL/KSTRL.exe", "application");
+    writeFile(maker / "KSTRL/KSTRL.exe", programBytes(ARM));
     writeFile(maker / "KSTRL/antennas.dat", "antennas");
     writeFile(maker / "kstrXReleaseNotes.txt", "KSTRL Release 2.14.3\n\nFaster start\n");
 

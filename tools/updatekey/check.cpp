@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "tools/updatekey/key_device.h"
+#include "tools/updatekey/names.h"
 
 namespace fs = std::filesystem;
 
@@ -46,7 +47,12 @@ const KeyEntry* KeyUnderCheck::find(const std::string& path) const {
                                         [](const KeyEntry& candidate, const std::string& sought) {
                                             return candidate.path < sought;
                                         });
-    return entry != tree.end() && entry->path == path ? &*entry : nullptr;
+    if (entry != tree.end() && entry->path == path)
+        return &*entry;
+    const auto other = std::find_if(tree.begin(), tree.end(), [&](const KeyEntry& candidate) {
+        return candidate.path.size() == path.size() && foldCase(candidate.path) == foldCase(path);
+    });
+    return other != tree.end() ? &*other : nullptr;
 }
 
 CheckReport checkKey(const fs::path& folder, const CheckOptions& options) {
@@ -57,9 +63,11 @@ CheckReport checkKey(const fs::path& folder, const CheckOptions& options) {
     CheckReport report;
     report.prediction = predict(options.progress);
     checkLayout(key, report);
+    checkApplication(key, report);
     // The device finds folders in another case, and that is an error; what is in them is judged
     // when they are named as they must be.
-    const bool isWellNamed = !report.prediction.seen || key.find("VELD/ORBUI/data") != nullptr;
+    const KeyEntry* const guiData = key.find("VELD/ORBUI/data");
+    const bool isWellNamed = guiData == nullptr || guiData->path == "VELD/ORBUI/data";
     if (isWellNamed)
         checkDropped(key, report);
     checkNames(key, report);
@@ -69,7 +77,8 @@ CheckReport checkKey(const fs::path& folder, const CheckOptions& options) {
         checkTexts(key, report);
         checkSpace(key, report);
     }
-    checkManifest(key, report);
+    if (isWellNamed)
+        checkManifest(key, report);
     Findings& findings = report.findings;
     findings.erase(std::remove_if(findings.begin(), findings.end(),
                                   [&](const Finding& finding) {

@@ -21,6 +21,7 @@ struct CheckOptions {
     std::optional<uint64_t>
         installedSize;  // of what is on it, in bytes; the key's twice if unknown
     std::vector<int32_t> languages = allLanguages();  // that the key is to serve
+    std::string machine = "arm";     // that the application is built for: arm, x86, x64 or any
     std::set<std::string> accepted;  // codes of findings that are known and wanted: left out
     Progress progress;
 };
@@ -42,6 +43,8 @@ struct KeyUnderCheck {
     std::vector<KeyEntry> tree;
     CheckOptions options;
 
+    // The entry of this path; in another case where there is none in this one, as FAT and the
+    // device find it. Null when there is neither.
     const KeyEntry* find(const std::string& path) const;
 
     // The scripts of the languages that the key is to serve.
@@ -54,6 +57,7 @@ CheckReport checkKey(const std::filesystem::path& folder, const CheckOptions& op
 
 // The judges, each for one side of the matter; they add to the findings.
 void checkLayout(const KeyUnderCheck& key, CheckReport& report);
+void checkApplication(const KeyUnderCheck& key, CheckReport& report);
 void checkDropped(const KeyUnderCheck& key, CheckReport& report);
 void checkNames(const KeyUnderCheck& key, CheckReport& report);
 void checkNotes(const KeyUnderCheck& key, CheckReport& report);

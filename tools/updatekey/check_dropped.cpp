@@ -38,7 +38,7 @@ std::string countOf(std::size_t files) {
 
 bool isLitterPath(const std::string& path) {
     for (std::string part = path; !part.empty(); part = parentOf(part))
-        if (isDesktopLitter(nameOf(part)))
+        if (isJunkFile(nameOf(part)))
             return true;
     return false;
 }
@@ -47,6 +47,7 @@ bool isLitterPath(const std::string& path) {
 
 void checkDropped(const KeyUnderCheck& key, CheckReport& report) {
     const Prediction& prediction = report.prediction;
+    const KeyEntry* const notes = key.find(NOTES);
     std::map<std::string, std::size_t> dropped;
     for (const KeyEntry& entry : key.tree) {
         const bool copied = prediction.copied.count(entry.path) != 0;
@@ -54,11 +55,14 @@ void checkDropped(const KeyUnderCheck& key, CheckReport& report) {
             report.copiedBytes += entry.size;
             if (isLitterPath(entry.path))
                 addError(report.findings, "litter", entry.path,
-                         "left by a desktop system; the device would install it");
-            if (entry.path == NOTES)
-                continue;
+                         "left by a desktop system or a programming tool; the device would install "
+                         "it: delete it");
+            if (isCopyName(nameOf(entry.path)))
+                addWarning(report.findings, "second-copy", entry.path,
+                           "is named like a second copy of a file; the device would install it "
+                           "beside the first: delete the wrong one");
         }
-        const bool judged = startsWith(entry.path, MAKER_FOLDER) && entry.path != NOTES;
+        const bool judged = startsWith(entry.path, MAKER_FOLDER) && &entry != notes;
         if (copied || !judged || !prediction.seen || entry.kind == Kind::folder)
             continue;
         report.notCopied.push_back(entry.path);

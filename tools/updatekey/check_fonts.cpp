@@ -1,6 +1,8 @@
 // The files by which the updater's own screen is drawn. The update replaces them by the key's: what
 // the key lacks, the next update's screen lacks.
 
+#include <cstdlib>
+
 #include "platform/posix/read_file.h"
 #include "render/faces.h"
 #include "tools/updatekey/check.h"
@@ -13,8 +15,7 @@ const std::string DATA = "VELD/ORBUI/data/";
 
 // Whether five blocks fill the file to its end. The device's reader forgives a file that was cut;
 // whoever ships it should not.
-bool isWhole(const std::filesystem::path& path) {
-    const std::string bytes = host::readFile(path);
+bool isWhole(const std::string& bytes) {
     constexpr std::size_t blockHeader = 5;
     std::size_t position = 4;
     for (int block = 0; block < 5; ++block) {
@@ -56,6 +57,25 @@ void checkRaw(const KeyUnderCheck& key, const std::string& path, uint64_t size, 
             "has " + std::to_string(entry->size) + " bytes and must have " + std::to_string(size));
 }
 
+std::string bytesOf(const KeyUnderCheck& key, const std::string& path) {
+    const KeyEntry* const entry = key.find(path);
+    return entry != nullptr ? host::readFile((key.folder / entry->path).string()) : std::string();
+}
+
+bool isEmptyPicture(const std::string& bytes) {
+    return bytes.find_first_not_of('\0') == std::string::npos;
+}
+
+// A picture changes little from one pixel to the next; chance gives a mean difference of 85.
+bool looksLikeNoise(const std::string& bytes) {
+    constexpr double most = 50;
+    double sum = 0;
+    for (std::size_t i = 1; i < bytes.size(); ++i)
+        sum += std::abs(static_cast<unsigned char>(bytes[i]) -
+                        static_cast<unsigned char>(bytes[i - 1]));
+    return !bytes.empty() && sum / static_cast<double>(bytes.size()) > most;
+}
+
 void checkFace(const KeyUnderCheck& key, const std::string& face, Severity ifMissing,
                Findings& findings) {
     const std::string path = DATA + "fonts/" + face + ".fnt";
@@ -69,12 +89,31 @@ void checkFace(const KeyUnderCheck& key, const std::string& face, Severity ifMis
     const std::string fault = glyphFault(font);
     if (!fault.empty())
         return addError(findings, "font-damaged", path, fault);
-    if (!isWhole(key.folder / path))
+    if (!isWhole(bytesOf(key, path)))
         return addError(findings, "font-damaged", path, "is cut off or has bytes left over");
     for (const std::string& page : font.pageNames) {
         const std::size_t stem = page.size() > 4 ? page.size() - 4 : 0;
-        checkRaw(key, DATA + "fonts/" + page.substr(0, stem) + ".raw",
-                 uint64_t{font.atlasSize} * font.atlasSize, "font-page", findings);
+        const std::string raw = DATA + "fonts/" + page.substr(0, stem) + ".raw";
+        checkRaw(key, raw, uint64_t{font.atlasSize} * font.atlasSize, "font-page", findings);
+        if (key.find(raw) != nullptr && isEmptyPicture(bytesOf(key, raw)))
+            addError(findings, "font-page-empty", raw,
+                     "holds nothing, so that its letters cannot be seen; bake the font again");
+    }
+}
+
+// The faces of a script grow from slot to slot; one in another's place is seen by that.
+void checkSizes(const KeyUnderCheck& key, Script script, Findings& findings) {
+    uint32_t before = 0;
+    for (const char* const face : facesOf(script).slots) {
+        const std::string path = face != nullptr ? DATA + "fonts/" + face + ".fnt" : "";
+        if (path.empty() || key.find(path) == nullptr)
+            continue;
+        const uint32_t height = loadKeyFace(face).lineHeight;
+        if (height != 0 && height < before)
+            addWarning(findings, "font-size", path,
+                       "has lines of " + std::to_string(height) +
+                           " pixels, less than the face before it; was it given another's name?");
+        before = height;
     }
 }
 
@@ -84,7 +123,11 @@ void checkFonts(const KeyUnderCheck& key, CheckReport& report) {
     constexpr uint64_t backgroundSide = 1024;
     checkRaw(key, DATA + "KSTRL-menubg4.raw", backgroundSide * backgroundSide, "background",
              report.findings);
+    if (looksLikeNoise(bytesOf(key, DATA + "KSTRL-menubg4.raw")))
+        addWarning(report.findings, "background-noise", DATA + "KSTRL-menubg4.raw",
+                   "looks like noise, not like a picture; make it with rawimage");
     for (const Script script : key.scripts()) {
+        checkSizes(key, script, report.findings);
         const std::set<std::string> drawn = {faceName(script, layout::TEXT_FONT_SIZE),
                                              faceName(script, layout::NOTES_FONT_SIZE)};
         for (const char* const face : facesOf(script).slots) {

@@ -19,17 +19,36 @@ bool isFolder(const KeyUnderCheck& key, const std::string& path) {
     return entry != nullptr && entry->kind == Kind::folder;
 }
 
+// Where the update lies instead, when somebody put it into one folder too many.
+std::string hintAtTree(const KeyUnderCheck& key) {
+    for (const KeyEntry& entry : key.tree) {
+        const bool nested = entry.path.size() > 5 && entry.kind == Kind::folder &&
+                            entry.path.compare(entry.path.size() - 5, 5, "/VELD") == 0;
+        if (nested && key.find(entry.path + "/KSTRL") != nullptr)
+            return "; it lies in " + entry.path + ", so move that folder VELD to the key's root";
+    }
+    return key.find("KSTRL") != nullptr && key.find("ORBUI") != nullptr
+               ? "; the folders KSTRL and ORBUI lie in the key's root: put them into VELD"
+               : "; look whether KEY is the root of the storage device";
+}
+
 void explainWhyNotSeen(const KeyUnderCheck& key, Findings& findings) {
     if (!isFolder(key, "VELD"))
-        return addError(findings, "no-maker-folder", "VELD", "there is no folder VELD on the key");
+        return addError(findings, "no-maker-folder", "VELD",
+                        "there is no folder VELD on the key" + hintAtTree(key));
     const std::size_t before = findings.size();
     if (!isFolder(key, "VELD/KSTRL"))
-        addError(findings, "no-application-folder", "VELD/KSTRL", "there is no folder KSTRL");
+        addError(findings, "no-application-folder", "VELD/KSTRL",
+                 "there is no folder KSTRL" + hintAtTree(key));
     if (!isFolder(key, "VELD/ORBUI"))
         addError(findings, "no-gui-folder", "VELD/ORBUI", "there is no folder ORBUI");
     else if (!isFolder(key, "VELD/ORBUI/data"))
         addError(findings, "no-gui-data", "VELD/ORBUI/data", "ORBUI has no folder data");
     if (findings.size() > before)
+        return;
+    const bool misnamed = key.find("VELD/KSTRL")->path != "VELD/KSTRL" ||
+                          key.find("VELD/ORBUI")->path != "VELD/ORBUI";
+    if (misnamed)
         return;
     bool applicationFile = false;
     bool guiEntry = false;
@@ -44,15 +63,16 @@ void explainWhyNotSeen(const KeyUnderCheck& key, Findings& findings) {
         addError(findings, "gui-data-empty", "VELD/ORBUI/data", "ORBUI/data holds nothing");
 }
 
-// The device opens a name in any case, but looks for the folders of the key by comparing exactly.
+// FAT32 and the device find a name in any case; but the engine compares those of two folders as
+// they are listed, and the application is found by its exact name when it runs.
 void checkCase(const KeyUnderCheck& key, Findings& findings) {
     for (const char* const required : REQUIRED) {
-        if (key.find(required) != nullptr)
+        const KeyEntry* const entry = key.find(required);
+        if (entry == nullptr || nameOf(entry->path) == nameOf(required))
             continue;
-        for (const KeyEntry& entry : key.tree)
-            if (foldCase(entry.path) == foldCase(required))
-                addError(findings, "name-case", entry.path,
-                         "must be written " + std::string(required));
+        findings.push_back({entry->kind == Kind::folder ? Severity::error : Severity::warning,
+                            "name-case", entry->path,
+                            "must be written " + nameOf(required) + "; rename it"});
     }
 }
 

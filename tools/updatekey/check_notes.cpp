@@ -6,6 +6,8 @@
 #include "tools/drawn_text.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
+#include "tools/updatekey/installation.h"
+#include "tools/updatekey/printable.h"
 #include "ui/screen_layout.h"
 
 namespace {
@@ -23,11 +25,32 @@ void checkVersionLine(const std::string& bytes, Findings& findings) {
         addError(findings, "notes-prefix-misplaced", NOTES,
                  "the version is cut at character 14, so \"" + VERSION_PREFIX +
                      "\" must be the very start of the file, and be there once");
-    else if (line.size() == VERSION_PREFIX.size())
+    else if (line.find_first_not_of(' ', VERSION_PREFIX.size()) == std::string::npos)
         addError(findings, "notes-no-version", NOTES, "the first line names no version");
+    const std::size_t second = bytes.find(VERSION_PREFIX, line.size());
+    if (second != std::string::npos && prefix != std::string::npos)
+        addWarning(findings, "notes-second-version", NOTES,
+                   "a later line begins with \"" + VERSION_PREFIX +
+                       "\" too; only the first line counts: delete the other");
+}
+
+// The application tells its own version in "version.txt" where it has such a file.
+void checkVersionFile(const KeyUnderCheck& key, CheckReport& report) {
+    const std::string version = applicationVersion(key.folder / "VELD/KSTRL");
+    if (!version.empty() && version != report.prediction.version)
+        addWarning(report.findings, "version-differs", NOTES,
+                   "says version \"" + printable(report.prediction.version) +
+                       "\", and the application's version.txt says \"" + printable(version) +
+                       "\"; make them the same");
 }
 
 void checkLineEnds(const std::string& bytes, Findings& findings) {
+    const bool bareReturns =
+        bytes.find('\r') != std::string::npos && bytes.find('\n') == std::string::npos;
+    if (bareReturns)
+        return addError(findings, "notes-carriage-return", NOTES,
+                        "ends its lines with a carriage return alone; the device takes all for one "
+                        "line and drops it: end them with a line feed");
     const std::size_t nul = bytes.find('\0');
     const std::size_t ctrlZ = bytes.find('\x1A');
     if (nul != std::string::npos)
@@ -80,8 +103,9 @@ void checkNotes(const KeyUnderCheck& key, CheckReport& report) {
     if (entry == nullptr || entry->kind != KeyEntry::Kind::file)
         return addError(report.findings, "notes-missing", NOTES,
                         "no release notes; the device takes the key, with an empty version");
-    const std::string bytes = host::readFile(key.folder / NOTES);
+    const std::string bytes = host::readFile(key.folder / entry->path);
     checkVersionLine(bytes, report.findings);
+    checkVersionFile(key, report);
     checkLineEnds(bytes, report.findings);
     if (isUtf8BeyondAscii(bytes))
         addWarning(report.findings, "notes-utf8", NOTES,

@@ -1,6 +1,9 @@
 // The string tables: each language must have the ten texts of the updater's own screen, in
 // characters that its face has, on lines that fit, and with the words of the keys in their markers.
 
+#include <map>
+
+#include "platform/posix/read_file.h"
 #include "render/faces.h"
 #include "support/string_table.h"
 #include "support/system_settings.h"
@@ -15,6 +18,21 @@ namespace {
 
 const std::string LANG = "VELD/ORBUI/data/lang/";
 
+// What is wrong with the encoding of a whole table, if anything: it is read two bytes a character,
+// the lower one first.
+std::string encodingFault(const std::string& bytes) {
+    std::size_t zerosFirst = 0;
+    std::size_t zerosSecond = 0;
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        zerosFirst += bytes[i] == '\0' ? 1U : 0U;
+        zerosSecond += bytes[i + 1] == '\0' ? 1U : 0U;
+    }
+    if (zerosFirst > zerosSecond)
+        return "is UTF-16 with the higher byte first (big-endian)";
+    return zerosSecond == 0 && bytes.size() > 2 ? "is not UTF-16; perhaps it is UTF-8"
+                                                : std::string();
+}
+
 void checkLineEnds(const std::string& name, Findings& findings) {
     Utf16Reader file("/USB HD/" + LANG + name);
     WideString line;
@@ -24,10 +42,32 @@ void checkLineEnds(const std::string& name, Findings& findings) {
         const bool ended = line.size() >= 2 && line.compare(line.size() - 2, 2, TEXT("\r\n")) == 0;
         if (ended || line[0] == TEXT('#'))
             continue;
+        const bool lineFeed = line.back() == TEXT('\n');
         return addError(findings, "table-line-end", LANG + name,
-                        "piece " + std::to_string(number) +
-                            " does not end with CR LF within 511 characters; what it says is cut");
+                        "line " + std::to_string(number) +
+                            (lineFeed ? " ends with a line feed alone; the device takes the last "
+                                        "letter of its text away: end lines with CR LF"
+                                      : " does not end with CR LF within 511 characters; what it "
+                                        "says is cut: shorten it or end it"));
     }
+}
+
+// Whether the table has the texts of another language: those that are the same in English.
+void checkLanguage(const Language& language, Findings& findings) {
+    StringTable& table = StringTable::instance();
+    std::map<std::string, WideString> texts;
+    for (const auto& [key, use] : screenKeys())
+        texts[key] = table.lookup(key);
+    table.setLanguage(0);
+    std::size_t same = 0;
+    for (const auto& [key, text] : texts)
+        same += text == table.lookup(key) && text != TEXT("<NO STRING>") ? 1U : 0U;
+    if (2 * same > texts.size())
+        addWarning(findings, "table-language", LANG + stringTableFile(language.suffix),
+                   "has " + std::to_string(same) +
+                       " texts that are the English ones; is it the "
+                       "table of " +
+                       std::string(language.name) + "?");
 }
 
 void checkTable(const Language& language, Findings& findings) {
@@ -77,8 +117,17 @@ void checkTexts(const KeyUnderCheck& key, CheckReport& report) {
                      "the updater's own screen has no texts in this language");
             continue;
         }
+        const std::string encoding =
+            encodingFault(host::readFile((key.folder / key.find(LANG + file)->path).string()));
+        if (!encoding.empty()) {
+            addError(report.findings, "table-encoding", LANG + file,
+                     encoding + "; make it with stringtable, in UTF-16 with the lower byte first");
+            continue;
+        }
         checkLineEnds(file, report.findings);
         StringTable::instance().setLanguage(number);
         checkTable(language, report.findings);
+        if (number != 0 && key.find(LANG + stringTableFile(LANGUAGES[0].suffix)) != nullptr)
+            checkLanguage(language, report.findings);
     }
 }

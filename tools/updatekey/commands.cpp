@@ -97,7 +97,8 @@ int runRehearse(Arguments& arguments) {
     show(arguments, rehearseText(report), findingsText(report.check.findings),
          rehearseJson(report));
     const bool fine = report.check.findings.empty() && report.rehearsed && report.asPredicted &&
-                      report.state == UpdateComplete && report.applicationStarted;
+                      report.state == UpdateComplete &&
+                      (report.applicationStarted || !report.startsHere);
     return fine ? FINE : FINDINGS;
 }
 
@@ -119,21 +120,6 @@ CLI::Option* addParsed(CLI::App* command, const std::string& name, const std::st
         ->type_name(type);
 }
 
-void addCheckOptions(CLI::App* command, Arguments& arguments) {
-    CheckOptions& check = arguments.check;
-    addParsed(command, "--flash-size", "SIZE",
-              "Size of the device's flash disk: bytes, or with kb, mb or gb behind it",
-              [&](const std::string& text) { check.flashSize = parseSize(text); });
-    addParsed(command, "--languages", "LIST",
-              "Languages that the key is to serve, by number or letters: 0,fr,jp (default: all)",
-              [&](const std::string& text) { check.languages = parseLanguages(text); });
-    command
-        ->add_option("--accept", check.accepted,
-                     "Findings that are known and wanted, by their code: notes-utf8,litter")
-        ->delimiter(',')
-        ->type_name("CODES");
-}
-
 // An option whose value is checked, with its plain kind in the help.
 template <class Value>
 CLI::Option* addChecked(CLI::App* command, const std::string& name, Value& value,
@@ -149,6 +135,25 @@ CLI::Option* addFolder(CLI::App* command, const std::string& name, Value& value,
 
 void addKey(CLI::App* command, Arguments& arguments) {
     addChecked(command, "KEY", arguments.key, KEY_TEXT, CLI::ExistingPath, "PATH")->required();
+}
+
+void addCheckOptions(CLI::App* command, Arguments& arguments) {
+    CheckOptions& check = arguments.check;
+    addParsed(command, "--flash-size", "SIZE",
+              "Size of the device's flash disk: bytes, or with kb, mb or gb behind it",
+              [&](const std::string& text) { check.flashSize = parseSize(text); });
+    addParsed(command, "--languages", "LIST",
+              "Languages that the key is to serve, by number or letters: 0,fr,jp (default: all)",
+              [&](const std::string& text) { check.languages = parseLanguages(text); });
+    addChecked(command, "--machine", check.machine,
+               "Machine that the application is built for: arm, x86, x64, or any for a simulated "
+               "instrument (default: arm)",
+               CLI::IsMember({"arm", "x86", "x64", "any"}), "NAME");
+    command
+        ->add_option("--accept", check.accepted,
+                     "Findings that are known and wanted, by their code: notes-utf8,litter")
+        ->delimiter(',')
+        ->type_name("CODES");
 }
 
 void describeMake(CLI::App* command, Arguments& arguments) {

@@ -59,7 +59,7 @@ void writeAll(const fs::path& path, const std::string& bytes) {
 
 bool isLeftOut(const std::string& path) {
     for (std::string part = path; !part.empty(); part = parentOf(part))
-        if (isDesktopLitter(nameOf(part)))
+        if (isJunkFile(nameOf(part)))
             return true;
     return false;
 }
@@ -77,7 +77,7 @@ void copyTree(const fs::path& from, const fs::path& to, std::vector<std::string>
     for (const KeyEntry& entry : readTree(from)) {
         if (isLeftOut(parentOf(entry.path)))
             continue;
-        if (isDesktopLitter(nameOf(entry.path)))
+        if (isJunkFile(nameOf(entry.path)))
             leftOut.push_back((from / entry.path).string());
         else if (entry.kind == KeyEntry::Kind::folder)
             fs::create_directory(to / entry.path);

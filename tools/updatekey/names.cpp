@@ -1,7 +1,9 @@
 #include "tools/updatekey/names.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
+#include <regex>
+#include <set>
 
 #include "platform/posix/utf.h"
 
@@ -16,23 +18,52 @@ std::string lowerAscii(std::string text) {
     return text;
 }
 
+// A name of the system's own, such as "NUL" or "con.txt": no file can have it.
+bool isDeviceName(const std::string& name) {
+    static const std::set<std::string> names = {"con", "prn", "aux", "nul"};
+    const std::string stem = lowerAscii(name.substr(0, name.find('.')));
+    const bool port = stem.size() == 4 &&
+                      (stem.rfind("com", 0) == 0 || stem.rfind("lpt", 0) == 0) && stem[3] >= '1' &&
+                      stem[3] <= '9';
+    return port || names.count(stem) != 0;
+}
+
 }  // namespace
 
-bool isDesktopLitter(const std::string& name) {
-    static const std::array<const char*, 11> names = {".ds_store",
-                                                      ".spotlight-v100",
-                                                      ".trashes",
-                                                      ".fseventsd",
-                                                      "thumbs.db",
-                                                      "ehthumbs.db",
-                                                      "desktop.ini",
-                                                      "$recycle.bin",
-                                                      "__macosx",
-                                                      ".directory",
-                                                      "system volume information"};
+bool isJunkFile(const std::string& name) {
+    static const std::set<std::string> names = {".apdisk",
+                                                ".directory",
+                                                ".ds_store",
+                                                ".fseventsd",
+                                                ".git",
+                                                ".gitignore",
+                                                ".localized",
+                                                ".spotlight-v100",
+                                                ".svn",
+                                                ".trashes",
+                                                "__macosx",
+                                                "desktop.ini",
+                                                "ehthumbs.db",
+                                                "$recycle.bin",
+                                                "system volume information",
+                                                "thumbs.db",
+                                                "wpsettings.dat"};
+    static const char* const endings[] = {"~", ".bak", ".ilk", ".orig", ".pdb", ".swp", ".tmp"};
+    static const char* const beginnings[] = {"._", "~$", ".~lock."};
     const std::string lower = lowerAscii(name);
-    return name.compare(0, 2, "._") == 0 ||
-           std::find(names.begin(), names.end(), lower) != names.end();
+    const auto begins = [&](const std::string& text) { return lower.rfind(text, 0) == 0; };
+    const auto ends = [&](const std::string& text) {
+        return lower.size() > text.size() &&
+               lower.compare(lower.size() - text.size(), text.size(), text) == 0;
+    };
+    return names.count(lower) != 0 ||
+           std::any_of(std::begin(beginnings), std::end(beginnings), begins) ||
+           std::any_of(std::begin(endings), std::end(endings), ends);
+}
+
+bool isCopyName(const std::string& name) {
+    static const std::regex pattern(R"((^copy of )|( - (copy|kopie)\b)|( ?\(\d+\)(\.|$)))");
+    return std::regex_search(lowerAscii(name), pattern);
 }
 
 bool isLatin1(const std::string& utf8) {
@@ -46,8 +77,8 @@ bool isFatName(const std::string& name) {
         return byte < 0x20 || byte == 0x7F ||
                std::string("<>:\"|?*\\").find(c) != std::string::npos;
     });
-    return !name.empty() && !badCharacter && name.back() != '.' && name.back() != ' ' &&
-           deviceLength(name) <= LONGEST_FAT_NAME;
+    return !name.empty() && !badCharacter && !isDeviceName(name) && name.back() != '.' &&
+           name.back() != ' ' && deviceLength(name) <= LONGEST_FAT_NAME;
 }
 
 std::size_t deviceLength(const std::string& utf8) {

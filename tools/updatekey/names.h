@@ -5,8 +5,12 @@
 
 #include "platform/posix/utf.h"
 
-// "." of a file manager's own making, such as ".DS_Store", "._name", "Thumbs.db" or "desktop.ini".
-bool isDesktopLitter(const std::string& name);
+// Files that file managers, editors, debuggers and version control leave behind: ".DS_Store",
+// "Thumbs.db", "~$notes.doc", "KSTRL.pdb".
+bool isJunkFile(const std::string& name);
+
+// Whether a file manager gives such a name to a second copy: "KSTRL - Copy.exe", "a (1).dat".
+bool isCopyName(const std::string& name);
 
 // Whether every character is in Latin-1: the device reads "?" for any other, which no path may
 // hold.

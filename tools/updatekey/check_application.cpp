@@ -1,0 +1,84 @@
+// The application: a program that is whole, and for the machine that the instrument is.
+
+#include <cstdint>
+
+#include "platform/posix/read_file.h"
+#include "tools/updatekey/check.h"
+
+namespace {
+
+constexpr const char* APPLICATION = "VELD/KSTRL/KSTRL.exe";
+
+// Little-endian numbers of a program's header; beyond its end there are zeros.
+class Header {
+  public:
+    explicit Header(const std::string& bytes) : bytes_(bytes) {}
+
+    uint32_t number(std::size_t at, std::size_t size) const {
+        uint32_t value = 0;
+        for (std::size_t i = size; i-- > 0;)
+            value = (value << 8) |
+                    (at + i < bytes_.size() ? static_cast<unsigned char>(bytes_[at + i]) : 0U);
+        return value;
+    }
+    bool has(std::size_t at, const std::string& text) const {
+        return at < bytes_.size() && bytes_.compare(at, text.size(), text) == 0;
+    }
+
+  private:
+    const std::string& bytes_;
+};
+
+std::string machineOf(uint32_t number) {
+    switch (number) {
+        case 0x1C0:
+        case 0x1C2:
+        case 0x1C4:
+            return "arm";
+        case 0x14C:
+            return "x86";
+        case 0x8664:
+            return "x64";
+        default:
+            return "another";
+    }
+}
+
+// The end of the last piece of the file that the header tells of.
+uint64_t lastByte(const Header& header, std::size_t start) {
+    constexpr std::size_t fileHeader = 24;
+    constexpr std::size_t entrySize = 40;
+    const std::size_t sections = start + fileHeader + header.number(start + 20, 2);
+    uint64_t end = 0;
+    for (uint32_t i = 0; i < header.number(start + 6, 2); ++i) {
+        const std::size_t entry = sections + i * entrySize;
+        end = std::max(end, uint64_t{header.number(entry + 16, 4)} + header.number(entry + 20, 4));
+    }
+    return end;
+}
+
+}  // namespace
+
+void checkApplication(const KeyUnderCheck& key, CheckReport& report) {
+    const KeyEntry* const entry = key.find(APPLICATION);
+    const std::string& machine = key.options.machine;
+    if (entry == nullptr || entry->size == 0 || machine == "any")
+        return;
+    const auto damaged = [&](const std::string& text) {
+        addError(report.findings, "application-damaged", APPLICATION, text);
+    };
+    const std::string bytes = host::readFile((key.folder / entry->path).string());
+    const Header header(bytes);
+    const std::size_t start = header.number(0x3C, 4);
+    if (!header.has(0, "MZ") || !header.has(start, std::string("PE\0\0", 4)))
+        return damaged(
+            "is no program of the instrument's system; take the one that the build made "
+            "(--machine any accepts it, for a simulated instrument)");
+    if (lastByte(header, start) > bytes.size())
+        return damaged("is cut short; copy it again");
+    const std::string built = machineOf(header.number(start + 4, 2));
+    if (built != machine)
+        addError(report.findings, "application-machine", APPLICATION,
+                 "is built for " + built + ", not for " + machine +
+                     "; build it for the instrument, or say --machine");
+}
