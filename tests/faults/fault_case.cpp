@@ -96,6 +96,7 @@ CaseResult runCase(const FaultCase& faultCase) {
 
     if (faultCase.newerKeyLater)
         plugInNewerKey(device);
+    result.advice = followAdvice(device);
     const CleanRun second = runWithoutFault(device);
     result.second = second.run.end;
     if (second.run.end == RunEnd::Complete)

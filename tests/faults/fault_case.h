@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 
+#include "tests/faults/advice.h"
 #include "tests/faults/device_states.h"
 #include "tests/faults/fault.h"
 #include "tests/faults/invariants.h"
@@ -25,6 +26,7 @@ struct CaseResult {
     bool unnoticed = false;      // reported complete, but the installed files differ
     bool mixed = false;          // one component is new, the other old
     bool noApplication = false;  // there is no main application to start
+    AdviceOutcome advice;        // what "updatekey diagnose" says of it, and whether that helps
     std::array<unsigned char, INVARIANT_COUNT> violations{};
     std::array<unsigned char, INVARIANT_COUNT> unexplained{};
     std::array<bool, WEAKNESS_COUNT> weaknesses{};

@@ -68,6 +68,27 @@ const char* const INVARIANT_TEXTS[INVARIANT_COUNT] = {
     "I1 nothing lost", "I2 a later run succeeds", "I3 the log tells the truth",
     "I4 nothing else touched", "I5 always a way out"};
 
+// Where the update stopped, as "updatekey diagnose" names it, and whether its advice helps.
+void printAdvice(const std::vector<MatrixRow>& rows) {
+    std::printf("\n%-20s %7s %7s %7s %7s %7s %12s %7s\n", "diagnosis", "cases", "cured", "save",
+                "remove", "rename", "update-again", "start");
+    for (std::size_t i = 0; i <= static_cast<std::size_t>(UpdateStep::unclear); ++i) {
+        const auto step = static_cast<UpdateStep>(i);
+        const auto count = [&](const Predicate& holds) {
+            return countIn(rows,
+                           [&](const CaseResult& r) { return r.advice.step == step && holds(r); });
+        };
+        std::printf("%-20s %7zu %7zu", textOf(step).name,
+                    count([](const CaseResult&) { return true; }),
+                    count([](const CaseResult& r) { return r.advice.cured; }));
+        for (const auto& [action, width] : {std::pair(0U, 7), {1U, 7}, {2U, 7}, {3U, 12}, {4U, 7}})
+            std::printf(" %*zu", width, count([action = action](const CaseResult& r) {
+                            return r.advice.actions[action];
+                        }));
+        std::printf("\n");
+    }
+}
+
 }  // namespace
 
 std::size_t printTable(const std::vector<MatrixRow>& rows) {
@@ -83,8 +104,9 @@ std::size_t printTable(const std::vector<MatrixRow>& rows) {
         std::printf("%-28s %11zu\n", nameOf(static_cast<Weakness>(w)),
                     countIn(rows, [w](const CaseResult& r) { return r.weaknesses[w]; }));
     }
+    printAdvice(rows);
     return countIn(rows, [](const CaseResult& r) {
-        bool bad = !r.done;
+        bool bad = !r.done || !r.advice.cured;
         for (const unsigned char unexplained : r.unexplained)
             bad |= unexplained != 0;
         return bad;
@@ -101,7 +123,8 @@ void writeDetails(const std::vector<MatrixRow>& rows, std::ostream& file) {
                  << "; then " << (faultCase.newerKeyLater ? "a newer key" : "the same key") << "; "
                  << nameOf(result.first) << (result.unnoticed ? " unnoticed" : "")
                  << (result.mixed ? " mixed" : "") << (result.noApplication ? " no-app" : "")
-                 << ", " << nameOf(result.second) << result.notes.data() << "\n";
+                 << ", " << nameOf(result.second) << "; " << textOf(result.advice.step).name
+                 << (result.advice.cured ? "" : ", NOT CURED") << result.notes.data() << "\n";
         }
     }
 }

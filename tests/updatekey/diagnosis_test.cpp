@@ -5,7 +5,7 @@
 
 #include "platform/posix/read_file.h"
 #include "tests/helpers/device_folder.h"
-#include "tools/updatekey/diagnosis.h"
+#include "tools/diagnosis/diagnosis.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "support/languages.h"
+#include "tools/diagnosis/key_tree.h"
 #include "tools/updatekey/finding.h"
-#include "tools/updatekey/key_tree.h"
 #include "tools/updatekey/prediction.h"
 
 // The numbers of all languages.

@@ -3,11 +3,11 @@
 #include "platform/posix/read_file.h"
 #include "render/faces.h"
 #include "support/text.h"
+#include "tools/diagnosis/installation.h"
+#include "tools/diagnosis/printable.h"
 #include "tools/drawn_text.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
-#include "tools/updatekey/installation.h"
-#include "tools/updatekey/printable.h"
 #include "ui/screen_layout.h"
 
 namespace {

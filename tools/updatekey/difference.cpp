@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
-#include "tools/updatekey/installation.h"
+#include "tools/diagnosis/installation.h"
+#include "tools/diagnosis/key_tree.h"
 #include "tools/updatekey/key_device.h"
-#include "tools/updatekey/key_tree.h"
-#include "tools/updatekey/manifest.h"
 #include "tools/updatekey/prediction.h"
 
 namespace fs = std::filesystem;
@@ -39,10 +38,6 @@ Side look(const fs::path& folder) {
         file = taken ? std::next(file) : side.files.erase(file);
     }
     return side;
-}
-
-bool sameContent(const InstalledFile& a, const InstalledFile& b) {
-    return a.size == b.size && sha256Of(a.file) == sha256Of(b.file);
 }
 
 }  // namespace

@@ -8,8 +8,8 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "tools/diagnosis/key_tree.h"
 #include "tools/updatekey/external_program.h"
-#include "tools/updatekey/key_tree.h"
 #include "tools/updatekey/manifest.h"
 #include "tools/updatekey/names.h"
 #include "tools/updatekey/temporary_folder.h"

@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "tools/updatekey/key_tree.h"
+#include "tools/diagnosis/key_tree.h"
 
 namespace {
 

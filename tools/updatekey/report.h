@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <string>
 
+#include "tools/diagnosis/diagnosis.h"
 #include "tools/updatekey/check.h"
-#include "tools/updatekey/diagnosis.h"
 #include "tools/updatekey/difference.h"
 #include "tools/updatekey/disk_image.h"
 #include "tools/updatekey/info.h"

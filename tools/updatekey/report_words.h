@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "tools/updatekey/printable.h"
+#include "tools/diagnosis/printable.h"
 
 // "3 files", "1 file".
 std::string countWords(std::size_t count, const std::string& noun);

@@ -12,7 +12,7 @@
 #include <system_error>
 
 #include "platform/posix/descriptor.h"
-#include "tools/updatekey/key_tree.h"
+#include "tools/diagnosis/key_tree.h"
 #include "tools/updatekey/names.h"
 #include "tools/updatekey/sticks.h"
 

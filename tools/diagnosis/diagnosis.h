@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "tools/updatekey/disk_state.h"
-#include "tools/updatekey/log_lines.h"
+#include "tools/diagnosis/disk_state.h"
+#include "tools/diagnosis/log_lines.h"
 
 struct FolderFinding {
     std::string name;  // "KSTRL_old"

@@ -1,4 +1,4 @@
-#include "tools/updatekey/disk_state.h"
+#include "tools/diagnosis/disk_state.h"
 
 namespace fs = std::filesystem;
 

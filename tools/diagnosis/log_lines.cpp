@@ -1,11 +1,12 @@
-#include "tools/updatekey/log_lines.h"
+#include "tools/diagnosis/log_lines.h"
 
 #include <cstdlib>
 #include <map>
 #include <sstream>
 
-#include "tools/updatekey/prediction.h"
-#include "tools/updatekey/printable.h"
+#include "platform/posix/utf.h"
+#include "support/text.h"
+#include "tools/diagnosis/printable.h"
 
 const std::vector<LogLineKind> LOG_LINE_KINDS = {
     {"Opening log at %", "the updater was started, local time"},
@@ -93,7 +94,7 @@ LogReading readLog(const std::string& bytes) {
             reading.outcome = LogOutcome::succeeded;
         if (line == "    *** ERROR *** Update failed.")
             reading.outcome = LogOutcome::failed;
-        reading.lines.push_back({printable(toDisplay(line)), meaningOf(line)});
+        reading.lines.push_back({printable(host::toUtf8(widen(line))), meaningOf(line)});
     }
     return reading;
 }

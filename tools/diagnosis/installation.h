@@ -25,5 +25,8 @@ std::filesystem::path makerFolderOf(const std::filesystem::path& folder);
 InstalledFiles installedFiles(const std::filesystem::path& makerFolder,
                               const std::string& suffix = {});
 
+// Whether two files hold the same bytes. Throws std::runtime_error when one cannot be read.
+bool sameContent(const InstalledFile& a, const InstalledFile& b);
+
 // The version that the application's files tell ("version.txt" beside it); empty where they do not.
 std::string applicationVersion(const std::filesystem::path& application);

@@ -1,9 +1,11 @@
-#include "tools/updatekey/installation.h"
+#include "tools/diagnosis/installation.h"
 
+#include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 
-#include "tools/updatekey/key_tree.h"
+#include "tools/diagnosis/key_tree.h"
 
 namespace fs = std::filesystem;
 
@@ -29,6 +31,17 @@ InstalledFiles installedFiles(const fs::path& makerFolder, const std::string& su
                 files[component + "/" + entry.path] = {folder / entry.path, entry.size};
     }
     return files;
+}
+
+bool sameContent(const InstalledFile& a, const InstalledFile& b) {
+    if (a.size != b.size)
+        return false;
+    std::ifstream first(a.file, std::ios::binary);
+    std::ifstream second(b.file, std::ios::binary);
+    if (!first || !second)
+        throw std::runtime_error("cannot read " + (first ? b : a).file.string());
+    return std::equal(std::istreambuf_iterator<char>(first), std::istreambuf_iterator<char>(),
+                      std::istreambuf_iterator<char>(second));
 }
 
 std::string applicationVersion(const fs::path& application) {

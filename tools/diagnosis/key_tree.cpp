@@ -1,4 +1,4 @@
-#include "tools/updatekey/key_tree.h"
+#include "tools/diagnosis/key_tree.h"
 
 #include <algorithm>
 

@@ -1,9 +1,8 @@
-#include "tools/updatekey/diagnosis.h"
+#include "tools/diagnosis/diagnosis.h"
 
 #include "platform/posix/read_file.h"
-#include "tools/updatekey/installation.h"
-#include "tools/updatekey/key_tree.h"
-#include "tools/updatekey/manifest.h"
+#include "tools/diagnosis/installation.h"
+#include "tools/diagnosis/key_tree.h"
 
 namespace fs = std::filesystem;
 
@@ -31,8 +30,7 @@ KeyComparison compareWith(const fs::path& key, const fs::path& makerFolder) {
         const auto present = installed.find(path);
         if (present == installed.end())
             comparison.missing.push_back(path);
-        else if (present->second.size != file.size ||
-                 sha256Of(present->second.file) != sha256Of(file.file))
+        else if (!sameContent(present->second, file))
             comparison.different.push_back(path);
     }
     for (const auto& [path, file] : installed)

@@ -1,4 +1,4 @@
-#include "tools/updatekey/printable.h"
+#include "tools/diagnosis/printable.h"
 
 #include <cstdio>
 
