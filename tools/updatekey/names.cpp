@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <regex>
 #include <set>
 
 #include "platform/posix/utf.h"
@@ -62,8 +61,13 @@ bool isJunkFile(const std::string& name) {
 }
 
 bool isCopyName(const std::string& name) {
-    static const std::regex pattern(R"((^copy of )|( - (copy|kopie)\b)|( ?\(\d+\)(\.|$)))");
-    return std::regex_search(lowerAscii(name), pattern);
+    const std::string stem = lowerAscii(name.substr(0, name.rfind('.')));
+    const std::size_t open = stem.rfind('(');
+    const bool numbered = open != std::string::npos && stem.size() > open + 2 &&
+                          stem.find_first_not_of("0123456789", open + 1) == stem.size() - 1 &&
+                          stem.back() == ')';
+    return numbered || stem.rfind("copy of ", 0) == 0 ||
+           stem.find(" - copy") != std::string::npos || stem.find(" - kopie") != std::string::npos;
 }
 
 bool isLatin1(const std::string& utf8) {
