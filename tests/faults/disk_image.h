@@ -26,9 +26,11 @@ class DiskImage {
     bool mounted_ = false;
 };
 
-// Takes the power from the disk that is mounted at `folder`: nothing reaches it any more.
-void cutPower(const std::filesystem::path& folder, Unflushed unflushed);
+// Takes the power from the disk that is mounted at `folder`: nothing reaches it any more. Returns
+// whether the system does so.
+bool cutPower(const std::filesystem::path& folder, Unflushed unflushed);
 
 // Keeps the mounts of this process and its children to themselves, so that they end with them.
-// Returns whether disks can be mounted here; if not, the reason is on standard error.
-bool canMountDisks();
+// Returns whether disks can be mounted here and lose their power; if not, the reason is on standard
+// error.
+bool canCutPower();

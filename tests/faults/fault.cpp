@@ -125,7 +125,7 @@ DWORD strike(const Fault& fault, const HookedCall& call) {
         copyHalf(call);
     if (kind == FaultKind::KillAfter)
         make(call);
-    if (kind == FaultKind::PowerCut)
-        cutPower(deviceRoot(), fault.unflushed);
+    if (kind == FaultKind::PowerCut && !cutPower(deviceRoot(), fault.unflushed))
+        std::abort();
     die();
 }
