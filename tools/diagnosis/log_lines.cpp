@@ -53,8 +53,9 @@ std::string meaningOf(const std::string& line) {
             continue;
         const std::size_t number = line.find("Error ");
         const bool numbered = std::string(kind.pattern).find("Error % ") != std::string::npos;
-        const std::string error =
-            numbered ? errorMeaning(std::atoi(line.c_str() + number + 6)) : std::string();
+        const std::string error = numbered ? errorMeaning(static_cast<int>(std::strtol(
+                                                 line.c_str() + number + 6, nullptr, 10)))
+                                           : std::string();
         return kind.meaning + (error.empty() ? error : " (" + error + ")");
     }
     return {};

@@ -56,7 +56,7 @@ std::string names(const std::vector<Word>& words, const std::string& takes = "*"
 }
 
 std::string bashScript(const CLI::App& app) {
-    const std::string program = app.get_name();
+    const std::string& program = app.get_name();
     std::string commands;
     std::string cases;
     std::string folders;
@@ -114,7 +114,7 @@ std::string zshSpecification(const Word& word) {
 }
 
 std::string zshScript(const CLI::App& app) {
-    const std::string program = app.get_name();
+    const std::string& program = app.get_name();
     std::string commands;
     std::string cases;
     for (const CLI::App* command : commandsOf(app)) {

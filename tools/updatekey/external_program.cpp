@@ -57,6 +57,7 @@ class StreamFile {
     ::dup2(output.descriptor(), STDOUT_FILENO);
     ::dup2(errors.descriptor(), STDERR_FILENO);
     std::vector<char*> words;
+    words.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments)
         words.push_back(const_cast<char*>(argument.c_str()));
     words.push_back(nullptr);
