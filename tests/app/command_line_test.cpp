@@ -13,7 +13,7 @@ struct Line {
     const char* second;
 };
 
-TEST(CommandLine, AsksForAutoModeOrGivesTwoArguments) {
+TEST(CommandLine, SelectsAutoModeOrGivesTwoArguments) {
     const Line lines[] = {
         {"x/auto", true, "", ""},
         {"updater.exe /auto", true, "", ""},

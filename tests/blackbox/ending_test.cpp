@@ -82,7 +82,7 @@ class Ending : public ::testing::Test {
     std::optional<ChildProcess> updater;
 };
 
-TEST_F(Ending, ServiceKeysAndSignalsLeaveWithoutStartingAnything) {
+TEST_F(Ending, ServiceKeysAndSignalsExitWithoutStartingTheApplication) {
     const std::string teardown =
         "eglDestroyContext SUCCESS\neglDestroySurface SUCCESS\neglTerminate SUCCESS\n";
     const std::pair<const char*, std::string> ways[] = {
@@ -104,7 +104,7 @@ TEST_F(Ending, ServiceKeysAndSignalsLeaveWithoutStartingAnything) {
     }
 }
 
-TEST_F(Ending, TheCloseButtonLeavesByTheCallsOfStartAndEnd) {
+TEST_F(Ending, TheCloseButtonExitsWithAllCallsInOrder) {
     ChildProcess application({device.root() / "FlashDisk/VELD/KSTRL/KSTRL.exe"});
     ChildProcess traced({TRACED_PROGRAM}, onTheDisplay);
     ASSERT_TRUE(waitUntil([&] { return !log().empty() || !traced.isRunning(); }));
@@ -134,7 +134,7 @@ TEST_F(Ending, TheCloseButtonLeavesByTheCallsOfStartAndEnd) {
     EXPECT_FALSE(application.isRunning());
 }
 
-TEST_F(Ending, StopInTheMiddleOfAnUpdateAbandonsIt) {
+TEST_F(Ending, StopDuringAnUpdateAbandonsIt) {
     plugIn();
     for (int i = 0; i < 5000; ++i)
         device.write("USB HD/VELD/ORBUI/data/lang/f" + std::to_string(i));
@@ -147,7 +147,7 @@ TEST_F(Ending, StopInTheMiddleOfAnUpdateAbandonsIt) {
     EXPECT_EQ(log().find("succeeded"), std::string::npos);
 }
 
-TEST_F(Ending, StartAndACompleteUpdateStartTheNewApplication) {
+TEST_F(Ending, ACompleteUpdateStartsTheNewApplication) {
     plugIn();
     start();
     EXPECT_FALSE(device.exists("FlashDisk/VELD/Update"));
@@ -157,7 +157,7 @@ TEST_F(Ending, StartAndACompleteUpdateStartTheNewApplication) {
     EXPECT_TRUE(waitUntil([this] { return applications().size() == 1; }));
 }
 
-TEST_F(Ending, ByItselfComesOnceEachPartOfAKeyIsThere) {
+TEST_F(Ending, AutoModeWaitsForACompleteKey) {
     start("/auto");
     device.makeFolder("USB HD/VELD/KSTRL");
     device.write("USB HD/VELD/ORBUI/data/bg.raw", "picture 2");
@@ -175,7 +175,7 @@ TEST_F(Ending, ByItselfComesOnceEachPartOfAKeyIsThere) {
     EXPECT_TRUE(applications().empty());
 }
 
-TEST_F(Ending, ComesToTheRunningApplicationsFirst) {
+TEST_F(Ending, EndsTheRunningApplicationsFirst) {
     const std::filesystem::path folder = device.root() / "FlashDisk/VELD/KSTRL";
     for (const char* const other : {"KSTRLLF.exe", "kstrl.exe"})
         std::filesystem::copy_file(STANDIN_PROGRAM, folder / other);
@@ -193,7 +193,7 @@ TEST_F(Ending, ComesToTheRunningApplicationsFirst) {
 }
 
 // Output to a closed standard stream would go into the X connection if that had got its number.
-TEST_F(Ending, AStreamThatNobodyReadsAndALimitOfTheHostEndNoUpdate) {
+TEST_F(Ending, AClosedPipeOrAFileSizeLimitDoesNotEndAnUpdate) {
     plugIn();
     device.write("USB HD/VELD/KSTRL/large.dll");
     std::filesystem::resize_file(device.root() / "USB HD/VELD/KSTRL/large.dll", 64'000'000);
@@ -207,7 +207,7 @@ TEST_F(Ending, AStreamThatNobodyReadsAndALimitOfTheHostEndNoUpdate) {
     }
 }
 
-TEST_F(Ending, WithoutAConfigForWindowsThereIsNoContext) {
+TEST_F(Ending, WithoutAWindowConfigItExitsWithCode1) {
     ChildProcess::Variables variables = onTheDisplay;
     variables["EGL_PLATFORM"] = "surfaceless";
     ChildProcess surfaceless({UPDATER_PROGRAM, "/auto"}, variables);
@@ -215,7 +215,7 @@ TEST_F(Ending, WithoutAConfigForWindowsThereIsNoContext) {
     EXPECT_EQ(surfaceless.output(), "No matching EGL configs found!\n");
 }
 
-TEST_F(Ending, WrongVariablesAndHelpAreAnsweredClearly) {
+TEST_F(Ending, WrongVariablesAndHelpPrintClearMessages) {
     const std::pair<std::string, bool> folders[] = {
         {"/nowhere/at all", false}, {"/etc/passwd", false}, {device.root(), true}};
     for (const auto& [folder, exists] : folders) {

@@ -197,7 +197,7 @@ class Golden : public testing::TestWithParam<Screenshot> {
     Screen screen;
 };
 
-TEST_P(Golden, LooksAsItDid) {
+TEST_P(Golden, MatchesThePicture) {
     const std::string name = GetParam().language + std::string("-") + GetParam().state;
     const std::string file = GOLDENS + name + ".png";
     reach(GetParam().state);

@@ -20,7 +20,7 @@ std::string contentOf(const std::string& path) {
     return content;
 }
 
-TEST(GuiData, ShowsEveryTextWithoutComplaintAndIsReadByTheDeviceAsItWasWritten) {
+TEST(GuiData, ShowsEveryTextAndIsReadBackUnchanged) {
     const DeviceFolder device;
     std::filesystem::copy(GUIDATA "lang", device.root() / "lang");
     SystemSettings::instance().dataFolder = "/";

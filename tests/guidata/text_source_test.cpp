@@ -11,7 +11,7 @@
 
 namespace {
 
-TEST(TextEncoding, TakesUtf8AndRefusesTheRest) {
+TEST(TextEncoding, RejectsMalformedUtf8) {
     EXPECT_EQ(utf16FromUtf8("\xEF\xBB\xBF"
                             "A\xC3\xA9\xE6\x9B\xB4\xF0\x9F\x98\x80"),
               u"A\u00E9\u66F4\U0001F600");
@@ -24,7 +24,7 @@ TEST(TextEncoding, TakesUtf8AndRefusesTheRest) {
 
 const ScreenKeys KEYS = {{"STR_A", {}}, {"STR_B", {}}};
 
-TEST(TextSource, RefusesWhatTheDeviceWouldMisread) {
+TEST(TextSource, RejectsLinesThatTheDeviceWouldMisread) {
     const std::string sound = "STR_A\tone\nSTR_B\ttwo\n";
     struct Case {
         const char* what;
@@ -77,7 +77,7 @@ TEST(ExtraKerning, IsScaledByTheEmAndReadBackByTheDevice) {
     EXPECT_EQ(read.kerning, expected);
 }
 
-TEST(ExtraKerning, RefusesOtherLines) {
+TEST(ExtraKerning, RejectsMalformedLines) {
     std::string error;
     for (const std::string line : {"AV", "AV x", "AV -", "AV 5 ", "AV 1001", "AV 5\xC3\xA9"})
         EXPECT_FALSE(parseExtraKerning("AV 1\n" + line, "k.txt", error)) << line;

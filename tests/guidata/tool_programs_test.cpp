@@ -27,7 +27,7 @@ class ToolPrograms : public ::testing::Test {
     DeviceFolder work;
 };
 
-TEST_F(ToolPrograms, TellGoodFromBadCommandLines) {
+TEST_F(ToolPrograms, RejectInvalidCommandLines) {
     for (const std::string tool : {"fontbake'", "stringtable'", "rawimage'"}) {
         EXPECT_EQ(run(tool + " --help"), 0) << tool;
         EXPECT_NE(read("out").find("--output"), std::string::npos) << tool;
@@ -44,7 +44,7 @@ TEST_F(ToolPrograms, TellGoodFromBadCommandLines) {
     EXPECT_EQ(read("err"), "fontbake: x.ttf: no font file, or no face 0 in it\n");
 }
 
-TEST_F(ToolPrograms, StringtableWritesOrRefuses) {
+TEST_F(ToolPrograms, StringtableRejectsFaultySources) {
     std::string texts;
     for (const auto& [key, use] : screenKeys())
         texts += key + " A text that is too wide to end in front of the release notes\n";
@@ -70,7 +70,7 @@ TEST_F(ToolPrograms, StringtableWritesOrRefuses) {
     EXPECT_EQ(read("err"), "stringtable: absent/u: cannot be written\n");
 }
 
-TEST_F(ToolPrograms, FontbakeBakesWhatTheTextsUse) {
+TEST_F(ToolPrograms, FontbakeIncludesTheCharactersOfTheTexts) {
     write("a.txt", "# \xE6\x9B\xB4\nSTR_A\t\xE6\x96\xB0\xE3\x82\x92\n");
     write("kerning.txt", "AV -100\n");
     const std::string bake =

@@ -11,7 +11,7 @@ namespace {
 
 using HostileKey = UpdateOnDevice;
 
-TEST_F(HostileKey, EntriesAreLeftOutOrTakenForWhatTheyAre) {
+TEST_F(HostileKey, UnexpectedEntriesAreSkippedOrCopied) {
     const fs::path key = device.root() / KEY;
     // Opening a pipe would wait for a writer.
     ASSERT_EQ(::mkfifo((key / "KSTRL/pipe").c_str(), 0600), 0);
@@ -47,7 +47,7 @@ TEST_F(HostileKey, EntriesAreLeftOutOrTakenForWhatTheyAre) {
 // A name whose low bytes spell "../": U+012E and U+012F.
 constexpr const char* UPWARDS = "\u012E\u012E\u012F";
 
-TEST_F(HostileKey, NamesAreCopiedAsTheyAreOrLeftOut) {
+TEST_F(HostileKey, OddNamesAreCopiedUnchangedOrSkipped) {
     Tree expected = {{"KSTRL.exe", "application 2"}};
     for (const std::string name :
          {"100% %s %n %%", "caf\xC3\xA9 \xC2\xA9", "-rf", "KSTRL Release 2", "a;b"}) {
@@ -83,7 +83,7 @@ TEST_F(HostileKey, NamesAreCopiedAsTheyAreOrLeftOut) {
     EXPECT_EQ(device.read("FlashDisk/VELD/survey.DZT"), "survey");
 }
 
-TEST_F(HostileKey, NamesThatNoPathHoldsAreNotDeletedForOthers) {
+TEST_F(HostileKey, NamesOutsideLatin1NeverDeleteOtherFiles) {
     const std::string backup = "FlashDisk/VELD/KSTRL_old/";
     device.write("FlashDisk/VELD/survey.DZT", "survey");
     device.write(backup + UPWARDS + "survey.DZT", "x");

@@ -45,8 +45,8 @@ void expectNoGrowth(int times, int settled, const std::function<void(int)>& some
 
 using LongLife = UpdateOnDevice;
 
-// A lost block of the least size at each poll is more than the slack by then.
-TEST_F(LongLife, ThreeHoursOfWaitingForAKeyCostNothing) {
+// A leak of the smallest block at each poll exceeds the tolerance by then.
+TEST_F(LongLife, WaitingForAKeyForThreeHoursLeaksNothing) {
     constexpr int polls = 3 * 60 * 60 * 10;
     fs::remove_all(device.root() / "USB HD");
     setCallHook([](const HookedCall& call) {
@@ -56,7 +56,7 @@ TEST_F(LongLife, ThreeHoursOfWaitingForAKeyCostNothing) {
     expectNoGrowth(polls, 1000, [&](int) { screen.tick(); });
 }
 
-TEST_F(LongLife, UpdatesInARowAreAllAlike) {
+TEST_F(LongLife, RepeatedUpdatesLeakNothing) {
     expectNoGrowth(200, 20, [this](int i) {
         device.write("USB HD/VELD/KSTRL/KSTRL.exe", "application " + std::to_string(i));
         ASSERT_EQ(run(), UpdateComplete) << "update " << i;

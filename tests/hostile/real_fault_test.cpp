@@ -44,7 +44,7 @@ class RealFault : public UpdateOnDevice {
 
 // A file that does not fit is skipped without an error; the previous installation remains as the
 // backup.
-TEST_F(RealFault, AFullFlashDiskKeepsWhatWasInstalled) {
+TEST_F(RealFault, AFullFlashDiskKeepsTheInstallation) {
     MOUNT_OR_SKIP("256k");
     device.write("USB HD/VELD/KSTRL/large.dll", std::string(1 << 20, 'x'));
     EXPECT_EQ(run(), UpdateComplete);
@@ -58,7 +58,7 @@ TEST_F(RealFault, AFullFlashDiskKeepsWhatWasInstalled) {
     EXPECT_EQ(device.read("FlashDisk/VELD/KSTRL/large.dll"), "now it fits");
 }
 
-TEST_F(RealFault, AReadOnlyFlashDiskIsLeftAsItIs) {
+TEST_F(RealFault, AReadOnlyFlashDiskFailsTheUpdate) {
     MOUNT_OR_SKIP("1m");
     Logger::instance().setPath("/log.txt");
     const Tree before = device.tree("FlashDisk");
@@ -71,7 +71,7 @@ TEST_F(RealFault, AReadOnlyFlashDiskIsLeftAsItIs) {
 }
 
 // The flash disk has space for the file's twenty blocks, but not for its holes.
-TEST_F(RealFault, HolesOfAFileFromAnotherDiskStayHoles) {
+TEST_F(RealFault, SparseFilesStaySparse) {
     MOUNT_OR_SKIP("512k");
     const std::string sparse = KEY + std::string("KSTRL/sparse");
     device.write(sparse, "");

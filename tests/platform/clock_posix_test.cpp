@@ -23,7 +23,7 @@ TIME_ZONE_INFORMATION storedZone() {
     return zone;
 }
 
-TEST(Clock, NoTimeIsOutOfRange) {
+TEST(Clock, FileTimesOutOfRangeAreClamped) {
     const DeviceFolder device;
     setTimeZone(14);
     SYSTEMTIME calendar{};
@@ -45,7 +45,7 @@ TEST(Clock, NoTimeIsOutOfRange) {
     EXPECT_EQ(GetLastError(), DWORD{87});
 }
 
-TEST(Clock, TheZoneIsTheDevicesAndShiftsItsTimes) {
+TEST(Clock, TheTimeZoneIsStoredOnTheDeviceOnly) {
     const DeviceFolder device;
     ::setenv("TZ", "XYZ-3", 1);
     ::tzset();
@@ -86,7 +86,7 @@ TEST(Clock, TheZoneIsTheDevicesAndShiftsItsTimes) {
     host::forgetTimeZone();
 }
 
-TEST(Clock, TheCounterCountsNanoseconds) {
+TEST(Clock, TheCounterTicksInNanoseconds) {
     const auto now = [] { return std::chrono::steady_clock::now().time_since_epoch().count(); };
     const int64_t before = now();
     LARGE_INTEGER count{};
@@ -94,7 +94,7 @@ TEST(Clock, TheCounterCountsNanoseconds) {
     EXPECT_TRUE(before <= count.QuadPart && count.QuadPart <= now());
 }
 
-TEST(Clock, AZoneThatCannotBeSetIsToldOnTheStandardOutput) {
+TEST(Clock, AFailedTimeZoneChangeIsPrinted) {
     const DeviceFolder device;
     setCallHook([](const HookedCall& call) {
         return std::string(call.name) == "GetTimeZoneInformation" ? DWORD{31} : DWORD{5};

@@ -104,7 +104,7 @@ TEST_F(FilesPosix, ADriveMayBeALink) {
     EXPECT_EQ(device.read("T/version"), host::readFile("/proc/version"));
 }
 
-TEST_F(FilesPosix, PipesAreNotWaitedForAndNamesThatAreNoPathOfTheDeviceAreNotListed) {
+TEST_F(FilesPosix, PipesDoNotBlockAndInvalidNamesAreNotListed) {
     ASSERT_EQ(::mkfifo((device.root() / "T/pipe").c_str(), 0666), 0);
     EXPECT_EQ(_wfopen(TEXT("/T/pipe"), TEXT("w")), nullptr);
     EXPECT_FALSE(CopyFileW(TEXT("/T/pipe"), TEXT("/T/d"), FALSE));
@@ -113,7 +113,7 @@ TEST_F(FilesPosix, PipesAreNotWaitedForAndNamesThatAreNoPathOfTheDeviceAreNotLis
     EXPECT_EQ(list(TEXT("/T/*")), (std::vector<std::string>{".", "..", "s"}));
 }
 
-TEST_F(FilesPosix, ACopyOntoAFullDiskLeavesNothingBehind) {
+TEST_F(FilesPosix, ACopyOntoAFullDiskLeavesNoFile) {
     device.write("T/large", std::string(300000, 'x'));
     device.write("T/present", "old");
     // The file size limit simulates a full disk.
@@ -144,7 +144,7 @@ TEST_F(FilesPosix, ACopyCarriesModeAndTime) {
     EXPECT_EQ(fs::status(copy).permissions(), static_cast<fs::perms>(0755));
 }
 
-TEST_F(FilesPosix, TheDeviceItselfStays) {
+TEST_F(FilesPosix, TheDeviceRootCannotBeDeletedOrMoved) {
     fs::remove_all(device.root() / "T");
     fs::remove_all(device.root() / "outside");
     for (LPCWSTR path : {TEXT("/"), TEXT("\\.."), TEXT("/a/../../..")}) {

@@ -66,7 +66,7 @@ void run(const std::vector<Case>& cases) {
     }
 }
 
-TEST(Files, MakingFolders) {
+TEST(Files, CreateFolder) {
     run({
         {"", [] { return CreateDirectoryW(TEXT("/T/d"), nullptr); }, 0, "d/"},
         {"", [] { return CreateDirectoryW(TEXT("\\T\\\\d/"), nullptr); }, 0, "d/"},
@@ -153,7 +153,7 @@ TEST(Files, Delete) {
     });
 }
 
-TEST(Files, RemovingFolders) {
+TEST(Files, RemoveFolder) {
     static constexpr LPCWSTR D = TEXT("/T/d");
     run({
         {"d/", [] { return RemoveDirectoryW(D); }, 0, ""},
@@ -241,7 +241,7 @@ std::vector<std::string> find(LPCWSTR pattern, DWORD& error) {
     return names;
 }
 
-TEST(Listing, YieldsNamesOrAnError) {
+TEST(Listing, ReturnsNamesOrAnError) {
     const DeviceFolder device;
     device.write("T/b", "12345");
     device.write("T/a");

@@ -9,7 +9,7 @@
 
 namespace {
 
-TEST(Paths, AreResolvedOnTheirTextAndStayInTheDevice) {
+TEST(Paths, AreResolvedAsTextAndStayInTheDevice) {
     const DeviceFolder device;
     const std::string root = device.root().string();
     struct Case {
@@ -48,12 +48,12 @@ TEST(Paths, AreResolvedOnTheirTextAndStayInTheDevice) {
                   DWORD{123});
 }
 
-TEST(Paths, AreComparedWithoutCaseInLatin1) {
+TEST(Paths, IgnoreTheCaseOfLatin1Letters) {
     EXPECT_EQ(host::foldCase("aZ \u00C9\u00D7\u00DF \u0100\xFF"),
               "az \u00E9\u00D7\u00DF \u0100\xFF");
 }
 
-TEST(Utf, AnyBytesSurviveTheWayThereAndBack) {
+TEST(Utf, AnyBytesSurviveARoundTrip) {
     // Valid sequences of one to four bytes; then Latin-1, truncated sequences, overlong slashes, a
     // surrogate, a value above the last code point, bytes that begin no sequence, and bytes after a
     // pair.
@@ -70,7 +70,7 @@ TEST(Utf, AnyBytesSurviveTheWayThereAndBack) {
     EXPECT_EQ(host::toUtf8(u"\xDE00"), "\xED\xB8\x80");
 }
 
-TEST(DebugOutput, IsOneLineAMessage) {
+TEST(DebugOutput, IsOneLinePerMessage) {
     ::testing::internal::CaptureStderr();
     OutputDebugStringW(u"two\nlines \xE9 %s\n");
     OutputDebugStringW(u"");

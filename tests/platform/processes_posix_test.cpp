@@ -98,7 +98,7 @@ TEST_F(ProcessesPosix, ProgramsAndScriptsAreSeenAndEndedOnce) {
         EXPECT_EQ(ended->waitForEnd(), std::nullopt) << "it was not killed";
 }
 
-TEST_F(ProcessesPosix, ProcessesOfTheHostAreOutOfReach) {
+TEST_F(ProcessesPosix, ProcessesOfTheHostCannotBeOpened) {
     const std::string folder = host("FlashDisk/VELD/KSTRL");
     device.write(PROGRAM, "#!/bin/sh\n");
     const fs::path elsewhere = makeScratchFolder();
@@ -139,7 +139,7 @@ TEST_F(ProcessesPosix, ProcessesOfTheHostAreOutOfReach) {
     }
 }
 
-TEST_F(ProcessesPosix, AStartedProgramIsOnItsOwnAndHoldsNothingButItsStreams) {
+TEST_F(ProcessesPosix, AStartedProgramIsDetachedAndInheritsNoFiles) {
     fs::copy_file("/usr/bin/yes", host());
     setDeviceRoot(fs::relative(device.root()));
     host::ignoreSignalsOfWrites();
@@ -168,7 +168,7 @@ TEST_F(ProcessesPosix, AStartedProgramIsOnItsOwnAndHoldsNothingButItsStreams) {
     EXPECT_EQ(errno, ECHILD);
 }
 
-TEST_F(ProcessesPosix, RefusalsOfTheHostKeepTheirNumbers) {
+TEST_F(ProcessesPosix, HostErrorsMapToWindowsErrors) {
     device.write(PROGRAM, "#!/bin/sh\n");
     fs::permissions(host(), static_cast<fs::perms>(0644));
     EXPECT_EQ(launch(), FALSE);

@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(Processes, TheKernelComesFirstAndHandlesOfNothingAreRefused) {
+TEST(Processes, ListsTheKernelFirstAndRefusesInvalidHandles) {
     const DeviceFolder device;
     const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
     ASSERT_NE(snapshot, INVALID_HANDLE_VALUE);
@@ -37,7 +37,7 @@ TEST(Processes, TheKernelComesFirstAndHandlesOfNothingAreRefused) {
     refuses(CloseHandle(nullptr), 6);
 }
 
-TEST(Processes, WhatCannotBeStartedIsRefused) {
+TEST(Processes, StartingAnInvalidProgramFails) {
     const DeviceFolder device;
     device.write("T/KSTRL.exe", "not a program");
     std::filesystem::permissions(device.root() / "T/KSTRL.exe", std::filesystem::perms::all);

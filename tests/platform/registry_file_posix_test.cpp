@@ -40,7 +40,7 @@ std::string valueOf(const std::string& file, const char16_t* name = u"V") {
     return text;
 }
 
-TEST(RegistryFile, ReadsEachFormOfValue) {
+TEST(RegistryFile, ParsesEveryFormOfValue) {
     struct Case {
         const char* line;
         const char* value;
@@ -77,7 +77,7 @@ TEST(RegistryFile, ReadsEachFormOfValue) {
     EXPECT_EQ(valueOf(HEADER + KEY + "@=\"d\"", u""), "1: 64 00 00 00");
 }
 
-TEST(RegistryFile, PassesOverWhatItCannotRead) {
+TEST(RegistryFile, SkipsLinesThatCannotBeParsed) {
     for (const std::string line :
          {"\"V=dword:1", "\"V\"=", "\"V\"=\"open", "\"V\"=\"ends in a backslash\\",
           "\"V\"=dword:", "\"V\"=dword:123456789", "\"V\"=\"text\" and more", "\"V\"=- and more",
@@ -97,7 +97,7 @@ TEST(RegistryFile, PassesOverWhatItCannotRead) {
         EXPECT_EQ(valueOf(file), "-");
 }
 
-TEST(RegistryFile, RemovesWhatItsLinesRemove) {
+TEST(RegistryFile, AppliesLinesThatRemoveKeysAndValues) {
     const std::string both = HEADER + KEY + "\"V\"=dword:1\r\n\"B\"=dword:1\r\n";
     EXPECT_EQ(valueOf(both + "\"v\" = - ; gone"), "-");
     EXPECT_EQ(valueOf(both + "\"V\"=-", u"B"), "4: 01 00 00 00");
@@ -110,7 +110,7 @@ TEST(RegistryFile, RemovesWhatItsLinesRemove) {
     }
 }
 
-TEST(RegistryFile, WritesTheLinesOfTheValuesThatAreSetAndKeepsTheOthers) {
+TEST(RegistryFile, RewritesOnlyTheLinesOfChangedValues) {
     const std::string start = HEADER + "; of Ann\r\n[HKEY_LOCAL_MACHINE\\K]\r\n";
     const std::string odd = "\"Odd\"=qword:7\r\n\r\n; the units\r\n";
     const std::string before = start + "\"Num\" = dword:1 ; metric\n\"Gone\"=dword:1\r\n" + odd +
@@ -132,7 +132,7 @@ TEST(RegistryFile, WritesTheLinesOfTheValuesThatAreSetAndKeepsTheOthers) {
     }
 }
 
-TEST(RegistryFile, IsReplacedAsAWhole) {
+TEST(RegistryFile, IsReplacedAtomically) {
     const DeviceFolder device;
     device.write("registry.reg", HEADER + KEY + "\"V\"=dword:00000001\r\n");
     struct stat before {};
@@ -151,7 +151,7 @@ TEST(RegistryFile, IsReplacedAsAWhole) {
 }
 
 // A registry file that exists but cannot be read is not treated as empty and not replaced.
-TEST(RegistryFile, IsLeftAloneWhenItCannotBeRead) {
+TEST(RegistryFile, IsNotReplacedWhenItCannotBeRead) {
     const DeviceFolder device;
     const std::filesystem::path file = device.root() / "registry.reg";
     std::filesystem::create_symlink("registry.reg", file);

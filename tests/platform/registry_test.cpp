@@ -37,7 +37,7 @@ LSTATUS set(HKEY key, LPCWSTR name, DWORD type, const std::string& bytes) {
                           static_cast<DWORD>(bytes.size()));
 }
 
-TEST(Registry, OpensOnlyWhatIsThere) {
+TEST(Registry, OpensOnlyExistingKeys) {
     const DeviceFolder device;
     HKEY key{};
     EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, KEY, 0, KEY_READ, &key), 2);
@@ -56,7 +56,7 @@ TEST(Registry, OpensOnlyWhatIsThere) {
               2);
 }
 
-TEST(Registry, GivesBackWhatWasSet) {
+TEST(Registry, ReturnsStoredValues) {
     const DeviceFolder device;
     device.setLanguage(1);
     HKEY key{};
@@ -91,7 +91,7 @@ TEST(Registry, GivesBackWhatWasSet) {
     EXPECT_EQ(RegCloseKey(key), 0);
 }
 
-TEST(Registry, RefusesWithItsNumbers) {
+TEST(Registry, FailsWithWindowsErrorNumbers) {
     const DeviceFolder device;
     device.setLanguage(3);
     HKEY key{};

@@ -39,7 +39,7 @@ TEST(FontFile, ReadsEveryField) {
               glyphRecord(B));  // the key is the low 16 bits of the id
 }
 
-TEST(FontFile, KeepsWhatIsSoundInADamagedFile) {
+TEST(FontFile, KeepsTheValidPartOfADamagedFile) {
     struct Case {
         const char* name;
         std::string bytes;
@@ -84,7 +84,7 @@ TEST(FontFile, KeepsWhatIsSoundInADamagedFile) {
     }
 }
 
-TEST(KerningFile, LineSetsOnePair) {
+TEST(KerningFile, EachLineSetsOnePair) {
     const std::pair<LPCWSTR, KerningTable> cases[] = {
         {TEXT("AV -2\r\n"), {{{'A', 'V'}, -2}}},
         {TEXT("AV\t  +3x"), {{{'A', 'V'}, 3}}},

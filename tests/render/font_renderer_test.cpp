@@ -70,7 +70,7 @@ class FontRendererTest : public testing::Test {
 
 using Quads = std::vector<std::string>;
 
-TEST_F(FontRendererTest, KernsTheGlyphAndNotThePen) {
+TEST_F(FontRendererTest, KerningMovesTheGlyphButNotThePen) {
     writeFace("F", kerningRecord('A', 'B', -3) + kerningRecord('\n', 'B', 2));
     FontRenderer face("F", nullptr);
     const Quads kerned = {quad(100, 52, 110, 64), quad(106, 53, 114, 65), quad(116, 53, 124, 65)};
@@ -108,7 +108,7 @@ TEST_F(FontRendererTest, NarrowsKatakanaAndIdeographs) {
     EXPECT_EQ(face.textWidth("\xE9"), 5U);
 }
 
-TEST_F(FontRendererTest, ReportsAnUnknownCharacterOnceInAllFacesAndNoMissingPage) {
+TEST_F(FontRendererTest, ReportsAnUnknownCharacterOnceButNoMissingPage) {
     writeFace("F");
     const FontRenderer face("F", nullptr);
     const FontRenderer other("F", nullptr);
@@ -117,7 +117,7 @@ TEST_F(FontRendererTest, ReportsAnUnknownCharacterOnceInAllFacesAndNoMissingPage
     EXPECT_EQ(logMessages(device, "log.txt"), "  ** Warning ** Unrecognized Char: 8364  20ac\n");
 }
 
-TEST_F(FontRendererTest, FaceWithoutFilesTouchesNoGl) {
+TEST_F(FontRendererTest, AFaceWithoutFilesMakesNoGlCalls) {
     const FontRenderer face("G", nullptr);
     EXPECT_EQ(draw(face, TEXT("A")), Quads{});
     EXPECT_TRUE(gl.calls.empty());

@@ -16,7 +16,7 @@ using Lines = std::vector<std::string>;
 const std::string QUAD = "glDrawElements(0 1 2 3 0 2)";
 const std::string UNIT_SQUARE = "  1: 0 0 | 1 0 | 1 1 | 0 1";
 
-TEST(GuiPrimitives, AreDrawnFromTheirCorners) {
+TEST(GuiPrimitives, HaveTheirCornersAtTheRightPlaces) {
     RecordingGl& gl = RecordingGl::instance();
     const std::vector<GuiPoint> points = {{1, 2}, {-3, 4}};
     std::vector<GuiPoint> list = points;

@@ -35,7 +35,7 @@ TEST_F(RawTexture, LuminanceIsReadFromAnOffset) {
               (std::vector<unsigned char>(bytes.begin() + 16, bytes.begin() + 32)));
 }
 
-TEST_F(RawTexture, ShortFileIsCompletedWithZeros) {
+TEST_F(RawTexture, AShortFileIsFilledUpWithZeros) {
     device.write("/i.raw", "abcd");
     const GLuint texture = loadRawRGBTexture("/i.raw", 1, 2);
     EXPECT_EQ(gl.texturePixels[texture], (std::vector<unsigned char>{'a', 'b', 'c', 'd', 0, 0}));
@@ -43,7 +43,7 @@ TEST_F(RawTexture, ShortFileIsCompletedWithZeros) {
     EXPECT_EQ(gl.texturePixels[beyondEnd], std::vector<unsigned char>(4, 0));
 }
 
-TEST_F(RawTexture, IsNotMadeOfAMissingFileOrInASizeThatNoFileJustifies) {
+TEST_F(RawTexture, IsNotCreatedForAMissingFileOrAnAbsurdSize) {
     device.write("/i.raw", "abcd");
     const char* const missing[] = {"/no.raw", nullptr};
     for (const char* const path : missing) {
@@ -59,7 +59,7 @@ TEST_F(RawTexture, IsNotMadeOfAMissingFileOrInASizeThatNoFileJustifies) {
     EXPECT_EQ(logged(), notFound + notFound + tooShort + tooShort + tooShort);
 }
 
-TEST_F(RawTexture, OnlyTheRgbLoaderLogsThatTexturesRanOut) {
+TEST_F(RawTexture, OnlyTheRgbLoaderLogsAFailedTexture) {
     device.write("/i.raw", "abc");
     gl.texturesRunOut = true;
     testing::internal::CaptureStderr();

@@ -47,7 +47,7 @@ TEST(ShaderSource, IsTheFileByteForByte) {
         EXPECT_EQ(getShaderSource(absent), nullptr) << absent;
 }
 
-TEST(ShaderSource, IsAlsoReadFromAFile) {
+TEST(ShaderSource, CanBeReadFromAFile) {
     const DeviceFolder device;
     device.write("HarrierPrototype/shaders/x", "text");
     const std::filesystem::path before = std::filesystem::current_path();
@@ -61,7 +61,7 @@ TEST(ShaderSource, IsAlsoReadFromAFile) {
 }
 
 // A link failure after two successful compiles is not reported, and an empty log is not printed.
-TEST_F(ShaderProgram, PrintsLogsByTheCompileStatus) {
+TEST_F(ShaderProgram, TracesLogsByTheCompileStatus) {
     gl.infoLog = "0:1: bad";
     EXPECT_EQ(traceOfBuild(), "");
     gl.compileStatus[GL_VERTEX_SHADER] = 0;
@@ -74,7 +74,7 @@ TEST_F(ShaderProgram, PrintsLogsByTheCompileStatus) {
     EXPECT_EQ(traceOfBuild(), "");
 }
 
-TEST_F(ShaderProgram, IsMadeAndCachedEvenWhenItFailed) {
+TEST_F(ShaderProgram, IsCachedEvenWhenItFailsToBuild) {
     ProgramCache cache;
     const GLuint program = getProgram(cache, "nonesuch");
     EXPECT_NE(program, 0U);

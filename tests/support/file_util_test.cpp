@@ -19,7 +19,7 @@ Names names(const std::vector<FileEntry>& entries) {
     return result;
 }
 
-TEST(ListDirectory, YieldsFilesFoldersOrBoth) {
+TEST(ListDirectory, ReturnsFilesFoldersOrBoth) {
     const DeviceFolder device;
     device.write("T/b.txt");
     device.write("T/a");
@@ -36,7 +36,7 @@ TEST(ListDirectory, YieldsFilesFoldersOrBoth) {
     EXPECT_EQ(listDirectory("/T/", false, true).at(0).size, size);
 }
 
-TEST(ListDirectory, LooksIntoPathsOfUpTo258Characters) {
+TEST(ListDirectory, SearchesPathsOfUpTo258Characters) {
     const DeviceFolder device;
     const std::string folder = "/T/" + std::string(120, 'a') + "/";
     for (const std::size_t rest : {133U, 134U}) {
@@ -75,7 +75,7 @@ TEST(FileTimes, AreTheLocalTimesOfTheLastChangeAndOfCreation) {
         EXPECT_EQ(fileTimeText(none), "");
 }
 
-TEST(SizeText, BeginsEachUnitAboveItsSize) {
+TEST(SizeText, UsesAUnitOnlyAboveOneOfIt) {
     const std::pair<int64_t, const char*> cases[] = {
         {0, "0 bytes"},
         {INT64_MIN, "-9223372036854775808 bytes"},

@@ -21,7 +21,7 @@ class LoggerFile : public ::testing::Test {
     Logger& log = Logger::instance();
 };
 
-TEST_F(LoggerFile, BeginsAnewWithTheLocalTimeOnEveryOpen) {
+TEST_F(LoggerFile, EveryOpenEmptiesItAndWritesTheLocalTime) {
     log.writeLine("of the last run");
     SYSTEMTIME before{};
     SYSTEMTIME after{};
@@ -34,7 +34,7 @@ TEST_F(LoggerFile, BeginsAnewWithTheLocalTimeOnEveryOpen) {
         << text;
 }
 
-TEST_F(LoggerFile, HasOneShapeForEachKindOfMessage) {
+TEST_F(LoggerFile, EachKindOfMessageHasItsFormat) {
     log.error("x");
     log.warning("%s [%d]", "w", -3);
     log.error("%s", "100%% of %s%n.txt");
@@ -59,7 +59,7 @@ TEST_F(LoggerFile, CutsOverlongMessages) {
     EXPECT_EQ(messages(), fits + "\n" + "\n    *** ERROR *** ab" + cut.substr(0, 2045) + "\n\n");
 }
 
-TEST_F(LoggerFile, IsTriedAgainAtTheNextMessage) {
+TEST_F(LoggerFile, IsOpenedAgainAtTheNextMessage) {
     log.setPath("/later/log.txt");
     log.error("lost");
     EXPECT_FALSE(device.exists("later"));

@@ -42,7 +42,7 @@ TEST(LineReader, ReadsTextAsTheInstrumentDoes) {
     }
 }
 
-TEST(LineReader, WhatIsNoFileIsNotOpen) {
+TEST(LineReader, DoesNotOpenFoldersOrMissingFiles) {
     const DeviceFolder device;
     device.makeFolder("T/folder");
     for (const char* path : {"", "/T/gone", "/T/folder", "/T/folder/"}) {

@@ -68,7 +68,7 @@ TEST_F(Strings, ReadsLines) {
     }
 }
 
-TEST_F(Strings, AWideKeyAByteOrderMarkOrHalfACharacterSpoilsNothing) {
+TEST_F(Strings, SurvivesWideKeysByteOrderMarksAndHalfCharacters) {
     const std::pair<std::string, WideString> cases[] = {
         {utf16Bytes(TEXT("\xFEFF# \x65E5\r\n\x0100\x0141 \x65E5 \xD83D\xDE00\r\n")),
          TEXT("\x65E5 \xD83D\xDE00")},
@@ -107,7 +107,7 @@ TEST_F(Strings, CutsLongLinesInPieces) {
     EXPECT_EQ(lookup("k"), NONE);
 }
 
-TEST_F(Strings, EachLanguageHasItsFileBehindTheNumerals) {
+TEST_F(Strings, EachLanguageLoadsTheNumeralsAndItsOwnFile) {
     write("StringTable_numerals.txt", TEXT("N numeral\r\nL shared\r\n"));
     const char* const suffixes[] = {"en", "fr", "pt", "sp", "jp", "zh", "du"};
     for (const std::string suffix : suffixes)
@@ -132,7 +132,7 @@ TEST_F(Strings, EachLanguageHasItsFileBehindTheNumerals) {
     }
 }
 
-TEST_F(Strings, StartsAfreshAndMissesFilesInSilence) {
+TEST_F(Strings, ReloadsCompletelyAndIgnoresMissingFiles) {
     use(TEXT("KEY text\r\n#\r\n \t x\r\n"));
     table.setLanguage(1);
     for (const std::string key : {"KEY", NONE.c_str()})

@@ -87,7 +87,7 @@ TEST_F(Config, NumbersAreStoredUncheckedAndReadInRange) {
     EXPECT_EQ(logged(), "");
 }
 
-TEST_F(Config, TextsGoThereAndBack) {
+TEST_F(Config, TextsSurviveARoundTrip) {
     device.setLanguage(0);
     using Get = std::string (SystemConfig::*)();
     using Set = void (SystemConfig::*)(const std::string&);
@@ -110,7 +110,7 @@ TEST_F(Config, TextsGoThereAndBack) {
     EXPECT_EQ(logged(), "  ** Warning ** Error getting registry key [WINDOWS_HOST_NAME].\n");
 }
 
-TEST_F(Config, TextsOfOtherProgramsAreReadWithinBounds) {
+TEST_F(Config, TextsOfOtherProgramsDoNotOverflow) {
     device.setLanguage(0);
     const std::pair<std::string, std::string> cases[] = {
         {utf16Bytes(WideString(512, TEXT('x'))), std::string(512, 'x')},

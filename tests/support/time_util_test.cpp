@@ -16,7 +16,7 @@ TEST(FormatTime, PadsTheMinuteOnly) {
         EXPECT_EQ(formatTime(time), text);
 }
 
-TEST(ElapsedTime, GrowsAndStartsAgain) {
+TEST(ElapsedTime, GrowsAndRestarts) {
     Timer timer;
     Sleep(20);
     const double seconds = timer.elapsedSeconds();

@@ -54,7 +54,7 @@ class Screen : public ::testing::Test {
     SimpleUI screen;
 };
 
-TEST_F(Screen, LooksForTheKeyWithAPauseUntilItIsThere) {
+TEST_F(Screen, PollsForTheKeyEvery100MsUntilFound) {
     screen.onKey(VK_HOME);  // too early
     screen.tick();
     screen.tick();
@@ -66,7 +66,7 @@ TEST_F(Screen, LooksForTheKeyWithAPauseUntilItIsThere) {
     EXPECT_FALSE(isStaging());
 }
 
-TEST_F(Screen, StartUpdatesAndALaunchIsTriedOnceByItself) {
+TEST_F(Screen, StartRunsTheUpdateAndLaunchesOnceAutomatically) {
     toReady();
     EXPECT_FALSE(isStaging());
     screen.onKey(VK_RETURN);
@@ -89,7 +89,7 @@ TEST_F(Screen, StartUpdatesAndALaunchIsTriedOnceByItself) {
     EXPECT_EXIT(screen.onKey(VK_END), ::testing::ExitedWithCode(0), "");
 }
 
-TEST_F(Screen, AutoModeStartsByItselfAndTriesTheLaunchOnEveryFrame) {
+TEST_F(Screen, AutoModeStartsTheUpdateAndRetriesTheLaunchEveryFrame) {
     screen.setAutoMode();
     screen.tick();
     EXPECT_FALSE(isStaging());
@@ -109,7 +109,7 @@ TEST_F(Screen, AutoModeStartsByItselfAndTriesTheLaunchOnEveryFrame) {
     EXPECT_EQ(launches.size(), first + 2);
 }
 
-TEST_F(Screen, AnyKeyRestartsAfterAFailedUpdateAndTheNextOneLeaves) {
+TEST_F(Screen, AfterAFailedUpdateAKeyRestartsAndTheNextKeyExits) {
     device.write("FlashDisk/VELD/Update/stray/x");
     toUpdating();
     for (int i = 0; i < 4; ++i)

@@ -21,7 +21,7 @@ class UpdaterMedia : public ::testing::Test {
     Updater updater;
 };
 
-TEST_F(UpdaterMedia, SeesCompleteKeysOnly) {
+TEST_F(UpdaterMedia, AcceptsOnlyCompleteKeys) {
     using Entries = std::vector<std::string>;  // folders end in "/"
     const std::pair<Entries, bool> keys[] = {
         {{}, false},
@@ -80,7 +80,7 @@ TEST_F(UpdaterMedia, ReadsVersionAndLines) {
     }
 }
 
-TEST_F(UpdaterMedia, WithoutNotesTheKeyCountsAndASecondLookAppendsTheLinesAgain) {
+TEST_F(UpdaterMedia, AcceptsAKeyWithoutNotesAndAppendsNotesAtEveryPoll) {
     makeKey();
     ::testing::internal::CaptureStdout();
     updater.pollMedia();

@@ -7,7 +7,7 @@ namespace {
 
 using Update = UpdateOnDevice;
 
-TEST_F(Update, CopiesOneFileAStepAndFinishesInTheStepAfterTheLast) {
+TEST_F(Update, CopiesOneFilePerStepAndThenFinishes) {
     device.write("USB HD/VELD/ORBUI/data/lang/StringTable_en.txt", "texts 2");
     Updater updater;
     updater.step();
@@ -36,7 +36,7 @@ TEST_F(Update, CopiesOneFileAStepAndFinishesInTheStepAfterTheLast) {
 // In all cases the key's files are installed; only the reported outcome differs. The error of a
 // failed move is overwritten by the next folder: without an installed application the update
 // succeeds, without GUI data it fails.
-TEST_F(Update, CallsItsEndByTheFlagThatIsLeft) {
+TEST_F(Update, ReportsTheResultOfTheLastFolder) {
     struct Oddity {
         const char* stray;    // an extra file
         const char* missing;  // a folder that is missing

@@ -48,7 +48,7 @@ const Instrument INSTRUMENTS[] = {
     {{APP, NEW_APP, NEW_GUI}, SUCCEEDED, "unclear", "remove Update, update-again", 2},
 };
 
-TEST(Diagnosis, TellsWhereAnUpdateStoppedAndWhatCuresIt) {
+TEST(Diagnosis, FindsWhereAnUpdateStoppedAndItsRepair) {
     for (const Instrument& instrument : INSTRUMENTS) {
         const DeviceFolder device;
         for (const char* const file : instrument.files)
@@ -79,7 +79,7 @@ TEST(Diagnosis, ComparesWithTheKeyThatWasInstalled) {
     EXPECT_THROW(diagnose(device.root() / "key/VELD/KSTRL"), std::runtime_error);
 }
 
-TEST(ReadLog, KnowsTheLinesThatTheReadmeExplains) {
+TEST(ReadLog, KnowsEveryLogLineInTheReadme) {
     const LogReading reading =
         readLog(OPENED + "    *** ERROR *** Error 145 ::RemoveDirectory(/a)\n\x1b[31mred\n");
     ASSERT_EQ(reading.lines.size(), 3U);

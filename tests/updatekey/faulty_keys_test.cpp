@@ -249,7 +249,7 @@ Tree filesOf(const Tree& tree) {
 }
 
 // Compares the prediction with the engine, with the key plugged into a device.
-TEST(FaultyKeys, AreFoundAndDoOnTheDeviceAsPredicted) {
+TEST(FaultyKeys, AreFoundAndBehaveOnTheDeviceAsPredicted) {
     for (const FaultyKey& faulty : FAULTY_KEYS) {
         SCOPED_TRACE(faulty.name);
         const DeviceFolder device;
@@ -284,7 +284,7 @@ TEST(FaultyKeys, AreFoundAndDoOnTheDeviceAsPredicted) {
     }
 }
 
-TEST(KeyInAnotherCase, IsSeenByTheDeviceAndRefused) {
+TEST(KeyInAnotherCase, IsAcceptedByTheDeviceButRejectedByTheCheck) {
     for (const auto& [from, to] :
          {std::pair("VELD", "veld"), {"VELD/ORBUI/data", "VELD/ORBUI/Data"}}) {
         const DeviceFolder device;

@@ -32,7 +32,7 @@ class MakeKey : public ::testing::Test {
     MakeOptions options;
 };
 
-TEST_F(MakeKey, IsWholeWithoutWhatDesktopsScatterOrNotThereAtAll) {
+TEST_F(MakeKey, IsCompleteAndWithoutJunkFilesOrNotCreated) {
     writeFile(options.application / "plugins/a.dll", "x");
     EXPECT_FALSE(makeKey(options).written);
     EXPECT_EQ(std::distance(fs::directory_iterator(work.root()), fs::directory_iterator()), 1);
@@ -52,7 +52,7 @@ TEST_F(MakeKey, IsWholeWithoutWhatDesktopsScatterOrNotThereAtAll) {
     EXPECT_FALSE(fs::exists(options.out / "VELD/KSTRL/.DS_Store"));
 }
 
-TEST_F(MakeKey, GivesTheSameBytesAndTimesEveryTime) {
+TEST_F(MakeKey, IsReproducible) {
     fs::last_write_time(options.application / "antennas.dat",
                         fs::file_time_type::clock::now() - std::chrono::hours(1000));
     makeKey(options);
@@ -86,7 +86,7 @@ TEST(ComposeNotes, WritesWhatTheDeviceReadsAndShows) {
     EXPECT_THROW(composeNotes("News\n", "3\n0"), std::runtime_error);
 }
 
-TEST_F(MakeKey, IsJudgedByTheRoomOnTheFlashDiskAndByWhatTheLanguagesNeed) {
+TEST_F(MakeKey, ChecksTheSpaceOnTheFlashDiskAndTheLanguageData) {
     const fs::path key = work.root() / "source";
     const uintmax_t needed = checkKey(key, {}).flashNeeded;
     const std::pair<uintmax_t, std::set<std::string>> sizes[] = {

@@ -32,7 +32,7 @@ class Program : public ::testing::Test {
     std::string output;
 };
 
-TEST_F(Program, TellsByItsExitCode) {
+TEST_F(Program, ReturnsTheRightExitCode) {
     const std::string image = work.root() / "key.img";
     const std::string good = work.root() / "stick";
     work.write("stick/VELD.unfinished/KSTRL/KSTRL.exe", "of a run that was broken off");
@@ -69,7 +69,7 @@ TEST_F(Program, TellsByItsExitCode) {
     EXPECT_EQ(output, "updatekey " UPDATEKEY_VERSION "\n");
 }
 
-TEST_F(Program, WritesNothingButJsonWhenAsked) {
+TEST_F(Program, WritesOnlyJsonWhenRequested) {
     const std::string maker = key + "/VELD";
     fs::remove(maker + "/kstrXReleaseNotes.txt");
     writeFile(maker + "/KSTRL/k\xC3\xA4the", "x");
@@ -85,7 +85,7 @@ TEST_F(Program, WritesNothingButJsonWhenAsked) {
     EXPECT_EQ(nlohmann::json::parse(output)["application"]["files"], 4);
 }
 
-TEST_F(Program, MakesAKeyThatItFindsGood) {
+TEST_F(Program, MakesAKeyThatPassesItsCheck) {
     const std::string maker = key + "/VELD";
     const std::string out = work.root() / "out";
     std::vector<std::string> make;

@@ -38,7 +38,7 @@ class Rehearsal : public ::testing::Test {
 
 // The key has faults that the real program meets as predicted: no release notes, a file that is not
 // copied, and one whose name does not fit.
-TEST_F(Rehearsal, TellsWhatTheUpdateChangesAndLeavesTheDeviceAlone) {
+TEST_F(Rehearsal, ReportsTheChangesAndLeavesTheDeviceUnchanged) {
     fs::remove(options.key / "VELD/kstrXReleaseNotes.txt");
     writeFile(options.key / "VELD/KSTRL/plugins/a.dll", "x");
     writeFile(options.key / "VELD/KSTRL/\xC5\x81ukasz.dat", "x");
@@ -58,7 +58,7 @@ TEST_F(Rehearsal, TellsWhatTheUpdateChangesAndLeavesTheDeviceAlone) {
     EXPECT_EQ(work.read("kept/FlashDisk/VELD/KSTRL_old/KSTRL.exe"), "old");
 }
 
-TEST_F(Rehearsal, EndsAnUpdateThatFails) {
+TEST_F(Rehearsal, ReportsAFailedUpdate) {
     fs::remove_all(work.root() / "device/FlashDisk/VELD/ORBUI");
     const RehearseReport report = rehearse(options);
     EXPECT_EQ(report.state, UpdateFailed);

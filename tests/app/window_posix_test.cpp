@@ -36,7 +36,7 @@ class Window : public ::testing::Test {
 };
 
 // Any other key restarts the sequence; an extra function key spoils it until then.
-TEST_F(Window, TheHiddenSequenceQuitsOnceItIsWhole) {
+TEST_F(Window, TheHiddenSequenceQuitsOnlyWhenComplete) {
     const std::pair<const char*, int> presses[] = {
         {"1443665 2211335", 0},  {" 1443665221133", 0}, {"5", 1}, {"1", 1}, {"14436652211335", 1},
         {" 114436652211335", 1}, {" 14436652211335", 2}};

@@ -84,7 +84,7 @@ std::string init() {
     return (done ? "done" : "") + ::testing::internal::GetCapturedStdout();
 }
 
-TEST(EglContext, IsSetUpInOrderUpToAFailingCallAndItsMessage) {
+TEST(EglContext, SetUpStopsAtTheFirstFailingCallWithItsMessage) {
     const std::pair<const char*, const char*> steps[] = {
         {"eglGetDisplay", "\n>>> EGL failed to obtain display!  Exiting...\n\n"},
         {"eglInitialize", "\n>>> EGL failed to initialize!  Exiting...\n\n"},
@@ -108,7 +108,7 @@ TEST(EglContext, IsSetUpInOrderUpToAFailingCallAndItsMessage) {
     EXPECT_EQ(init(), "No matching EGL configs found!\n");
 }
 
-TEST(EglContext, PicksTheExactConfigOrTheFirst) {
+TEST(EglContext, ChoosesTheExactConfigOrTheFirst) {
     const Config exact = {5, 6, 5, 0, 16, 0};
     const Config other = {8, 8, 8, 0, 24, 0};
     struct Offer {

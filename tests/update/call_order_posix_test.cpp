@@ -33,7 +33,7 @@ std::vector<std::string> callsOf(const std::function<void()>& operation) {
     return calls;
 }
 
-TEST(CallOrder, OfOneWholeUpdate) {
+TEST(CallOrder, OfACompleteUpdate) {
     const DeviceFolder device;
     device.write("FlashDisk/VELD/KSTRL/KSTRL.exe");
     device.write("FlashDisk/VELD/KSTRL_old/sub/f");
@@ -105,7 +105,7 @@ TEST(CallOrder, OfOneWholeUpdate) {
 
 // A file that cannot be deleted is an error, which the next folder's result overwrites; a folder
 // that cannot be removed makes the removal of its parent fail.
-TEST(DeleteTree, TellsOfEachFailureAndGoesOn) {
+TEST(DeleteTree, LogsEachFailureAndContinues) {
     const DeviceFolder device;
     for (const char* const file : {"T/a/vanishing", "T/b/f", "U/a/f"})
         device.write(file);

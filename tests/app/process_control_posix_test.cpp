@@ -14,7 +14,7 @@
 namespace {
 
 // Each call fails in turn: nothing is reported, nothing hangs, and every handle is closed.
-TEST(ProcessControl, AFailingCallEndsTheWalkQuietly) {
+TEST(ProcessControl, AFailingCallHangsNothingAndLeaksNoHandle) {
     const DeviceFolder device;
     const char* const failing[] = {"CreateToolhelp32Snapshot", "Process32First", "Process32Next"};
     for (const char* const name : failing) {

@@ -14,7 +14,7 @@
 
 namespace {
 
-TEST(ConfigCalls, WarnWhenTheyFailBehindTheOpen) {
+TEST(ConfigCalls, FailuresAfterTheOpenAreLogged) {
     const DeviceFolder device;
     SystemConfig& config = SystemConfig::instance();
     const auto get = [&] { return config.getDword(LANGUAGE); };
@@ -86,7 +86,7 @@ class Traced : public ::testing::Test {
 };
 
 // Percent signs in arguments are interpreted as format again.
-TEST_F(Traced, ErrorsAndWarningsAreEchoedTheRestIsNot) {
+TEST_F(Traced, OnlyErrorsAndWarningsAreTraced) {
     log.error("Error %d", 5);
     log.warning("w");
     log.write("x");
@@ -115,7 +115,7 @@ TEST_F(Traced, AFailedOpenIsReportedAtEveryMessage) {
     EXPECT_FALSE(device.exists("other.txt"));
 }
 
-TEST_F(Traced, FileUtilitiesTellOfLongPathsAndFailedConversions) {
+TEST_F(Traced, FileUtilitiesTraceLongPathsAndFailedConversions) {
     device.write("T/file");
     listDirectory("/" + std::string(257, 'x') + "/", true, true);
     EXPECT_EQ(traces, Traces{"mbstowcs_s path conversion error.\n"});
