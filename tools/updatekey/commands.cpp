@@ -204,7 +204,7 @@ void describeRehearse(CLI::App* command, Arguments& arguments) {
                "Seconds after which the updater is ended, 1 to 86400 (default: " +
                    std::to_string(options.timeout) + ")",
                CLI::Range(1, 86400), "SECONDS");
-    command->add_flag("--hidden", options.hidden, "Use a screen that nobody sees");
+    command->add_flag("--hidden", options.hidden, "Use a virtual screen");
     addCheckOptions(command, arguments);
 }
 
