@@ -39,7 +39,7 @@ KeyComparison compareWith(const fs::path& key, const fs::path& makerFolder) {
     return comparison;
 }
 
-// Gathers the advice for one diagnosis, in the order in which it is to be followed.
+// Collects the advice for one diagnosis, in the order in which it must be followed.
 class Adviser {
   public:
     Adviser(Diagnosis& diagnosis, const DiskState& state, const fs::path& makerFolder)

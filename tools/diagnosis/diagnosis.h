@@ -1,4 +1,4 @@
-// What is the matter with an instrument that came back, and what cures it. Nothing is changed.
+// Diagnoses a returned instrument and advises how to repair it. Changes nothing.
 #pragma once
 
 #include <filesystem>
@@ -14,11 +14,11 @@ struct FolderFinding {
     bool there = false;
     std::size_t files = 0;
     uint64_t bytes = 0;
-    std::string version;    // as the files tell it; empty where they do not
-    bool onlyCopy = false;  // what is in it is nowhere else on the disk
+    std::string version;    // from the files; empty when unknown
+    bool onlyCopy = false;  // its content exists nowhere else on the disk
 };
 
-// The installed files against those of a key.
+// Compares the installed files with those of a key.
 struct KeyComparison {
     std::vector<std::string> different;
     std::vector<std::string> missing;  // on the key and not installed
@@ -27,7 +27,7 @@ struct KeyComparison {
     bool same() const { return different.empty() && missing.empty() && tooMany.empty(); }
 };
 
-// The steps of a cure. They are to be taken in the order in which they are given.
+// A step of the repair. Follow the steps in the given order.
 struct Advice {
     enum class Action {
         save,         // copy `folder` to somewhere else before anything is done
@@ -55,11 +55,11 @@ struct Diagnosis {
     bool startsAsItIs = false;  // there is an application that can be started, with GUI data
     std::vector<Advice> advice;
 
-    // Whether the instrument is as it should be: it only has to be started.
+    // Whether the instrument is in order and only has to be started.
     bool sound() const;
 };
 
-// Looks at `device`: a device folder, or a copy of its flash disk; and compares what is installed
-// with `key` where one is given. Throws std::runtime_error when `device` is neither.
+// Examines `device`, a device folder or a copy of its flash disk, and compares the installation
+// with `key` if given. Throws std::runtime_error when `device` is neither.
 Diagnosis diagnose(const std::filesystem::path& device,
                    const std::optional<std::filesystem::path>& key = std::nullopt);

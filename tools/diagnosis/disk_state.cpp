@@ -32,7 +32,7 @@ DiskState readDiskState(const fs::path& makerFolder) {
     state.guiDataBackup = there("ORBUI_old");
     state.staging = there("Update");
     state.stagedGuiData = there("Update/ORBUI");
-    // The folders are all made before the first file is copied.
+    // The update creates all folders before it copies the first file.
     const fs::path staged = makerFolder / "Update/KSTRL";
     state.stagedApplication =
         fs::is_directory(staged) && (state.stagedGuiData || !fs::is_empty(staged));

@@ -1,13 +1,13 @@
-// How far an update came, as the folders on the flash disk tell it.
+// How far an update got, according to the folders on the flash disk.
 #pragma once
 
 #include <filesystem>
 #include <string>
 #include <vector>
 
-// Where the last update stopped. The order is that of an update.
+// Where the last update stopped, in the order of an update.
 enum class UpdateStep {
-    none,                 // no staging folder: no update is under way
+    none,                 // no staging folder: no update in progress
     copying,              // the installation is in place, the new one is being staged
     applicationMoved,     // KSTRL has become KSTRL_old, and nothing is in its place
     applicationReplaced,  // the new KSTRL is in place, ORBUI is the installed one
@@ -19,12 +19,12 @@ enum class UpdateStep {
 
 struct UpdateStepText {
     const char* name;      // stable, for scripts: "application-moved"
-    const char* happened;  // what was going on
-    const char* onDisk;    // what there is now
+    const char* happened;  // what the update was doing
+    const char* onDisk;    // what the disk contains now
 };
 const UpdateStepText& textOf(UpdateStep step);
 
-// The folders below the maker's folder that an update touches.
+// Which folders of an update exist below the maker's folder.
 struct DiskState {
     bool application = false;        // KSTRL
     bool applicationBackup = false;  // KSTRL_old

@@ -1,4 +1,4 @@
-// What an update replaces, on whatever it lies: a key, a device folder, or a copy of a flash disk.
+// The folders that an update replaces, on a key, a device folder or a copy of a flash disk.
 #pragma once
 
 #include <cstdint>
@@ -15,18 +15,18 @@ struct InstalledFile {
 // Files by their path below the maker's folder, with "/": "KSTRL/KSTRL.exe".
 using InstalledFiles = std::map<std::string, InstalledFile>;
 
-// The maker's folder: of the key in `folder`, of the device whose flash disk lies there or in
-// "FlashDisk", or `folder` itself when the components lie in it. Throws std::runtime_error, naming
-// what was looked for, when it is none of these.
+// Finds the maker's folder: that of the key in `folder`; that of a device whose flash disk is
+// `folder` or "FlashDisk" in it; or `folder` itself when it contains the components. Throws
+// std::runtime_error, listing the places searched, when there is none.
 std::filesystem::path makerFolderOf(const std::filesystem::path& folder);
 
-// The files of the components below `makerFolder`, with `suffix` behind the components' names:
-// empty for what is installed, "_old" for the backup. Names stay without the suffix.
+// Lists the files of the components below `makerFolder` with `suffix` appended to the components'
+// names: empty for the installation, "_old" for the backup. The results do not contain the suffix.
 InstalledFiles installedFiles(const std::filesystem::path& makerFolder,
                               const std::string& suffix = {});
 
-// Whether two files hold the same bytes. Throws std::runtime_error when one cannot be read.
+// Whether two files have the same content. Throws std::runtime_error when one cannot be read.
 bool sameContent(const InstalledFile& a, const InstalledFile& b);
 
-// The version that the application's files tell ("version.txt" beside it); empty where they do not.
+// Returns the version in the application's "version.txt"; empty when there is none.
 std::string applicationVersion(const std::filesystem::path& application);

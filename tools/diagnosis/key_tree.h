@@ -1,4 +1,4 @@
-// What a folder of the host holds, all the way down.
+// Lists a folder of the host, including subfolders.
 #pragma once
 
 #include <cstdint>
@@ -14,14 +14,14 @@ struct KeyEntry {
     uint64_t size;  // bytes; 0 for all but files
 };
 
-// All below `folder`, sorted by path. Links are listed, not followed; what cannot be read is left
-// out.
+// Returns everything below `folder`, sorted by path. Links are listed, not followed; unreadable
+// folders are skipped.
 std::vector<KeyEntry> readTree(const std::filesystem::path& folder);
 
-// The part behind the last "/".
+// Returns the part after the last "/".
 std::string nameOf(const std::string& path);
 
-// The part in front of it; empty when there is none.
+// Returns the part before the last "/"; empty when there is none.
 std::string parentOf(const std::string& path);
 
 inline bool startsWith(const std::string& text, const std::string& start) {

@@ -29,7 +29,8 @@ const std::vector<LogLineKind> LOG_LINE_KINDS = {
 
 namespace {
 
-// The first piece of the pattern begins the text, the last one ends it, the others come in between.
+// The first part of the pattern must begin the text and the last part must end it; the others must
+// occur in between.
 bool matches(const std::string& text, const std::string& pattern) {
     std::size_t at = 0;
     std::size_t start = 0;

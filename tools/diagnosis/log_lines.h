@@ -1,22 +1,22 @@
-// What the updater's log says, line by line, in words for a technician.
+// Explains the lines of the updater's log to a technician.
 #pragma once
 
 #include <string>
 #include <vector>
 
-// One kind of line. "%" in the pattern stands for any text.
+// A kind of line. "%" in the pattern matches any text.
 struct LogLineKind {
     const char* pattern;
     const char* meaning;
 };
 
-// All kinds that the updater writes, the more special ones first. The README shows them too.
+// All kinds that the updater writes, more specific ones first. The README has the same list.
 extern const std::vector<LogLineKind> LOG_LINE_KINDS;
 
-// The last word of a log on its update.
+// The outcome of the update according to the log.
 enum class LogOutcome {
-    noLog,      // there is none, or it is empty
-    noUpdate,   // the updater ran; nothing tells of an end
+    noLog,      // the log is missing or empty
+    noUpdate,   // the updater ran, but the log shows no outcome
     succeeded,  // "Update succeeded at "
     failed,     // "Update failed."
 };
@@ -33,5 +33,5 @@ struct LogReading {
 
 LogReading readLog(const std::string& bytes);
 
-// The meaning of an error number of the system's in a line of the log; empty for one that is rare.
+// Returns the meaning of a system error number in the log; empty for rare ones.
 std::string errorMeaning(int number);

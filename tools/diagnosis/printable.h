@@ -1,7 +1,7 @@
-// Text from a key or a device, made fit to be shown: on a terminal it must not become a command.
+// Makes text from a key or a device safe to show on a terminal.
 #pragma once
 
 #include <string>
 
-// UTF-8 in, UTF-8 out: a control character is shown as "\x1b", a byte that is no UTF-8 likewise.
+// Takes and returns UTF-8. Control characters and invalid bytes are shown as "\x1b".
 std::string printable(const std::string& text);

@@ -15,7 +15,7 @@ void requireRoomFor(const std::vector<KeyEntry>& tree, const fs::path& scratch) 
     for (const KeyEntry& entry : tree)
         largest = std::max(largest, entry.size);
     constexpr uint64_t fat32Limit = uint64_t{1} << 32;
-    // A larger file is a finding anyhow.
+    // Larger files are findings of their own.
     if (largest < fat32Limit && fs::space(scratch).available <= largest)
         throw std::runtime_error("no room in " + scratch.parent_path().string() +
                                  " to try the key out; set TMPDIR to a folder with more");
@@ -64,8 +64,8 @@ CheckReport checkKey(const fs::path& folder, const CheckOptions& options) {
     report.prediction = predict(options.progress);
     checkLayout(key, report);
     checkApplication(key, report);
-    // The device finds folders in another case, and that is an error; what is in them is judged
-    // when they are named as they must be.
+    // A folder with the wrong case is an error, although the device finds it. Its content is
+    // checked once it has the right name.
     const KeyEntry* const guiData = key.find("VELD/ORBUI/data");
     const bool isWellNamed = guiData == nullptr || guiData->path == "VELD/ORBUI/data";
     if (isWellNamed)

@@ -1,4 +1,4 @@
-// Judges a key before it leaves the house.
+// Checks a key before it is shipped.
 #pragma once
 
 #include <cstdint>
@@ -20,42 +20,42 @@ struct CheckOptions {
     std::optional<uint64_t> flashSize;  // bytes of the device's flash disk
     std::optional<uint64_t>
         installedSize;  // of what is on it, in bytes; the key's twice if unknown
-    std::vector<int32_t> languages = allLanguages();  // that the key is to serve
-    std::string machine = "arm";     // that the application is built for: arm, x86, x64 or any
-    std::set<std::string> accepted;  // codes of findings that are known and wanted: left out
+    std::vector<int32_t> languages = allLanguages();  // languages that the key must support
+    std::string machine = "arm";     // target of the application: arm, x86, x64 or any
+    std::set<std::string> accepted;  // codes of findings to suppress
     Progress progress;
 };
 
 struct CheckReport {
     Prediction prediction;
     Findings findings;
-    std::vector<std::string> notCopied;  // files of the key's "VELD" that the device drops
+    std::vector<std::string> notCopied;  // files in the key's "VELD" that the device ignores
     uint64_t copiedBytes = 0;
-    uint64_t flashNeeded = 0;  // bytes on the flash disk at the worst moment of the update
+    uint64_t flashNeeded = 0;  // peak use of the flash disk during the update, in bytes
 
     bool hasErrors() const;
 };
 
-// A key while it is judged: `folder` stands for the root of the storage device, which is plugged
-// into the current device.
+// A key during its check. `folder` has the content of the storage device and is plugged into the
+// current device.
 struct KeyUnderCheck {
     std::filesystem::path folder;
     std::vector<KeyEntry> tree;
     CheckOptions options;
 
-    // The entry of this path; in another case where there is none in this one, as FAT and the
-    // device find it. Null when there is neither.
+    // Returns the entry with this path or, as FAT and the device would, one that differs in case;
+    // null when there is neither.
     const KeyEntry* find(const std::string& path) const;
 
-    // The scripts of the languages that the key is to serve.
+    // The scripts of the languages that the key must support.
     std::set<Script> scripts() const;
 };
 
-// Judges the key in `folder`, which exists. Throws std::runtime_error when there is no room to try
-// it out.
+// Checks the key in `folder`, which must exist. Throws std::runtime_error when there is not enough
+// space for the trial run.
 CheckReport checkKey(const std::filesystem::path& folder, const CheckOptions& options);
 
-// The judges, each for one side of the matter; they add to the findings.
+// The individual checks. Each adds its findings.
 void checkLayout(const KeyUnderCheck& key, CheckReport& report);
 void checkApplication(const KeyUnderCheck& key, CheckReport& report);
 void checkDropped(const KeyUnderCheck& key, CheckReport& report);
@@ -66,5 +66,5 @@ void checkTexts(const KeyUnderCheck& key, CheckReport& report);
 void checkSpace(const KeyUnderCheck& key, CheckReport& report);
 void checkManifest(const KeyUnderCheck& key, CheckReport& report);
 
-// What a file takes on the flash disk, which gives room by the cluster.
+// The space that a file takes on the flash disk, in whole clusters.
 uint64_t sizeOnFlash(uint64_t bytes);

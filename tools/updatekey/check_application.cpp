@@ -1,4 +1,4 @@
-// The application: a program that is whole, and for the machine that the instrument is.
+// Checks that the application is a complete program for the instrument's processor.
 
 #include <cstdint>
 
@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* APPLICATION = "VELD/KSTRL/KSTRL.exe";
 
-// Little-endian numbers of a program's header; beyond its end there are zeros.
+// Reads little-endian numbers of a program's header; bytes after the end of the file are 0.
 class Header {
   public:
     explicit Header(const std::string& bytes) : bytes_(bytes) {}
@@ -44,7 +44,7 @@ std::string machineOf(uint32_t number) {
     }
 }
 
-// The end of the last piece of the file that the header tells of.
+// The end of the last part of the file that the header describes.
 uint64_t lastByte(const Header& header, std::size_t start) {
     constexpr std::size_t fileHeader = 24;
     constexpr std::size_t entrySize = 40;

@@ -1,4 +1,4 @@
-// What the device copies and should not, and what it drops without a word.
+// Checks for files that the device should not copy, and for files that it ignores.
 
 #include <map>
 #include <set>
@@ -14,7 +14,7 @@ const std::string MAKER_FOLDER = "VELD/";
 const std::string NOTES = "VELD/kstrXReleaseNotes.txt";
 const std::string GUI_DATA = "VELD/ORBUI/data/";
 
-// The topmost folder that is dropped with everything below it; the path itself for a lone file.
+// Returns the topmost folder that is ignored as a whole, or the path itself for a single file.
 std::string droppedTop(const std::string& path) {
     const auto firstFolderBelow = [&](const std::string& start) {
         const std::size_t slash = path.find('/', start.size());

@@ -1,5 +1,5 @@
-// The files by which the updater's own screen is drawn. The update replaces them by the key's: what
-// the key lacks, the next update's screen lacks.
+// Checks the fonts and the background of the updater's screen. The update replaces them with the
+// key's: whatever the key lacks, the next update's screen will lack.
 
 #include <cstdlib>
 
@@ -13,8 +13,8 @@ namespace {
 
 const std::string DATA = "VELD/ORBUI/data/";
 
-// Whether five blocks fill the file to its end. The device's reader forgives a file that was cut;
-// whoever ships it should not.
+// Whether five blocks fill the file exactly. The device accepts a truncated file; a key must not
+// contain one.
 bool isWhole(const std::string& bytes) {
     constexpr std::size_t blockHeader = 5;
     std::size_t position = 4;
@@ -66,7 +66,7 @@ bool isEmptyPicture(const std::string& bytes) {
     return bytes.find_first_not_of('\0') == std::string::npos;
 }
 
-// A picture changes little from one pixel to the next; chance gives a mean difference of 85.
+// In a picture, neighbouring pixels are similar; random data gives a mean difference of 85.
 bool looksLikeNoise(const std::string& bytes) {
     constexpr double most = 50;
     double sum = 0;
@@ -101,7 +101,7 @@ void checkFace(const KeyUnderCheck& key, const std::string& face, Severity ifMis
     }
 }
 
-// The faces of a script grow from slot to slot; one in another's place is seen by that.
+// The faces of a script grow from slot to slot, which reveals a face in the wrong slot.
 void checkSizes(const KeyUnderCheck& key, Script script, Findings& findings) {
     uint32_t before = 0;
     for (const char* const face : facesOf(script).slots) {
@@ -133,7 +133,7 @@ void checkFonts(const KeyUnderCheck& key, CheckReport& report) {
         for (const char* const face : facesOf(script).slots) {
             if (face == nullptr)
                 continue;
-            // The screen loads the others too, and never draws with them.
+            // The screen loads the other faces too, but never draws with them.
             const Severity ifMissing = drawn.count(face) != 0 ? Severity::error : Severity::warning;
             checkFace(key, face, ifMissing, report.findings);
         }

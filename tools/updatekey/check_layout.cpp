@@ -1,4 +1,4 @@
-// Whether the device sees the key, and what it needs to start the application afterwards.
+// Checks whether the device will accept the key, and whether the update contains the application.
 
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/names.h"
@@ -19,7 +19,7 @@ bool isFolder(const KeyUnderCheck& key, const std::string& path) {
     return entry != nullptr && entry->kind == Kind::folder;
 }
 
-// Where the update lies instead, when somebody put it into one folder too many.
+// Finds an update that was put into one folder too many.
 std::string hintAtTree(const KeyUnderCheck& key) {
     for (const KeyEntry& entry : key.tree) {
         const bool nested = entry.path.size() > 5 && entry.kind == Kind::folder &&
@@ -63,8 +63,8 @@ void explainWhyNotSeen(const KeyUnderCheck& key, Findings& findings) {
         addError(findings, "gui-data-empty", "VELD/ORBUI/data", "ORBUI/data holds nothing");
 }
 
-// FAT32 and the device find a name in any case; but the engine compares those of two folders as
-// they are listed, and the application is found by its exact name when it runs.
+// FAT32 and the device ignore case, but the engine compares the names of two folders exactly as
+// listed, and the application needs its exact name when it runs.
 void checkCase(const KeyUnderCheck& key, Findings& findings) {
     for (const char* const required : REQUIRED) {
         const KeyEntry* const entry = key.find(required);

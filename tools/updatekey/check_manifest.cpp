@@ -1,5 +1,4 @@
-// Whether the key still is what its manifest says; a key without one was not made by this tool, and
-// is none the worse for it.
+// Compares the key with its manifest. A key without one was made by other means, and is accepted.
 
 #include "platform/posix/read_file.h"
 #include "tools/updatekey/check.h"

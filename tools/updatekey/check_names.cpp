@@ -1,4 +1,4 @@
-// Names that FAT32, the device's narrow strings or its path buffers cannot hold.
+// Checks for names that FAT32, the device's narrow strings or its path buffers cannot hold.
 
 #include <map>
 
@@ -10,7 +10,7 @@ namespace {
 
 constexpr uint64_t FAT32_FILE_LIMIT = (uint64_t{1} << 32) - 1;
 
-// The longer of the two paths by which the device knows a file of the key.
+// Returns the longer of the two paths that a file of the key has on the device.
 std::size_t longestDevicePath(const std::string& path) {
     const std::string makerFolder = "VELD/";
     const std::size_t onKey = std::string("/USB HD/").size() + deviceLength(path);

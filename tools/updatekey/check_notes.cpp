@@ -1,4 +1,5 @@
-// The release notes: the version in their first line, and what the screen can show of the rest.
+// Checks the release notes: the version in the first line, and whether the screen can show the
+// rest.
 
 #include "platform/posix/read_file.h"
 #include "render/faces.h"
@@ -34,7 +35,7 @@ void checkVersionLine(const std::string& bytes, Findings& findings) {
                        "\" too; only the first line counts: delete the other");
 }
 
-// The application tells its own version in "version.txt" where it has such a file.
+// The application may state its version in "version.txt".
 void checkVersionFile(const KeyUnderCheck& key, CheckReport& report) {
     const std::string version = applicationVersion(key.folder / "VELD/KSTRL");
     if (!version.empty() && version != report.prediction.version)
@@ -70,7 +71,7 @@ bool isUtf8BeyondAscii(const std::string& bytes) {
            (static_cast<unsigned char>(bytes[first + 1]) & 0xC0) == 0x80;
 }
 
-// With the notes' face of each script that the key serves.
+// Checked with the notes' face of each script that the key must support.
 void checkDrawing(const KeyUnderCheck& key, CheckReport& report) {
     for (const Script script : key.scripts()) {
         const std::string notesFace = faceName(script, layout::NOTES_FONT_SIZE);

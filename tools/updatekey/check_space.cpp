@@ -1,5 +1,5 @@
-// Room on the flash disk. The update stages both trees while the installed ones and the backups of
-// the update before are still there; a file for which there is no room is lost without a word.
+// Checks the space on the flash disk. The update stages new folders while the installed ones and
+// the old backups still exist; a file that does not fit is lost without a message.
 
 #include "tools/updatekey/check.h"
 
@@ -21,7 +21,7 @@ void checkSpace(const KeyUnderCheck& key, CheckReport& report) {
     for (const KeyEntry& entry : key.tree)
         if (report.prediction.copied.count(entry.path) != 0)
             staged += sizeOnFlash(entry.size);
-    // The installed trees and the backups are taken to be as large as the key's.
+    // The installed folders and the backups are assumed to be as large as the key's.
     const uint64_t installed = key.options.installedSize.value_or(2 * staged);
     report.flashNeeded = staged + installed;
     if (!key.options.flashSize)

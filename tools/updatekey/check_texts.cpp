@@ -1,5 +1,5 @@
-// The string tables: each language must have the ten texts of the updater's own screen, in
-// characters that its face has, on lines that fit, and with the words of the keys in their markers.
+// Checks the string tables: each language must have the ten texts of the updater's screen, in
+// characters of its face, on lines that fit, and with the key names in their markers.
 
 #include <map>
 
@@ -18,8 +18,7 @@ namespace {
 
 const std::string LANG = "VELD/ORBUI/data/lang/";
 
-// What is wrong with the encoding of a whole table, if anything: it is read two bytes a character,
-// the lower one first.
+// Describes the encoding fault of a table, if any. The device reads tables as UTF-16LE.
 std::string encodingFault(const std::string& bytes) {
     std::size_t zerosFirst = 0;
     std::size_t zerosSecond = 0;
@@ -52,7 +51,8 @@ void checkLineEnds(const std::string& name, Findings& findings) {
     }
 }
 
-// Whether the table has the texts of another language: those that are the same in English.
+// Whether the table contains the texts of another language: its texts equal those of the English
+// table.
 void checkLanguage(const Language& language, Findings& findings) {
     StringTable& table = StringTable::instance();
     std::map<std::string, WideString> texts;

@@ -1,4 +1,4 @@
-// The updater as a process, the application that it starts, and the ending of both.
+// Runs the updater as a child process, and ends it and the application that it starts.
 #pragma once
 
 #include <sys/types.h>
@@ -8,20 +8,20 @@
 #include <string>
 #include <vector>
 
-// The folder of the program that runs.
+// The folder of the running program.
 std::filesystem::path ownFolder();
 
-// Starts a program in a process group of its own, its output going to `output`. Returns its number.
-// Throws std::runtime_error when that fails.
+// Starts a program in a new process group, with its output written to `output`. Returns its process
+// id. Throws std::runtime_error on failure.
 pid_t startProcess(const std::vector<std::string>& arguments,
                    const std::map<std::string, std::string>& environment,
                    const std::filesystem::path& output);
 
-// Whether the process has ended; `exitCode` is then its code, or -1 when a signal ended it.
+// Whether the process has ended. `exitCode` is then its exit code, or -1 when a signal ended it.
 bool hasEnded(pid_t process, int& exitCode);
 
-// The processes whose program is `program`, or lies in it when it is a folder.
+// Returns the processes that run `program` or, when it is a folder, any program in it.
 std::vector<pid_t> processesOf(const std::filesystem::path& program);
 
-// The process group that a process belongs to.
+// Returns the process group of a process.
 pid_t groupOf(pid_t process);

@@ -102,7 +102,7 @@ int runRehearse(Arguments& arguments) {
     return fine ? FINE : FINDINGS;
 }
 
-// An option whose value `parse` makes from its text; what it throws is a wrong usage.
+// Adds an option whose text is converted by `parse`. An exception of `parse` is a usage error.
 template <class Parse>
 CLI::Option* addParsed(CLI::App* command, const std::string& name, const std::string& type,
                        const std::string& description, Parse parse) {
@@ -120,7 +120,7 @@ CLI::Option* addParsed(CLI::App* command, const std::string& name, const std::st
         ->type_name(type);
 }
 
-// An option whose value is checked, with its plain kind in the help.
+// Adds an option whose value is checked, and shows a simple type name in the help.
 template <class Value>
 CLI::Option* addChecked(CLI::App* command, const std::string& name, Value& value,
                         const std::string& text, CLI::Validator check, const char* kind) {
@@ -182,7 +182,7 @@ void describeImage(CLI::App* command, Arguments& arguments) {
 
 void describeWrite(CLI::App* command, Arguments& arguments) {
     addKey(command, arguments);
-    // One that is not there is told like any other stick that is not good.
+    // A stick that does not exist is reported like any other faulty stick.
     command->add_option("FOLDER", arguments.sticks, "Folders on which the sticks are mounted")
         ->required()
         ->type_name("DIR");

@@ -1,5 +1,5 @@
-// The commands of updatekey: what each takes and does. The help, the completion of the shells and
-// the manual pages are made from this one description.
+// The commands of updatekey and their options. Help, shell completion and manual pages are
+// generated from this description.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -17,12 +17,12 @@
 
 enum ExitCode {
     FINE = 0,
-    FINDINGS = 1,     // something was found; what was to be made is made
-    FAILURE = 2,      // wrong usage, or this tool could not do its work
-    NOT_WRITTEN = 3,  // errors were found, and so nothing was made
+    FINDINGS = 1,     // there are findings; the output was created
+    FAILURE = 2,      // wrong usage, or the tool failed
+    NOT_WRITTEN = 3,  // the key has errors; no output was created
 };
 
-// What the command line says.
+// The values of the command line.
 struct Arguments {
     bool json = false;
     bool quiet = false;
@@ -39,9 +39,8 @@ struct Arguments {
     CheckOptions check;
 };
 
-// Describes all commands to `app`; what is parsed goes to `arguments`, which must live as long.
+// Adds all commands to `app`. Parsed values are stored in `arguments`, which must outlive `app`.
 void describeCommands(CLI::App& app, Arguments& arguments);
 
-// Runs the command that was parsed. Returns an ExitCode. Throws std::exception when the work could
-// not be done.
+// Runs the parsed command. Returns an ExitCode. Throws std::exception on failure.
 int runCommand(const CLI::App& app, Arguments& arguments);

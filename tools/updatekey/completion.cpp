@@ -6,12 +6,12 @@
 namespace {
 
 struct Word {
-    std::string name;  // with its dashes
+    std::string name;  // including the dashes
     std::string description;
     std::string takes;  // "dir", "file", "text", or empty
 };
 
-// The kind of name that an option or an argument takes, as its check calls it.
+// The kind of value of an option or argument, as its check names it.
 std::string kindOf(const CLI::Option& option) {
     const std::string type = option.get_type_name();
     if (option.get_items_expected_max() == 0)
@@ -39,7 +39,7 @@ std::vector<const CLI::App*> commandsOf(const CLI::App& app) {
         [](const CLI::App* command) { return !command->get_group().empty(); });
 }
 
-// A text between single quotes of a shell.
+// Quotes a text for the shell with single quotes.
 std::string shellQuoted(const std::string& text) {
     std::string result = "'";
     for (const char c : text)

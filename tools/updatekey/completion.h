@@ -1,9 +1,9 @@
-// Completion of a program's command line for the shells.
+// Shell completion for a command line.
 #pragma once
 
 #include <CLI/CLI.hpp>
 #include <string>
 
-// The script that makes `shell` ("bash", "zsh" or "fish") complete the commands and options that
-// `app` describes. Throws std::runtime_error for another shell.
+// Returns a script that makes `shell` ("bash", "zsh" or "fish") complete the commands and options
+// of `app`. Throws std::runtime_error for another shell.
 std::string completionScript(const CLI::App& app, const std::string& shell);

@@ -19,7 +19,7 @@ struct Side {
     InstalledFiles files;
 };
 
-// A key counts for what the device takes from it, anything else for what is installed.
+// For a key, the files that the device would copy; for anything else, the installed files.
 Side look(const fs::path& folder) {
     Side side;
     const fs::path maker = makerFolderOf(folder);

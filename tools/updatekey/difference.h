@@ -1,4 +1,4 @@
-// What an update from one key changes on a device, or against another key.
+// The changes that an update from a key makes on a device, or the differences between two keys.
 #pragma once
 
 #include <cstdint>
@@ -16,18 +16,18 @@ struct FileDifference {
 };
 
 struct Difference {
-    std::string versionBefore;  // empty where it cannot be told
+    std::string versionBefore;  // empty when unknown
     std::string versionAfter;
     bool bothAreKeys = false;              // a device has no release notes to compare
     std::vector<std::string> notesBefore;  // lines, UTF-8
     std::vector<std::string> notesAfter;
     std::vector<FileDifference> files;  // by path
-    std::size_t same = 0;               // files that are the same on both sides
+    std::size_t same = 0;               // number of identical files
 
     bool notesDiffer() const { return bothAreKeys && notesBefore != notesAfter; }
     bool empty() const;
 };
 
-// Compares the files that the device would take from the key in `key` with those of `other`, a key
-// or a device. Throws std::runtime_error when `other` is neither, or a file cannot be read.
+// Compares the files that the device would copy from the key `key` with those of `other`, a key or
+// a device. Throws std::runtime_error when `other` is neither, or a file cannot be read.
 Difference compareKeys(const std::filesystem::path& key, const std::filesystem::path& other);

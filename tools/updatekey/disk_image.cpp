@@ -19,11 +19,11 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr uint64_t SECTOR = 512;
-// Where sticks begin their one partition: at 1 MiB.
+// Sticks usually have one partition that starts at 1 MiB.
 constexpr uint64_t PARTITION_START = 2048;
-// One more than the largest number of clusters of FAT16, and some.
+// Above the largest number of clusters of FAT16, with a margin.
 constexpr uint64_t LEAST_CLUSTERS = 65'536;
-// Boot sector, its copy and what the formatter aligns.
+// The boot sector, its copy, and the formatter's alignment.
 constexpr uint64_t RESERVED_SECTORS = 128;
 constexpr const char* VOLUME_ID = "4B455354";
 constexpr const char* VOLUME_NAME = "KESTREL";
@@ -32,7 +32,7 @@ uint64_t roundUp(uint64_t number, uint64_t unit) {
     return (number + unit - 1) / unit * unit;
 }
 
-// The sizes of a cluster that every system takes for a volume of that size.
+// The cluster sizes that all systems accept for a volume of a given size.
 uint64_t clusterSizeFor(uint64_t bytes) {
     constexpr uint64_t MEBI = uint64_t{1} << 20;
     if (bytes < 256 * MEBI)
@@ -43,8 +43,8 @@ uint64_t clusterSizeFor(uint64_t bytes) {
     return cluster;
 }
 
-// The clusters that the files and folders of a tree take. A folder has an entry of 32 bytes for
-// each file, and one more for every 13 characters of its long name.
+// Returns the number of clusters for the files and folders of a tree. A folder has an entry of 32
+// bytes for each file, and another for every 13 characters of its long name.
 uint64_t clustersOf(const std::vector<KeyEntry>& tree, uint64_t cluster) {
     constexpr uint64_t entrySize = 32;
     constexpr uint64_t charactersPerEntry = 13;
@@ -65,7 +65,7 @@ uint64_t clustersOf(const std::vector<KeyEntry>& tree, uint64_t cluster) {
 struct Layout {
     uint64_t start;           // of the file system, in sectors
     uint64_t sectors;         // of the file system
-    uint64_t clusterSectors;  // sectors of a cluster
+    uint64_t clusterSectors;  // sectors per cluster
 };
 
 Layout layOut(const std::vector<KeyEntry>& tree, const ImageOptions& options) {
@@ -89,7 +89,7 @@ Layout layOut(const std::vector<KeyEntry>& tree, const ImageOptions& options) {
     return layout;
 }
 
-// How mtools names a file system in a file.
+// The form in which mtools expects a file system in a file.
 std::string driveOf(const fs::path& image, uint64_t start) {
     return image.string() + "@@" + std::to_string(start * SECTOR);
 }
@@ -104,8 +104,8 @@ std::string newestTime(const fs::path& folder, const std::vector<KeyEntry>& tree
     return std::to_string(newest);
 }
 
-// In an order of its own, not that of the key's file system, and some hundred files at a time, as a
-// command line holds no more.
+// Copies in sorted order, independent of the key's file system, and some hundred files at a time,
+// because a command line is limited.
 void fill(const std::string& drive, const fs::path& key, const std::vector<KeyEntry>& tree) {
     const std::vector<std::string> clock = {"env", "MTOOLS_SKIP_CHECK=1",
                                             "SOURCE_DATE_EPOCH=" + newestTime(key, tree)};
@@ -146,7 +146,7 @@ void format(const fs::path& image, const Layout& layout) {
                         std::to_string(layout.sectors * SECTOR / 1024)});
 }
 
-// Where the file system begins: at the first partition, or at once where there is no table.
+// Returns the start of the file system: the first partition, or 0 without a partition table.
 uint64_t startOf(const fs::path& image) {
     try {
         const auto table = nlohmann::json::parse(runExternalProgram({"sfdisk", "--json", image}));
@@ -154,12 +154,13 @@ uint64_t startOf(const fs::path& image) {
     } catch (const nlohmann::json::exception&) {
         return 0;
     } catch (const std::runtime_error&) {
-        // What sfdisk says of a file without a table; one that is no image at all shows later.
+        // sfdisk reports this for a file without a table. A file that is no image at all is
+        // detected later.
         return 0;
     }
 }
 
-// The same judge as for a key that was copied: every file against its checksum.
+// Verifies the image as a copied key is verified: every file against its checksum.
 void requireSameFiles(const fs::path& key, const fs::path& image) {
     const TemporaryFolder copy(fs::temp_directory_path() / "updatekey-image");
     unpackImage(image, copy.path());

@@ -1,5 +1,5 @@
-// A key as a disk image: a FAT32 file system with the key on it, to be written to sticks by any
-// imager, and the way back from such an image to the key's files.
+// Writes a key as a disk image with a FAT32 file system, for any imager, and extracts the files of
+// such an image.
 #pragma once
 
 #include <cstdint>
@@ -9,28 +9,27 @@
 
 struct ImageOptions {
     std::filesystem::path key;
-    std::filesystem::path out;   // file to be made; there must be none of this name
-    uint64_t size = 0;           // bytes of the whole image; 0 for the least that holds the key
-    bool partitionTable = true;  // one partition in a table, as sticks have it, or none
+    std::filesystem::path out;   // the image file; must not exist yet
+    uint64_t size = 0;           // bytes of the whole image; 0: as small as possible
+    bool partitionTable = true;  // with a table of one partition, or without
     CheckOptions check;
 };
 
 struct ImageReport {
     CheckReport check;
-    uint64_t bytes = 0;    // of the image
-    bool written = false;  // false when the check found errors: then no image is left
+    uint64_t bytes = 0;    // size of the image
+    bool written = false;  // false when the check found errors: no image is created
 };
 
-// Writes the image of a key in which no error is found, reads it back, and compares every file with
-// the key's. The same key gives the same bytes: the volume's number is fixed, and times are those
-// of the key's files. The image has at least the 65,525 clusters below which other systems take a
-// file system for FAT16. Throws std::runtime_error when the image cannot be written, or does not
-// hold what was written.
+// Writes an image of a key without errors, reads it back and compares every file with the key's.
+// The image is reproducible: the volume id is fixed, and times are those of the key's files. The
+// image has at least 65,525 clusters, below which systems treat it as FAT16. Throws
+// std::runtime_error when the image cannot be written or does not match the key.
 ImageReport makeImage(const ImageOptions& options);
 
-// Whether `path` is a file that an image can be read from.
+// Whether `path` may be a disk image.
 bool isImage(const std::filesystem::path& path);
 
-// Copies all that is on the image into the empty folder `to`. Throws std::runtime_error when the
-// file is no image of a FAT file system.
+// Extracts everything in the image to the empty folder `to`. Throws std::runtime_error when the
+// file is not an image of a FAT file system.
 void unpackImage(const std::filesystem::path& image, const std::filesystem::path& to);

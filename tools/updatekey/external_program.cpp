@@ -13,7 +13,7 @@ namespace {
 
 using File = std::FILE;
 
-// An unnamed file for one of the program's streams; a pipe could fill up and block both sides.
+// An unnamed file for one of the program's streams. A pipe could fill up and block both processes.
 class StreamFile {
   public:
     StreamFile() : file_(std::tmpfile()) {

@@ -1,12 +1,12 @@
-// Runs the well-known programs of the host that do a part of the work: mtools, dosfstools, sfdisk.
+// Runs the host programs that do part of the work: mtools, dosfstools, sfdisk.
 #pragma once
 
 #include <string>
 #include <vector>
 
-// Runs a program to its end with `input` on its standard input and returns what it printed on its
-// standard output. Its locale is UTF-8 and its clock UTC, so that it does the same everywhere; the
-// folders of the system's administration are searched for it too.
-// Throws std::runtime_error, with what it said, when it cannot be started or ends with an error.
+// Runs a program with `input` as its standard input and returns its standard output. Its locale is
+// UTF-8 and its time zone UTC, so that results do not depend on the host. /sbin and the like are
+// searched too. Throws std::runtime_error, with the program's message, when it cannot be started or
+// fails.
 std::string runExternalProgram(const std::vector<std::string>& arguments,
                                const std::string& input = {});

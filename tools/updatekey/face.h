@@ -1,4 +1,4 @@
-// The faces of the key's own fonts.
+// The faces in the key.
 #pragma once
 
 #include <set>
@@ -6,8 +6,9 @@
 
 #include "render/font_file.h"
 
-// A face of the key that is plugged into the current device; without glyphs when it is missing.
+// Loads a face of the key that is plugged into the current device. It has no glyphs when it is
+// missing.
 FontData loadKeyFace(const std::string& faceName);
 
-// The characters for a message: "é" (U+00E9), ...
+// Formats characters for a message: "é" (U+00E9), ...
 std::string listCharacters(const std::set<WCHAR>& characters);

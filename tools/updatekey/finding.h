@@ -1,16 +1,17 @@
-// What is wrong with a key, in the words of the person who made it.
+// A finding: a fault of a key, described for the person who made it.
 #pragma once
 
 #include <string>
 #include <vector>
 
-// An error: the device will not do what the key's maker meant. A warning: it will, but look at it.
+// Error: the device will not do what was intended. Warning: it will, but the key should be
+// reviewed.
 enum class Severity { warning, error };
 
 struct Finding {
     Severity severity;
     std::string code;  // stable, for scripts: "not-copied"
-    std::string path;  // relative to the key; empty when it is about the key as a whole
+    std::string path;  // relative to the key; empty for the key as a whole
     std::string text;
 };
 

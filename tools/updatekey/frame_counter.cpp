@@ -1,5 +1,5 @@
-// Loaded in front of the updater by a rehearsal: counts the frames that it shows. The count goes
-// into the file that UPDATEKEY_FRAMES names at every frame, as a signal may end the program.
+// Preloaded into the updater by a rehearsal to count its frames. The count is written to the file
+// UPDATEKEY_FRAMES at every frame, because a signal may end the program.
 
 #include <EGL/egl.h>
 #include <dlfcn.h>
@@ -22,7 +22,7 @@ void writeCount() {
 
 }  // namespace
 
-// The program's last frame is not swapped when it starts the application: it ends in the middle.
+// The last frame is not swapped: the program exits during it when it starts the application.
 extern "C" EGLBoolean eglSwapBuffers(EGLDisplay display, EGLSurface surface) {
     using Swap = EGLBoolean (*)(EGLDisplay, EGLSurface);
     static const Swap swap = reinterpret_cast<Swap>(::dlsym(RTLD_NEXT, "eglSwapBuffers"));

@@ -1,4 +1,4 @@
-// What a key is, without judging it.
+// Describes a key without checking it.
 #pragma once
 
 #include <cstdint>
@@ -10,11 +10,11 @@
 
 struct FolderInfo {
     std::string path;
-    std::size_t files = 0;  // all the way down
+    std::size_t files = 0;  // including subfolders
     uint64_t bytes = 0;
 };
 
-// Whether the key has a list of checksums, and the files are those that it lists.
+// Whether the key has a manifest, and whether the files match it.
 enum class ManifestState { absent, matches, differs };
 
 // "none", "matches" or "does not match".

@@ -8,7 +8,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The engine's traces are for the debugger of the device, not for the user of this tool.
+// The engine's traces are meant for the device's debugger, not for the user of this tool.
 DWORD keepTracesQuiet(const HookedCall& call) {
     return std::string(call.name) == "OutputDebugStringW" ? ERROR_GEN_FAILURE : ERROR_SUCCESS;
 }

@@ -1,5 +1,5 @@
-// A device for as long as the object lives, with the key plugged in and an installation in place:
-// on it the engine itself says what it makes of the key. The key is only read.
+// A temporary device with the key plugged in and an installation, on which the update engine itself
+// processes the key. The key is only read.
 #pragma once
 
 #include <filesystem>
@@ -9,7 +9,7 @@
 
 class KeyDevice {
   public:
-    // Makes the device in the folder for temporary files. Throws std::runtime_error when it cannot.
+    // Creates the device in the folder for temporary files. Throws std::runtime_error on failure.
     explicit KeyDevice(const std::filesystem::path& key);
     KeyDevice(const KeyDevice&) = delete;
     KeyDevice& operator=(const KeyDevice&) = delete;

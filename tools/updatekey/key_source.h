@@ -1,4 +1,4 @@
-// A key as it is named on the command line: a folder, or a disk image that is unpacked for a look.
+// A key as given on the command line: a folder, or a disk image, which is extracted temporarily.
 #pragma once
 
 #include <filesystem>
@@ -8,10 +8,10 @@
 
 class KeySource {
   public:
-    // Throws std::runtime_error when `key` is neither a folder nor an image that can be read.
+    // Throws std::runtime_error when `key` is neither a folder nor a readable image.
     explicit KeySource(const std::filesystem::path& key);
 
-    // The folder that stands for the root of the storage device.
+    // The folder with the content of the storage device.
     const std::filesystem::path& folder() const { return folder_; }
 
   private:

@@ -1,4 +1,4 @@
-// The program updatekey: reads the command line, runs the command, and tells of failures.
+// The program updatekey: parses the command line, runs the command and reports failures.
 
 #include <algorithm>
 #include <cstdio>
@@ -17,7 +17,7 @@ int fail(bool json, const std::string& message) {
     return FAILURE;
 }
 
-// The first word that is no option, when no command has this name.
+// Returns the first word that is not an option and not the name of a command.
 std::string unknownCommand(const CLI::App& app, int argc, char** argv) {
     const auto word = std::find_if(argv + 1, argv + argc, [](const char* w) { return *w != '-'; });
     if (word == argv + argc)

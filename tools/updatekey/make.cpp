@@ -26,7 +26,7 @@ void requireFolder(const fs::path& path) {
     require(fs::is_directory(path), path.string() + " is not a folder");
 }
 
-// The key is made beside `out` and renamed to it, which is not possible onto a mounted device.
+// The key is created beside `out` and then renamed, which is impossible for a mount point.
 void requireFree(const fs::path& out) {
     struct stat place {};
     struct stat parent {};
@@ -64,14 +64,14 @@ bool isLeftOut(const std::string& path) {
     return false;
 }
 
-// Files become readable and writable; one that can be run stays so, for the rehearsal.
+// Makes files readable and writable. Executable files stay executable, for the rehearsal.
 void copyFile(const fs::path& from, const fs::path& to) {
     fs::copy_file(from, to);
     const bool runs = (fs::status(from).permissions() & fs::perms::owner_exec) != fs::perms::none;
     fs::permissions(to, static_cast<fs::perms>(runs ? 0755 : 0644));
 }
 
-// Links and the like are taken over too, for the check to find.
+// Links and special files are copied too, so that the check reports them.
 void copyTree(const fs::path& from, const fs::path& to, std::vector<std::string>& leftOut) {
     fs::create_directories(to);
     for (const KeyEntry& entry : readTree(from)) {
@@ -102,7 +102,7 @@ time_t newestTime(const fs::path& folder) {
     return newest;
 }
 
-// Even, as FAT32 keeps times to two seconds.
+// Even, because FAT32 stores times with a resolution of two seconds.
 time_t keyTime(const MakeOptions& options) {
     struct stat status {};
     time_t time = ::stat(options.notes.c_str(), &status) == 0 ? status.st_mtime : 0;

@@ -1,5 +1,5 @@
-// The list of a key's files with their checksums, kept beside "VELD" where the device ignores it.
-// Its lines are those of sha256sum, which can check it too.
+// The manifest: a key's files with their checksums, beside "VELD", where the device ignores it. Its
+// format is that of sha256sum, which can verify it too.
 #pragma once
 
 #include <filesystem>
@@ -13,7 +13,7 @@ constexpr const char* MANIFEST_NAME = "MANIFEST.sha256";
 // Checksums in lower-case hexadecimal, by path relative to the key.
 using Manifest = std::map<std::string, std::string>;
 
-// A checksum in the making.
+// Computes a checksum incrementally.
 class Checksum {
   public:
     Checksum();
@@ -21,7 +21,7 @@ class Checksum {
     Checksum& operator=(const Checksum&) = delete;
     ~Checksum();
     void add(const char* bytes, std::size_t size);
-    // Of all that was added; call it once, at the end.
+    // The checksum of everything added. Call it once, at the end.
     std::string text();
 
   private:
@@ -32,10 +32,10 @@ class Checksum {
 // The checksum of a file. Throws std::runtime_error when it cannot be read.
 std::string sha256Of(const std::filesystem::path& file);
 
-// The manifest that the files below "VELD" of the key should have.
+// Computes the manifest for the files below the key's "VELD".
 Manifest computeManifest(const std::filesystem::path& key);
 
 std::string toText(const Manifest& manifest);
 
-// Null when a line is not one of a manifest.
+// Returns nothing when a line is malformed.
 std::optional<Manifest> parseManifest(const std::string& text);

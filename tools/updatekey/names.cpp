@@ -17,7 +17,7 @@ std::string lowerAscii(std::string text) {
     return text;
 }
 
-// A name of the system's own, such as "NUL" or "con.txt": no file can have it.
+// A device name of Windows, such as "NUL" or "con.txt": no file can have it.
 bool isDeviceName(const std::string& name) {
     static const std::set<std::string> names = {"con", "prn", "aux", "nul"};
     const std::string stem = lowerAscii(name.substr(0, name.find('.')));

@@ -1,4 +1,5 @@
-// Names of files: what the storage device and the update can hold, and what a desktop system left.
+// File names: what the storage device and the update can store, and what desktop systems leave
+// behind.
 #pragma once
 
 #include <string>
@@ -9,18 +10,18 @@
 // "Thumbs.db", "~$notes.doc", "KSTRL.pdb".
 bool isJunkFile(const std::string& name);
 
-// Whether a file manager gives such a name to a second copy: "KSTRL - Copy.exe", "a (1).dat".
+// Whether the name looks like a file manager's second copy: "KSTRL - Copy.exe", "a (1).dat".
 bool isCopyName(const std::string& name);
 
-// Whether every character is in Latin-1: the device reads "?" for any other, which no path may
-// hold.
+// Whether every character is in Latin-1. The device reads any other as "?", which is invalid in
+// paths.
 bool isLatin1(const std::string& utf8);
 
-// Whether FAT32 can hold it as the name of one file.
+// Whether FAT32 can store this as a file name.
 bool isFatName(const std::string& name);
 
-// For comparing as FAT32 does, which knows no case.
+// Folds case for comparing names as FAT32 does.
 using host::foldCase;
 
-// Length in the device's characters.
+// The length in UTF-16 characters, as the device counts.
 std::size_t deviceLength(const std::string& utf8);

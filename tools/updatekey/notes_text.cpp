@@ -1,4 +1,4 @@
-// The text of the release notes, made fit for the device.
+// Converts release notes to the text that the device reads.
 
 #include <algorithm>
 #include <cstdio>
@@ -18,7 +18,7 @@ bool isUtf8(const std::u16string& decoded) {
                         [](char16_t c) { return c >= 0xDC80 && c <= 0xDCFF; });
 }
 
-// What stands for a character that typists and word processors like and Latin-1 lacks.
+// Returns a replacement for a typographic character that Latin-1 lacks.
 std::string substituteFor(char16_t c) {
     static const std::map<char16_t, const char*> substitutes = {
         {0x2010, "-"},  {0x2011, "-"},  {0x2013, "-"},   {0x2014, "-"},   {0x2212, "-"},
@@ -33,7 +33,7 @@ std::string substituteFor(char16_t c) {
     return *found->second == '\0' ? "leave it out" : std::string("write ") + found->second;
 }
 
-// Every character outside Latin-1, with its place and what could stand instead of it.
+// Lists every character outside Latin-1 with its position and a replacement.
 [[noreturn]] void refuse(const std::u16string& text) {
     constexpr std::size_t shown = 20;
     std::string places;
@@ -59,7 +59,7 @@ std::string substituteFor(char16_t c) {
                              places);
 }
 
-// Bytes that are not UTF-8 are taken to be Latin-1 already.
+// Text that is not valid UTF-8 is assumed to be Latin-1 already.
 std::string toLatin1(const std::string& text) {
     const std::u16string decoded = host::toUtf16(text);
     if (!isUtf8(decoded))

@@ -18,7 +18,7 @@ bool wantsColours() {
     return ::isatty(STDOUT_FILENO) == 1 && (noColour == nullptr || *noColour == '\0');
 }
 
-// Red for the first word of an error's line, yellow for that of a warning's.
+// Colours the first word of an error red and that of a warning yellow.
 std::string coloured(const std::string& text) {
     std::string result;
     std::istringstream stream(text);

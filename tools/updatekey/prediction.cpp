@@ -17,7 +17,7 @@ class ObservedUpdater : public Updater {
     explicit ObservedUpdater(Prediction& prediction) : prediction_(prediction) {}
 
   protected:
-    // Missing notes are a finding of ours; the engine would tell the standard output.
+    // The check reports missing notes; the engine would print a message of its own.
     void readReleaseNotes() override {
         if (LineReader(usbRoot + makerFolder + releaseNotesName).isOpen())
             Updater::readReleaseNotes();
@@ -30,7 +30,7 @@ class ObservedUpdater : public Updater {
         std::string relative = toDisplay("VELD/" + file);
         std::replace(relative.begin(), relative.end(), '\\', '/');
         std::error_code error;
-        // Deleting it tells whether it was there.
+        // The deletion fails when the file was not copied.
         const bool arrived = staged.size() < MAX_PATH &&
                              std::filesystem::is_regular_file(hostPath(staged), error) &&
                              std::filesystem::remove(hostPath(staged), error);
@@ -71,7 +71,7 @@ Prediction predict(const Progress& progress) {
     if (prediction.seen)
         run(updater, progress);
     prediction.state = updater.getState();
-    // Two names can be the same one to the device, which then copies that one twice.
+    // To the device two names can be the same one, which it then copies twice.
     for (const std::string& file : prediction.copied)
         prediction.lost.erase(file);
     return prediction;

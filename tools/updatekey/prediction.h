@@ -1,4 +1,4 @@
-// What the device will make of a key, found out by letting the update engine itself run on it.
+// Predicts what the device will do with a key, by running the update engine itself on it.
 #pragma once
 
 #include <cstdint>
@@ -8,29 +8,29 @@
 #include <vector>
 
 struct Prediction {
-    bool seen = false;    // whether the key counts as one
-    int32_t state = 0;    // the engine's state when it is done, as UpdateState numbers it
-    std::string version;  // UTF-8
-    std::vector<std::string> notes;  // the lines that the screen shows, one byte a character
+    bool seen = false;               // whether the device accepts the key
+    int32_t state = 0;               // the engine's final state, an UpdateState
+    std::string version;             // UTF-8
+    std::vector<std::string> notes;  // the lines on the screen, in Latin-1
 
-    // Relative to the key, with "/"; UTF-8. What is lost is listed by the engine but does not
-    // arrive, and the engine does not notice.
+    // Paths relative to the key, with "/"; UTF-8. Lost files are listed by the engine but fail to
+    // be copied, which it does not notice.
     std::set<std::string> copied;
     std::set<std::string> lost;
 };
 
-// The per cent of the work that are done.
+// Percentage done.
 using Progress = std::function<void(int percent)>;
 
-// Runs the engine on the current device (see KeyDevice). A file that it has copied is looked at and
-// deleted again, so that the room needed is that of the largest file.
+// Runs the engine on the current device (see KeyDevice). Each copied file is examined and deleted
+// again, so that only the space of the largest file is needed.
 Prediction predict(const Progress& progress);
 
-// The engine's look at the key alone: nothing is copied, and `state` is that before the update.
+// Only looks for the key, without copying; `state` is the state before the update.
 Prediction lookAtKey();
 
-// "UpdateComplete" and so on.
+// Returns the name of a state, such as "UpdateComplete".
 const char* stateName(int32_t state);
 
-// The UTF-8 form of a narrow text of the engine.
+// Converts a narrow text of the engine to UTF-8.
 std::string toDisplay(const std::string& narrow);

@@ -17,7 +17,7 @@ std::string barOf(int percent) {
     return text;
 }
 
-// The bars of several works, of which each call draws all anew.
+// Several bars, all redrawn at each call.
 class Bars {
   public:
     explicit Bars(const std::vector<std::string>& names)

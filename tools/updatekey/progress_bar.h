@@ -1,4 +1,4 @@
-// A bar on the terminal while a key is tried out; nothing when standard error is none.
+// Progress bars on the terminal. Nothing is drawn when standard error is not a terminal.
 #pragma once
 
 #include <functional>
@@ -7,13 +7,12 @@
 
 #include "tools/updatekey/prediction.h"
 
-// Draws the bar on each call, and takes it away at 100 per cent.
+// Redraws the bar at each call, and removes it at 100 percent.
 Progress makeProgressBar();
 
-// A bar for each of several pieces of work, one below the other, that threads may report on at
-// once; nothing when standard error is no terminal.
+// One bar per task, one below the other. Threads may report at the same time.
 std::function<void(std::size_t place, int percent)> makeStickBars(
     const std::vector<std::string>& names);
 
-// Shows the seconds that have passed, and the limit; nothing when standard error is no terminal.
+// Shows the seconds elapsed and the limit.
 std::function<void(double seconds)> makeClock(int limit);

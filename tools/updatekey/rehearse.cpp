@@ -23,8 +23,8 @@ using Clock = std::chrono::steady_clock;
 constexpr const char* FLASH = "FlashDisk";
 constexpr const char* LOG = "FlashDisk/VELD/Updater-log.txt";
 
-// A copy of the device with the key in place of the one that it may have plugged in. What still
-// runs from it when the rehearsal is over is ended: nobody else can have started it.
+// A copy of the device in which the key replaces any key plugged in. Processes still running from
+// the copy at the end are killed; only the rehearsal can have started them.
 class Stage {
   public:
     Stage(const fs::path& device, const fs::path& key)
@@ -47,7 +47,7 @@ class Stage {
     fs::path outputFile() const { return folder_.path() / "output.txt"; }
     fs::path framesFile() const { return folder_.path() / "frames.txt"; }
 
-    // Whether there was one.
+    // Returns whether there was one.
     bool endApplication() const {
         const std::vector<pid_t> processes = processesOf(device());
         for (const pid_t process : processes)
@@ -85,7 +85,7 @@ std::map<std::string, char> compare(const Manifest& before, const Manifest& afte
     return differences;
 }
 
-// Both trees hold exactly what was foretold, byte for byte.
+// Whether both folders match the prediction byte for byte.
 bool installedAsPredicted(const RehearseOptions& options, const CheckReport& check,
                           const Manifest& flash) {
     Manifest expected;
@@ -112,8 +112,8 @@ int32_t outcomeOf(const std::string& log) {
     return log.find("*** ERROR *** Update failed.") != std::string::npos ? UpdateFailed : Updating;
 }
 
-// Whether this computer can start the application: a program of its own, or a script. That of a
-// real instrument is neither.
+// Whether this computer can start the application: a native program or a script. A real
+// instrument's application is neither.
 bool startsHere(const fs::path& application) {
     const std::string start = host::readFile(application.string()).substr(0, 4);
     return ::access(application.c_str(), X_OK) == 0 && (start ==
@@ -122,15 +122,15 @@ bool startsHere(const fs::path& application) {
                                                         start.rfind("#!", 0) == 0);
 }
 
-// Whether the updater would only wait for a key from now on: after a failed update, and when it
-// cannot start the application.
+// Whether the updater would now only wait for a key press: after a failed update, or when it cannot
+// start the application.
 bool waitsForAKey(const fs::path& device) {
     const int32_t outcome = outcomeOf(host::readFile((device / LOG).string()));
     return outcome == UpdateFailed ||
            (outcome == UpdateComplete && !startsHere(device / FLASH / "VELD/KSTRL/KSTRL.exe"));
 }
 
-// Runs the updater until it ends by itself, or until nothing more can come.
+// Runs the updater until it exits, or until nothing more will happen.
 void runUpdater(const RehearseOptions& options, const fs::path& updater, const Stage& stage,
                 RehearseReport& report) {
     std::map<std::string, std::string> environment = {
@@ -144,7 +144,7 @@ void runUpdater(const RehearseOptions& options, const fs::path& updater, const S
     const char* const display = std::getenv("DISPLAY");
     if (options.hidden || display == nullptr || *display == '\0')
         command = {"xvfb-run", "-a", "-s", "-screen 0 1024x768x24"};
-    // The counter is for the updater alone.
+    // The frame counter must be loaded into the updater only.
     command.insert(command.end(), {"env"});
     for (const auto& [name, value] : environment)
         command.emplace_back(name).append("=").append(value);

@@ -1,4 +1,4 @@
-// What the commands tell, for people and, with --json, for scripts. Names and notes from a key or a
+// The commands' reports, as text and, with --json, for scripts. Names and notes from a key or a
 // device are made printable first.
 #pragma once
 
@@ -23,7 +23,7 @@ std::string differenceText(const Difference& difference);
 std::string rehearseText(const RehearseReport& report);
 std::string diagnosisText(const Diagnosis& diagnosis);
 
-// The short forms: one line for each finding, for each stick that is not good, for each advice.
+// The short forms: one line per finding, per faulty stick and per advice.
 std::string findingsText(const Findings& findings);
 std::string stickProblems(const WriteReport& report);
 std::string adviceText(const Diagnosis& diagnosis);

@@ -1,4 +1,4 @@
-// The same reports as JSON.
+// The reports as JSON.
 
 #include <nlohmann/json.hpp>
 
@@ -31,10 +31,10 @@ Json toJson(const FolderInfo& folder) {
     return {{"files", folder.files}, {"bytes", folder.bytes}};
 }
 
-// Raised when a field changes its meaning or goes; new fields leave it as it is.
+// Incremented when a field is removed or changes its meaning, but not for new fields.
 constexpr int FORMAT = 1;
 
-// Names that are not UTF-8 are shown with replacement characters.
+// Invalid UTF-8 in names is shown with replacement characters.
 std::string print(const Json& report) {
     Json json = {{"format", FORMAT}};
     json.update(report);

@@ -1,4 +1,4 @@
-// Words that several reports use.
+// Phrases used by several reports.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
-// The work on one stick: look, copy, flush, read back, and only then give the update its name.
+// Writes one stick: checks it, copies, flushes, reads back, and only then renames the update's
+// folder to its final name.
 
 #include <fcntl.h>
 #include <sys/statvfs.h>
@@ -23,14 +24,14 @@ namespace {
 using host::Descriptor;
 
 const std::string MAKER_FOLDER = "VELD";
-// The device does not look for this name.
+// The temporary folder name, which the device ignores.
 const std::string UNFINISHED = "VELD.unfinished";
 
 [[noreturn]] void fail(const std::string& reason) {
     throw std::runtime_error(reason);
 }
 
-// The reason for errno in the words of whoever holds the stick.
+// Describes errno for the person with the stick.
 [[noreturn]] void failFromErrno(const std::string& path) {
     switch (errno) {
         case ENOSPC:
@@ -50,7 +51,7 @@ const std::string UNFINISHED = "VELD.unfinished";
 class Buffer {
   public:
     static constexpr std::size_t SIZE = std::size_t{1} << 20;
-    // Reading past the cache wants a place in memory that begins at a page.
+    // Reading around the cache needs a buffer aligned to a page.
     Buffer() : bytes_(static_cast<char*>(std::aligned_alloc(4096, SIZE)), &std::free) {
         if (!bytes_)
             fail("there is no memory left");
@@ -61,7 +62,7 @@ class Buffer {
     std::unique_ptr<char, void (*)(void*)> bytes_;
 };
 
-// Counts the bytes of both halves of the work.
+// Counts the bytes written and read back.
 class Meter {
   public:
     Meter(uint64_t total, Progress progress) : total_(total), progress_(std::move(progress)) {}
@@ -93,7 +94,7 @@ void requireWritable(const fs::path& stick, uint64_t bytes) {
     }
 }
 
-// FAT finds a name in any case, and so does the device that reads it.
+// FAT and the device ignore the case of names.
 void clearWay(const fs::path& stick, bool replace) {
     for (const fs::directory_entry& entry : fs::directory_iterator(stick)) {
         const std::string name = foldCase(entry.path().filename().string());
@@ -137,8 +138,8 @@ void copyFile(const fs::path& from, const fs::path& to, const Buffer& buffer, Me
         failFromErrno(to.string());
 }
 
-// Opens a file so that its bytes come from the medium: past the cache where the file system can do
-// that, otherwise with the cache told to forget them.
+// Opens a file so that its bytes are read from the medium: around the cache where the file system
+// supports it, otherwise after dropping the cached pages.
 int openPastCache(const fs::path& path) {
     int file = ::open(path.c_str(), O_RDONLY | O_DIRECT | O_CLOEXEC);
     if (file < 0 && errno == EINVAL) {

@@ -1,4 +1,4 @@
-// Brings a key onto sticks: onto all of them at once, each read back from the medium.
+// Writes a key to several sticks at once and reads each one back from the medium.
 #pragma once
 
 #include <filesystem>
@@ -11,34 +11,33 @@
 
 struct WriteOptions {
     std::filesystem::path key;
-    std::vector<std::filesystem::path> sticks;  // folders on which the sticks are mounted
-    bool replace = false;                       // an update that is on a stick may be removed
+    std::vector<std::filesystem::path> sticks;  // mount points of the sticks
+    bool replace = false;                       // an existing update on a stick may be removed
     CheckOptions check;
-    // Told of each stick's progress, from several threads at once: its place in the list, and the
-    // percentage done, of which the second half is the reading back.
+    // Reports progress, from several threads at once: the stick's position in the list, and the
+    // percentage done, of which the second half is reading back.
     std::function<void(std::size_t stick, int percent)> progress;
 };
 
 struct StickReport {
     std::filesystem::path stick;
-    std::string problem;  // why it is no key; empty for a good stick
+    std::string problem;  // why the stick is not a key; empty for a good one
     double seconds = 0;
 };
 
 struct WriteReport {
     CheckReport check;
-    std::vector<StickReport> sticks;  // empty when the check found errors: then nothing is written
+    std::vector<StickReport> sticks;  // empty when the check found errors: nothing is written
 
     bool allGood() const;
 };
 
-// Writes the key in which no error is found onto every stick and compares it with the manifest by
-// reading it back past the host's cache. Until then the update's folder has a name that the device
-// does not look for: a stick on which the work was not ended is no key. One stick that fails does
-// not keep the others from being written.
+// Writes a key without errors to every stick, reads it back around the host's cache and compares it
+// with the manifest. Until then the update's folder has a name that the device ignores: an
+// unfinished stick is not a key. A failing stick does not prevent the others from being written.
 WriteReport writeSticks(const WriteOptions& options);
 
-// Writes the files of `manifest` from the folder `key` onto one stick. Throws std::runtime_error
-// with the reason, in words for whoever holds the stick, when it is no key afterwards.
+// Writes the files of `manifest` from the folder `key` to one stick. Throws std::runtime_error,
+// with the reason for the person with the stick, on failure.
 void writeStick(const std::filesystem::path& key, const Manifest& manifest,
                 const std::filesystem::path& stick, bool replace, const Progress& progress);

@@ -1,16 +1,16 @@
-// A folder that is there as long as the object is.
+// A folder that is deleted together with the object.
 #pragma once
 
 #include <filesystem>
 
 class TemporaryFolder {
   public:
-    // Beside `stem`, with a name that begins with it: on one file system with what `stem` names, so
-    // that what is made in it can be moved there. Throws std::runtime_error when it cannot be made.
+    // Creates a folder beside `stem`, with a name that begins with `stem`'s, so that files can be
+    // moved to `stem` within one file system. Throws std::runtime_error on failure.
     explicit TemporaryFolder(const std::filesystem::path& stem);
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    // Deletes all that is in it, read-only folders too; failures are passed over.
+    // Deletes the folder with everything in it, read-only folders included. Ignores failures.
     ~TemporaryFolder();
 
     const std::filesystem::path& path() const { return path_; }

@@ -16,7 +16,7 @@ std::string lower(std::string text) {
     return text;
 }
 
-// Digits alone; -1 for anything else, and for more of them than fit.
+// Parses digits only. Returns -1 for any other text and on overflow.
 int64_t parseDigits(const std::string& text) {
     constexpr std::size_t mostDigits = 18;
     if (text.empty() || text.size() > mostDigits ||

@@ -1,18 +1,18 @@
-// Values on the command line and in the environment, taken only when they are meant as such.
+// Parses values of the command line and the environment strictly.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
-// Bytes from "64mb", "1 GiB", "4096"; kb, mb and gb count by 1024. Throws std::runtime_error for
-// anything that is no number above 0, or one of more than an exbibyte.
+// Parses a size: "64mb", "1 GiB", "4096"; kb, mb and gb are powers of 1024. Throws
+// std::runtime_error unless it is a number above 0 and at most one exbibyte.
 uint64_t parseSize(const std::string& text);
 
-// Languages from a list such as "0,fr,jp": their numbers, or the letters of their string tables.
-// Throws std::runtime_error, naming all there are, for another one.
+// Parses a list of languages such as "0,fr,jp": numbers, or the suffixes of string tables. Throws
+// std::runtime_error, listing all languages, for an unknown one.
 std::vector<int32_t> parseLanguages(const std::string& text);
 
-// Seconds since 1970 from SOURCE_DATE_EPOCH; -1 when it is not set. Throws std::runtime_error when
-// it is set to anything but a number that is not negative.
+// Returns SOURCE_DATE_EPOCH, seconds since 1970; -1 when it is not set. Throws std::runtime_error
+// when it is not a number of at least 0.
 int64_t sourceDateEpoch();
