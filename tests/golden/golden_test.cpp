@@ -45,7 +45,7 @@ constexpr const char* STATES[] = {"waiting",  "ready",  "updating",
 std::vector<Screenshot> allScreenshots() {
     std::vector<Screenshot> all;
     for (const char* state : {"background", "waiting-restart", "ready-restart", "updating-restart",
-                              "state-5-restart", "state-6-restart"})
+                              "state-5-restart", "state-9-restart"})
         all.push_back({"en", 0, state});
     for (const Language& language : LANGUAGES)
         for (const char* state : STATES)

@@ -60,7 +60,8 @@ TEST_F(ToolPrograms, StringtableRejectsFaultySources) {
 
     write("b.txt", texts.substr(texts.find('\n') + 1) + "STR_B text\n");
     EXPECT_EQ(run("stringtable' b.txt --output u" + face), 1);
-    EXPECT_EQ(read("err").substr(0, 42), "b.txt:10: STR_B is not a key of the screen");
+    const std::string place = "b.txt:" + std::to_string(screenKeys().size());
+    EXPECT_EQ(read("err").find(place + ": STR_B is not a key of the screen\n"), 0U);
     EXPECT_NE(read("err").find("\nb.txt: STR_KESTRELAPPNOTFOUND is missing\n"), std::string::npos);
     EXPECT_FALSE(exists("u"));
 

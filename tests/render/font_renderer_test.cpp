@@ -172,7 +172,7 @@ TEST_F(FontRendererTest, SetPicksTheNearestFace) {
     EXPECT_EQ(picked(5), (std::vector<unsigned>{224, 224, 224, 224, 236, 236, 236, 236, 224, 224}));
 
     gl.calls.clear();
-    EXPECT_FALSE(fonts.loadFonts(7));
+    EXPECT_FALSE(fonts.loadFonts(LANGUAGE_COUNT));
     EXPECT_EQ(fonts.getFont(24), nullptr);
     EXPECT_EQ(gl.callsOf("glDeleteTextures").size(), 2U);
 

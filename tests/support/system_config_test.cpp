@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 
+#include "support/languages.h"
 #include "support/logger.h"
 #include "support/path_constants.h"
 #include "support/text.h"
@@ -68,7 +69,7 @@ TEST_F(Config, NumbersAreStoredUncheckedAndReadInRange) {
         int32_t highest;
     };
     const Case cases[] = {
-        {&SystemConfig::getLanguage, &SystemConfig::setLanguage, LANGUAGE, 0, 6},
+        {&SystemConfig::getLanguage, &SystemConfig::setLanguage, LANGUAGE, 0, LANGUAGE_COUNT - 1},
         {&SystemConfig::getSystemUnits, &SystemConfig::setSystemUnits, SYSTEM_UNITS, 0, 1},
         {&SystemConfig::getLastAppMode, &SystemConfig::setLastAppMode, LAST_APP_MODE, 0, 5},
         {&SystemConfig::getDisplayTheme, &SystemConfig::setDisplayTheme, DISPLAY_THEME, 0, 7},

@@ -44,7 +44,7 @@ TEST_F(Program, ReturnsTheRightExitCode) {
         {{}, 2},
         {{"check"}, 2},
         {{"check", "/nowhere/at/all"}, 2},
-        {{"check", "--languages", "7", key}, 2},
+        {{"check", "--languages", "en,xx", key}, 2},
         {{"check", "--flash-size", "1kb", key}, 1},
         {{"check", "--flash-size=-1", key}, 2},
         {{"check", "--flash-size", "1kb", "--accept", "flash-too-small", key}, 0},
