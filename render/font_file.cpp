@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "render/binary_file.h"
 #include "support/logger.h"
+#include "support/open_file.h"
 #include "support/text.h"
 #include "support/utf16_reader.h"
 
@@ -138,7 +138,7 @@ void parseKerningLine(const WideString& line, KerningTable& kerning) {
 }
 
 void loadFontFile(const std::string& path, FontData& font) {
-    const FilePointer file = openBinaryFile(path);
+    const FilePointer file = openFile(path, TEXT("rb"));
     if (file == nullptr) {
         Logger::instance().error("Font file %s not found.\n", path.c_str());
         return;

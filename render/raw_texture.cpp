@@ -5,8 +5,8 @@
 #include <memory>
 #include <new>
 
-#include "render/binary_file.h"
 #include "support/logger.h"
+#include "support/open_file.h"
 
 namespace {
 
@@ -35,7 +35,7 @@ Pixels readPixels(std::FILE* file, uint64_t size) {
 Pixels loadPixels(const char* path, int32_t offset, uint64_t size) {
     if (path == nullptr)
         return nullptr;
-    const FilePointer file = openBinaryFile(path);
+    const FilePointer file = openFile(path, TEXT("rb"));
     if (file == nullptr) {
         Logger::instance().error("File %s not found.", path);
         return nullptr;

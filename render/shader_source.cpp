@@ -3,8 +3,8 @@
 #include <cstring>
 #include <map>
 
-#include "render/binary_file.h"
 #include "render/embedded_shaders.h"
+#include "support/open_file.h"
 
 namespace {
 
@@ -33,7 +33,7 @@ std::unique_ptr<char[]> getShaderSource(const std::string& fileName) {
 }
 
 std::unique_ptr<char[]> loadShaderFile(const std::string& fileName) {
-    const FilePointer file = openBinaryFile(SHADER_FOLDER + fileName);
+    const FilePointer file = openFile(SHADER_FOLDER + fileName, TEXT("rb"));
     if (file == nullptr)
         return nullptr;
     const std::size_t size = static_cast<std::size_t>(bytesLeft(file.get()));

@@ -1,14 +1,6 @@
 #include "support/line_reader.h"
 
-#include "platform/win32.h"
-#include "support/text.h"
-
-LineReader::LineReader(const std::string& path) : file_(_wfopen(widen(path).c_str(), TEXT("rb"))) {}
-
-LineReader::~LineReader() {
-    if (file_ != nullptr)
-        std::fclose(file_);
-}
+LineReader::LineReader(const std::string& path) : file_(openFile(path, TEXT("rb"))) {}
 
 bool LineReader::readLine(std::string& line) {
     line.clear();
@@ -24,15 +16,15 @@ bool LineReader::readLine(std::string& line) {
 
 int LineReader::nextCharacter() {
     constexpr int CTRL_Z = 0x1A;
-    int c = std::fgetc(file_);
+    int c = std::fgetc(file_.get());
     if (c == '\r') {
-        const int next = std::fgetc(file_);
+        const int next = std::fgetc(file_.get());
         if (next == '\n')
             return next;
-        std::ungetc(next, file_);
+        std::ungetc(next, file_.get());
     }
     if (c == CTRL_Z) {
-        std::ungetc(c, file_);
+        std::ungetc(c, file_.get());
         c = EOF;
     }
     return c;

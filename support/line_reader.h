@@ -2,16 +2,14 @@
 // instrument: CR LF counts as one line feed, and Ctrl-Z ends the text.
 #pragma once
 
-#include <cstdio>
 #include <string>
+
+#include "support/open_file.h"
 
 class LineReader {
   public:
     // Opens `path` for reading; other programs may read and write the file meanwhile.
     explicit LineReader(const std::string& path);
-    LineReader(const LineReader&) = delete;
-    LineReader& operator=(const LineReader&) = delete;
-    ~LineReader();
 
     bool isOpen() const { return file_ != nullptr; }
 
@@ -23,5 +21,5 @@ class LineReader {
   private:
     int nextCharacter();
 
-    std::FILE* file_;
+    FilePointer file_;
 };

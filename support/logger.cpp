@@ -44,19 +44,14 @@ Logger& Logger::instance() {
     return logger;
 }
 
-Logger::~Logger() {
-    close();
-}
-
 void Logger::setPath(const std::string& path) {
-    close();
     path_ = path;
     open();
 }
 
 void Logger::open() {
-    close();
-    file_ = _wfopen(widen(path_).c_str(), TEXT("w"));
+    file_.reset();
+    file_ = openFile(path_, TEXT("w"));
 
     SYSTEMTIME now{};
     GetLocalTime(&now);
@@ -110,12 +105,6 @@ std::string Logger::format(const char* format, std::va_list arguments) {
 void Logger::put(const std::string& text) {
     if (file_ == nullptr)
         return;
-    std::fwrite(text.data(), 1, text.size(), file_);
-    std::fflush(file_);
-}
-
-void Logger::close() {
-    if (file_ != nullptr)
-        std::fclose(file_);
-    file_ = nullptr;
+    std::fwrite(text.data(), 1, text.size(), file_.get());
+    std::fflush(file_.get());
 }

@@ -5,8 +5,9 @@
 #pragma once
 
 #include <cstdarg>
-#include <cstdio>
 #include <string>
+
+#include "support/open_file.h"
 
 // The longest message or trace, its terminator included; longer ones are cut.
 constexpr std::size_t MESSAGE_BUFFER_SIZE = 2048;
@@ -22,7 +23,7 @@ class Logger {
 
     Logger(const Logger&) = delete;
     Logger& operator=(const Logger&) = delete;
-    virtual ~Logger();
+    virtual ~Logger() = default;
 
     // Closes the file if it is open, and opens `path` instead.
     void setPath(const std::string& path);
@@ -49,8 +50,7 @@ class Logger {
 
     std::string format(const char* format, std::va_list arguments);
     void put(const std::string& text);
-    void close();
 
     std::string path_ = "log.txt";
-    std::FILE* file_ = nullptr;
+    FilePointer file_;
 };

@@ -1,10 +1,9 @@
 // Reads a UTF-16LE text file line by line: two bytes a character, no line-end translation.
 #pragma once
 
-#include <cstdio>
 #include <string>
 
-#include "platform/win32.h"
+#include "support/open_file.h"
 
 class Utf16Reader {
   public:
@@ -13,9 +12,6 @@ class Utf16Reader {
 
     // Opens `path` for reading and skips a byte-order mark at its start.
     explicit Utf16Reader(const std::string& path);
-    Utf16Reader(const Utf16Reader&) = delete;
-    Utf16Reader& operator=(const Utf16Reader&) = delete;
-    ~Utf16Reader();
 
     bool isOpen() const { return file_ != nullptr; }
 
@@ -27,5 +23,5 @@ class Utf16Reader {
   private:
     bool readCharacter(WCHAR& character);
 
-    std::FILE* file_;
+    FilePointer file_;
 };

@@ -1,4 +1,4 @@
-// Reads binary files of the GUI data.
+// Opens files of the device by their narrow path; a FilePointer closes its file by itself.
 #pragma once
 
 #include <cstdint>
@@ -6,13 +6,15 @@
 #include <memory>
 #include <string>
 
+#include "platform/win32.h"
+
 struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 using FilePointer = std::unique_ptr<std::FILE, FileCloser>;
 
-// Opens the file for reading; returns null on failure.
-FilePointer openBinaryFile(const std::string& path);
+// Opens the file in a mode of the runtime's wide file open, such as "rb"; returns null on failure.
+FilePointer openFile(const std::string& path, LPCWSTR mode);
 
 // Returns the number of bytes between the file position and the end; 0 when it cannot be
 // determined.

@@ -1,10 +1,9 @@
-#include "render/binary_file.h"
+#include "support/open_file.h"
 
-#include "platform/win32.h"
 #include "support/text.h"
 
-FilePointer openBinaryFile(const std::string& path) {
-    return FilePointer(_wfopen(widen(path).c_str(), TEXT("rb")));
+FilePointer openFile(const std::string& path, LPCWSTR mode) {
+    return FilePointer(_wfopen(widen(path).c_str(), mode));
 }
 
 uint64_t bytesLeft(std::FILE* file) {
