@@ -40,15 +40,19 @@ int32_t Updater::getProgress() {
                                 static_cast<float>(totalFiles));
 }
 
+std::string Updater::staged(const std::string& path) const {
+    return staging() + PATH_SEPARATOR + path;
+}
+
 void Updater::startUpdate() {
     buildFileLists();
     state = Updating;
     // The results are not checked: the staging folders of an interrupted update exist already and
     // are used again.
     CreateDirectoryW(widen(flashRoot).c_str(), nullptr);
-    CreateDirectoryW(widen(flashRoot + "Update").c_str(), nullptr);
+    CreateDirectoryW(widen(staging()).c_str(), nullptr);
     for (const std::string& folder : foldersToCreate)
-        CreateDirectoryW(widen(flashRoot + "Update" + PATH_SEPARATOR + folder).c_str(), nullptr);
+        CreateDirectoryW(widen(staged(folder)).c_str(), nullptr);
 }
 
 void Updater::step() {
@@ -62,7 +66,7 @@ void Updater::step() {
 
 // Queues the files directly in `folder`, a path relative to the key's folder.
 void Updater::listFiles(const std::string& folder) {
-    for (const FileEntry& file : listDirectory(usbRoot + makerFolder + folder, false, true))
+    for (const FileEntry& file : listDirectory(keyRoot() + folder, false, true))
         filesToCopy.push_back(folder + file.name);
 }
 
@@ -73,13 +77,13 @@ void Updater::addComponentFolder(const std::string& name) {
 }
 
 void Updater::buildFileLists() {
-    const std::string guiData = "ORBUI/data/";
-    addComponentFolder("KSTRL");
-    foldersToCreate.push_back("ORBUI/");
+    const std::string& guiData = keylayout::GUI_DATA;
+    addComponentFolder(keylayout::APPLICATION);
+    foldersToCreate.push_back(keylayout::GUI + "/");
     foldersToCreate.push_back(guiData);
     listFiles(guiData);
     // GUI data has one level of subfolders; deeper ones are not copied. Kept.
-    for (const FileEntry& entry : listDirectory(usbRoot + makerFolder + guiData, true, false)) {
+    for (const FileEntry& entry : listDirectory(keyRoot() + guiData, true, false)) {
         const std::string subfolder = guiData + entry.name + PATH_SEPARATOR;
         foldersToCreate.push_back(subfolder);
         listFiles(subfolder);
@@ -91,9 +95,9 @@ void Updater::copyNextFile() {
     if (filesToCopy.empty())
         return;
     const std::string& file = filesToCopy.front();
-    const std::string destination = flashRoot + "Update" + PATH_SEPARATOR + file;
+    const std::string destination = staged(file);
     // The result is not checked: the update carries on with the remaining files. Kept.
-    CopyFileW(widen(usbRoot + makerFolder + file).c_str(), widen(destination).c_str(), FALSE);
+    CopyFileW(widen(keyRoot() + file).c_str(), widen(destination).c_str(), FALSE);
     clearReadOnly(destination);
     filesToCopy.pop_front();
     if (filesToCopy.empty())
@@ -101,13 +105,11 @@ void Updater::copyNextFile() {
 }
 
 void Updater::finishUpdate() {
-    const std::string staging = flashRoot + "Update";
     int error = 0;
     std::vector<std::string> names = componentFolders;
-    names.push_back("ORBUI");
+    names.push_back(keylayout::GUI);
 
     for (const std::string& name : names) {
-        const std::string staged = staging + PATH_SEPARATOR + name;
         const std::string live = flashRoot + name;
         const std::string backup = live + "_old";
         // Overwrites the flag of the previous folder, so only the last folder's errors decide. A
@@ -116,14 +118,15 @@ void Updater::finishUpdate() {
         error = deleteTree(backup + PATH_SEPARATOR);
         if (moveFolder(live, backup) != 0)
             error = 1;
-        if (moveFolder(staged, live) != 0)
+        if (moveFolder(staged(name), live) != 0)
             error = 1;
     }
 
     Logger& log = Logger::instance();
-    if (RemoveDirectoryW(widen(staging).c_str()) == 0) {
+    if (RemoveDirectoryW(widen(staging()).c_str()) == 0) {
         const DWORD removeError = GetLastError();
-        log.error("Error %d ::RemoveDirectory(%s)", static_cast<int>(removeError), staging.c_str());
+        log.error("Error %d ::RemoveDirectory(%s)", static_cast<int>(removeError),
+                  staging().c_str());
         log.error("Update failed.");
         state = UpdateFailed;
     } else if (error == 0) {

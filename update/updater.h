@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include "update/key_layout.h"
+
 // The states of the engine, as the screen shows them.
 enum UpdateState : int32_t {
     WaitingForMedia = 0,
@@ -68,10 +70,10 @@ class Updater {
     virtual void copyNextFile();
     virtual void finishUpdate();
 
-    std::string usbRoot = "/USB HD/";
-    std::string flashRoot = "/FlashDisk/VELD/";
-    std::string makerFolder = "VELD/";
-    std::string releaseNotesName = "kstrXReleaseNotes.txt";
+    std::string usbRoot = keylayout::USB_ROOT;
+    std::string flashRoot = keylayout::FLASH_ROOT;
+    std::string makerFolder = keylayout::MAKER_FOLDER;
+    std::string releaseNotesName = keylayout::RELEASE_NOTES;
     bool mediaReady = false;
     bool copyDone = false;
     bool finished = false;
@@ -84,6 +86,9 @@ class Updater {
     uint32_t totalFiles = 0;
 
   private:
+    std::string keyRoot() const { return usbRoot + makerFolder; }
+    std::string staging() const { return flashRoot + keylayout::STAGING; }
+    std::string staged(const std::string& path) const;
     bool isKeyValid() const;
     void listFiles(const std::string& folder);
 };

@@ -17,12 +17,11 @@ bool contains(const std::vector<FileEntry>& entries, const std::string& name) {
 }  // namespace
 
 bool Updater::isKeyValid() const {
-    const std::string keyRoot = usbRoot + makerFolder;
-    const auto folders = listDirectory(keyRoot, true, false);
-    if (!contains(folders, "ORBUI") || !contains(folders, "KSTRL"))
+    const auto folders = listDirectory(keyRoot(), true, false);
+    if (!contains(folders, keylayout::GUI) || !contains(folders, keylayout::APPLICATION))
         return false;
-    const auto guiData = listDirectory(keyRoot + "ORBUI/data/", true, true);
-    const auto application = listDirectory(keyRoot + "KSTRL/", false, true);
+    const auto guiData = listDirectory(keyRoot() + keylayout::GUI_DATA, true, true);
+    const auto application = listDirectory(keyRoot() + keylayout::APPLICATION + "/", false, true);
     return !guiData.empty() && !application.empty();
 }
 
@@ -32,17 +31,16 @@ void Updater::pollMedia() {
         return;
     state = ReadyToUpdate;
 
-    static const std::string VERSION_PREFIX = "KSTRL Release ";
-    LineReader notes(usbRoot + makerFolder + releaseNotesName);
+    LineReader notes(keyRoot() + releaseNotesName);
     notes.readLine(updateVersion);
     // Wherever the prefix occurs in the line, its length is cut from the front of the line. Kept.
-    if (updateVersion.rfind(VERSION_PREFIX) != std::string::npos)
-        updateVersion = updateVersion.substr(VERSION_PREFIX.size());
+    if (updateVersion.rfind(keylayout::VERSION_PREFIX) != std::string::npos)
+        updateVersion = updateVersion.substr(keylayout::VERSION_PREFIX.size());
     readReleaseNotes();
 }
 
 void Updater::readReleaseNotes() {
-    LineReader notes(usbRoot + makerFolder + releaseNotesName);
+    LineReader notes(keyRoot() + releaseNotesName);
     if (!notes.isOpen()) {
         std::printf("Release notes not found.\n");
         return;

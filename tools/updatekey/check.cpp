@@ -14,9 +14,8 @@ void requireRoomFor(const std::vector<KeyEntry>& tree, const fs::path& scratch) 
     uint64_t largest = 0;
     for (const KeyEntry& entry : tree)
         largest = std::max(largest, entry.size);
-    constexpr uint64_t fat32Limit = uint64_t{1} << 32;
     // Larger files are findings of their own.
-    if (largest < fat32Limit && fs::space(scratch).available <= largest)
+    if (largest <= FAT32_FILE_LIMIT && fs::space(scratch).available <= largest)
         throw std::runtime_error("no room in " + scratch.parent_path().string() +
                                  " to try the key out; set TMPDIR to a folder with more");
 }

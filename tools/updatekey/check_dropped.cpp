@@ -5,14 +5,17 @@
 
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/names.h"
+#include "update/key_layout.h"
 
 namespace {
 
 using Kind = KeyEntry::Kind;
 
-const std::string MAKER_FOLDER = "VELD/";
-const std::string NOTES = "VELD/kstrXReleaseNotes.txt";
-const std::string GUI_DATA = "VELD/ORBUI/data/";
+const std::string& MAKER_FOLDER = keylayout::MAKER_FOLDER;
+const std::string NOTES = MAKER_FOLDER + keylayout::RELEASE_NOTES;
+const std::string GUI_DATA = MAKER_FOLDER + keylayout::GUI_DATA;
+const std::string APPLICATION = MAKER_FOLDER + keylayout::APPLICATION + "/";
+const std::string GUI = MAKER_FOLDER + keylayout::GUI + "/";
 
 // Returns the topmost folder that is ignored as a whole, or the path itself for a single file.
 std::string droppedTop(const std::string& path) {
@@ -20,15 +23,15 @@ std::string droppedTop(const std::string& path) {
         const std::size_t slash = path.find('/', start.size());
         return slash == std::string::npos ? path : path.substr(0, slash + 1);
     };
-    if (startsWith(path, "VELD/KSTRL/"))
-        return firstFolderBelow("VELD/KSTRL/");
+    if (startsWith(path, APPLICATION))
+        return firstFolderBelow(APPLICATION);
     if (startsWith(path, GUI_DATA)) {
         const std::size_t subfolder = path.find('/', GUI_DATA.size());
         return subfolder == std::string::npos ? path
                                               : firstFolderBelow(path.substr(0, subfolder + 1));
     }
-    if (startsWith(path, "VELD/ORBUI/"))
-        return firstFolderBelow("VELD/ORBUI/");
+    if (startsWith(path, GUI))
+        return firstFolderBelow(GUI);
     return firstFolderBelow(MAKER_FOLDER);
 }
 

@@ -8,10 +8,11 @@
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
 #include "ui/screen_layout.h"
+#include "update/key_layout.h"
 
 namespace {
 
-const std::string DATA = "VELD/ORBUI/data/";
+const std::string DATA = keylayout::MAKER_FOLDER + keylayout::GUI_DATA;
 
 // Whether five blocks fill the file exactly. The device accepts a truncated file; a key must not
 // contain one.

@@ -3,19 +3,19 @@
 #include <map>
 
 #include "support/file_util.h"
+#include "support/path_constants.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/names.h"
+#include "update/key_layout.h"
 
 namespace {
 
-constexpr uint64_t FAT32_FILE_LIMIT = (uint64_t{1} << 32) - 1;
-
 // Returns the longer of the two paths that a file of the key has on the device.
 std::size_t longestDevicePath(const std::string& path) {
-    const std::string makerFolder = "VELD/";
-    const std::size_t onKey = std::string("/USB HD/").size() + deviceLength(path);
-    const std::size_t staged = std::string("/FlashDisk/VELD/Update\\").size() +
-                               deviceLength(path.substr(makerFolder.size()));
+    const std::size_t onKey = keylayout::USB_ROOT.size() + deviceLength(path);
+    const std::size_t staged =
+        (keylayout::FLASH_ROOT + keylayout::STAGING + PATH_SEPARATOR).size() +
+        deviceLength(path.substr(keylayout::MAKER_FOLDER.size()));
     return std::max(onKey, staged);
 }
 
@@ -34,7 +34,7 @@ void checkNames(const KeyUnderCheck& key, CheckReport& report) {
             addError(findings, "name-not-fat", entry.path, "FAT32 cannot hold this name");
         if (entry.size > FAT32_FILE_LIMIT)
             addError(findings, "file-too-large", entry.path, "FAT32 holds files below 4 GB only");
-        if (!startsWith(entry.path, "VELD/"))
+        if (!startsWith(entry.path, keylayout::MAKER_FOLDER))
             continue;
         if (!isLatin1(name))
             addError(findings, "name-not-latin1", entry.path,

@@ -10,11 +10,12 @@
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
 #include "ui/screen_layout.h"
+#include "update/key_layout.h"
 
 namespace {
 
-const std::string NOTES = "VELD/kstrXReleaseNotes.txt";
-const std::string VERSION_PREFIX = "KSTRL Release ";
+const std::string NOTES = keylayout::MAKER_FOLDER + keylayout::RELEASE_NOTES;
+const std::string& VERSION_PREFIX = keylayout::VERSION_PREFIX;
 
 void checkVersionLine(const std::string& bytes, Findings& findings) {
     const std::string line = bytes.substr(0, bytes.find_first_of("\r\n"));

@@ -13,10 +13,12 @@
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
 #include "ui/screen_layout.h"
+#include "update/key_layout.h"
 
 namespace {
 
-const std::string LANG = "VELD/ORBUI/data/lang/";
+const std::string GUI_DATA = keylayout::MAKER_FOLDER + keylayout::GUI_DATA;
+const std::string LANG = GUI_DATA + "lang/";
 
 // Describes the encoding fault of a table, if any. The device reads tables as UTF-16LE.
 std::string encodingFault(const std::string& bytes) {
@@ -33,7 +35,7 @@ std::string encodingFault(const std::string& bytes) {
 }
 
 void checkLineEnds(const std::string& name, Findings& findings) {
-    Utf16Reader file("/USB HD/" + LANG + name);
+    Utf16Reader file(keylayout::USB_ROOT + LANG + name);
     WideString line;
     int number = 0;
     while (file.readLine(line)) {
@@ -103,7 +105,7 @@ void checkTable(const Language& language, Findings& findings) {
 }  // namespace
 
 void checkTexts(const KeyUnderCheck& key, CheckReport& report) {
-    SystemSettings::instance().dataFolder = "/USB HD/VELD/ORBUI/data/";
+    SystemSettings::instance().dataFolder = keylayout::USB_ROOT + GUI_DATA;
     const std::string numerals = stringTableFile(NUMERALS);
     if (key.find(LANG + numerals) == nullptr)
         addWarning(report.findings, "table-missing", LANG + numerals, "is read for every language");

@@ -4,9 +4,11 @@
 #include <cstdio>
 
 #include "platform/posix/utf.h"
+#include "update/key_layout.h"
 
 FontData loadKeyFace(const std::string& faceName) {
-    const std::string path = "/USB HD/VELD/ORBUI/data/fonts/" + faceName;
+    const std::string path =
+        keylayout::USB_ROOT + keylayout::MAKER_FOLDER + keylayout::GUI_DATA + "fonts/" + faceName;
     FontData face;
     loadFontFile(path + ".fnt", face);
     loadKerningFile(path + ".kern", face);

@@ -4,6 +4,7 @@
 #include "tools/updatekey/key_device.h"
 #include "tools/updatekey/manifest.h"
 #include "tools/updatekey/prediction.h"
+#include "update/key_layout.h"
 
 namespace {
 
@@ -37,8 +38,8 @@ KeyInfo describeKey(const std::filesystem::path& key) {
     info.version = prediction.version;
     for (const std::string& line : prediction.notes)
         info.notes.push_back(toDisplay(line));
-    info.application.path = "VELD/KSTRL/";
-    info.guiData.path = "VELD/ORBUI/data/";
+    info.application.path = keylayout::MAKER_FOLDER + keylayout::APPLICATION + "/";
+    info.guiData.path = keylayout::MAKER_FOLDER + keylayout::GUI_DATA;
     info.tree = readTree(key);
     for (const KeyEntry& entry : info.tree) {
         count(entry, info.whole);

@@ -12,6 +12,7 @@
 #include "tools/updatekey/names.h"
 #include "tools/updatekey/temporary_folder.h"
 #include "tools/updatekey/values.h"
+#include "update/key_layout.h"
 
 namespace fs = std::filesystem;
 
@@ -132,9 +133,10 @@ MakeReport makeKey(const MakeOptions& options) {
     MakeReport report;
     const TemporaryFolder workshop(out);
     const fs::path& key = workshop.path();
-    copyTree(options.application, key / "VELD/KSTRL", report.leftOut);
-    copyTree(options.guiData, key / "VELD/ORBUI/data", report.leftOut);
-    writeAll(key / "VELD/kstrXReleaseNotes.txt", notes);
+    const fs::path maker = key / keylayout::MAKER_FOLDER;
+    copyTree(options.application, maker / keylayout::APPLICATION, report.leftOut);
+    copyTree(options.guiData, maker / keylayout::GUI_DATA, report.leftOut);
+    writeAll(maker / keylayout::RELEASE_NOTES, notes);
     report.check = checkKey(key, options.check);
     if (report.check.hasErrors())
         return report;

@@ -2,6 +2,7 @@
 // behind.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "platform/posix/utf.h"
@@ -16,6 +17,9 @@ bool isCopyName(const std::string& name);
 // Whether every character is in Latin-1. The device reads any other as "?", which is invalid in
 // paths.
 bool isLatin1(const std::string& utf8);
+
+// The size of the largest file that FAT32 can hold, in bytes.
+constexpr uint64_t FAT32_FILE_LIMIT = (uint64_t{1} << 32) - 1;
 
 // Whether FAT32 can store this as a file name.
 bool isFatName(const std::string& name);

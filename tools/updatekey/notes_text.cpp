@@ -7,10 +7,11 @@
 
 #include "platform/posix/utf.h"
 #include "tools/updatekey/make.h"
+#include "update/key_layout.h"
 
 namespace {
 
-const std::string VERSION_PREFIX = "KSTRL Release ";
+const std::string& VERSION_PREFIX = keylayout::VERSION_PREFIX;
 const std::string BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
 bool isUtf8(const std::u16string& decoded) {

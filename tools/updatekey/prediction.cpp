@@ -8,6 +8,7 @@
 #include "support/line_reader.h"
 #include "support/path_constants.h"
 #include "support/text.h"
+#include "update/key_layout.h"
 #include "update/updater.h"
 
 namespace {
@@ -27,7 +28,7 @@ class ObservedUpdater : public Updater {
         const std::string file = getCurrentFile();
         Updater::copyNextFile();
         const std::string staged = flashRoot + "Update" + PATH_SEPARATOR + file;
-        std::string relative = toDisplay("VELD/" + file);
+        std::string relative = toDisplay(keylayout::MAKER_FOLDER + file);
         std::replace(relative.begin(), relative.end(), '\\', '/');
         std::error_code error;
         // The deletion fails when the file was not copied.
