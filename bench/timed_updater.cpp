@@ -21,24 +21,24 @@
 namespace {
 
 enum Step {
-    SLEEP,
-    CLEAR,
-    INIT,
-    DRAW,
-    TICK,
-    SWAP,
-    EVENTS,
-    FONTS,
-    TEXTS,
-    TEXTURES,
-    PROGRAMS,
-    STEP_COUNT
+    StepSleep,
+    StepClear,
+    StepInit,
+    StepDraw,
+    StepTick,
+    StepSwap,
+    StepEvents,
+    StepFonts,
+    StepTexts,
+    StepTextures,
+    StepPrograms,
+    StepCount
 };
 
-std::array<double, STEP_COUNT> seconds;
+std::array<double, StepCount> seconds;
 double entry;
 double firstSwap;
-std::array<double, STEP_COUNT> beforeLoop;
+std::array<double, StepCount> beforeLoop;
 unsigned long frames;
 uint64_t heapAfterStart;
 
@@ -61,10 +61,11 @@ void report() {
     const double end = now();
     const auto inLoop = [](Step step) { return seconds[step] - beforeLoop[step]; };
     std::fprintf(stderr, "loop %lu %.6f %.6f %.6f %.6f %.6f %.6f\n", frames, end - firstSwap,
-                 inLoop(SLEEP), inLoop(CLEAR) + inLoop(DRAW), inLoop(SWAP), inLoop(TICK),
-                 inLoop(EVENTS));
-    std::fprintf(stderr, "start %.6f %.6f %.6f %.6f %.6f %.6f\n", firstSwap - entry, seconds[FONTS],
-                 seconds[TEXTS], seconds[TEXTURES], beforeLoop[PROGRAMS], seconds[INIT]);
+                 inLoop(StepSleep), inLoop(StepClear) + inLoop(StepDraw), inLoop(StepSwap),
+                 inLoop(StepTick), inLoop(StepEvents));
+    std::fprintf(stderr, "start %.6f %.6f %.6f %.6f %.6f %.6f\n", firstSwap - entry,
+                 seconds[StepFonts], seconds[StepTexts], seconds[StepTextures],
+                 beforeLoop[StepPrograms], seconds[StepInit]);
     std::fprintf(stderr, "memory %llu %llu %llu\n",
                  static_cast<unsigned long long>(peakResidentBytes()),
                  static_cast<unsigned long long>(heapCount().peakBytes),
@@ -85,29 +86,29 @@ void report() {
         return real##name arguments;                             \
     }
 
-TIMED(SLEEP, void, Sleep, "_Z5Sleepj", (DWORD milliseconds), (milliseconds))
-TIMED(CLEAR, void, Clear, "glClear", (GLbitfield mask), (mask))
-TIMED(TICK, void, Tick, "_ZN8SimpleUI4tickEv", (SimpleUI * screen), (screen))
-TIMED(EVENTS, BOOL, Peek, "_Z12PeekMessageWP3MSGP12WindowHandlejjj",
+TIMED(StepSleep, void, Sleep, "_Z5Sleepj", (DWORD milliseconds), (milliseconds))
+TIMED(StepClear, void, Clear, "glClear", (GLbitfield mask), (mask))
+TIMED(StepTick, void, Tick, "_ZN8SimpleUI4tickEv", (SimpleUI * screen), (screen))
+TIMED(StepEvents, BOOL, Peek, "_Z12PeekMessageWP3MSGP12WindowHandlejjj",
       (MSG * message, HWND window, UINT first, UINT last, UINT remove),
       (message, window, first, last, remove))
-TIMED(FONTS, bool, LoadFonts, "_ZN7FontSet9loadFontsEi", (FontSet * fonts, int32_t language),
+TIMED(StepFonts, bool, LoadFonts, "_ZN7FontSet9loadFontsEi", (FontSet * fonts, int32_t language),
       (fonts, language))
-TIMED(TEXTS, void, SetLanguage, "_ZN11StringTable11setLanguageEi",
+TIMED(StepTexts, void, SetLanguage, "_ZN11StringTable11setLanguageEi",
       (StringTable * table, int32_t language), (table, language))
-TIMED(TEXTURES, GLuint, LoadTexture, "_Z23loadRawLuminanceTexturePKcii",
+TIMED(StepTextures, GLuint, LoadTexture, "_Z23loadRawLuminanceTexturePKcii",
       (const char* path, GLsizei size, int32_t offset), (path, size, offset))
-TIMED(PROGRAMS, void, Compile, "glCompileShader", (GLuint shader), (shader))
-TIMED(PROGRAMS, void, Link, "glLinkProgram", (GLuint program), (program))
+TIMED(StepPrograms, void, Compile, "glCompileShader", (GLuint shader), (shader))
+TIMED(StepPrograms, void, Link, "glLinkProgram", (GLuint program), (program))
 
 WRAPPED(void, Init, "_ZN8SimpleUI4initEjj", (SimpleUI * screen, uint32_t width, uint32_t height)) {
-    const Watch watch(INIT);
+    const Watch watch(StepInit);
     realInit(screen, width, height);
     heapAfterStart = heapCount().bytesInUse;
 }
 
 WRAPPED(void, Draw, "_ZN8SimpleUI4drawEv", (SimpleUI * screen)) {
-    const Watch watch(DRAW);
+    const Watch watch(StepDraw);
     realDraw(screen);
     ++frames;
 }
@@ -115,7 +116,7 @@ WRAPPED(void, Draw, "_ZN8SimpleUI4drawEv", (SimpleUI * screen)) {
 WRAPPED(EGLBoolean, Swap, "eglSwapBuffers", (EGLDisplay display, EGLSurface surface)) {
     EGLBoolean result = EGL_FALSE;
     {
-        const Watch watch(SWAP);
+        const Watch watch(StepSwap);
         result = realSwap(display, surface);
     }
     // The first frame warms up the driver and looks for the key; measuring starts after it.

@@ -13,9 +13,9 @@ struct Faces {
 };
 
 constexpr Faces FACES[] = {
-    {Script::latin, {"SegoeUI_10px", "SegoeUI_13px", "SegoeUI_18px", "SegoeUI_24px"}},
-    {Script::japanese, {nullptr, "MeiryoUI_24px", "MeiryoUI_36px", nullptr}},
-    {Script::chinese, {nullptr, "FangSong_24px", "FangSong_36px", nullptr}},
+    {Script::Latin, {"SegoeUI_10px", "SegoeUI_13px", "SegoeUI_18px", "SegoeUI_24px"}},
+    {Script::Japanese, {nullptr, "MeiryoUI_24px", "MeiryoUI_36px", nullptr}},
+    {Script::Chinese, {nullptr, "FangSong_24px", "FangSong_36px", nullptr}},
 };
 
 constexpr const Faces& facesOf(Script script) {

@@ -29,7 +29,12 @@ constexpr uint64_t TABLE_ENTRY_BYTES = 64;  // memory of a glyph or a kerning pa
 // Large enough for a glyph for every 16-bit character and as many kerning pairs as a face may have.
 constexpr uint64_t MAX_FONT_FILE_SIZE = uint64_t{16} << 20;
 
-enum BlockType : unsigned char { COMMON = 2, PAGES = 3, CHARS = 4, KERNING_PAIRS = 5 };
+enum BlockType : unsigned char {
+    CommonBlock = 2,
+    PagesBlock = 3,
+    CharsBlock = 4,
+    KerningBlock = 5
+};
 
 uint16_t readU16(const unsigned char* bytes) {
     return static_cast<uint16_t>(bytes[0] | (bytes[1] << 8));
@@ -96,13 +101,13 @@ void parseKerningPairs(const unsigned char* content, std::size_t size, FontData&
 
 void parseBlock(unsigned char type, const unsigned char* content, std::size_t size,
                 FontData& font) {
-    if (type == COMMON)
+    if (type == CommonBlock)
         parseCommon(content, size, font);
-    else if (type == PAGES)
+    else if (type == PagesBlock)
         parsePages(content, size, font);
-    else if (type == CHARS)
+    else if (type == CharsBlock)
         parseChars(content, size, font);
-    else if (type == KERNING_PAIRS)
+    else if (type == KerningBlock)
         parseKerningPairs(content, size, font);
 }
 

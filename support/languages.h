@@ -8,7 +8,7 @@
 #include <string>
 
 // The script of a language determines its faces.
-enum class Script { latin, japanese, chinese };
+enum class Script { Latin, Japanese, Chinese };
 
 struct Language {
     int32_t number;      // LANGUAGE of the configuration store
@@ -20,13 +20,13 @@ struct Language {
 // Sorted by number, from 0 and without gaps.
 // clang-format off
 constexpr Language LANGUAGES[] = {
-    {0, "English", "en", Script::latin},
-    {1, "French", "fr", Script::latin},
-    {2, "Portuguese", "pt", Script::latin},
-    {3, "Spanish", "sp", Script::latin},
-    {4, "Japanese", "jp", Script::japanese},
-    {5, "Chinese", "zh", Script::chinese},
-    {6, "Dutch", "du", Script::latin},
+    {0, "English", "en", Script::Latin},
+    {1, "French", "fr", Script::Latin},
+    {2, "Portuguese", "pt", Script::Latin},
+    {3, "Spanish", "sp", Script::Latin},
+    {4, "Japanese", "jp", Script::Japanese},
+    {5, "Chinese", "zh", Script::Chinese},
+    {6, "Dutch", "du", Script::Latin},
 };
 // clang-format on
 constexpr auto LANGUAGE_COUNT = static_cast<int32_t>(std::size(LANGUAGES));

@@ -71,7 +71,7 @@ DWORD GetFileAttributesW(LPCWSTR path) {
         return INVALID_FILE_ATTRIBUTES;
     Place place;
     struct stat status {};
-    if (const DWORD error = host::find(path, place, status, host::Case::asWritten)) {
+    if (const DWORD error = host::find(path, place, status, host::Case::AsWritten)) {
         fail(error);
         return INVALID_FILE_ATTRIBUTES;
     }
@@ -83,7 +83,7 @@ BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes) {
         return FALSE;
     Place place;
     struct stat status {};
-    if (const DWORD error = host::find(path, place, status, host::Case::asWritten))
+    if (const DWORD error = host::find(path, place, status, host::Case::AsWritten))
         return fail(error);
     if (S_ISDIR(status.st_mode))
         return TRUE;

@@ -100,7 +100,7 @@ DWORD find(LPCWSTR path, Place& place, struct stat& status, Case which) {
         return ::fstatat(folder, place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
     };
     const auto isThereInOtherCase = [&] {
-        return which == Case::any && errno == ENOENT && findOtherCase(folder, place.name) &&
+        return which == Case::Any && errno == ENOENT && findOtherCase(folder, place.name) &&
                isThere();
     };
     if (!isThere() && !isThereInOtherCase())

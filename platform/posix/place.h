@@ -32,11 +32,11 @@ struct Place {
 // name.
 DWORD locate(LPCWSTR path, Place& place);
 
-enum class Case { any, asWritten };
+enum class Case { Any, AsWritten };
 
 // Like locate, for a name that must exist; also returns its status (for a link, the link's own).
 // Returns 2 when the name does not exist, 123 for a file with a separator after its name.
-DWORD find(LPCWSTR path, Place& place, struct stat& status, Case which = Case::any);
+DWORD find(LPCWSTR path, Place& place, struct stat& status, Case which = Case::Any);
 
 // Opens the file at `place` like open(), but never a link.
 int openAt(Place& place, int flags, mode_t mode = 0);

@@ -28,10 +28,10 @@ class Registry {
     std::string toText() const;
 
   private:
-    enum class Effect { none, key, noKey, value, noValue };
+    enum class Effect { None, Key, NoKey, Value, NoValue };
     struct Line {
         std::u16string text;  // with its continuation lines and line end
-        Effect effect = Effect::none;
+        Effect effect = Effect::None;
         std::u16string key;
         std::u16string name;
         RegistryValue value;

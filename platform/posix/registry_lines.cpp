@@ -54,7 +54,7 @@ template <class Fits>
 std::size_t Registry::lastLine(std::u16string_view key, Fits fits) const {
     for (std::size_t i = lines_.size(); i-- > 0;) {
         const Line& line = lines_[i];
-        if (line.effect == Effect::noKey && isAtOrBelow(key, line.key))
+        if (line.effect == Effect::NoKey && isAtOrBelow(key, line.key))
             break;
         if (fits(line))
             return i;
@@ -64,16 +64,16 @@ std::size_t Registry::lastLine(std::u16string_view key, Fits fits) const {
 
 std::size_t Registry::valueLine(std::u16string_view key, std::u16string_view name) const {
     const std::size_t last = lastLine(key, [&](const Line& line) {
-        return (line.effect == Effect::value || line.effect == Effect::noValue) &&
+        return (line.effect == Effect::Value || line.effect == Effect::NoValue) &&
                isSame(line.key, key) && isSame(line.name, name);
     });
-    return last != NONE && lines_[last].effect == Effect::value ? last : NONE;
+    return last != NONE && lines_[last].effect == Effect::Value ? last : NONE;
 }
 
 // A key also exists as the parent of another key.
 bool Registry::hasKey(std::u16string_view key) const {
     return lastLine(key, [&](const Line& line) {
-               return line.effect == Effect::key && isAtOrBelow(line.key, key);
+               return line.effect == Effect::Key && isAtOrBelow(line.key, key);
            }) != NONE;
 }
 
@@ -87,16 +87,16 @@ void Registry::set(std::u16string_view key, std::u16string_view name, RegistryVa
     if (at == NONE) {
         // After the last value of the key, or after the key itself.
         const std::size_t last = lastLine(key, [&](const Line& line) {
-            return line.effect != Effect::noKey && isSame(line.key, key);
+            return line.effect != Effect::NoKey && isSame(line.key, key);
         });
         at = last != NONE ? last + 1 : lines_.size();
         const std::u16string path(key);
         if (last == NONE) {
             const char16_t* const start =
                 lines_.empty() ? u"Windows Registry Editor Version 5.00\r\n\r\n[" : u"\r\n[";
-            add(at++, {start + path + u"]\r\n", Effect::key, path, {}, {}, {}});
+            add(at++, {start + path + u"]\r\n", Effect::Key, path, {}, {}, {}});
         }
-        add(at, {{}, Effect::value, path, std::u16string(name), {}, {}});
+        add(at, {{}, Effect::Value, path, std::u16string(name), {}, {}});
     }
     Line& line = lines_[at];
     line.value = std::move(value);
@@ -146,14 +146,14 @@ Registry Registry::fromText(std::string_view bytes) {
 
 // `joined` is `text` as one line, without blanks around it.
 void Registry::addRead(std::u16string_view text, std::u16string_view joined, std::u16string& key) {
-    lines_.push_back({std::u16string(text), Effect::none, {}, {}, {}, {}});
+    lines_.push_back({std::u16string(text), Effect::None, {}, {}, {}, {}});
     Line& line = lines_.back();
     const std::size_t bracket = joined.rfind(u']');
     if (startsWith(joined, u"[") && bracket != std::u16string_view::npos) {
         const bool removes = startsWith(joined, u"[-");
         const std::size_t start = removes ? 2 : 1;
         line.key = joined.substr(start, bracket - start);
-        line.effect = removes ? Effect::noKey : Effect::key;
+        line.effect = removes ? Effect::NoKey : Effect::Key;
         // Values after a removed key belong to no key.
         key = removes ? std::u16string() : line.key;
         return;
@@ -174,7 +174,7 @@ void Registry::addRead(std::u16string_view text, std::u16string_view joined, std
     line.key = key;
     line.remark = trimmed(joined);
     if (line.remark.empty() || line.remark[0] == u';')
-        line.effect = removes ? Effect::noValue : Effect::value;
+        line.effect = removes ? Effect::NoValue : Effect::Value;
 }
 
 std::string Registry::toText() const {

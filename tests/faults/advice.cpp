@@ -20,13 +20,13 @@ void updateAgain(const DeviceFolder& device) {
 void follow(const Advice& advice, const DeviceFolder& device) {
     const fs::path maker = device.root() / INSTALLATION;
     switch (advice.action) {
-        case Advice::Action::remove:
+        case Advice::Action::Remove:
             fs::remove_all(maker / advice.folder);
             break;
-        case Advice::Action::rename:
+        case Advice::Action::Rename:
             fs::rename(maker / advice.folder, maker / advice.to);
             break;
-        case Advice::Action::updateAgain:
+        case Advice::Action::UpdateAgain:
             updateAgain(device);
             break;
         default:

@@ -9,7 +9,7 @@
 constexpr std::size_t ACTION_COUNT = 5;
 
 struct AdviceOutcome {
-    UpdateStep step = UpdateStep::none;
+    UpdateStep step = UpdateStep::None;
     std::array<bool, ACTION_COUNT> actions{};  // those that were advised, by Advice::Action
     bool cured = false;  // afterwards exactly the files of the key that is plugged in are in place
 };

@@ -72,7 +72,7 @@ const char* const INVARIANT_TEXTS[INVARIANT_COUNT] = {
 void printAdvice(const std::vector<MatrixRow>& rows) {
     std::printf("\n%-20s %7s %7s %7s %7s %7s %12s %7s\n", "diagnosis", "cases", "cured", "save",
                 "remove", "rename", "update-again", "start");
-    for (std::size_t i = 0; i <= static_cast<std::size_t>(UpdateStep::unclear); ++i) {
+    for (std::size_t i = 0; i <= static_cast<std::size_t>(UpdateStep::Unclear); ++i) {
         const auto step = static_cast<UpdateStep>(i);
         const auto count = [&](const Predicate& holds) {
             return countIn(rows,

@@ -16,7 +16,7 @@ FolderFinding lookAt(const fs::path& makerFolder, const std::string& name) {
     folder.there = fs::is_directory(makerFolder / name);
     folder.version = applicationVersion(makerFolder / name);
     for (const KeyEntry& entry : readTree(makerFolder / name)) {
-        folder.files += entry.kind == KeyEntry::Kind::file ? 1U : 0U;
+        folder.files += entry.kind == KeyEntry::Kind::File ? 1U : 0U;
         folder.bytes += entry.size;
     }
     return folder;
@@ -56,12 +56,12 @@ class Adviser {
             removeStaging();
         diagnosis_.startsAsItIs = runs("KSTRL") && state_.guiData;
         const bool foundWrong = diagnosis_.comparison && !diagnosis_.comparison->same();
-        const bool finished = diagnosis_.step == UpdateStep::none;
+        const bool finished = diagnosis_.step == UpdateStep::None;
         if (!applicationThere || !guiDataThere || !finished || foundWrong ||
-            diagnosis_.log.outcome == LogOutcome::failed)
+            diagnosis_.log.outcome == LogOutcome::Failed)
             updateAgain();
         else
-            add(Action::start, "", "", "Start the instrument; nothing else is needed.");
+            add(Action::Start, "", "", "Start the instrument; nothing else is needed.");
     }
 
   private:
@@ -78,7 +78,7 @@ class Adviser {
     void save(const std::string& name) {
         for (FolderFinding& folder : diagnosis_.folders)
             folder.onlyCopy |= folder.name == name;
-        add(Action::save, name, "",
+        add(Action::Save, name, "",
             "Copy " + name + " to another disk first: it is the only copy of what it holds.");
     }
 
@@ -87,7 +87,7 @@ class Adviser {
         if (there || !backupThere)
             return;
         save(backup);
-        add(Action::rename, backup, name,
+        add(Action::Rename, backup, name,
             "Rename " + backup + " to " + name + ": the " + what +
                 " that was installed before is then in place again.");
     }
@@ -95,14 +95,14 @@ class Adviser {
     void removeStaging() {
         if (!state_.application && !state_.applicationBackup && state_.stagedApplication)
             save("Update");
-        add(Action::remove, "Update", "",
+        add(Action::Remove, "Update", "",
             "Delete the folder Update: what is left in it would be installed along with the next "
             "key's files.");
     }
 
     void updateAgain() {
         const bool noGuiData = !state_.guiData && !state_.guiDataBackup;
-        add(Action::updateAgain, "", "",
+        add(Action::UpdateAgain, "", "",
             std::string("Update again, with the same key if it is sound or with a newer one") +
                 (noGuiData ? "; as there are no GUI data, the first run ends with \"Update "
                              "failed\" although all is installed: run it a second time."
@@ -116,7 +116,7 @@ class Adviser {
 
 void compareLogAndDisk(Diagnosis& diagnosis, const DiskState& state) {
     const auto contradict = [&](const char* text) { diagnosis.contradictions.emplace_back(text); };
-    const bool succeeded = diagnosis.log.outcome == LogOutcome::succeeded;
+    const bool succeeded = diagnosis.log.outcome == LogOutcome::Succeeded;
     if (succeeded && state.staging)
         contradict(
             "The log tells of an update that succeeded, and the folder Update is there: "
@@ -125,7 +125,7 @@ void compareLogAndDisk(Diagnosis& diagnosis, const DiskState& state) {
         contradict(
             "The log tells of an update that succeeded, and a folder that it installed is "
             "not there.");
-    if (diagnosis.log.outcome == LogOutcome::noLog && state.staging)
+    if (diagnosis.log.outcome == LogOutcome::NoLog && state.staging)
         contradict("There is the folder Update of an update, and no log of it.");
 }
 
@@ -137,7 +137,7 @@ const char* nameOf(Advice::Action action) {
 }
 
 bool Diagnosis::sound() const {
-    return advice.size() == 1 && advice.front().action == Action::start && contradictions.empty();
+    return advice.size() == 1 && advice.front().action == Action::Start && contradictions.empty();
 }
 
 Diagnosis diagnose(const fs::path& device, const std::optional<fs::path>& key) {

@@ -30,11 +30,11 @@ struct KeyComparison {
 // A step of the repair. Follow the steps in the given order.
 struct Advice {
     enum class Action {
-        save,         // copy `folder` to somewhere else before anything is done
-        remove,       // delete `folder`
-        rename,       // rename `folder` to `to`
-        updateAgain,  // run the updater with a good key
-        start,        // start the instrument
+        Save,         // copy `folder` to somewhere else before anything is done
+        Remove,       // delete `folder`
+        Rename,       // rename `folder` to `to`
+        UpdateAgain,  // run the updater with a good key
+        Start,        // start the instrument
     };
 
     Action action;
@@ -48,7 +48,7 @@ const char* nameOf(Advice::Action action);
 
 struct Diagnosis {
     std::vector<FolderFinding> folders;
-    UpdateStep step = UpdateStep::none;
+    UpdateStep step = UpdateStep::None;
     LogReading log;
     std::vector<std::string> contradictions;  // between the log and the disk
     std::optional<KeyComparison> comparison;  // with the key that was given

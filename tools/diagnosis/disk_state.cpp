@@ -42,16 +42,16 @@ DiskState readDiskState(const fs::path& makerFolder) {
 UpdateStep stepOf(const DiskState& state) {
     const bool bothInPlace = state.application && state.guiData;
     if (!state.staging)
-        return bothInPlace ? UpdateStep::none : UpdateStep::unclear;
+        return bothInPlace ? UpdateStep::None : UpdateStep::Unclear;
     if (state.stagedApplication && state.guiData && !state.application)
-        return state.applicationBackup ? UpdateStep::applicationMoved : UpdateStep::unclear;
+        return state.applicationBackup ? UpdateStep::ApplicationMoved : UpdateStep::Unclear;
     if (!state.application)
-        return UpdateStep::unclear;
+        return UpdateStep::Unclear;
     if (state.stagedApplication && state.guiData)
-        return state.stagedGuiData ? UpdateStep::copying : UpdateStep::guiDataOnly;
+        return state.stagedGuiData ? UpdateStep::Copying : UpdateStep::GuiDataOnly;
     if (state.stagedGuiData && state.guiData)
-        return UpdateStep::applicationReplaced;
+        return UpdateStep::ApplicationReplaced;
     if (state.stagedGuiData && state.guiDataBackup)
-        return UpdateStep::guiDataMoved;
-    return bothInPlace ? UpdateStep::bothReplaced : UpdateStep::unclear;
+        return UpdateStep::GuiDataMoved;
+    return bothInPlace ? UpdateStep::BothReplaced : UpdateStep::Unclear;
 }

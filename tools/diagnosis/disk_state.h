@@ -7,14 +7,14 @@
 
 // Where the last update stopped, in the order of an update.
 enum class UpdateStep {
-    none,                 // no staging folder: no update in progress
-    copying,              // the installation is in place, the new one is being staged
-    applicationMoved,     // KSTRL has become KSTRL_old, and nothing is in its place
-    applicationReplaced,  // the new KSTRL is in place, ORBUI is the installed one
-    guiDataMoved,         // ORBUI has become ORBUI_old, and nothing is in its place
-    bothReplaced,         // all is in place, the empty staging folder is left
-    guiDataOnly,          // only ORBUI could be replaced
-    unclear,              // not a state that a single interrupted update leaves
+    None,                 // no staging folder: no update in progress
+    Copying,              // the installation is in place, the new one is being staged
+    ApplicationMoved,     // KSTRL has become KSTRL_old, and nothing is in its place
+    ApplicationReplaced,  // the new KSTRL is in place, ORBUI is the installed one
+    GuiDataMoved,         // ORBUI has become ORBUI_old, and nothing is in its place
+    BothReplaced,         // all is in place, the empty staging folder is left
+    GuiDataOnly,          // only ORBUI could be replaced
+    Unclear,              // not a state that a single interrupted update leaves
 };
 
 struct UpdateStepText {

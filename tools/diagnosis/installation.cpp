@@ -27,7 +27,7 @@ InstalledFiles installedFiles(const fs::path& makerFolder, const std::string& su
     for (const std::string component : {"KSTRL", "ORBUI"}) {
         const fs::path folder = makerFolder / (component + suffix);
         for (const KeyEntry& entry : readTree(folder))
-            if (entry.kind == KeyEntry::Kind::file)
+            if (entry.kind == KeyEntry::Kind::File)
                 files[component + "/" + entry.path] = {folder / entry.path, entry.size};
     }
     return files;

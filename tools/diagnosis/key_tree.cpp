@@ -10,13 +10,13 @@ KeyEntry::Kind kindOf(const fs::directory_entry& entry) {
     std::error_code error;
     switch (entry.symlink_status(error).type()) {
         case fs::file_type::regular:
-            return KeyEntry::Kind::file;
+            return KeyEntry::Kind::File;
         case fs::file_type::directory:
-            return KeyEntry::Kind::folder;
+            return KeyEntry::Kind::Folder;
         case fs::file_type::symlink:
-            return KeyEntry::Kind::link;
+            return KeyEntry::Kind::Link;
         default:
-            return KeyEntry::Kind::other;
+            return KeyEntry::Kind::Other;
     }
 }
 
@@ -34,7 +34,7 @@ std::vector<KeyEntry> readTree(const fs::path& folder) {
         const std::size_t start = full.find_first_not_of('/', rootLength);
         const KeyEntry::Kind kind = kindOf(*entry);
         std::error_code noSize;
-        const uint64_t size = kind == KeyEntry::Kind::file ? entry->file_size(noSize) : 0;
+        const uint64_t size = kind == KeyEntry::Kind::File ? entry->file_size(noSize) : 0;
         entries.push_back({full.substr(start), kind, noSize ? 0 : size});
     }
     std::sort(entries.begin(), entries.end(),

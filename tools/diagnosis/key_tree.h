@@ -7,7 +7,7 @@
 #include <vector>
 
 struct KeyEntry {
-    enum class Kind { file, folder, link, other };
+    enum class Kind { File, Folder, Link, Other };
 
     std::string path;  // relative to the folder, with "/"
     Kind kind;

@@ -90,11 +90,11 @@ LogReading readLog(const std::string& bytes) {
         if (line.empty())
             continue;
         reading.outcome =
-            reading.outcome == LogOutcome::noLog ? LogOutcome::noUpdate : reading.outcome;
+            reading.outcome == LogOutcome::NoLog ? LogOutcome::NoUpdate : reading.outcome;
         if (matches(line, "  ** Warning ** Update succeeded at %"))
-            reading.outcome = LogOutcome::succeeded;
+            reading.outcome = LogOutcome::Succeeded;
         if (line == "    *** ERROR *** Update failed.")
-            reading.outcome = LogOutcome::failed;
+            reading.outcome = LogOutcome::Failed;
         reading.lines.push_back({printable(host::toUtf8(widen(line))), meaningOf(line)});
     }
     return reading;

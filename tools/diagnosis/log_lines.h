@@ -15,10 +15,10 @@ extern const std::vector<LogLineKind> LOG_LINE_KINDS;
 
 // The outcome of the update according to the log.
 enum class LogOutcome {
-    noLog,      // the log is missing or empty
-    noUpdate,   // the updater ran, but the log shows no outcome
-    succeeded,  // "Update succeeded at "
-    failed,     // "Update failed."
+    NoLog,      // the log is missing or empty
+    NoUpdate,   // the updater ran, but the log shows no outcome
+    Succeeded,  // "Update succeeded at "
+    Failed,     // "Update failed."
 };
 
 struct LogLine {
@@ -27,7 +27,7 @@ struct LogLine {
 };
 
 struct LogReading {
-    LogOutcome outcome = LogOutcome::noLog;
+    LogOutcome outcome = LogOutcome::NoLog;
     std::vector<LogLine> lines;  // without the empty ones
 };
 

@@ -2,7 +2,7 @@
 
 namespace {
 
-enum BlockType : char { INFO = 1, COMMON, PAGES, CHARS, KERNING_PAIRS };
+enum BlockType : char { InfoBlock = 1, CommonBlock, PagesBlock, CharsBlock, KerningBlock };
 
 void put8(std::string& bytes, unsigned value) {
     bytes += static_cast<char>(value & 0xFF);
@@ -93,10 +93,10 @@ std::string kerningBlock(const FontData& font) {
 
 std::string encodeBmFont(const FontData& font, const std::string& fontName, int emSize) {
     std::string bytes = "BMF\x03";
-    putBlock(bytes, INFO, infoBlock(fontName, emSize));
-    putBlock(bytes, COMMON, commonBlock(font));
-    putBlock(bytes, PAGES, pagesBlock(font));
-    putBlock(bytes, CHARS, charsBlock(font));
-    putBlock(bytes, KERNING_PAIRS, kerningBlock(font));
+    putBlock(bytes, InfoBlock, infoBlock(fontName, emSize));
+    putBlock(bytes, CommonBlock, commonBlock(font));
+    putBlock(bytes, PagesBlock, pagesBlock(font));
+    putBlock(bytes, CharsBlock, charsBlock(font));
+    putBlock(bytes, KerningBlock, kerningBlock(font));
     return bytes;
 }

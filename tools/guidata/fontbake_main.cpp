@@ -28,13 +28,13 @@ std::vector<ToolOption> options(Arguments& arguments) {
          &request.fontPath,
          "Bake a face of this TrueType font file",
          {},
-         ToolOption::ALTERNATIVE,
+         ToolOption::Alternative,
          {"--em", "--line-height", "--base", "--name"}},
         {"--dump",
          &arguments.dump,
          "Print what this .fnt file holds, as JSON",
          {},
-         ToolOption::ALTERNATIVE},
+         ToolOption::Alternative},
         {"--face", &request.faceIndex, "Number of the font in a collection", NotNegative()},
         {"--em", &request.emSize, "Size of the em, in pixels", Between{4, 400}},
         {"--line-height", &request.lineHeight, "Height of a line, in pixels", Between{1, 1000}},
@@ -90,7 +90,7 @@ ExitCode bake(Arguments& arguments) {
         std::fprintf(stderr, "fontbake: warning: %s: no glyph for %s\n",
                      arguments.request.fontPath.c_str(), characterName(character).c_str());
     }
-    return EXIT_CODE_DONE;
+    return ExitDone;
 }
 
 ExitCode dump(const std::string& path) {
@@ -99,7 +99,7 @@ ExitCode dump(const std::string& path) {
     if (!readFont(path, font, error))
         return fail(TOOL, error);
     std::fputs(fontAsJson(font).c_str(), stdout);
-    return EXIT_CODE_DONE;
+    return ExitDone;
 }
 
 ExitCode run(Arguments& arguments) {

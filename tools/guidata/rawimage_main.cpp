@@ -20,7 +20,7 @@ ExitCode convert(const Arguments& arguments) {
         luminanceSquare(arguments.picture, arguments.side, error);
     if (!square || !writeHostFile(arguments.output, {square->begin(), square->end()}, error))
         return fail(TOOL, error);
-    return EXIT_CODE_DONE;
+    return ExitDone;
 }
 
 }  // namespace
@@ -29,13 +29,13 @@ int main(int argc, char** argv) {
     Arguments arguments;
     return runTool({TOOL,
                     "Makes a raw luminance picture of the device from a PNG file.",
-                    {{"picture", &arguments.picture, "PNG file", {}, ToolOption::REQUIRED},
-                     {"--output", &arguments.output, "Raw file to write", {}, ToolOption::REQUIRED},
+                    {{"picture", &arguments.picture, "PNG file", {}, ToolOption::Required},
+                     {"--output", &arguments.output, "Raw file to write", {}, ToolOption::Required},
                      {"--side",
                       &arguments.side,
                       "Side of the square, in pixels",
                       Between{1, 8192},
-                      ToolOption::OPTIONAL,
+                      ToolOption::Optional,
                       {},
                       true}},
                     [&] { return convert(arguments); }},

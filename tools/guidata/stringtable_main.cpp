@@ -41,10 +41,10 @@ ExitCode convert(const Arguments& arguments) {
     print(messages.errors);
     print(messages.warnings);
     if (!messages.errors.empty())
-        return EXIT_CODE_FAILED;
+        return ExitFailed;
     if (!writeHostFile(arguments.output, encodeStringTable(entries), error))
         return fail(TOOL, error);
-    return EXIT_CODE_DONE;
+    return ExitDone;
 }
 
 }  // namespace
@@ -58,8 +58,8 @@ int main(int argc, char** argv) {
            &arguments.source,
            "UTF-8 file of lines KEY, blanks, text",
            {},
-           ToolOption::REQUIRED},
-          {"--output", &arguments.output, "UTF-16LE file to write", {}, ToolOption::REQUIRED},
+           ToolOption::Required},
+          {"--output", &arguments.output, "UTF-16LE file to write", {}, ToolOption::Required},
           {"--face", &arguments.face,
            "The .fnt file that the updater's screen draws the texts with: the source must have "
            "all texts of the screen and no other; warns about what the face or the screen cannot "

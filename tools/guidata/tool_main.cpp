@@ -27,7 +27,7 @@ void addOptions(CLI::App& app, const std::vector<ToolOption>& options) {
     std::map<std::string, CLI::Option*> added;
     for (const ToolOption& option : options) {
         CLI::App* parent = &app;
-        if (option.presence == ToolOption::ALTERNATIVE) {
+        if (option.presence == ToolOption::Alternative) {
             if (alternatives == nullptr)
                 alternatives = app.add_option_group("What to do")->require_option(1);
             parent = alternatives;
@@ -35,7 +35,7 @@ void addOptions(CLI::App& app, const std::vector<ToolOption>& options) {
         CLI::Option* const adding = std::visit(
             [&](auto* value) { return parent->add_option(option.name, *value, option.help); },
             option.value);
-        adding->required(option.presence == ToolOption::REQUIRED);
+        adding->required(option.presence == ToolOption::Required);
         if (option.showsDefault)
             adding->capture_default_str();
         limit(*adding, option);
@@ -52,7 +52,7 @@ std::optional<ExitCode> parse(CLI::App& app, int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& problem) {
-        return app.exit(problem) == 0 ? EXIT_CODE_DONE : EXIT_CODE_USAGE;
+        return app.exit(problem) == 0 ? ExitDone : ExitUsage;
     }
     return std::nullopt;
 }
@@ -73,5 +73,5 @@ int runTool(const Tool& tool, int argc, char** argv) {
 
 ExitCode fail(const char* tool, const std::string& message) {
     std::fprintf(stderr, "%s: %s\n", tool, message.c_str());
-    return EXIT_CODE_FAILED;
+    return ExitFailed;
 }

@@ -8,9 +8,9 @@
 #include <vector>
 
 enum ExitCode : int {
-    EXIT_CODE_DONE = 0,
-    EXIT_CODE_FAILED = 1,  // an input is unusable or an output cannot be written
-    EXIT_CODE_USAGE = 2,   // an invalid command line
+    ExitDone = 0,
+    ExitFailed = 1,  // an input is unusable or an output cannot be written
+    ExitUsage = 2,   // an invalid command line
 };
 
 struct NotNegative {};
@@ -24,13 +24,13 @@ using OneOf = std::vector<int>;
 
 struct ToolOption {
     // Exactly one of the alternatives must be given.
-    enum Presence { OPTIONAL, REQUIRED, ALTERNATIVE };
+    enum Presence { Optional, Required, Alternative };
 
     const char* name;  // such as "--output"; without dashes it is a positional argument
     std::variant<std::string*, std::vector<std::string>*, int*, uint32_t*, double*> value;
     const char* help;
     std::variant<std::monostate, NotNegative, Between, OneOf> limits = {};
-    Presence presence = OPTIONAL;
+    Presence presence = Optional;
     std::vector<std::string> needs = {};  // names of options that must be given with it
     bool showsDefault = false;            // whether the help shows the default value
 };

@@ -24,7 +24,7 @@ void requireRoomFor(const std::vector<KeyEntry>& tree, const fs::path& scratch) 
 
 bool CheckReport::hasErrors() const {
     return std::any_of(findings.begin(), findings.end(),
-                       [](const Finding& finding) { return finding.severity == Severity::error; });
+                       [](const Finding& finding) { return finding.severity == Severity::Error; });
 }
 
 std::vector<int32_t> allLanguages() {

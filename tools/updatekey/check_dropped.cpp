@@ -66,10 +66,10 @@ void checkDropped(const KeyUnderCheck& key, CheckReport& report) {
                            "beside the first: delete the wrong one");
         }
         const bool judged = startsWith(entry.path, MAKER_FOLDER) && &entry != notes;
-        if (copied || !judged || !prediction.seen || entry.kind == Kind::folder)
+        if (copied || !judged || !prediction.seen || entry.kind == Kind::Folder)
             continue;
         report.notCopied.push_back(entry.path);
-        if (entry.kind != Kind::file)
+        if (entry.kind != Kind::File)
             addError(report.findings, "not-a-file", entry.path,
                      "neither a file nor a folder; FAT32 and the device have no such thing");
         else if (prediction.lost.count(entry.path) != 0)

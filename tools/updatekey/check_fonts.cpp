@@ -135,7 +135,7 @@ void checkFonts(const KeyUnderCheck& key, CheckReport& report) {
             if (face == nullptr)
                 continue;
             // The screen loads the other faces too, but never draws with them.
-            const Severity ifMissing = drawn.count(face) != 0 ? Severity::error : Severity::warning;
+            const Severity ifMissing = drawn.count(face) != 0 ? Severity::Error : Severity::Warning;
             checkFace(key, face, ifMissing, report.findings);
         }
     }

@@ -16,13 +16,13 @@ constexpr const char* REQUIRED[] = {"VELD",
 
 bool isFolder(const KeyUnderCheck& key, const std::string& path) {
     const KeyEntry* const entry = key.find(path);
-    return entry != nullptr && entry->kind == Kind::folder;
+    return entry != nullptr && entry->kind == Kind::Folder;
 }
 
 // Finds an update that was put into one folder too many.
 std::string hintAtTree(const KeyUnderCheck& key) {
     for (const KeyEntry& entry : key.tree) {
-        const bool nested = entry.path.size() > 5 && entry.kind == Kind::folder &&
+        const bool nested = entry.path.size() > 5 && entry.kind == Kind::Folder &&
                             entry.path.compare(entry.path.size() - 5, 5, "/VELD") == 0;
         if (nested && key.find(entry.path + "/KSTRL") != nullptr)
             return "; it lies in " + entry.path + ", so move that folder VELD to the key's root";
@@ -54,7 +54,7 @@ void explainWhyNotSeen(const KeyUnderCheck& key, Findings& findings) {
     bool guiEntry = false;
     for (const KeyEntry& entry : key.tree) {
         const std::string parent = parentOf(entry.path);
-        applicationFile |= parent == "VELD/KSTRL" && entry.kind == Kind::file;
+        applicationFile |= parent == "VELD/KSTRL" && entry.kind == Kind::File;
         guiEntry |= parent == "VELD/ORBUI/data";
     }
     if (!applicationFile)
@@ -70,7 +70,7 @@ void checkCase(const KeyUnderCheck& key, Findings& findings) {
         const KeyEntry* const entry = key.find(required);
         if (entry == nullptr || nameOf(entry->path) == nameOf(required))
             continue;
-        findings.push_back({entry->kind == Kind::folder ? Severity::error : Severity::warning,
+        findings.push_back({entry->kind == Kind::Folder ? Severity::Error : Severity::Warning,
                             "name-case", entry->path,
                             "must be written " + nameOf(required) + "; rename it"});
     }
@@ -86,7 +86,7 @@ void checkLayout(const KeyUnderCheck& key, CheckReport& report) {
         return;
     const std::string application = "VELD/KSTRL/KSTRL.exe";
     const KeyEntry* const entry = key.find(application);
-    if (entry == nullptr || entry->kind != Kind::file)
+    if (entry == nullptr || entry->kind != Kind::File)
         addError(report.findings, "no-application", application,
                  "after the update there is no application to start");
     else if (entry->size == 0)

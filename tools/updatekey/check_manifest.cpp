@@ -15,7 +15,7 @@ void checkManifest(const KeyUnderCheck& key, CheckReport& report) {
                         "is not a list of checksums and paths");
 
     for (const KeyEntry& candidate : key.tree) {
-        if (candidate.kind != KeyEntry::Kind::file || !startsWith(candidate.path, "VELD/"))
+        if (candidate.kind != KeyEntry::Kind::File || !startsWith(candidate.path, "VELD/"))
             continue;
         const auto line = stated->find(candidate.path);
         if (line == stated->end())

@@ -102,7 +102,7 @@ void checkDrawing(const KeyUnderCheck& key, CheckReport& report) {
 
 void checkNotes(const KeyUnderCheck& key, CheckReport& report) {
     const KeyEntry* const entry = key.find(NOTES);
-    if (entry == nullptr || entry->kind != KeyEntry::Kind::file)
+    if (entry == nullptr || entry->kind != KeyEntry::Kind::File)
         return addError(report.findings, "notes-missing", NOTES,
                         "no release notes; the device takes the key, with an empty version");
     const std::string bytes = host::readFile(key.folder / entry->path);

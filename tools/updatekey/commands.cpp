@@ -17,7 +17,7 @@ constexpr const char* KEY_TEXT =
     "Folder that stands for the root of the USB storage device, or a disk image";
 
 int codeOf(const CheckReport& report, bool made = true) {
-    return !made ? NOT_WRITTEN : report.findings.empty() ? FINE : FINDINGS;
+    return !made ? ExitNotWritten : report.findings.empty() ? ExitFine : ExitFindings;
 }
 
 int runMake(Arguments& arguments) {
@@ -40,7 +40,7 @@ int runInfo(Arguments& arguments) {
     const KeySource key(arguments.key);
     const KeyInfo info = describeKey(key.folder());
     show(arguments, infoText(info), "", infoJson(info));
-    return FINE;
+    return ExitFine;
 }
 
 int runImage(Arguments& arguments) {
@@ -65,8 +65,8 @@ int runWrite(Arguments& arguments) {
     const WriteReport report = writeSticks(options);
     show(arguments, writeText(report), stickProblems(report), writeJson(report));
     if (report.sticks.empty())
-        return NOT_WRITTEN;
-    return report.allGood() ? codeOf(report.check) : FINDINGS;
+        return ExitNotWritten;
+    return report.allGood() ? codeOf(report.check) : ExitFindings;
 }
 
 int runDiff(Arguments& arguments) {
@@ -74,7 +74,7 @@ int runDiff(Arguments& arguments) {
     const KeySource other(arguments.other);
     const Difference difference = compareKeys(key.folder(), other.folder());
     show(arguments, differenceText(difference), "", differenceJson(difference));
-    return difference.empty() ? FINE : FINDINGS;
+    return difference.empty() ? ExitFine : ExitFindings;
 }
 
 int runDiagnose(Arguments& arguments) {
@@ -84,7 +84,7 @@ int runDiagnose(Arguments& arguments) {
     const Diagnosis diagnosis =
         diagnose(arguments.key, key ? std::optional(key->folder()) : std::nullopt);
     show(arguments, diagnosisText(diagnosis), adviceText(diagnosis), diagnosisJson(diagnosis));
-    return diagnosis.sound() ? FINE : FINDINGS;
+    return diagnosis.sound() ? ExitFine : ExitFindings;
 }
 
 int runRehearse(Arguments& arguments) {
@@ -99,7 +99,7 @@ int runRehearse(Arguments& arguments) {
     const bool fine = report.check.findings.empty() && report.rehearsed && report.asPredicted &&
                       report.state == UpdateComplete &&
                       (report.applicationStarted || !report.startsHere);
-    return fine ? FINE : FINDINGS;
+    return fine ? ExitFine : ExitFindings;
 }
 
 // Adds an option whose text is converted by `parse`. An exception of `parse` is a usage error.
@@ -271,7 +271,7 @@ void describeCommands(CLI::App& app, Arguments& arguments) {
 int runCommand(const CLI::App& app, Arguments& arguments) {
     if (!arguments.shell.empty()) {
         writeOut(completionScript(app, arguments.shell));
-        return FINE;
+        return ExitFine;
     }
     if (!arguments.quiet)
         arguments.check.progress = makeProgressBar();

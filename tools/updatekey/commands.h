@@ -16,10 +16,10 @@
 #include "tools/updatekey/sticks.h"
 
 enum ExitCode {
-    FINE = 0,
-    FINDINGS = 1,     // there are findings; the output was created
-    FAILURE = 2,      // wrong usage, or the tool failed
-    NOT_WRITTEN = 3,  // the key has errors; no output was created
+    ExitFine = 0,
+    ExitFindings = 1,    // there are findings; the output was created
+    ExitFailure = 2,     // wrong usage, or the tool failed
+    ExitNotWritten = 3,  // the key has errors; no output was created
 };
 
 // The values of the command line.

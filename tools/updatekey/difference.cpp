@@ -58,14 +58,14 @@ Difference compareKeys(const fs::path& key, const fs::path& other) {
     difference.notesAfter = after.notes;
     for (const auto& [path, file] : before.files)
         if (after.files.count(path) == 0)
-            difference.files.push_back({path, FileDifference::Kind::gone, file.size, 0});
+            difference.files.push_back({path, FileDifference::Kind::Gone, file.size, 0});
     for (const auto& [path, file] : after.files) {
         const auto old = before.files.find(path);
         if (old == before.files.end())
-            difference.files.push_back({path, FileDifference::Kind::added, 0, file.size});
+            difference.files.push_back({path, FileDifference::Kind::Added, 0, file.size});
         else if (!sameContent(old->second, file))
             difference.files.push_back(
-                {path, FileDifference::Kind::changed, old->second.size, file.size});
+                {path, FileDifference::Kind::Changed, old->second.size, file.size});
         else
             ++difference.same;
     }

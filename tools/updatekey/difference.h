@@ -7,7 +7,7 @@
 #include <vector>
 
 struct FileDifference {
-    enum class Kind { added, changed, gone };
+    enum class Kind { Added, Changed, Gone };
 
     std::string path;  // below the maker's folder: "KSTRL/KSTRL.exe"
     Kind kind;

@@ -53,7 +53,7 @@ uint64_t clustersOf(const std::vector<KeyEntry>& tree, uint64_t cluster) {
     for (const KeyEntry& entry : tree) {
         const uint64_t entries = 2 + deviceLength(nameOf(entry.path)) / charactersPerEntry;
         folders[parentOf(entry.path)] += entries * entrySize;
-        if (entry.kind == KeyEntry::Kind::folder)
+        if (entry.kind == KeyEntry::Kind::Folder)
             folders[entry.path] += 2 * entrySize;
         clusters += roundUp(entry.size, cluster) / cluster;
     }
@@ -113,7 +113,7 @@ void fill(const std::string& drive, const fs::path& key, const std::vector<KeyEn
     std::vector<std::string> makeFolders = clock;
     makeFolders.insert(makeFolders.end(), {"mmd", "-i", drive});
     for (const KeyEntry& entry : tree) {
-        if (entry.kind == KeyEntry::Kind::folder)
+        if (entry.kind == KeyEntry::Kind::Folder)
             makeFolders.push_back("::/" + entry.path);
         else
             filesOf[parentOf(entry.path)].push_back((key / entry.path).string());

@@ -6,7 +6,7 @@
 
 // Error: the device will not do what was intended. Warning: it will, but the key should be
 // reviewed.
-enum class Severity { warning, error };
+enum class Severity { Warning, Error };
 
 struct Finding {
     Severity severity;
@@ -19,10 +19,10 @@ using Findings = std::vector<Finding>;
 
 inline void addError(Findings& findings, const std::string& code, const std::string& path,
                      const std::string& text) {
-    findings.push_back({Severity::error, code, path, text});
+    findings.push_back({Severity::Error, code, path, text});
 }
 
 inline void addWarning(Findings& findings, const std::string& code, const std::string& path,
                        const std::string& text) {
-    findings.push_back({Severity::warning, code, path, text});
+    findings.push_back({Severity::Warning, code, path, text});
 }

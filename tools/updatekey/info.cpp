@@ -9,7 +9,7 @@
 namespace {
 
 void count(const KeyEntry& entry, FolderInfo& folder) {
-    if (entry.kind != KeyEntry::Kind::file || !startsWith(entry.path, folder.path))
+    if (entry.kind != KeyEntry::Kind::File || !startsWith(entry.path, folder.path))
         return;
     ++folder.files;
     folder.bytes += entry.size;
@@ -17,10 +17,10 @@ void count(const KeyEntry& entry, FolderInfo& folder) {
 
 ManifestState manifestState(const KeyUnderCheck& key) {
     if (key.find(MANIFEST_NAME) == nullptr)
-        return ManifestState::absent;
+        return ManifestState::Absent;
     CheckReport report;
     checkManifest(key, report);
-    return report.findings.empty() ? ManifestState::matches : ManifestState::differs;
+    return report.findings.empty() ? ManifestState::Matches : ManifestState::Differs;
 }
 
 }  // namespace

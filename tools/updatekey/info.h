@@ -15,7 +15,7 @@ struct FolderInfo {
 };
 
 // Whether the key has a manifest, and whether the files match it.
-enum class ManifestState { absent, matches, differs };
+enum class ManifestState { Absent, Matches, Differs };
 
 // "none", "matches" or "does not match".
 const char* textOf(ManifestState state);
@@ -24,7 +24,7 @@ struct KeyInfo {
     bool seen = false;
     std::string version;
     std::vector<std::string> notes;  // UTF-8
-    ManifestState manifest = ManifestState::absent;
+    ManifestState manifest = ManifestState::Absent;
     FolderInfo whole;
     FolderInfo application;
     FolderInfo guiData;

@@ -14,7 +14,7 @@ int fail(bool json, const std::string& message) {
     std::fprintf(stderr, "updatekey: %s\n", message.c_str());
     if (json)
         writeOut(failureJson(message));
-    return FAILURE;
+    return ExitFailure;
 }
 
 // Returns the first word that is not an option and not the name of a command.
@@ -56,7 +56,7 @@ int main(int argc, char** argv) {
         try {
             return fail(json, error.what());
         } catch (const std::exception&) {
-            return FAILURE;
+            return ExitFailure;
         }
     }
 }

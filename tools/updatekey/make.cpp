@@ -80,11 +80,11 @@ void copyTree(const fs::path& from, const fs::path& to, std::vector<std::string>
             continue;
         if (isJunkFile(nameOf(entry.path)))
             leftOut.push_back((from / entry.path).string());
-        else if (entry.kind == KeyEntry::Kind::folder)
+        else if (entry.kind == KeyEntry::Kind::Folder)
             fs::create_directory(to / entry.path);
-        else if (entry.kind == KeyEntry::Kind::file)
+        else if (entry.kind == KeyEntry::Kind::File)
             copyFile(from / entry.path, to / entry.path);
-        else if (entry.kind == KeyEntry::Kind::link)
+        else if (entry.kind == KeyEntry::Kind::Link)
             fs::copy_symlink(from / entry.path, to / entry.path);
         else
             throw std::runtime_error((from / entry.path).string() +
@@ -96,7 +96,7 @@ time_t newestTime(const fs::path& folder) {
     time_t newest = 0;
     for (const KeyEntry& entry : readTree(folder)) {
         struct stat status {};
-        const bool isFile = entry.kind == KeyEntry::Kind::file;
+        const bool isFile = entry.kind == KeyEntry::Kind::File;
         if (isFile && ::stat((folder / entry.path).c_str(), &status) == 0)
             newest = std::max(newest, status.st_mtime);
     }

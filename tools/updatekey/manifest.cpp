@@ -61,7 +61,7 @@ std::string sha256Of(const std::filesystem::path& file) {
 Manifest computeManifest(const std::filesystem::path& key) {
     Manifest manifest;
     for (const KeyEntry& entry : readTree(key / "VELD"))
-        if (entry.kind == KeyEntry::Kind::file)
+        if (entry.kind == KeyEntry::Kind::File)
             manifest["VELD/" + entry.path] = sha256Of(key / "VELD" / entry.path);
     return manifest;
 }

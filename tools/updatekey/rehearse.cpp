@@ -62,7 +62,7 @@ class Stage {
 Manifest contentOf(const fs::path& folder) {
     Manifest content;
     for (const KeyEntry& entry : readTree(folder)) {
-        if (entry.kind == KeyEntry::Kind::file)
+        if (entry.kind == KeyEntry::Kind::File)
             content[entry.path] = sha256Of(folder / entry.path);
         else
             content[entry.path + "/"] = "";

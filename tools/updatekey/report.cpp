@@ -13,7 +13,7 @@ namespace {
 std::string summary(const Findings& findings) {
     const auto errors = static_cast<std::size_t>(
         std::count_if(findings.begin(), findings.end(),
-                      [](const Finding& f) { return f.severity == Severity::error; }));
+                      [](const Finding& f) { return f.severity == Severity::Error; }));
     if (findings.empty())
         return "Nothing was found.\n";
     return countWords(errors, "error") + ", " + countWords(findings.size() - errors, "warning") +
@@ -50,7 +50,7 @@ std::string countWords(std::size_t count, const std::string& noun) {
 std::string findingsText(const Findings& findings) {
     std::string text;
     for (const Finding& finding : findings) {
-        text += finding.severity == Severity::error ? "error:   " : "warning: ";
+        text += finding.severity == Severity::Error ? "error:   " : "warning: ";
         text += "[" + finding.code + "] ";
         text += finding.path.empty() ? "" : printable(finding.path) + ": ";
         text += finding.text + "\n";
@@ -101,7 +101,7 @@ std::string infoText(const KeyInfo& info) {
         const auto depth =
             static_cast<std::size_t>(std::count(entry.path.begin(), entry.path.end(), '/'));
         text += std::string(2 * depth + 2, ' ') + printable(nameOf(entry.path));
-        text += entry.kind == KeyEntry::Kind::folder ? "/\n" : "  " + sizeWords(entry.size) + "\n";
+        text += entry.kind == KeyEntry::Kind::Folder ? "/\n" : "  " + sizeWords(entry.size) + "\n";
     }
     return text;
 }

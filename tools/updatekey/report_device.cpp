@@ -21,9 +21,9 @@ std::string padded(const std::string& text, std::size_t width) {
 
 std::string fileLine(const FileDifference& file) {
     switch (file.kind) {
-        case FileDifference::Kind::added:
+        case FileDifference::Kind::Added:
             return "  new      " + printable(file.path) + "  " + sizeWords(file.after) + "\n";
-        case FileDifference::Kind::gone:
+        case FileDifference::Kind::Gone:
             return "  gone     " + printable(file.path) + "  " + sizeWords(file.before) + "\n";
         default:
             return "  changed  " + printable(file.path) + "  " + sizeWords(file.before) + " -> " +

@@ -12,7 +12,7 @@ using Json = nlohmann::ordered_json;
 Json toJson(const Findings& findings) {
     Json list = Json::array();
     for (const Finding& finding : findings)
-        list.push_back({{"severity", finding.severity == Severity::error ? "error" : "warning"},
+        list.push_back({{"severity", finding.severity == Severity::Error ? "error" : "warning"},
                         {"code", finding.code},
                         {"path", finding.path},
                         {"text", finding.text}});
@@ -43,11 +43,11 @@ std::string print(const Json& report) {
 
 const char* kindName(KeyEntry::Kind kind) {
     switch (kind) {
-        case KeyEntry::Kind::file:
+        case KeyEntry::Kind::File:
             return "file";
-        case KeyEntry::Kind::folder:
+        case KeyEntry::Kind::Folder:
             return "folder";
-        case KeyEntry::Kind::link:
+        case KeyEntry::Kind::Link:
             return "link";
         default:
             return "other";

@@ -198,7 +198,7 @@ void writeStick(const fs::path& key, const Manifest& manifest, const fs::path& s
         return unfinished / path.substr(MAKER_FOLDER.size() + 1);
     };
     for (const KeyEntry& entry : readTree(key / MAKER_FOLDER))
-        if (entry.kind == KeyEntry::Kind::folder)
+        if (entry.kind == KeyEntry::Kind::Folder)
             fs::create_directories(unfinished / entry.path);
     for (const auto& [path, checksum] : manifest)
         copyFile(key / path, onStick(path), buffer, meter);
