@@ -81,7 +81,7 @@ int main(int argc, char** argv) {
     if (argc != 2)
         return 2;
     const std::string engine = argv[1];
-    constexpr std::size_t smallFile = 1024;
+    constexpr std::size_t SMALL_FILE = 1024;
     const struct {
         std::size_t files;
         int pairs;
@@ -91,7 +91,7 @@ int main(int argc, char** argv) {
     EngineReport last;
     for (const auto& tree : trees) {
         const BenchDevice device;
-        device.makeKey(tree.files, smallFile, 50);
+        device.makeKey(tree.files, SMALL_FILE, 50);
         const Measured measured = measure(engine, device, tree.pairs);
         printRow("update of " + std::to_string(tree.files) + " files of 1 KiB", measured.wall,
                  "1.00");

@@ -28,8 +28,8 @@ const BenchDevice& device() {
 }
 
 const std::string& hostFile() {
-    static const std::string path = (device().root() / "USB HD/VELD/KSTRL/file000000.dat").string();
-    return path;
+    static const std::string PATH = (device().root() / "USB HD/VELD/KSTRL/file000000.dat").string();
+    return PATH;
 }
 constexpr LPCWSTR DEVICE_FILE = TEXT("/USB HD/VELD/KSTRL\\file000000.dat");
 

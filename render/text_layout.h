@@ -23,11 +23,11 @@ struct PlacedGlyph {
 template <typename OnGlyph, typename OnMissing>
 void layOutLine(const FontData& font, WideText text, float pen, bool useKerning, OnGlyph onGlyph,
                 OnMissing onMissing) {
-    constexpr WCHAR byteOrderMark = 0xFEFF;
+    constexpr WCHAR BYTE_ORDER_MARK = 0xFEFF;
     const WideText line = text.substr(0, text.find(WCHAR{}));
     for (std::size_t i = 0; i < line.size(); ++i) {
         const WCHAR code = line[i];
-        if (code == byteOrderMark || code == TEXT('\r') || code == TEXT('\n'))
+        if (code == BYTE_ORDER_MARK || code == TEXT('\r') || code == TEXT('\n'))
             continue;
         const Glyph* const glyph = findGlyph(font, code);
         if (glyph == nullptr) {

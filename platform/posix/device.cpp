@@ -63,34 +63,34 @@ bool endsInSeparator(LPCWSTR path) {
 
 std::string resolveOnText(LPCWSTR path) {
     const std::u16string_view text(path);
-    static const std::string currentFolder = ".";
-    const std::string& base = isRelative(text) ? currentFolder : deviceRoot();
-    std::string host;
-    host.reserve(base.size() + text.size() + 1);
-    host = base;
+    static const std::string CURRENT_FOLDER = ".";
+    const std::string& base = isRelative(text) ? CURRENT_FOLDER : deviceRoot();
+    std::string hostPath;
+    hostPath.reserve(base.size() + text.size() + 1);
+    hostPath = base;
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = std::min(text.find_first_of(SEPARATORS, start), text.size());
         const std::u16string_view part = text.substr(start, end - start);
         if (part == u"..") {
-            if (host.size() > base.size())
-                host.erase(host.rfind('/'));
+            if (hostPath.size() > base.size())
+                hostPath.erase(hostPath.rfind('/'));
         } else if (const auto name = withoutEnd(part, end == text.size());
                    !name.empty() && name != u".") {
-            host += '/';
-            appendUtf8(host, name);
+            hostPath += '/';
+            appendUtf8(hostPath, name);
         }
         start = end + 1;
     }
-    return host;
+    return hostPath;
 }
 
-DWORD resolveName(LPCWSTR path, std::string& host) {
+DWORD resolveName(LPCWSTR path, std::string& hostPath) {
     const std::u16string_view text(path);
     if (text.empty() || text.size() >= MAX_PATH)
         return ERROR_PATH_NOT_FOUND;
     if (std::any_of(text.begin(), text.end(), [](char16_t c) { return isForbidden(c); }))
         return ERROR_INVALID_NAME;
-    host = resolveOnText(path);
+    hostPath = resolveOnText(path);
     return ERROR_SUCCESS;
 }
 

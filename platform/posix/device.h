@@ -28,6 +28,6 @@ std::string resolveOnText(LPCWSTR path);
 
 // Resolves the path argument of a call. Returns 0, or the error with which the call must fail: 3
 // for a path of 260 characters or more, 123 for an invalid character.
-DWORD resolveName(LPCWSTR path, std::string& host);
+DWORD resolveName(LPCWSTR path, std::string& hostPath);
 
 }  // namespace host

@@ -63,8 +63,8 @@ struct View {
         : parts{identityOf(process + "/ns/mnt"), identityOf(process + "/ns/pid"),
                 identityOf(process + "/root")} {}
     bool isOurs() const {
-        static const View ours("/proc/self");
-        return parts == ours.parts && parts[0].exists() && parts[1].exists();
+        static const View OURS("/proc/self");
+        return parts == OURS.parts && parts[0].exists() && parts[1].exists();
     }
     std::array<FileIdentity, 3> parts;
 };

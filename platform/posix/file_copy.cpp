@@ -148,15 +148,15 @@ BOOL CopyFileW(LPCWSTR source, LPCWSTR destination, BOOL failIfExists) {
     if (!S_ISREG(status.st_mode))
         return fail(ERROR_ACCESS_DENIED);
 
-    constexpr int flags = O_WRONLY | O_NONBLOCK;
+    constexpr int FLAGS = O_WRONLY | O_NONBLOCK;
     // The copy stays writable until it is complete, so that a copy that was killed can be repeated.
     const mode_t mode = (status.st_mode & 0777) | S_IWUSR;
-    Descriptor output(host::openResolved(to, flags | O_CREAT | O_EXCL, mode));
+    Descriptor output(host::openResolved(to, FLAGS | O_CREAT | O_EXCL, mode));
     const bool replaces = !output.isOpen() && errno == EEXIST;
     if (replaces && failIfExists)
         return fail(ERROR_FILE_EXISTS);
     if (replaces)
-        output = Descriptor(host::openResolved(to, flags));
+        output = Descriptor(host::openResolved(to, FLAGS));
     if (!output.isOpen())
         return fail(errno == ENOENT ? ERROR_PATH_NOT_FOUND : windowsError(errno));
     struct stat present {};

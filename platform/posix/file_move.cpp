@@ -112,8 +112,8 @@ bool moveByCopying(const Place& from, const Place& to) {
 }
 
 std::string driveOf(LPCWSTR path) {
-    const std::string host = host::resolveOnText(path);
-    return host::foldCase(host.substr(0, host.find('/', deviceRoot().size() + 1)));
+    const std::string hostPath = host::resolveOnText(path);
+    return host::foldCase(hostPath.substr(0, hostPath.find('/', deviceRoot().size() + 1)));
 }
 
 }  // namespace

@@ -64,21 +64,21 @@ DWORD start(std::u16string pattern, Search& search) {
     // Any valid name can replace the "*" for opening the folder.
     if (isWild)
         std::fill(pattern.begin() + static_cast<std::ptrdiff_t>(lastPart), pattern.end(), u'_');
-    std::string host;
-    if (const DWORD error = host::resolveName(pattern.c_str(), host))
+    std::string hostPath;
+    if (const DWORD error = host::resolveName(pattern.c_str(), hostPath))
         return error;
     // A name with a separator after it finds nothing, nor does the root, which has no name.
-    if (!isWild && (last.empty() || host == deviceRoot()))
+    if (!isWild && (last.empty() || hostPath == deviceRoot()))
         return ERROR_FILE_NOT_FOUND;
-    const std::size_t slash = host.rfind('/');
-    const std::string path = host.substr(0, slash);
+    const std::size_t slash = hostPath.rfind('/');
+    const std::string path = hostPath.substr(0, slash);
     search.folder = host::Descriptor(host::openResolved(path, O_PATH | O_DIRECTORY));
     if (!search.folder.isOpen())
         return openError(path);
     if (last == u"*")
         findAll(search);
     else if (!isWild)
-        findOne(search, host.substr(slash + 1));
+        findOne(search, hostPath.substr(slash + 1));
     return ERROR_SUCCESS;
 }
 

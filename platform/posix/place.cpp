@@ -18,10 +18,10 @@ namespace {
 
 // Returns the length of the part before the first drive: the device folder, or the current folder
 // for a path relative to it.
-std::size_t baseLength(const std::string& host) {
+std::size_t baseLength(const std::string& hostPath) {
     const std::string& device = deviceRoot();
-    const bool isOfDevice = host.compare(0, device.size(), device) == 0 &&
-                            (host.size() == device.size() || host[device.size()] == '/');
+    const bool isOfDevice = hostPath.compare(0, device.size(), device) == 0 &&
+                            (hostPath.size() == device.size() || hostPath[device.size()] == '/');
     return isOfDevice ? device.size() : 1;
 }
 
@@ -44,13 +44,13 @@ void tellLinks(int folder, const std::string& name) {
 }
 
 // Opens a path folder by folder.
-int openStepwise(const std::string& host, int flags, mode_t mode) {
-    std::size_t at = baseLength(host);
-    Descriptor folder(::open(host.substr(0, at).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+int openStepwise(const std::string& hostPath, int flags, mode_t mode) {
+    std::size_t at = baseLength(hostPath);
+    Descriptor folder(::open(hostPath.substr(0, at).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     for (bool isDrive = true; folder.isOpen(); isDrive = false) {
-        const std::size_t end = std::min(host.find('/', at + 1), host.size());
-        const bool isLast = end == host.size();
-        std::string name = at == end ? "." : host.substr(at + 1, end - at - 1);
+        const std::size_t end = std::min(hostPath.find('/', at + 1), hostPath.size());
+        const bool isLast = end == hostPath.size();
+        std::string name = at == end ? "." : hostPath.substr(at + 1, end - at - 1);
         const int step = isLast ? flags : O_PATH | O_DIRECTORY;
         const int links = isDrive && (step & O_DIRECTORY) != 0 ? 0 : O_NOFOLLOW;
         const int file = openIn(folder.number(), name, step | links | O_CLOEXEC, mode);
@@ -66,27 +66,28 @@ int openStepwise(const std::string& host, int flags, mode_t mode) {
 
 }  // namespace
 
-int openResolved(const std::string& host, int flags, mode_t mode) {
+int openResolved(const std::string& hostPath, int flags, mode_t mode) {
     open_how how{};
     how.flags = static_cast<uint64_t>(flags | O_NOFOLLOW | O_CLOEXEC);
     how.mode = (flags & O_CREAT) != 0 ? mode : 0;
     how.resolve = RESOLVE_NO_SYMLINKS;
-    const long file = ::syscall(SYS_openat2, AT_FDCWD, host.c_str(), &how, sizeof how);
+    const long file = ::syscall(SYS_openat2, AT_FDCWD, hostPath.c_str(), &how, sizeof how);
     // The kernel also refuses paths that are allowed: through a drive or a device folder that is a
     // link, or with names that differ in case. Some kernels lack the call or forbid it.
     const bool mayOpen = file < 0 && (errno == ELOOP || errno == ENOTDIR || errno == ENOENT ||
                                       errno == ENOSYS || errno == EPERM);
-    return mayOpen ? openStepwise(host, flags, mode) : static_cast<int>(file);
+    return mayOpen ? openStepwise(hostPath, flags, mode) : static_cast<int>(file);
 }
 
 DWORD locate(LPCWSTR path, Place& place) {
-    std::string host;
-    if (const DWORD error = resolveName(path, host))
+    std::string hostPath;
+    if (const DWORD error = resolveName(path, hostPath))
         return error;
-    const std::size_t end = host.size() == baseLength(host) ? host.size() : host.rfind('/');
-    place.name = end == host.size() ? "." : host.substr(end + 1);
-    host.resize(end);
-    place.folder = Descriptor(openResolved(host, O_PATH | O_DIRECTORY));
+    const std::size_t end =
+        hostPath.size() == baseLength(hostPath) ? hostPath.size() : hostPath.rfind('/');
+    place.name = end == hostPath.size() ? "." : hostPath.substr(end + 1);
+    hostPath.resize(end);
+    place.folder = Descriptor(openResolved(hostPath, O_PATH | O_DIRECTORY));
     if (place.folder.isOpen())
         return ERROR_SUCCESS;
     return errno == ENOENT ? ERROR_PATH_NOT_FOUND : windowsError(errno);

@@ -20,7 +20,7 @@ namespace host {
 
 // Opens a resolved path like open(), but never through a link: that returns -1 with errno ELOOP.
 // The kernel checks for links itself, which saves one call per folder.
-int openResolved(const std::string& host, int flags, mode_t mode = 0);
+int openResolved(const std::string& hostPath, int flags, mode_t mode = 0);
 
 struct Place {
     Descriptor folder;  // a path descriptor; cannot be read

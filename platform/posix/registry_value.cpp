@@ -83,11 +83,11 @@ bool startsWith(std::u16string_view text, std::u16string_view start) {
 }
 
 std::u16string_view trimmed(std::u16string_view text) {
-    constexpr char16_t blanks[] = u" \t\r\n";
-    const std::size_t first = text.find_first_not_of(blanks);
+    constexpr char16_t BLANKS[] = u" \t\r\n";
+    const std::size_t first = text.find_first_not_of(BLANKS);
     if (first == std::u16string_view::npos)
         return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    return text.substr(first, text.find_last_not_of(BLANKS) - first + 1);
 }
 
 bool takeQuoted(std::u16string_view& line, std::u16string& text) {

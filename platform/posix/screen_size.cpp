@@ -41,8 +41,8 @@ ScreenSize askedFor() {
 }  // namespace
 
 ScreenSize screenSize() {
-    static const ScreenSize size = askedFor();
-    return size;
+    static const ScreenSize SIZE = askedFor();
+    return SIZE;
 }
 
 }  // namespace host

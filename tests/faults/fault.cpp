@@ -13,7 +13,7 @@ namespace {
 
 // The errors that each call can return on the instrument's disks.
 const std::map<std::string, std::vector<DWORD>>& errorsOfCalls() {
-    static const std::map<std::string, std::vector<DWORD>> errors = {
+    static const std::map<std::string, std::vector<DWORD>> ERRORS = {
         {"CreateDirectoryW", {3, 5, 112, 183}},
         {"CopyFileW", {2, 3, 5, 32, 112}},
         {"GetFileAttributesW", {2, 3, 5, 32}},
@@ -27,7 +27,7 @@ const std::map<std::string, std::vector<DWORD>>& errorsOfCalls() {
         {"_wfopen", {2, 3, 5, 32, 112}},
         {"CreateProcessW", {}},
     };
-    return errors;
+    return ERRORS;
 }
 
 std::string hostPath(const std::string& path) {

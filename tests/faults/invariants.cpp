@@ -83,9 +83,9 @@ bool holdsInOrder(const std::string& text, const std::vector<std::string>& lines
 }  // namespace
 
 const char* nameOf(Weakness weakness) {
-    static const char* const names[] = {"backup is the last copy", "missing GUI data fails",
+    static const char* const NAMES[] = {"backup is the last copy", "missing GUI data fails",
                                         "stray staged file", "staged file is read-only"};
-    return names[static_cast<std::size_t>(weakness)];
+    return NAMES[static_cast<std::size_t>(weakness)];
 }
 
 void checkNothingLost(const Tree& original, const Tree& now, Findings& findings) {

@@ -27,7 +27,7 @@ struct Column {
 };
 
 const std::vector<Column>& outcomes() {
-    static const std::vector<Column> columns = {
+    static const std::vector<Column> COLUMNS = {
         {"complete", [](const CaseResult& r) { return r.first == RunEnd::Complete; }},
         {"unnoticed", [](const CaseResult& r) { return r.unnoticed; }},
         {"failed", [](const CaseResult& r) { return r.first == RunEnd::Failed; }},
@@ -42,7 +42,7 @@ const std::vector<Column>& outcomes() {
          }},
         {"2nd failed", [](const CaseResult& r) { return r.second != RunEnd::Complete; }},
     };
-    return columns;
+    return COLUMNS;
 }
 
 void printOutcomes(const std::vector<MatrixRow>& rows) {

@@ -65,8 +65,8 @@ bool startsWith(const std::string& text, const std::string& start) {
 
 bool isOutside(const std::string& path) {
     const std::string installation = deviceRoot() + "/FlashDisk/VELD";
-    const std::string host = host::resolveOnText(host::toUtf16(path).c_str());
-    return host != installation && !startsWith(host, installation + "/");
+    const std::string hostPath = host::resolveOnText(host::toUtf16(path).c_str());
+    return hostPath != installation && !startsWith(hostPath, installation + "/");
 }
 
 // The call hook's state during a run: counts calls, records them, locks folders and applies the
@@ -127,9 +127,9 @@ class Surroundings {
 };
 
 RunEnd runToItsEnd(SimpleUI& screen, const Surroundings& surroundings) {
-    constexpr int mostFrames = 200;
+    constexpr int MOST_FRAMES = 200;
     Logger::instance().setPath(INSTALL_ROOT + "/ORBUI/data/../../Updater-log.txt");
-    for (int frame = 0; frame < mostFrames; ++frame) {
+    for (int frame = 0; frame < MOST_FRAMES; ++frame) {
         screen.tick();
         if (surroundings.launched())
             return RunEnd::Complete;
@@ -142,9 +142,9 @@ RunEnd runToItsEnd(SimpleUI& screen, const Surroundings& surroundings) {
 }
 
 [[noreturn]] void runInChild(Record& record, const RunPlan& plan) {
-    constexpr unsigned longestSeconds = 20;
-    constexpr int noWayOut = 3;
-    ::alarm(longestSeconds);
+    constexpr unsigned LONGEST_SECONDS = 20;
+    constexpr int NO_WAY_OUT = 3;
+    ::alarm(LONGEST_SECONDS);
     const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
     ::dup2(nowhere, STDOUT_FILENO);
     const Surroundings surroundings(record, plan);
@@ -153,15 +153,15 @@ RunEnd runToItsEnd(SimpleUI& screen, const Surroundings& surroundings) {
     record.ended = true;
     screen.onKey(VK_END);
     screen.onKey(VK_END);
-    ::_exit(noWayOut);
+    ::_exit(NO_WAY_OUT);
 }
 
 }  // namespace
 
 const char* nameOf(RunEnd end) {
-    static const char* const names[] = {"complete", "failed",  "updating",
+    static const char* const NAMES[] = {"complete", "failed",  "updating",
                                         "killed",   "crashed", "hung"};
-    return names[static_cast<std::size_t>(end)];
+    return NAMES[static_cast<std::size_t>(end)];
 }
 
 UpdateRun runUpdate(const DeviceFolder& device, const RunPlan& plan) {

@@ -13,9 +13,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
         std::abort();
     setDeviceRoot("/nowhere/device");
     const std::u16string path = u"/" + wide;
-    const std::string host = host::resolveOnText(path.c_str());
-    if (host.compare(0, deviceRoot().size(), deviceRoot()) != 0 ||
-        host.find("/../") != std::string::npos || host.find("//") != std::string::npos)
+    const std::string hostPath = host::resolveOnText(path.c_str());
+    if (hostPath.compare(0, deviceRoot().size(), deviceRoot()) != 0 ||
+        hostPath.find("/../") != std::string::npos || hostPath.find("//") != std::string::npos)
         std::abort();
     std::string resolved;
     host::resolveName(path.c_str(), resolved);

@@ -118,24 +118,24 @@ Picture screenPicture() {
 
 // One for the process, in which the programs are cached.
 bool hasContext() {
-    static const bool made = makeOffscreenContext(WIDTH, HEIGHT);
-    return made;
+    static const bool MADE = makeOffscreenContext(WIDTH, HEIGHT);
+    return MADE;
 }
 
 // The picture of the simulated device is too smooth to show a wrong length of its rows.
 TEST(Background, IsReadInRowsOf1024Pixels) {
     ASSERT_TRUE(hasContext());
-    constexpr std::size_t column = 700;
+    constexpr std::size_t COLUMN = 700;
     const DeviceFolder device;
     std::string bytes(std::size_t{1} << 20, '\0');
-    for (std::size_t i = column; i < bytes.size(); i += 1024)
+    for (std::size_t i = COLUMN; i < bytes.size(); i += 1024)
         bytes[i] = '\xFF';
     device.write("FlashDisk/VELD/ORBUI/data/KSTRL-menubg4.raw", bytes);
     SimpleUI screen;
     screen.init(WIDTH, HEIGHT);
     screen.draw();
-    EXPECT_EQ(screenPicture()[column * 3], 255);
-    EXPECT_EQ(screenPicture()[((HEIGHT - 1) * WIDTH + column) * 3], 255);
+    EXPECT_EQ(screenPicture()[COLUMN * 3], 255);
+    EXPECT_EQ(screenPicture()[((HEIGHT - 1) * WIDTH + COLUMN) * 3], 255);
 }
 
 class Golden : public testing::TestWithParam<Screenshot> {

@@ -23,9 +23,9 @@ void DeviceFolder::makeFolder(const std::string& path) const {
 }
 
 void DeviceFolder::setReadOnly(const std::string& path) const {
-    constexpr auto anyWrite =
+    constexpr auto ANY_WRITE =
         fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
-    fs::permissions(at(path), anyWrite, fs::perm_options::remove);
+    fs::permissions(at(path), ANY_WRITE, fs::perm_options::remove);
 }
 
 std::string DeviceFolder::read(const std::string& path) const {

@@ -3,8 +3,7 @@
 #include "tests/helpers/device_folder.h"
 #include "tests/helpers/scratch.h"
 
-DeviceFolder::DeviceFolder() {
-    root_ = makeScratchFolder();
+DeviceFolder::DeviceFolder() : root_(makeScratchFolder()) {
     setDeviceRoot(root_.string());
 }
 

@@ -11,15 +11,15 @@ inline bool makeOffscreenContext(EGLint width, EGLint height) {
     setenv("EGL_PLATFORM", "surfaceless", 1);
     setenv("LIBGL_ALWAYS_SOFTWARE", "1", 1);
     const EGLDisplay display = eglGetDisplay(EGL_DEFAULT_DISPLAY);
-    constexpr EGLint wanted[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RED_SIZE, 8, EGL_NONE};
+    constexpr EGLint WANTED[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RED_SIZE, 8, EGL_NONE};
     const EGLint extent[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
-    constexpr EGLint version[] = {EGL_CONTEXT_CLIENT_VERSION, 2, EGL_NONE};
+    constexpr EGLint VERSION[] = {EGL_CONTEXT_CLIENT_VERSION, 2, EGL_NONE};
     EGLConfig config = nullptr;
     EGLint count = 0;
     if (eglInitialize(display, nullptr, nullptr) == EGL_FALSE ||
-        eglChooseConfig(display, wanted, &config, 1, &count) == EGL_FALSE || count == 0)
+        eglChooseConfig(display, WANTED, &config, 1, &count) == EGL_FALSE || count == 0)
         return false;
     const EGLSurface surface = eglCreatePbufferSurface(display, config, extent);
-    const EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, version);
+    const EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, VERSION);
     return eglMakeCurrent(display, surface, surface, context) == EGL_TRUE;
 }

@@ -72,12 +72,12 @@ fs::path startWatch() {
 }  // namespace
 
 fs::path makeScratchFolder() {
-    static const fs::path base = startWatch();
+    static const fs::path BASE = startWatch();
     // Another process that works in the base may remove it, empty, in between.
     for (;;) {
         std::error_code error;
-        fs::create_directories(base, error);
-        std::string pattern = (base / "XXXXXX").string();
+        fs::create_directories(BASE, error);
+        std::string pattern = (BASE / "XXXXXX").string();
         if (::mkdtemp(pattern.data()) != nullptr)
             return pattern;
         if (errno != ENOENT)

@@ -24,11 +24,11 @@ class UpdateOnDevice : public ::testing::Test {
 
     // Runs an update until it ends. Returns the final state.
     static int32_t run() {
-        constexpr int mostSteps = 200000;
+        constexpr int MOST_STEPS = 200000;
         Updater updater;
         updater.pollMedia();
         updater.startUpdate();
-        for (int i = 0; i < mostSteps && updater.getState() == Updating; ++i)
+        for (int i = 0; i < MOST_STEPS && updater.getState() == Updating; ++i)
             updater.step();
         return updater.getState();
     }

@@ -19,9 +19,9 @@ TEST_F(HostileKey, UnexpectedEntriesAreSkippedOrCopied) {
     fs::remove(key / "ORBUI/data/bg.raw");
     device.write(KEY + std::string("ORBUI/data/bg.raw/x"), "in a folder");
     // A sparse file must stay sparse on the flash disk.
-    constexpr uintmax_t size = (uintmax_t{4} << 30) + 1;
+    constexpr uintmax_t SIZE = (uintmax_t{4} << 30) + 1;
     device.write(KEY + std::string("KSTRL/sparse"), "head");
-    fs::resize_file(key / "KSTRL/sparse", size);
+    fs::resize_file(key / "KSTRL/sparse", SIZE);
     device.write("FlashDisk/VELD/Projects/survey.dzt", "a day in the field");
     device.makeFolder("FlashDisk/VELD/KSTRL_old");
     fs::create_symlink("../Projects", device.root() / "FlashDisk/VELD/KSTRL_old/projects");
@@ -30,7 +30,7 @@ TEST_F(HostileKey, UnexpectedEntriesAreSkippedOrCopied) {
     struct stat status {};
     const fs::path sparse = device.root() / "FlashDisk/VELD/KSTRL/sparse";
     ASSERT_EQ(::stat(sparse.c_str(), &status), 0);
-    EXPECT_EQ(static_cast<uintmax_t>(status.st_size), size);
+    EXPECT_EQ(static_cast<uintmax_t>(status.st_size), SIZE);
     EXPECT_LT(status.st_blocks, 4096);
     fs::remove(sparse);
     EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL"), (Tree{{"KSTRL.exe", "application 2"}}));

@@ -47,13 +47,13 @@ using LongLife = UpdateOnDevice;
 
 // A leak of the smallest block at each poll exceeds the tolerance by then.
 TEST_F(LongLife, WaitingForAKeyForThreeHoursLeaksNothing) {
-    constexpr int polls = 3 * 60 * 60 * 10;
+    constexpr int POLLS = 3 * 60 * 60 * 10;
     fs::remove_all(device.root() / "USB HD");
     setCallHook([](const HookedCall& call) {
         return std::string(call.name) == "Sleep" ? ERROR_GEN_FAILURE : ERROR_SUCCESS;
     });
     SimpleUI screen;
-    expectNoGrowth(polls, 1000, [&](int) { screen.tick(); });
+    expectNoGrowth(POLLS, 1000, [&](int) { screen.tick(); });
 }
 
 TEST_F(LongLife, RepeatedUpdatesLeakNothing) {

@@ -16,7 +16,7 @@ namespace {
 class RealFault : public UpdateOnDevice {
   protected:
     void TearDown() override {
-        if (mounted_)
+        if (mounted)
             ::umount2(flashDisk().c_str(), MNT_DETACH);
     }
 
@@ -27,15 +27,15 @@ class RealFault : public UpdateOnDevice {
     bool mountFlashDisk(const char* size) {
         Logger::instance().setPath("/log.txt");
         const std::string options = std::string("size=") + size;
-        mounted_ = ::unshare(CLONE_NEWNS) == 0 &&
-                   ::mount("", "/", "", MS_REC | MS_PRIVATE, nullptr) == 0 &&
-                   ::mount("none", flashDisk().c_str(), "tmpfs", 0, options.c_str()) == 0;
-        if (mounted_)
+        mounted = ::unshare(CLONE_NEWNS) == 0 &&
+                  ::mount("", "/", "", MS_REC | MS_PRIVATE, nullptr) == 0 &&
+                  ::mount("none", flashDisk().c_str(), "tmpfs", 0, options.c_str()) == 0;
+        if (mounted)
             UpdateOnDevice::SetUp();
-        return mounted_;
+        return mounted;
     }
 
-    bool mounted_ = false;
+    bool mounted = false;
 };
 
 #define MOUNT_OR_SKIP(size)    \
@@ -95,8 +95,8 @@ TEST_F(RealFault, FoldersThatCannotBeRenamedAreCopied) {
     const std::string root = device.root().string();
     const std::string layers =
         "lowerdir=" + flashDisk() + ",upperdir=" + root + "/upper,workdir=" + root + "/work";
-    mounted_ = ::mount("none", flashDisk().c_str(), "overlay", 0, layers.c_str()) == 0;
-    if (!mounted_)
+    mounted = ::mount("none", flashDisk().c_str(), "overlay", 0, layers.c_str()) == 0;
+    if (!mounted)
         GTEST_SKIP() << "mounting is refused here: layers are not tested";
     const Tree installed = device.tree("FlashDisk/VELD/KSTRL");
     EXPECT_EQ(run(), UpdateComplete) << device.read("log.txt");

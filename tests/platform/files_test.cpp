@@ -184,10 +184,10 @@ TEST(Files, SetAttributes) {
 TEST(Files, GetAttributes) {
     const DeviceFolder device;
     make(device, "d/ f=1 !r=2");
-    constexpr DWORD readOnlyAndFolder = 0x11;
-    EXPECT_EQ(GetFileAttributesW(TEXT("/T/d")) & readOnlyAndFolder, DWORD{0x10});
-    EXPECT_EQ(GetFileAttributesW(TEXT("/T/f")) & readOnlyAndFolder, DWORD{0});
-    EXPECT_EQ(GetFileAttributesW(TEXT("/T/r")) & readOnlyAndFolder, DWORD{1});
+    constexpr DWORD READ_ONLY_AND_FOLDER = 0x11;
+    EXPECT_EQ(GetFileAttributesW(TEXT("/T/d")) & READ_ONLY_AND_FOLDER, DWORD{0x10});
+    EXPECT_EQ(GetFileAttributesW(TEXT("/T/f")) & READ_ONLY_AND_FOLDER, DWORD{0});
+    EXPECT_EQ(GetFileAttributesW(TEXT("/T/r")) & READ_ONLY_AND_FOLDER, DWORD{1});
     EXPECT_EQ(GetFileAttributesW(TEXT("/T/gone")), DWORD{0xFFFFFFFF});
     EXPECT_EQ(GetLastError(), DWORD{2});
     EXPECT_EQ(GetFileAttributesW(TEXT("/T/gone/f")), DWORD{0xFFFFFFFF});

@@ -14,7 +14,7 @@ TEST(Paths, AreResolvedAsTextAndStayInTheDevice) {
     const std::string root = device.root().string();
     struct Case {
         LPCWSTR path;
-        std::string host;
+        std::string hostPath;
     };
     const Case cases[] = {
         {u"/", root},
@@ -35,16 +35,16 @@ TEST(Paths, AreResolvedAsTextAndStayInTheDevice) {
     };
     for (const Case& test : cases) {
         SCOPED_TRACE(host::toUtf8(test.path));
-        std::string host;
-        EXPECT_EQ(host::resolveName(test.path, host), DWORD{0});
-        EXPECT_EQ(host, test.host);
+        std::string hostPath;
+        EXPECT_EQ(host::resolveName(test.path, hostPath), DWORD{0});
+        EXPECT_EQ(hostPath, test.hostPath);
     }
-    std::string host;
-    EXPECT_EQ(host::resolveName(u"", host), DWORD{3});
-    EXPECT_EQ(host::resolveName((u"/" + std::u16string(258, u'a')).c_str(), host), DWORD{0});
-    EXPECT_EQ(host::resolveName((u"/" + std::u16string(259, u'a')).c_str(), host), DWORD{3});
+    std::string hostPath;
+    EXPECT_EQ(host::resolveName(u"", hostPath), DWORD{3});
+    EXPECT_EQ(host::resolveName((u"/" + std::u16string(258, u'a')).c_str(), hostPath), DWORD{0});
+    EXPECT_EQ(host::resolveName((u"/" + std::u16string(259, u'a')).c_str(), hostPath), DWORD{3});
     for (const char16_t forbidden : std::u16string_view(u"<>:\"|?*\n\x1F"))
-        EXPECT_EQ(host::resolveName((u"/a/b" + std::u16string(1, forbidden)).c_str(), host),
+        EXPECT_EQ(host::resolveName((u"/a/b" + std::u16string(1, forbidden)).c_str(), hostPath),
                   DWORD{123});
 }
 

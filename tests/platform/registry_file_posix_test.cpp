@@ -120,8 +120,9 @@ TEST(RegistryFile, RewritesOnlyTheLinesOfChangedValues) {
                               "\"Gone\"=hex(2):41,00\r\n\"Q\\\"\\\\\"=\"a\\\\ \xC3\xA9\"\r\n" +
                               "\r\n; the end\r\n\r\n[HKEY_LOCAL_MACHINE\\L]\r\n@=hex(4):01\r\n";
     const std::u16string key = u"hkey_local_machine\\K";
-    for (const auto encode :
-         {+[](const std::string& text) { return text; }, asUtf16, asUtf16BigEndian}) {
+    using Encoding = std::string (*)(const std::string&);
+    const Encoding utf8 = [](const std::string& text) { return text; };
+    for (const Encoding encode : {utf8, Encoding(asUtf16), Encoding(asUtf16BigEndian)}) {
         host::Registry registry = host::Registry::fromText(encode(before));
         registry.set(key, u"num", {REG_DWORD, {31, 0, 0, 0}});
         registry.set(key, u"LIST", {REG_BINARY, {0, 255}});

@@ -132,8 +132,8 @@ void compareLogAndDisk(Diagnosis& diagnosis, const DiskState& state) {
 }  // namespace
 
 const char* nameOf(Advice::Action action) {
-    constexpr const char* names[] = {"save", "remove", "rename", "update-again", "start"};
-    return names[static_cast<std::size_t>(action)];
+    constexpr const char* NAMES[] = {"save", "remove", "rename", "update-again", "start"};
+    return NAMES[static_cast<std::size_t>(action)];
 }
 
 bool Diagnosis::sound() const {

@@ -3,7 +3,7 @@
 namespace fs = std::filesystem;
 
 const UpdateStepText& textOf(UpdateStep step) {
-    static const UpdateStepText texts[] = {
+    static const UpdateStepText TEXTS[] = {
         {"none", "No update is under way.", "what is installed is in place"},
         {"copying", "The update stopped before anything installed was touched.",
          "the installation untouched, a part of the new version in Update"},
@@ -20,7 +20,7 @@ const UpdateStepText& textOf(UpdateStep step) {
         {"unclear", "The folders are not as a single interrupted update leaves them.",
          "see the list of folders"},
     };
-    return texts[static_cast<std::size_t>(step)];
+    return TEXTS[static_cast<std::size_t>(step)];
 }
 
 DiskState readDiskState(const fs::path& makerFolder) {

@@ -64,7 +64,7 @@ std::string meaningOf(const std::string& line) {
 }  // namespace
 
 std::string errorMeaning(int number) {
-    static const std::map<int, const char*> meanings = {
+    static const std::map<int, const char*> MEANINGS = {
         {2, "2: there is no such file"},
         {3, "3: there is no such folder"},
         {5, "5: the system refused it"},
@@ -77,8 +77,8 @@ std::string errorMeaning(int number) {
         {183, "183: there is something of this name"},
         {1117, "1117: the disk could not be read or written"},
     };
-    const auto meaning = meanings.find(number);
-    return meaning == meanings.end() ? std::string() : meaning->second;
+    const auto meaning = MEANINGS.find(number);
+    return meaning == MEANINGS.end() ? std::string() : meaning->second;
 }
 
 LogReading readLog(const std::string& bytes) {

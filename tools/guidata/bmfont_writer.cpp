@@ -28,13 +28,13 @@ void putBlock(std::string& bytes, BlockType type, const std::string& content) {
 }
 
 std::string infoBlock(const std::string& fontName, int emSize) {
-    constexpr unsigned smoothAndUnicode = 0xC0;
-    constexpr int unstretched = 100;
+    constexpr unsigned SMOOTH_AND_UNICODE = 0xC0;
+    constexpr int UNSTRETCHED = 100;
     std::string block;
     put16(block, -emSize);  // negative: the size of the em
-    put8(block, smoothAndUnicode);
+    put8(block, SMOOTH_AND_UNICODE);
     put8(block, 0);  // no character set: the font is Unicode
-    put16(block, unstretched);
+    put16(block, UNSTRETCHED);
     put8(block, 1);  // no supersampling
     for (int side = 0; side < 4; ++side)
         put8(block, 0);  // padding inside a cell

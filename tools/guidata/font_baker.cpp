@@ -58,11 +58,11 @@ std::optional<std::vector<RenderedGlyph>> renderGlyphs(const BakeRequest& reques
 // The device moves the second glyph of a pair but not the pen, so the pair closes one gap and opens
 // the next by the same amount. Half of the font's kerning balances the two.
 KerningTable fontKerning(const Typeface& typeface, const std::set<char16_t>& characters) {
-    constexpr double share = 0.5;
+    constexpr double SHARE = 0.5;
     KerningTable pairs;
     for (const char16_t first : characters) {
         for (const char16_t second : characters) {
-            const long amount = std::lround(typeface.kerning(first, second) * share);
+            const long amount = std::lround(typeface.kerning(first, second) * SHARE);
             if (amount != 0)
                 pairs[{first, second}] = static_cast<int16_t>(amount);
         }
@@ -92,7 +92,7 @@ std::vector<std::string> pageNames(const std::string& faceName, int count) {
 }
 
 Glyph placedGlyph(const RenderedGlyph& glyph, const CellPlace& place, int base) {
-    constexpr uint8_t allChannels = 15;
+    constexpr uint8_t ALL_CHANNELS = 15;
     Glyph placed{};
     placed.id = glyph.character;
     placed.x = static_cast<uint16_t>(place.x);
@@ -102,7 +102,7 @@ Glyph placedGlyph(const RenderedGlyph& glyph, const CellPlace& place, int base) 
     placed.yoffset = static_cast<int16_t>(glyph.image.height == 0 ? 0 : base - glyph.image.top);
     placed.xadvance = static_cast<int16_t>(glyph.image.advance);
     placed.page = static_cast<uint8_t>(place.page);
-    placed.channel = allChannels;
+    placed.channel = ALL_CHANNELS;
     return placed;
 }
 
@@ -147,8 +147,8 @@ std::optional<BakedFace> bakeFace(const BakeRequest& request, std::string& error
         return std::nullopt;
 
     const Atlas atlas = packAtlas(cellSizes(*glyphs), request.maxPageSide);
-    constexpr int maxPages = 256;
-    if (atlas.pages == 0 || atlas.pages > maxPages) {
+    constexpr int MAX_PAGES = 256;
+    if (atlas.pages == 0 || atlas.pages > MAX_PAGES) {
         error = request.faceName + ": the glyphs do not fit on pages of " +
                 std::to_string(request.maxPageSide) + " pixels";
         return std::nullopt;

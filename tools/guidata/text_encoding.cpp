@@ -24,10 +24,10 @@ std::optional<uint32_t> nextCharacter(const std::string& bytes, std::size_t& at)
     const int length = sequenceLength(lead);
     if (length == 0 || bytes.size() - at < static_cast<std::size_t>(length))
         return std::nullopt;
-    constexpr std::array<uint32_t, 5> leadBits = {0, 0x7F, 0x1F, 0x0F, 0x07};
-    constexpr std::array<uint32_t, 5> smallest = {0, 0, 0x80, 0x800, 0x10000};
+    constexpr std::array<uint32_t, 5> LEAD_BITS = {0, 0x7F, 0x1F, 0x0F, 0x07};
+    constexpr std::array<uint32_t, 5> SMALLEST = {0, 0, 0x80, 0x800, 0x10000};
     const auto index = static_cast<std::size_t>(length);
-    uint32_t code = lead & leadBits[index];
+    uint32_t code = lead & LEAD_BITS[index];
     for (std::size_t i = 1; i < index; ++i) {
         const auto byte = static_cast<unsigned char>(bytes[at + i]);
         if ((byte & 0xC0) != 0x80)
@@ -35,7 +35,7 @@ std::optional<uint32_t> nextCharacter(const std::string& bytes, std::size_t& at)
         code = (code << 6) | (byte & 0x3F);
     }
     const bool surrogate = code >= 0xD800 && code < 0xE000;
-    if (code < smallest[index] || code > 0x10FFFF || surrogate)
+    if (code < SMALLEST[index] || code > 0x10FFFF || surrogate)
         return std::nullopt;
     at += index;
     return code;

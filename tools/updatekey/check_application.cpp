@@ -46,12 +46,12 @@ std::string machineOf(uint32_t number) {
 
 // The end of the last part of the file that the header describes.
 uint64_t lastByte(const Header& header, std::size_t start) {
-    constexpr std::size_t fileHeader = 24;
-    constexpr std::size_t entrySize = 40;
-    const std::size_t sections = start + fileHeader + header.number(start + 20, 2);
+    constexpr std::size_t FILE_HEADER = 24;
+    constexpr std::size_t ENTRY_SIZE = 40;
+    const std::size_t sections = start + FILE_HEADER + header.number(start + 20, 2);
     uint64_t end = 0;
     for (uint32_t i = 0; i < header.number(start + 6, 2); ++i) {
-        const std::size_t entry = sections + i * entrySize;
+        const std::size_t entry = sections + i * ENTRY_SIZE;
         end = std::max(end, uint64_t{header.number(entry + 16, 4)} + header.number(entry + 20, 4));
     }
     return end;

@@ -17,15 +17,15 @@ const std::string DATA = keylayout::MAKER_FOLDER + keylayout::GUI_DATA;
 // Whether five blocks fill the file exactly. The device accepts a truncated file; a key must not
 // contain one.
 bool isWhole(const std::string& bytes) {
-    constexpr std::size_t blockHeader = 5;
+    constexpr std::size_t BLOCK_HEADER = 5;
     std::size_t position = 4;
     for (int block = 0; block < 5; ++block) {
-        if (bytes.size() < position + blockHeader)
+        if (bytes.size() < position + BLOCK_HEADER)
             return false;
         uint32_t size = 0;
-        for (std::size_t i = blockHeader; i-- > 1;)
+        for (std::size_t i = BLOCK_HEADER; i-- > 1;)
             size = (size << 8) | static_cast<unsigned char>(bytes[position + i]);
-        position += blockHeader + std::size_t{size};
+        position += BLOCK_HEADER + std::size_t{size};
     }
     return position == bytes.size();
 }
@@ -69,12 +69,12 @@ bool isEmptyPicture(const std::string& bytes) {
 
 // In a picture, neighbouring pixels are similar; random data gives a mean difference of 85.
 bool looksLikeNoise(const std::string& bytes) {
-    constexpr double most = 50;
+    constexpr double MOST = 50;
     double sum = 0;
     for (std::size_t i = 1; i < bytes.size(); ++i)
         sum += std::abs(static_cast<unsigned char>(bytes[i]) -
                         static_cast<unsigned char>(bytes[i - 1]));
-    return !bytes.empty() && sum / static_cast<double>(bytes.size()) > most;
+    return !bytes.empty() && sum / static_cast<double>(bytes.size()) > MOST;
 }
 
 void checkFace(const KeyUnderCheck& key, const std::string& face, Severity ifMissing,
@@ -121,8 +121,8 @@ void checkSizes(const KeyUnderCheck& key, Script script, Findings& findings) {
 }  // namespace
 
 void checkFonts(const KeyUnderCheck& key, CheckReport& report) {
-    constexpr uint64_t backgroundSide = 1024;
-    checkRaw(key, DATA + "KSTRL-menubg4.raw", backgroundSide * backgroundSide, "background",
+    constexpr uint64_t BACKGROUND_SIDE = 1024;
+    checkRaw(key, DATA + "KSTRL-menubg4.raw", BACKGROUND_SIDE * BACKGROUND_SIDE, "background",
              report.findings);
     if (looksLikeNoise(bytesOf(key, DATA + "KSTRL-menubg4.raw")))
         addWarning(report.findings, "background-noise", DATA + "KSTRL-menubg4.raw",

@@ -12,8 +12,8 @@ std::string shown(uint64_t bytes) {
 }  // namespace
 
 uint64_t sizeOnFlash(uint64_t bytes) {
-    constexpr uint64_t cluster = 4096;
-    return (bytes + cluster - 1) / cluster * cluster;
+    constexpr uint64_t CLUSTER = 4096;
+    return (bytes + CLUSTER - 1) / CLUSTER * CLUSTER;
 }
 
 void checkSpace(const KeyUnderCheck& key, CheckReport& report) {

@@ -46,15 +46,15 @@ uint64_t clusterSizeFor(uint64_t bytes) {
 // Returns the number of clusters for the files and folders of a tree. A folder has an entry of 32
 // bytes for each file, and another for every 13 characters of its long name.
 uint64_t clustersOf(const std::vector<KeyEntry>& tree, uint64_t cluster) {
-    constexpr uint64_t entrySize = 32;
-    constexpr uint64_t charactersPerEntry = 13;
-    std::map<std::string, uint64_t> folders = {{"", 2 * entrySize}};
+    constexpr uint64_t ENTRY_SIZE = 32;
+    constexpr uint64_t CHARACTERS_PER_ENTRY = 13;
+    std::map<std::string, uint64_t> folders = {{"", 2 * ENTRY_SIZE}};
     uint64_t clusters = 0;
     for (const KeyEntry& entry : tree) {
-        const uint64_t entries = 2 + deviceLength(nameOf(entry.path)) / charactersPerEntry;
-        folders[parentOf(entry.path)] += entries * entrySize;
+        const uint64_t entries = 2 + deviceLength(nameOf(entry.path)) / CHARACTERS_PER_ENTRY;
+        folders[parentOf(entry.path)] += entries * ENTRY_SIZE;
         if (entry.kind == KeyEntry::Kind::Folder)
-            folders[entry.path] += 2 * entrySize;
+            folders[entry.path] += 2 * ENTRY_SIZE;
         clusters += roundUp(entry.size, cluster) / cluster;
     }
     for (const auto& [path, bytes] : folders)
@@ -74,8 +74,8 @@ Layout layOut(const std::vector<KeyEntry>& tree, const ImageOptions& options) {
         bytes += options.size == 0 ? entry.size : 0;
     const uint64_t cluster = clusterSizeFor(bytes);
     const uint64_t needed = std::max(LEAST_CLUSTERS, clustersOf(tree, cluster));
-    constexpr uint64_t fatEntry = 4;
-    const uint64_t tableSectors = 2 * roundUp((needed + 2) * fatEntry, cluster) / SECTOR;
+    constexpr uint64_t FAT_ENTRY = 4;
+    const uint64_t tableSectors = 2 * roundUp((needed + 2) * FAT_ENTRY, cluster) / SECTOR;
     Layout layout{options.partitionTable ? PARTITION_START : 0, 0, cluster / SECTOR};
     layout.sectors = RESERVED_SECTORS + tableSectors + needed * layout.clusterSectors;
     if (options.size == 0)
@@ -119,12 +119,12 @@ void fill(const std::string& drive, const fs::path& key, const std::vector<KeyEn
             filesOf[parentOf(entry.path)].push_back((key / entry.path).string());
     }
     runExternalProgram(makeFolders);
-    constexpr std::size_t atOnce = 500;
+    constexpr std::size_t AT_ONCE = 500;
     for (const auto& [folder, files] : filesOf) {
-        for (std::size_t first = 0; first < files.size(); first += atOnce) {
+        for (std::size_t first = 0; first < files.size(); first += AT_ONCE) {
             std::vector<std::string> copy = clock;
             copy.insert(copy.end(), {"mcopy", "-m", "-i", drive});
-            const std::size_t last = std::min(first + atOnce, files.size());
+            const std::size_t last = std::min(first + AT_ONCE, files.size());
             copy.insert(copy.end(), files.begin() + static_cast<std::ptrdiff_t>(first),
                         files.begin() + static_cast<std::ptrdiff_t>(last));
             copy.push_back("::/" + folder);

@@ -83,8 +83,8 @@ std::string runExternalProgram(const std::vector<std::string>& arguments,
     int status = 0;
     while (::waitpid(process, &status, 0) < 0 && errno == EINTR) {
     }
-    constexpr int notFound = 127;
-    if (WIFEXITED(status) && WEXITSTATUS(status) == notFound)
+    constexpr int NOT_FOUND = 127;
+    if (WIFEXITED(status) && WEXITSTATUS(status) == NOT_FOUND)
         throw std::runtime_error("the program " + arguments.front() +
                                  " is not installed; install Debian's packages mtools, dosfstools "
                                  "and fdisk");

@@ -16,12 +16,12 @@ FontData loadKeyFace(const std::string& faceName) {
 }
 
 std::string listCharacters(const std::set<WCHAR>& characters) {
-    constexpr std::size_t shown = 8;
+    constexpr std::size_t SHOWN = 8;
     std::string list;
     std::size_t count = 0;
     for (const WCHAR code : characters) {
-        if (count++ == shown)
-            return list + ", and " + std::to_string(characters.size() - shown) + " more";
+        if (count++ == SHOWN)
+            return list + ", and " + std::to_string(characters.size() - SHOWN) + " more";
         char number[16];
         std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(code));
         const bool printable = code > 0x20 && !(code >= 0x7F && code < 0xA0);

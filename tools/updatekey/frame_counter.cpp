@@ -25,8 +25,8 @@ void writeCount() {
 // The last frame is not swapped: the program exits during it when it starts the application.
 extern "C" EGLBoolean eglSwapBuffers(EGLDisplay display, EGLSurface surface) {
     using Swap = EGLBoolean (*)(EGLDisplay, EGLSurface);
-    static const Swap swap = reinterpret_cast<Swap>(::dlsym(RTLD_NEXT, "eglSwapBuffers"));
+    static const Swap SWAP = reinterpret_cast<Swap>(::dlsym(RTLD_NEXT, "eglSwapBuffers"));
     ++frames;
     writeCount();
-    return swap(display, surface);
+    return SWAP(display, surface);
 }

@@ -26,8 +26,8 @@ ManifestState manifestState(const KeyUnderCheck& key) {
 }  // namespace
 
 const char* textOf(ManifestState state) {
-    constexpr const char* texts[] = {"none", "matches", "does not match"};
-    return texts[static_cast<std::size_t>(state)];
+    constexpr const char* TEXTS[] = {"none", "matches", "does not match"};
+    return TEXTS[static_cast<std::size_t>(state)];
 }
 
 KeyInfo describeKey(const std::filesystem::path& key) {

@@ -14,11 +14,11 @@ namespace {
 constexpr std::size_t HEX_LENGTH = std::size_t{2} * SHA256_DIGEST_SIZE;
 
 std::string toHex(const uint8_t* bytes, std::size_t size) {
-    constexpr const char* digits = "0123456789abcdef";
+    constexpr const char* DIGITS = "0123456789abcdef";
     std::string text;
     for (std::size_t i = 0; i < size; ++i) {
-        text += digits[bytes[i] >> 4];
-        text += digits[bytes[i] & 0xF];
+        text += DIGITS[bytes[i] >> 4];
+        text += DIGITS[bytes[i] & 0xF];
     }
     return text;
 }

@@ -19,18 +19,18 @@ std::string lowerAscii(std::string text) {
 
 // A device name of Windows, such as "NUL" or "con.txt": no file can have it.
 bool isDeviceName(const std::string& name) {
-    static const std::set<std::string> names = {"con", "prn", "aux", "nul"};
+    static const std::set<std::string> NAMES = {"con", "prn", "aux", "nul"};
     const std::string stem = lowerAscii(name.substr(0, name.find('.')));
     const bool port = stem.size() == 4 &&
                       (stem.rfind("com", 0) == 0 || stem.rfind("lpt", 0) == 0) && stem[3] >= '1' &&
                       stem[3] <= '9';
-    return port || names.count(stem) != 0;
+    return port || NAMES.count(stem) != 0;
 }
 
 }  // namespace
 
 bool isJunkFile(const std::string& name) {
-    static const std::set<std::string> names = {".apdisk",
+    static const std::set<std::string> NAMES = {".apdisk",
                                                 ".directory",
                                                 ".ds_store",
                                                 ".fseventsd",
@@ -47,17 +47,17 @@ bool isJunkFile(const std::string& name) {
                                                 "system volume information",
                                                 "thumbs.db",
                                                 "wpsettings.dat"};
-    static const char* const endings[] = {"~", ".bak", ".ilk", ".orig", ".pdb", ".swp", ".tmp"};
-    static const char* const beginnings[] = {"._", "~$", ".~lock."};
+    static const char* const ENDINGS[] = {"~", ".bak", ".ilk", ".orig", ".pdb", ".swp", ".tmp"};
+    static const char* const BEGINNINGS[] = {"._", "~$", ".~lock."};
     const std::string lower = lowerAscii(name);
     const auto begins = [&](const std::string& text) { return lower.rfind(text, 0) == 0; };
     const auto ends = [&](const std::string& text) {
         return lower.size() > text.size() &&
                lower.compare(lower.size() - text.size(), text.size(), text) == 0;
     };
-    return names.count(lower) != 0 ||
-           std::any_of(std::begin(beginnings), std::end(beginnings), begins) ||
-           std::any_of(std::begin(endings), std::end(endings), ends);
+    return NAMES.count(lower) != 0 ||
+           std::any_of(std::begin(BEGINNINGS), std::end(BEGINNINGS), begins) ||
+           std::any_of(std::begin(ENDINGS), std::end(ENDINGS), ends);
 }
 
 bool isCopyName(const std::string& name) {

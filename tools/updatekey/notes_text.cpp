@@ -21,29 +21,29 @@ bool isUtf8(const std::u16string& decoded) {
 
 // Returns a replacement for a typographic character that Latin-1 lacks.
 std::string substituteFor(char16_t c) {
-    static const std::map<char16_t, const char*> substitutes = {
+    static const std::map<char16_t, const char*> SUBSTITUTES = {
         {0x2010, "-"},  {0x2011, "-"},  {0x2013, "-"},   {0x2014, "-"},   {0x2212, "-"},
         {0x2018, "'"},  {0x2019, "'"},  {0x201A, ","},   {0x201C, "\""},  {0x201D, "\""},
         {0x201E, "\""}, {0x2022, "-"},  {0x2026, "..."}, {0x20AC, "EUR"}, {0x2122, "(TM)"},
         {0x2190, "<-"}, {0x2192, "->"}, {0x2264, "<="},  {0x2265, ">="},  {0x2260, "!="},
         {0x0152, "OE"}, {0x0153, "oe"}, {0x2009, " "},   {0x202F, " "},   {0x200B, ""},
     };
-    const auto found = substitutes.find(c);
-    if (found == substitutes.end())
+    const auto found = SUBSTITUTES.find(c);
+    if (found == SUBSTITUTES.end())
         return "leave it out, or write it in other words";
     return *found->second == '\0' ? "leave it out" : std::string("write ") + found->second;
 }
 
 // Lists every character outside Latin-1 with its position and a replacement.
 [[noreturn]] void refuse(const std::u16string& text) {
-    constexpr std::size_t shown = 20;
+    constexpr std::size_t SHOWN = 20;
     std::string places;
     std::size_t count = 0;
     std::size_t line = 1;
     std::size_t column = 0;
     for (const char16_t c : text) {
         ++column;
-        if (c > 0xFF && ++count <= shown) {
+        if (c > 0xFF && ++count <= SHOWN) {
             char number[16];
             std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(c));
             places += "\n  line " + std::to_string(line) + ", column " + std::to_string(column) +
@@ -54,8 +54,8 @@ std::string substituteFor(char16_t c) {
             column = 0;
         }
     }
-    if (count > shown)
-        places += "\n  and " + std::to_string(count - shown) + " more";
+    if (count > SHOWN)
+        places += "\n  and " + std::to_string(count - SHOWN) + " more";
     throw std::runtime_error("the device can only show Latin-1; the notes hold other characters:" +
                              places);
 }

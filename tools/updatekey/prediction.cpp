@@ -86,10 +86,10 @@ Prediction lookAtKey() {
 }
 
 const char* stateName(int32_t state) {
-    constexpr const char* names[] = {"WaitingForMedia", "ReadyToUpdate", "Updating",
+    constexpr const char* NAMES[] = {"WaitingForMedia", "ReadyToUpdate", "Updating",
                                      "UpdateComplete",  "UpdateFailed",  "MainAppNotFound"};
     const bool known = state >= WaitingForMedia && state <= MainAppNotFound;
-    return known ? names[state] : "unknown";
+    return known ? NAMES[state] : "unknown";
 }
 
 std::string toDisplay(const std::string& narrow) {

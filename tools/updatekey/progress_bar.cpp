@@ -9,10 +9,10 @@
 namespace {
 
 std::string barOf(int percent) {
-    constexpr int width = 40;
-    const int filled = percent * width / 100;
+    constexpr int WIDTH = 40;
+    const int filled = percent * WIDTH / 100;
     char text[80];
-    std::snprintf(text, sizeof text, "[%-*s] %3d%%", width,
+    std::snprintf(text, sizeof text, "[%-*s] %3d%%", WIDTH,
                   std::string(static_cast<std::size_t>(filled), '#').c_str(), percent);
     return text;
 }

@@ -120,11 +120,11 @@ std::string writeJson(const WriteReport& report) {
 }
 
 std::string differenceJson(const Difference& difference) {
-    constexpr const char* kinds[] = {"new", "changed", "gone"};
+    constexpr const char* KINDS[] = {"new", "changed", "gone"};
     Json files = Json::array();
     for (const FileDifference& file : difference.files)
         files.push_back({{"path", file.path},
-                         {"change", kinds[static_cast<std::size_t>(file.kind)]},
+                         {"change", KINDS[static_cast<std::size_t>(file.kind)]},
                          {"bytesBefore", file.before},
                          {"bytesAfter", file.after}});
     return print({{"versionBefore", difference.versionBefore},

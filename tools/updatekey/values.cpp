@@ -18,8 +18,8 @@ std::string lower(std::string text) {
 
 // Parses digits only. Returns -1 for any other text and on overflow.
 int64_t parseDigits(const std::string& text) {
-    constexpr std::size_t mostDigits = 18;
-    if (text.empty() || text.size() > mostDigits ||
+    constexpr std::size_t MOST_DIGITS = 18;
+    if (text.empty() || text.size() > MOST_DIGITS ||
         text.find_first_not_of("0123456789") != std::string::npos)
         return -1;
     return std::strtoll(text.c_str(), nullptr, 10);
@@ -38,8 +38,8 @@ uint64_t parseSize(const std::string& text) {
         const std::string letter = prefix;
         if (unit != letter && unit != letter + "b" && (letter.empty() || unit != letter + "ib"))
             continue;
-        constexpr int64_t mostBytes = int64_t{1} << 60;
-        if (number > 0 && number <= mostBytes >> shift)
+        constexpr int64_t MOST_BYTES = int64_t{1} << 60;
+        if (number > 0 && number <= MOST_BYTES >> shift)
             return static_cast<uint64_t>(number) << shift;
     }
     throw std::runtime_error("\"" + text +
