@@ -77,9 +77,9 @@ void Updater::addComponentFolder(const std::string& name) {
 }
 
 void Updater::buildFileLists() {
-    const std::string& guiData = keylayout::GUI_DATA;
+    const std::string guiData = keylayout::GUI_DATA;
     addComponentFolder(keylayout::APPLICATION);
-    foldersToCreate.push_back(keylayout::GUI + "/");
+    foldersToCreate.push_back(std::string(keylayout::GUI) + "/");
     foldersToCreate.push_back(guiData);
     listFiles(guiData);
     // GUI data has one level of subfolders; deeper ones are not copied. Kept.
@@ -107,7 +107,7 @@ void Updater::copyNextFile() {
 void Updater::finishUpdate() {
     int error = 0;
     std::vector<std::string> names = componentFolders;
-    names.push_back(keylayout::GUI);
+    names.emplace_back(keylayout::GUI);
 
     for (const std::string& name : names) {
         const std::string live = flashRoot + name;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 #include "support/file_util.h"
 #include "support/line_reader.h"
@@ -35,7 +36,7 @@ void Updater::pollMedia() {
     notes.readLine(updateVersion);
     // Wherever the prefix occurs in the line, its length is cut from the front of the line. Kept.
     if (updateVersion.rfind(keylayout::VERSION_PREFIX) != std::string::npos)
-        updateVersion = updateVersion.substr(keylayout::VERSION_PREFIX.size());
+        updateVersion = updateVersion.substr(std::strlen(keylayout::VERSION_PREFIX));
     readReleaseNotes();
 }
 

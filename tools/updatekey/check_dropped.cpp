@@ -11,7 +11,7 @@ namespace {
 
 using Kind = KeyEntry::Kind;
 
-const std::string& MAKER_FOLDER = keylayout::MAKER_FOLDER;
+const std::string MAKER_FOLDER = keylayout::MAKER_FOLDER;
 const std::string NOTES = MAKER_FOLDER + keylayout::RELEASE_NOTES;
 const std::string GUI_DATA = MAKER_FOLDER + keylayout::GUI_DATA;
 const std::string APPLICATION = MAKER_FOLDER + keylayout::APPLICATION + "/";

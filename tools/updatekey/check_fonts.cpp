@@ -12,7 +12,7 @@
 
 namespace {
 
-const std::string DATA = keylayout::MAKER_FOLDER + keylayout::GUI_DATA;
+const std::string DATA = std::string(keylayout::MAKER_FOLDER) + keylayout::GUI_DATA;
 
 // Whether five blocks fill the file exactly. The device accepts a truncated file; a key must not
 // contain one.

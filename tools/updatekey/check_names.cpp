@@ -1,5 +1,6 @@
 // Checks for names that FAT32, the device's narrow strings or its path buffers cannot hold.
 
+#include <cstring>
 #include <map>
 
 #include "support/file_util.h"
@@ -12,10 +13,10 @@ namespace {
 
 // Returns the longer of the two paths that a file of the key has on the device.
 std::size_t longestDevicePath(const std::string& path) {
-    const std::size_t onKey = keylayout::USB_ROOT.size() + deviceLength(path);
+    const std::size_t onKey = std::strlen(keylayout::USB_ROOT) + deviceLength(path);
     const std::size_t staged =
-        (keylayout::FLASH_ROOT + keylayout::STAGING + PATH_SEPARATOR).size() +
-        deviceLength(path.substr(keylayout::MAKER_FOLDER.size()));
+        (std::string(keylayout::FLASH_ROOT) + keylayout::STAGING + PATH_SEPARATOR).size() +
+        deviceLength(path.substr(std::strlen(keylayout::MAKER_FOLDER)));
     return std::max(onKey, staged);
 }
 

@@ -14,8 +14,8 @@
 
 namespace {
 
-const std::string NOTES = keylayout::MAKER_FOLDER + keylayout::RELEASE_NOTES;
-const std::string& VERSION_PREFIX = keylayout::VERSION_PREFIX;
+const std::string NOTES = std::string(keylayout::MAKER_FOLDER) + keylayout::RELEASE_NOTES;
+const std::string VERSION_PREFIX = keylayout::VERSION_PREFIX;
 
 void checkVersionLine(const std::string& bytes, Findings& findings) {
     const std::string line = bytes.substr(0, bytes.find_first_of("\r\n"));

@@ -17,7 +17,7 @@
 
 namespace {
 
-const std::string GUI_DATA = keylayout::MAKER_FOLDER + keylayout::GUI_DATA;
+const std::string GUI_DATA = std::string(keylayout::MAKER_FOLDER) + keylayout::GUI_DATA;
 const std::string LANG = GUI_DATA + "lang/";
 
 // Describes the encoding fault of a table, if any. The device reads tables as UTF-16LE.

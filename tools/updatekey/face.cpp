@@ -7,8 +7,8 @@
 #include "update/key_layout.h"
 
 FontData loadKeyFace(const std::string& faceName) {
-    const std::string path =
-        keylayout::USB_ROOT + keylayout::MAKER_FOLDER + keylayout::GUI_DATA + "fonts/" + faceName;
+    const std::string path = std::string(keylayout::USB_ROOT) + keylayout::MAKER_FOLDER +
+                             keylayout::GUI_DATA + "fonts/" + faceName;
     FontData face;
     loadFontFile(path + ".fnt", face);
     loadKerningFile(path + ".kern", face);

@@ -11,7 +11,7 @@
 
 namespace {
 
-const std::string& VERSION_PREFIX = keylayout::VERSION_PREFIX;
+const std::string VERSION_PREFIX = keylayout::VERSION_PREFIX;
 const std::string BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
 bool isUtf8(const std::u16string& decoded) {
