@@ -1,4 +1,4 @@
-// Whether what "updatekey diagnose" advises cures the instrument that a struck run left.
+// Tests whether the advice of "updatekey diagnose" repairs the instrument that a faulty run left.
 #pragma once
 
 #include <array>
@@ -10,8 +10,8 @@ constexpr std::size_t ACTION_COUNT = 5;
 
 struct AdviceOutcome {
     UpdateStep step = UpdateStep::None;
-    std::array<bool, ACTION_COUNT> actions{};  // those that were advised, by Advice::Action
-    bool cured = false;  // afterwards exactly the files of the key that is plugged in are in place
+    std::array<bool, ACTION_COUNT> actions{};  // the actions advised, by Advice::Action
+    bool cured = false;  // exactly the plugged-in key's files are installed afterwards
 };
 
 // Follows the advice on a copy of `instrument`, step by step, with its key plugged in.

@@ -72,7 +72,7 @@ bool canCutPower() {
                     ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
     if (possible) {
         const DiskImage disk(folder);
-        // An emulator may not know the request.
+        // Some emulators do not support the request.
         possible = disk.isMounted() && cutPower(folder, Unflushed::Lost);
     }
     if (!possible)

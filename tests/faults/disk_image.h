@@ -26,8 +26,8 @@ class DiskImage {
     bool mounted_ = false;
 };
 
-// Takes the power from the disk that is mounted at `folder`: nothing reaches it any more. Returns
-// whether the system does so.
+// Simulates a power cut of the disk mounted at `folder`: later writes are lost. Returns whether the
+// system supports it.
 bool cutPower(const std::filesystem::path& folder, Unflushed unflushed);
 
 // Keeps the mounts of this process and its children to themselves, so that they end with them.

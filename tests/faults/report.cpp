@@ -68,7 +68,7 @@ const char* const INVARIANT_TEXTS[INVARIANT_COUNT] = {
     "I1 nothing lost", "I2 a later run succeeds", "I3 the log tells the truth",
     "I4 nothing else touched", "I5 always a way out"};
 
-// Where the update stopped, as "updatekey diagnose" names it, and whether its advice helps.
+// Prints where the update stopped, as "updatekey diagnose" names it, and whether its advice helped.
 void printAdvice(const std::vector<MatrixRow>& rows) {
     std::printf("\n%-20s %7s %7s %7s %7s %7s %12s %7s\n", "diagnosis", "cases", "cured", "save",
                 "remove", "rename", "update-again", "start");

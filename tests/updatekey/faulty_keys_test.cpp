@@ -83,7 +83,7 @@ Spoil copying(const std::string& from, const std::string& to) {
     return [=](const fs::path& key) { writeFile(key / to, host::readFile(key / from)); };
 }
 
-// Every other byte dark and bright.
+// Alternating dark and bright bytes.
 Spoil noise(const std::string& path) {
     return [=](const fs::path& key) {
         std::string bytes(fs::file_size(key / path), '\0');

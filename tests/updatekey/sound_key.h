@@ -11,13 +11,13 @@
 // Writes the key into `folder`, the root of the storage device.
 void writeSoundKey(const std::filesystem::path& folder);
 
-// A Windows program of nothing but its header, for a machine by its number there. Of `sections`
-// pieces of content each is told to lie behind the file's end.
+// Returns a Windows program that is only a header, for a machine given by its number in that
+// header. It lists `sections` sections, each beyond the end of the file.
 constexpr uint16_t ARM = 0x1C4;
 constexpr uint16_t X64 = 0x8664;
 std::string programBytes(uint16_t machine, char sections = 0);
 
-// Writes a file and the folders on the way to it.
+// Writes a file and creates its parent folders.
 void writeFile(const std::filesystem::path& path, const std::string& bytes);
 
 std::set<std::string> codesOf(const CheckReport& report);

@@ -53,8 +53,8 @@ void checkLineEnds(const std::string& name, Findings& findings) {
     }
 }
 
-// Whether the table contains the texts of another language: its texts equal those of the English
-// table.
+// Reports a table that contains the texts of another language: one whose texts equal the English
+// ones.
 void checkLanguage(const Language& language, Findings& findings) {
     StringTable& table = StringTable::instance();
     std::map<std::string, WideString> texts;

@@ -17,7 +17,7 @@ int fail(bool json, const std::string& message) {
     return ExitFailure;
 }
 
-// Returns the first word that is not an option and not the name of a command.
+// Returns the first word that is not an option, unless it is the name of a command.
 std::string unknownCommand(const CLI::App& app, int argc, char** argv) {
     const auto word = std::find_if(argv + 1, argv + argc, [](const char* w) { return *w != '-'; });
     if (word == argv + argc)
