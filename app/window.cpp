@@ -1,8 +1,8 @@
 #include "app/window.h"
 
 #include <cstdlib>
-#include <string>
 
+#include "app/key_sequence.h"
 #include "app/the_screen.h"
 
 namespace {
@@ -11,20 +11,11 @@ constexpr LPCWSTR CLASS_NAME = TEXT("EGLWndClass");
 constexpr DWORD START_STYLE = WS_DISABLED | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
 static_assert(START_STYLE == 0x08CC0000);
 
-// The hidden key sequence that quits the updater, one digit for each function key F1 to F6.
-const std::string HIDDEN_QUIT_SEQUENCE = "14436652211335";
-
-std::string keySequence;
-
 void handleKeyDown(WPARAM virtualKey) {
     theScreen.onKey(virtualKey);
     if (virtualKey == VK_BACK)
         std::exit(0);
-    if (virtualKey >= VK_F1 && virtualKey <= VK_F6)
-        keySequence += static_cast<char>(virtualKey - 0x3F);
-    else
-        keySequence.clear();
-    if (keySequence == HIDDEN_QUIT_SEQUENCE)
+    if (completesQuitSequence(virtualKey))
         PostQuitMessage(0);
 }
 
