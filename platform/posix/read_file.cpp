@@ -1,6 +1,7 @@
 #include "platform/posix/read_file.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -8,6 +9,16 @@
 #include "platform/posix/descriptor.h"
 
 namespace host {
+namespace {
+
+// O_NONBLOCK keeps the opening of a named pipe from waiting for its other end. A pipe whose other
+// end is open, as of a shell's command, may still have to be waited for.
+void waitForInput(int file) {
+    pollfd wanted{file, POLLIN, 0};
+    ::poll(&wanted, 1, -1);
+}
+
+}  // namespace
 
 int readFile(const std::string& path, std::string& bytes) {
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
@@ -20,6 +31,8 @@ int readFile(const std::string& path, std::string& bytes) {
             bytes.append(piece, static_cast<std::size_t>(got));
         else if (got == 0)
             return 0;
+        else if (errno == EAGAIN)
+            waitForInput(file.number());
         else if (errno != EINTR)
             return errno;
     }

@@ -5,7 +5,7 @@
 
 namespace host {
 
-// Reads the file into `bytes`. Returns 0, or the errno of the failed call.
+// Appends the file to `bytes`. Returns 0, or the errno of the failed call.
 int readFile(const std::string& path, std::string& bytes);
 
 // Returns the bytes up to the first failed read: an empty text when the file is missing, is a

@@ -66,7 +66,7 @@ TEST_F(ToolPrograms, StringtableRejectsFaultySources) {
     EXPECT_FALSE(exists("u"));
 
     EXPECT_EQ(run("stringtable' absent.txt --output u"), 1);
-    EXPECT_EQ(read("err"), "stringtable: absent.txt: cannot be read\n");
+    EXPECT_EQ(read("err"), "stringtable: absent.txt: cannot be read: No such file or directory\n");
     EXPECT_EQ(run("stringtable' a.txt --output absent/u"), 1);
     EXPECT_EQ(read("err"), "stringtable: absent/u: cannot be written\n");
 }

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "platform/posix/read_file.h"
 #include "tools/diagnosis/key_tree.h"
 
 namespace fs = std::filesystem;
@@ -22,10 +23,10 @@ fs::path makerFolderOf(const fs::path& folder) {
         "or KSTRL");
 }
 
-InstalledFiles installedFiles(const fs::path& makerFolder, const std::string& suffix) {
+InstalledFiles installedFiles(const fs::path& makerFolder) {
     InstalledFiles files;
     for (const std::string component : {"KSTRL", "ORBUI"}) {
-        const fs::path folder = makerFolder / (component + suffix);
+        const fs::path folder = makerFolder / component;
         for (const KeyEntry& entry : readTree(folder))
             if (entry.kind == KeyEntry::Kind::File)
                 files[component + "/" + entry.path] = {folder / entry.path, entry.size};
@@ -45,9 +46,7 @@ bool sameContent(const InstalledFile& a, const InstalledFile& b) {
 }
 
 std::string applicationVersion(const fs::path& application) {
-    std::ifstream file(application / "version.txt");
-    std::string version;
-    std::getline(file, version);
-    version.erase(version.find_last_not_of(" \t\r") + 1);
-    return version;
+    const std::string text = host::readFile(application / "version.txt");
+    const std::string line = text.substr(0, text.find('\n'));
+    return line.substr(0, line.find_last_not_of(" \t\r") + 1);
 }

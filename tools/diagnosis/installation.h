@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <map>
 #include <string>
-#include <vector>
 
 struct InstalledFile {
     std::filesystem::path file;
@@ -20,10 +19,8 @@ using InstalledFiles = std::map<std::string, InstalledFile>;
 // std::runtime_error, listing the places searched, when there is none.
 std::filesystem::path makerFolderOf(const std::filesystem::path& folder);
 
-// Lists the files of the components below `makerFolder` with `suffix` appended to the components'
-// names: empty for the installation, "_old" for the backup. The results do not contain the suffix.
-InstalledFiles installedFiles(const std::filesystem::path& makerFolder,
-                              const std::string& suffix = {});
+// Lists the files of the components below `makerFolder`.
+InstalledFiles installedFiles(const std::filesystem::path& makerFolder);
 
 // Whether two files have the same content. Throws std::runtime_error when one cannot be read.
 bool sameContent(const InstalledFile& a, const InstalledFile& b);

@@ -1,19 +1,18 @@
 #include "tools/guidata/host_file.h"
 
+#include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+
+#include "platform/posix/read_file.h"
 
 namespace fs = std::filesystem;
 
 bool readHostFile(const std::string& path, std::string& content, std::string& error) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file || fs::is_directory(path)) {
-        error = path + ": cannot be read";
-        return false;
-    }
-    content.assign(std::istreambuf_iterator<char>(file), {});
-    return true;
+    const int failure = host::readFile(path, content);
+    if (failure != 0)
+        error = path + ": cannot be read: " + std::strerror(failure);
+    return failure == 0;
 }
 
 bool writeHostFile(const std::string& path, const std::string& content, std::string& error) {

@@ -1,9 +1,10 @@
-// Reads and writes whole files of the host.
+// Reads and writes whole files of the host, and describes what went wrong.
 #pragma once
 
 #include <string>
 
-// Reads the file at `path` into `content`. Returns false, with `error` naming the file, on failure.
+// Appends the file at `path` to `content`. Returns false, with `error` naming the file and the
+// reason, on failure.
 bool readHostFile(const std::string& path, std::string& content, std::string& error);
 
 // Replaces the file at `path` with `content` atomically; its folder must exist. Returns false, with

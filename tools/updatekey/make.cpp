@@ -5,9 +5,9 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
+#include "platform/posix/read_file.h"
 #include "tools/updatekey/manifest.h"
 #include "tools/updatekey/names.h"
 #include "tools/updatekey/temporary_folder.h"
@@ -45,9 +45,8 @@ void requireFree(const fs::path& out) {
 
 std::string readAll(const fs::path& path) {
     require(fs::is_regular_file(path), path.string() + " is not a file");
-    std::ifstream file(path, std::ios::binary);
-    std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    require(!file.bad(), "cannot read " + path.string());
+    std::string bytes;
+    require(host::readFile(path, bytes) == 0, "cannot read " + path.string());
     return bytes;
 }
 
