@@ -1,5 +1,5 @@
 # Generates a source file that contains the shader files byte for byte, as the table declared in
-# render/embedded_shaders.h. Runs again when a file changes.
+# render/embedded_shaders.h. CMake generates it again when a shader file changes.
 function(embed_shaders output)
   set(SHADER_ENTRIES "")
   foreach(file IN LISTS ARGN)

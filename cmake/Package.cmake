@@ -1,4 +1,4 @@
-# Installation, and the Debian package of the host tools and the simulator.
+# Installs the host tools and the simulator, and makes a Debian package of them.
 include(GNUInstallDirs)
 set(own_folder libexec/kestrel-updater)
 set(doc_folder ${CMAKE_INSTALL_DATADIR}/doc/kestrel-updater)
@@ -13,7 +13,7 @@ install(TARGETS frame-counter LIBRARY DESTINATION ${own_folder}
         PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 file(CREATE_LINK ../${own_folder}/updater ${PROJECT_BINARY_DIR}/kestrel-updater SYMBOLIC)
 install(FILES ${PROJECT_BINARY_DIR}/kestrel-updater DESTINATION ${CMAKE_INSTALL_BINDIR})
-# List the files by name: the folder may contain files of an earlier build.
+# List the files by name, because the folder may contain files of an earlier build.
 foreach(file ${GUIDATA_FILES})
   file(RELATIVE_PATH place ${GUIDATA} ${file})
   cmake_path(GET place PARENT_PATH folder)
@@ -23,7 +23,7 @@ install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${doc_folder} RENAME cop
 list(TRANSFORM packaged_pages PREPEND ${PROJECT_SOURCE_DIR}/docs/)
 install(FILES ${packaged_pages} DESTINATION ${doc_folder})
 
-# The operator's card, a sheet in each language.
+# Make the operator's card, one page for each language.
 set(card_folder ${PROJECT_BINARY_DIR}/card)
 file(GLOB card_sources CONFIGURE_DEPENDS
   ${PROJECT_SOURCE_DIR}/data/card/* ${PROJECT_SOURCE_DIR}/data/lang/*.txt
@@ -39,7 +39,7 @@ add_custom_command(OUTPUT ${cards}
 add_custom_target(card ALL DEPENDS ${cards})
 install(FILES ${cards} DESTINATION ${doc_folder})
 
-# Compress reproducibly: the same input gives the same bytes.
+# Compress without names and times (-n), so that the same input gives the same bytes.
 set(packed_folder ${PROJECT_BINARY_DIR}/compressed)
 file(MAKE_DIRECTORY ${packed_folder})
 function(install_compressed source name destination)
@@ -80,14 +80,14 @@ install_completion(bash updatekey bash-completion/completions)
 install_completion(zsh _updatekey zsh/vendor-completions)
 install_completion(fish updatekey.fish fish/vendor_completions.d)
 if(HELP2MAN)
-  install_manual(updatekey "make, judge, rehearse and write update keys" updatekey)
+  install_manual(updatekey "make, check, rehearse and write update keys" updatekey)
   foreach(command make check info image write diff rehearse diagnose)
-    install_manual(updatekey-${command} "a command of updatekey" updatekey ${command})
+    install_manual(updatekey-${command} "the command ${command} of updatekey" updatekey ${command})
   endforeach()
-  install_manual(kestrel-updater "software updater of a simulated instrument" updater)
-  install_manual(fontbake "make a bitmap font of the instrument's kind" fontbake)
-  install_manual(stringtable "make a string table of the instrument's kind" stringtable)
-  install_manual(rawimage "make a background picture of the instrument's kind" rawimage)
+  install_manual(kestrel-updater "update the software of a simulated instrument" updater)
+  install_manual(fontbake "make a bitmap font in the instrument's format" fontbake)
+  install_manual(stringtable "make a string table in the instrument's format" stringtable)
+  install_manual(rawimage "make a background picture in the instrument's format" rawimage)
 else()
   install(CODE "message(FATAL_ERROR \"The manual pages need help2man; scripts/bootstrap package installs it.\")")
 endif()
@@ -97,9 +97,9 @@ set(CPACK_PACKAGE_NAME kestrel-updater)
 set(CPACK_PACKAGE_CONTACT "Kestrel updater maintainers <maintainers@kestrel-updater.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "update keys and updater simulator of the Kestrel instrument")
 set(CPACK_PACKAGE_DESCRIPTION
-  "Makes, judges and rehearses the update keys of the Kestrel, a handheld\n"
+  "Makes, checks and rehearses the update keys of the Kestrel, a handheld\n"
   "ground-penetrating-radar instrument, and runs the instrument's software\n"
-  "updater on a folder that stands for the instrument.")
+  "updater on a folder that simulates the instrument.")
 string(REPLACE ";" "" CPACK_PACKAGE_DESCRIPTION "${CPACK_PACKAGE_DESCRIPTION}")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)

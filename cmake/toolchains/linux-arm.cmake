@@ -1,4 +1,5 @@
-# 32-bit ARM with a floating-point unit, as Debian's armhf has it; an emulator runs its programs.
+# Linux on 32-bit ARM with a floating-point unit, which is Debian's architecture armhf. An emulator runs
+# the programs.
 set(TOOLS_PREFIX arm-linux-gnueabihf)
 set(CMAKE_SYSTEM_PROCESSOR arm)
 set(CMAKE_LIBRARY_ARCHITECTURE arm-linux-gnueabihf)

@@ -1,5 +1,6 @@
-# 32-bit x86, as Debian's i386 has it. The processor runs its programs as they are, with
-# the loader of the tree; LD_LIBRARY_PATH must lead to the libraries there.
+# Linux on 32-bit x86, which is Debian's architecture i386. A 64-bit processor runs the programs without
+# an emulator. They are linked with the loader of the unpacked packages, and LD_LIBRARY_PATH must name
+# the folders of the libraries there.
 set(TOOLS_PREFIX i686-linux-gnu)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 set(CMAKE_LIBRARY_ARCHITECTURE i386-linux-gnu)

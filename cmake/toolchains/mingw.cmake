@@ -1,5 +1,5 @@
-# The GNU compiler for desktop Windows on the CPU named by TOOLS_PREFIX. Its runtime is linked
-# statically, so the program runs without an installed one.
+# The GNU cross compiler for desktop Windows with the name prefix TOOLS_PREFIX. Its runtime is linked
+# statically, so that the program needs no runtime DLLs.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_CXX_COMPILER ${TOOLS_PREFIX}-g++-posix)
 set(CMAKE_RC_COMPILER ${TOOLS_PREFIX}-windres)

@@ -1,5 +1,5 @@
-# Compiles objects for the instrument's processor. There are no libraries to link them with. The
-# headers are those of the 32-bit GNU compiler for Windows.
+# Compiles objects for the instrument's processor, which cannot be linked, because Debian has no
+# libraries for it. The headers are those of the 32-bit GNU compiler for Windows.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR arm)
 set(CMAKE_CXX_COMPILER clang++)
