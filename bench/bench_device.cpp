@@ -6,6 +6,8 @@
 #include <fstream>
 
 #include "platform/posix/device.h"
+#include "render/faces.h"
+#include "tests/helpers/font_bytes.h"
 #include "ui/screen_layout.h"
 
 namespace fs = std::filesystem;
@@ -16,46 +18,29 @@ constexpr std::size_t FILES_PER_SUBFOLDER = 500;
 constexpr int FIRST_GLYPH = 0x20;
 constexpr int LAST_GLYPH = 0xFF;
 constexpr int GLYPHS_PER_ROW = 16;
-
-std::string little(uint32_t value, int bytes) {
-    std::string text;
-    for (int i = 0; i < bytes; ++i)
-        text += static_cast<char>(value >> (8 * i));
-    return text;
-}
-
-std::string block(int type, const std::string& content) {
-    return little(static_cast<uint32_t>(type), 1) +
-           little(static_cast<uint32_t>(content.size()), 4) + content;
-}
+constexpr unsigned PAGE_SIDE = 512;
 
 // Returns a Latin face with one square page and kerning for every pair of letters.
-std::string fontFile(const std::string& face, uint32_t pixels) {
-    const uint32_t cell = pixels + pixels / 2;
-    std::string chars;
+std::string fontFile(int pixels) {
+    std::vector<Glyph> glyphs;
     for (int code = FIRST_GLYPH; code <= LAST_GLYPH; ++code) {
-        const auto index = static_cast<uint32_t>(code - FIRST_GLYPH);
-        chars += little(static_cast<uint32_t>(code), 4);
-        chars +=
-            little(index % GLYPHS_PER_ROW * cell, 2) + little(index / GLYPHS_PER_ROW * cell, 2);
-        chars += little(pixels / 2, 2) + little(pixels, 2) + little(0, 2) + little(2, 2);
-        chars += little(pixels / 2 + 1, 2) + little(0, 1) + little(15, 1);
+        const int index = code - FIRST_GLYPH;
+        const int cell = pixels + pixels / 2;
+        Glyph glyph{};
+        glyph.id = static_cast<uint32_t>(code);
+        glyph.x = static_cast<uint16_t>(index % GLYPHS_PER_ROW * cell);
+        glyph.y = static_cast<uint16_t>(index / GLYPHS_PER_ROW * cell);
+        glyph.width = static_cast<uint16_t>(pixels / 2);
+        glyph.height = static_cast<uint16_t>(pixels);
+        glyph.yoffset = 2;
+        glyph.xadvance = static_cast<int16_t>(pixels / 2 + 1);
+        glyphs.push_back(glyph);
     }
     std::string kerning;
     for (uint32_t first = 'A'; first <= 'Z'; ++first)
         for (uint32_t second = 'a'; second <= 'z'; ++second)
-            kerning += little(first, 4) + little(second, 4) + little(0xFFFF, 2);
-    const std::string common = little(pixels + 4, 2) + little(pixels, 2) + little(512, 2) +
-                               little(512, 2) + little(1, 2) + little(0, 5);
-    return "BMF\3" + block(1, std::string(20, '\0')) + block(2, common) +
-           block(3, face + "_0.png" + std::string(1, '\0')) + block(4, chars) + block(5, kerning);
-}
-
-std::string utf16(const std::string& latin) {
-    std::string text = "\xFF\xFE";
-    for (const char c : latin)
-        text += {c, '\0'};
-    return text;
+            kerning += kerningRecord(first, second, -1);
+    return fontBytes(static_cast<unsigned>(pixels) + 4, PAGE_SIDE, glyphs, kerning);
 }
 
 std::string stringTable() {
@@ -99,10 +84,10 @@ void BenchDevice::makeKey(std::size_t files, std::size_t size, std::size_t lines
         const std::string name = "file" + std::string(6 - number.size(), '0') + number + ".dat";
         write(key + (i < half ? "KSTRL/" : "ORBUI/data/" + subfolder(i - half)) + name, bytes);
     }
-    std::string notes = "KSTRL Release 2.14.3\n";
+    std::string notes = std::string(keylayout::VERSION_PREFIX) + "2.14.3\n";
     for (std::size_t i = 1; i < lines; ++i)
         notes += releaseNotesLine(i) + "\n";
-    write(key + "kstrXReleaseNotes.txt", lines > 0 ? notes : "");
+    write(key + keylayout::RELEASE_NOTES, lines > 0 ? notes : "");
 }
 
 void BenchDevice::makeKeyOfOneFile(std::size_t size) const {
@@ -121,12 +106,11 @@ void BenchDevice::makeInstallation() const {
 }
 
 void BenchDevice::makeGuiData(const std::string& folder) const {
-    for (const uint32_t pixels : {10U, 13U, 18U, 24U}) {
-        const std::string face = "SegoeUI_" + std::to_string(pixels) + "px";
-        write(folder + "fonts/" + face + ".fnt", fontFile(face, pixels));
-        write(folder + "fonts/" + face + "_0.raw", std::string(512 * 512, '\x80'));
-    }
-    write(folder + "lang/StringTable_en.txt", utf16(stringTable()));
+    for (const int pixels : {10, 13, 18, 24})
+        write(folder + "fonts/" + faceName(Script::Latin, pixels) + ".fnt", fontFile(pixels));
+    write(folder + "fonts/page.raw", std::string(PAGE_SIDE * PAGE_SIDE, '\x80'));
+    write(folder + "lang/" + stringTableFile("en"),
+          utf16Bytes(TEXT("\xFEFF") + widen(stringTable())));
     write(folder + "KSTRL-menubg4.raw", std::string(1024 * 1024, '\x40'));
 }
 
