@@ -49,7 +49,7 @@ TEST_F(ToolPrograms, StringtableRejectsFaultySources) {
     for (const auto& [key, use] : screenKeys())
         texts += key + " A text that is too wide to end in front of the release notes\n";
     write("a.txt", texts);
-    const std::string face = " --face '" GUIDATA "fonts/SegoeUI_24px.fnt'";
+    const std::string face = " --language en --fonts '" GUIDATA "fonts'";
     EXPECT_EQ(run("stringtable' a.txt --output t" + face), 0);
     for (const std::string key : {"STR_PRESSSTOPTOCANCEL", "STR_UDPATEFAILED"})
         EXPECT_NE(read("err").find(key + " ends at x "), std::string::npos);

@@ -21,31 +21,30 @@ struct Arguments {
     std::string dump;
 };
 
-std::vector<ToolOption> options(Arguments& arguments) {
+void addOptions(CLI::App& app, Arguments& arguments) {
     BakeRequest& request = arguments.request;
-    return {
-        {"--font",
-         &request.fontPath,
-         "Bake a face of this TrueType font file",
-         {},
-         ToolOption::Alternative,
-         {"--em", "--line-height", "--base", "--name"}},
-        {"--dump",
-         &arguments.dump,
-         "Print what this .fnt file holds, as JSON",
-         {},
-         ToolOption::Alternative},
-        {"--face", &request.faceIndex, "Number of the font in a collection", NotNegative()},
-        {"--em", &request.emSize, "Size of the em, in pixels", Between{4, 400}},
-        {"--line-height", &request.lineHeight, "Height of a line, in pixels", Between{1, 1000}},
-        {"--base", &request.base, "Rows from a line's top to its baseline", Between{1, 1000}},
-        {"--name", &request.faceName, "Name of the face, as in SegoeUI_24px"},
-        {"--texts", &arguments.textSources, "UTF-8 files; what they use is baked beside Latin-1"},
-        {"--kerning", &arguments.kerningSource, "UTF-8 file of extra kerning pairs"},
-        {"--max-page", &request.maxPageSide, "Largest side of a page, in pixels",
-         OneOf{32, 64, 128, 256, 512, 1024}},
-        {"--output", &arguments.outputFolder, "Folder that the files are written to"},
-    };
+    app.add_option("--face", request.faceIndex, "Number of the font in a collection")
+        ->check(CLI::NonNegativeNumber);
+    auto* const em = app.add_option("--em", request.emSize, "Size of the em, in pixels")
+                         ->check(CLI::Range(4.0, 400.0));
+    auto* const height =
+        app.add_option("--line-height", request.lineHeight, "Height of a line, in pixels")
+            ->check(CLI::Range(1, 1000));
+    auto* const base =
+        app.add_option("--base", request.base, "Rows from a line's top to its baseline")
+            ->check(CLI::Range(1, 1000));
+    auto* const name =
+        app.add_option("--name", request.faceName, "Name of the face, as in SegoeUI_24px");
+    app.add_option("--texts", arguments.textSources,
+                   "UTF-8 files; what they use is baked beside Latin-1");
+    app.add_option("--kerning", arguments.kerningSource, "UTF-8 file of extra kerning pairs");
+    app.add_option("--max-page", request.maxPageSide, "Largest side of a page, in pixels")
+        ->check(CLI::IsMember({32, 64, 128, 256, 512, 1024}));
+    app.add_option("--output", arguments.outputFolder, "Folder that the files are written to");
+    CLI::App* const work = app.add_option_group("What to do")->require_option(1);
+    work->add_option("--font", request.fontPath, "Bake a face of this TrueType font file")
+        ->needs(em, height, base, name);
+    work->add_option("--dump", arguments.dump, "Print what this .fnt file holds, as JSON");
 }
 
 bool addCharacters(const std::string& path, std::set<char16_t>& characters, std::string& error) {
@@ -112,6 +111,6 @@ int main(int argc, char** argv) {
     Arguments arguments;
     return runTool(
         {TOOL, "Bakes a font at one size into the .fnt, .kern and .raw files of the device.",
-         options(arguments), [&] { return run(arguments); }},
+         [&](CLI::App& app) { addOptions(app, arguments); }, [&] { return run(arguments); }},
         argc, argv);
 }

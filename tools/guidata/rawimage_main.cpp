@@ -23,21 +23,20 @@ ExitCode convert(const Arguments& arguments) {
     return ExitDone;
 }
 
+void addOptions(CLI::App& app, Arguments& arguments) {
+    app.add_option("picture", arguments.picture, "PNG file")->required();
+    app.add_option("--output", arguments.output, "Raw file to write")->required();
+    app.add_option("--side", arguments.side, "Side of the square, in pixels")
+        ->check(CLI::Range(1, 8192))
+        ->capture_default_str();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     Arguments arguments;
-    return runTool({TOOL,
-                    "Makes a raw luminance picture of the device from a PNG file.",
-                    {{"picture", &arguments.picture, "PNG file", {}, ToolOption::Required},
-                     {"--output", &arguments.output, "Raw file to write", {}, ToolOption::Required},
-                     {"--side",
-                      &arguments.side,
-                      "Side of the square, in pixels",
-                      Between{1, 8192},
-                      ToolOption::Optional,
-                      {},
-                      true}},
-                    [&] { return convert(arguments); }},
-                   argc, argv);
+    return runTool(
+        {TOOL, "Makes a raw luminance picture of the device from a PNG file.",
+         [&](CLI::App& app) { addOptions(app, arguments); }, [&] { return convert(arguments); }},
+        argc, argv);
 }

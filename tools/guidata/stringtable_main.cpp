@@ -1,12 +1,17 @@
 // stringtable: converts a UTF-8 text source to a string table of the device.
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
+#include <set>
 
+#include "render/faces.h"
 #include "tools/guidata/font_reader.h"
 #include "tools/guidata/host_file.h"
 #include "tools/guidata/text_fit.h"
 #include "tools/guidata/text_source.h"
 #include "tools/guidata/tool_main.h"
 #include "tools/screen_keys.h"
+#include "ui/screen_layout.h"
 
 namespace {
 
@@ -15,8 +20,17 @@ constexpr const char* TOOL = "stringtable";
 struct Arguments {
     std::string source;
     std::string output;
-    std::string face;
+    std::string language;  // suffix of a language of the screen; empty for other tables
+    std::string fonts;
 };
+
+// Returns the path of the face in which the screen shows the texts.
+std::string faceFile(const Arguments& arguments) {
+    const auto* const language =
+        std::find_if(std::begin(LANGUAGES), std::end(LANGUAGES),
+                     [&](const Language& known) { return known.suffix == arguments.language; });
+    return arguments.fonts + "/" + faceName(language->script, layout::TEXT_FONT_SIZE) + ".fnt";
+}
 
 void print(const std::vector<std::string>& messages) {
     for (const std::string& message : messages)
@@ -27,11 +41,11 @@ ExitCode convert(const Arguments& arguments) {
     std::string error;
     std::string source;
     FontData face;
+    const bool isOfScreen = !arguments.language.empty();
     if (!readHostFile(arguments.source, source, error) ||
-        (!arguments.face.empty() && !readFont(arguments.face, face, error)))
+        (isOfScreen && !readFont(faceFile(arguments), face, error)))
         return fail(TOOL, error);
 
-    const bool isOfScreen = !arguments.face.empty();
     const ScreenKeys keys = isOfScreen ? screenKeys() : ScreenKeys{};
     MessageList messages;
     const std::vector<TextEntry> entries =
@@ -47,23 +61,30 @@ ExitCode convert(const Arguments& arguments) {
     return ExitDone;
 }
 
+void addOptions(CLI::App& app, Arguments& arguments) {
+    std::set<std::string> languages;
+    for (const Language& language : LANGUAGES)
+        languages.insert(language.suffix);
+    app.add_option("source", arguments.source, "UTF-8 file of lines KEY, blanks, text")->required();
+    app.add_option("--output", arguments.output, "UTF-16LE file to write")->required();
+    auto* const fonts =
+        app.add_option("--fonts", arguments.fonts, "Folder of the faces that show the texts");
+    auto* const language =
+        app.add_option("--language", arguments.language,
+                       "Language of the screen that the texts are for: the source must have all "
+                       "texts of the screen and no other; warns about what the language's face or "
+                       "the screen cannot show")
+            ->check(CLI::IsMember(languages))
+            ->needs(fonts);
+    fonts->needs(language);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     Arguments arguments;
     return runTool(
-        {TOOL,
-         "Makes a string-table file of the device from a UTF-8 source.",
-         {{"source",
-           &arguments.source,
-           "UTF-8 file of lines KEY, blanks, text",
-           {},
-           ToolOption::Required},
-          {"--output", &arguments.output, "UTF-16LE file to write", {}, ToolOption::Required},
-          {"--face", &arguments.face,
-           "The .fnt file that the updater's screen draws the texts with: the source must have "
-           "all texts of the screen and no other; warns about what the face or the screen cannot "
-           "show"}},
-         [&] { return convert(arguments); }},
+        {TOOL, "Makes a string-table file of the device from a UTF-8 source.",
+         [&](CLI::App& app) { addOptions(app, arguments); }, [&] { return convert(arguments); }},
         argc, argv);
 }
