@@ -3,7 +3,7 @@
 
 #include "platform/win32.h"
 
-// Takes in a key that was pressed. Returns true if the function keys F1 to F6 pressed since the
-// last key of another kind are exactly the sequence: an extra one spoils it until another kind of
-// key.
+// Records a key press. Returns true when the presses of F1 to F6 since the last press of any other
+// key are exactly the sequence. After a wrong press of F1 to F6, another key must be pressed before
+// the sequence can be entered again.
 bool completesQuitSequence(WPARAM virtualKey);

@@ -9,9 +9,9 @@ namespace {
 constexpr DWORD PROCESS_ENTRY_SIZE = 564;
 
 void terminateProcess(DWORD id) {
-    // Failures are ignored: the update goes on, and a file that the process still holds open shows
-    // up in the log. When OpenProcess fails, the two calls below are given a null handle and refuse
-    // it.
+    // Failures are ignored: the update continues, and a file that the process still has open causes
+    // an error in the log. When OpenProcess fails, the two calls below receive a null handle and
+    // fail.
     const HANDLE process = OpenProcess(PROCESS_ALL_ACCESS, FALSE, id);
     if (TerminateProcess(process, 0) == 0)
         GetLastError();

@@ -16,4 +16,6 @@ HWND createMainWindow();
 // focus.
 void makeFullScreen(HWND window, uint32_t width, uint32_t height);
 
+// The window procedure. Passes key presses to the screen, exits on Backspace, and posts the quit
+// message when the window is destroyed or the hidden key sequence is complete.
 LRESULT CALLBACK mainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -39,5 +39,5 @@ class BenchDevice {
 // Returns a typical line of release notes, about 40 characters long.
 std::string releaseNotesLine(std::size_t number);
 
-// Flushes the disk, so that a measurement does not pay for the writes of the one before.
+// Flushes the disk, so that a measurement does not wait for the writes of the previous one.
 void settleDisk();

@@ -1,7 +1,8 @@
-// Compares a whole update by the engine with one by the system's tools: copying the key's folders
-// beside the installed ones, removing the old backups, and moving, with flushes at the same places.
-// Both update the same device in turn from the same key, each starting from the state that the
-// other left.
+// Compares a whole update by the engine with one by the system's tools, which copy the key's
+// folders to a staging folder, remove the old backups and move the folders, and flush at the same
+// places. The two update the same device alternately from the same key; each starts from the state
+// that the other left.
+//
 // Usage: compare_updates ENGINE
 
 #include <cstdio>

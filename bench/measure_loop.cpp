@@ -1,6 +1,6 @@
-// Compares the whole program's update of 2,000 files on a screen with its lower bound: for each
-// frame the pause of 2 ms and the measured drawing and swap, plus the engine's time without a
-// window.
+// Compares the whole program's update of 2,000 files on a screen with its floor, the shortest
+// possible time: for each frame the pause of 2 ms and the measured drawing and swap, plus the
+// engine's time without a window.
 // Usage: measure_loop FOLDER_OF_THE_PROGRAMS
 
 #include <algorithm>

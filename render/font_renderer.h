@@ -50,6 +50,8 @@ class FontRenderer : public Renderer {
     std::optional<int16_t> findKerning(uint32_t first, uint32_t second) const {
         return ::findKerning(font_, first, second);
     }
+
+    // Sets the kerning of `second` after `first`, in pixels.
     void setKerning(uint32_t first, uint32_t second, int16_t amount);
 
     uint32_t lineHeight() const { return font_.lineHeight; }

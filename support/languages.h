@@ -1,6 +1,6 @@
-// The languages of the updater's screen. To add one, add a row here and a text file named after its
-// suffix in data/lang/. The program, the tools, the tests and the build, which parses the rows of
-// this file, all use this table.
+// The languages of the updater's screen. The program, the tools, the tests and the build, which
+// parses the rows of this file, all use this table. docs/firmware-engineers-guide.md describes how
+// to add a language.
 #pragma once
 
 #include <cstdint>

@@ -16,9 +16,9 @@ void sendToDebugger(const std::string& text) {
     OutputDebugStringW((widen(text) + TEXT("\n")).c_str());
 }
 
-// The logged message is itself used as the format of the trace: "%%" shows as "%", also when an
-// argument brought it in. Kept. Every other conversion is shown as it is: no argument was passed
-// for it, and following it would read arbitrary memory.
+// The logged message is itself used as the format of the trace: "%%" shows as "%", also when it
+// comes from an argument. Kept. All other conversions are shown unchanged: no arguments are passed
+// for them, so applying them would read arbitrary memory.
 void echo(const std::string& message) {
     std::string text;
     for (std::size_t i = 0; i < message.size(); ++i) {

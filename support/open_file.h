@@ -1,4 +1,4 @@
-// Opens files of the device by their narrow path; a FilePointer closes its file by itself.
+// Opens files of the device by their narrow path. A FilePointer closes its file when destroyed.
 #pragma once
 
 #include <cstdint>

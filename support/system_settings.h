@@ -7,7 +7,7 @@ struct SystemSettings {
     // The process-wide record, made on first use.
     static SystemSettings& instance();
 
-    // Where the GUI data lies; ends in a separator. Empty until the screen is set up.
+    // The folder of the GUI data, with a separator at its end. Empty until the screen is set up.
     std::string dataFolder;
 
     // The fields below belong to the main application; the updater reads none of them.

@@ -12,5 +12,5 @@
 // Each byte becomes the character of that number: 0xE9 becomes U+00E9, never U+FFE9.
 WideString widen(const std::string& narrow);
 
-// Each character keeps its number; one above 0xFF becomes "?".
+// Each character becomes the byte of its number; a character above 0xFF becomes "?".
 std::string narrow(const WideString& wide);

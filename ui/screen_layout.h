@@ -23,12 +23,13 @@ constexpr int32_t TEXT_LEFT = 48;
 constexpr int32_t TEXT_SPACING = 50;
 constexpr int32_t TEXT_FONT_SIZE = 24;  // as FontSet::getFont takes it
 
-// The release notes: lines in the small face to the right of the texts, shown once a key is found.
+// The release notes: lines in the small face to the right of the texts, shown once an update key is
+// found.
 constexpr int32_t NOTES_LEFT = 500;
 constexpr int32_t NOTES_TOP = 235;
 constexpr int32_t NOTES_SPACING = 22;
 constexpr int32_t NOTES_FONT_SIZE = 13;
-constexpr int32_t NOTES_LINES = (SCREEN_HEIGHT - NOTES_TOP) / NOTES_SPACING;  // that are visible
+constexpr int32_t NOTES_LINES = (SCREEN_HEIGHT - NOTES_TOP) / NOTES_SPACING;  // visible lines
 constexpr int32_t NOTES_EDGE = NOTES_LEFT - 12;  // right limit of a text beside them
 
 struct Text {

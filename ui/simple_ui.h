@@ -27,8 +27,8 @@ class SimpleUI {
     // Draws the whole screen into the cleared buffer.
     void draw();
 
-    // Runs the logic of one frame: looks for the key, advances the update, and starts the main
-    // application once the update is complete.
+    // Runs the logic of one frame: looks for the update key, advances the update, and starts the
+    // main application once the update is complete.
     void tick();
 
     // Handles a key-down message; `virtualKey` is its virtual-key code.
@@ -41,7 +41,7 @@ class SimpleUI {
     // Stores the two arguments of the command line.
     void setLaunchArguments(const std::string& first, const std::string& second);
 
-    // Makes the update start by itself as soon as a key is found.
+    // Makes the update start as soon as an update key is found.
     void setAutoMode();
 
   private:

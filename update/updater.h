@@ -65,9 +65,16 @@ class Updater {
     virtual void readReleaseNotes();
 
   protected:
+    // Adds a folder and the files directly in it to the lists of the update.
     virtual void addComponentFolder(const std::string& name);
+
+    // Fills the lists of folders to create and of files to copy.
     virtual void buildFileLists();
+
+    // Copies the first file in the list and removes it from the list.
     virtual void copyNextFile();
+
+    // Swaps the installed folders for the staged ones, and logs the outcome.
     virtual void finishUpdate();
 
     std::string usbRoot = keylayout::USB_ROOT;

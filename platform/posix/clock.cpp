@@ -1,7 +1,7 @@
 // Sleep, local time, the time zone and the performance counter.
 //
-// The device's time zone is stored in its registry; without one there, the host's zone applies. The
-// host's own zone is never changed.
+// The device's time zone is stored in its registry. When the registry has none, the host's zone is
+// used. The host's zone is never changed.
 
 #include "platform/posix/clock.h"
 

@@ -1,4 +1,4 @@
-// Debugger output goes to standard error, one line a message.
+// Debugger output goes to standard error, one line per message.
 
 #include <cstdio>
 

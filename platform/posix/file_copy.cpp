@@ -116,8 +116,8 @@ void removeUnfinished(LPCWSTR path) {
 bool host::copyFile(int from, const struct stat& source, Descriptor& to, bool replaces) {
     if (!copyContent(from, to.number(), source))
         return false;
-    // Its content is on the disk before the flag: what a power cut left read-only and empty could
-    // not be copied again.
+    // Flushes the content before the file becomes read-only: a file that a power cut left empty and
+    // read-only could not be replaced by the next copy.
     if (isReadOnly(source) && ::fdatasync(to.number()) != 0)
         return false;
     // Failures are ignored: FAT, for example, does not store these attributes.

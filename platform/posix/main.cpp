@@ -20,15 +20,15 @@ constexpr const char* HELP = R"(Usage: updater [/auto]
        updater --help | --version
 
 Updates the application and the GUI data of a simulated Kestrel instrument from an update key, and
-starts the application again. With /auto the update starts by itself as soon as a key is found.
+starts the application again. With /auto the update starts as soon as an update key is found.
 
-The device is a folder:
+A folder simulates the device's file system:
   FlashDisk/VELD/KSTRL/       the installed application (KSTRL.exe is started after an update)
-  FlashDisk/VELD/ORBUI/data/  its GUI data, the updater's fonts, texts and background among them
-  FlashDisk/VELD/Updater-log.txt   what the last run did
+  FlashDisk/VELD/ORBUI/data/  the GUI data, including the updater's fonts, texts and background
+  FlashDisk/VELD/Updater-log.txt   the log of the last run
   USB HD/VELD/                the update key: KSTRL/, ORBUI/data/ and kstrXReleaseNotes.txt;
-                              there is no key as long as this is absent
-  registry.reg                the registry; LANGUAGE (a number) below
+                              no key is plugged in while this folder is missing
+  registry.reg                the registry; LANGUAGE (a number) in
                               HKEY_LOCAL_MACHINE\SOFTWARE\VELD\KESTREL\SYSTEM_CONFIG
 
 Environment:
@@ -38,11 +38,11 @@ Environment:
 
 Keys:
   Home        START: begin the update
-  End         STOP: give up and start the application
-  Backspace   leave without starting anything
-  F1 to F6    the service sequence
-After a failed update any key starts the application.
-Closing the window, Ctrl-C, SIGTERM and SIGHUP leave as soon as the step in hand is done.
+  End         STOP: cancel and start the application
+  Backspace   exit without starting the application
+  F1 to F6    the keys of the service sequence, which also exits
+After a failed update any key starts the application. When the window is closed, or on Ctrl-C,
+SIGTERM or SIGHUP, the updater finishes the current step and exits.
 )";
 
 // Opens /dev/null for closed standard streams. Otherwise the next file opened, such as the log,

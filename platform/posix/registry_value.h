@@ -23,11 +23,15 @@ std::u16string_view trimmed(std::u16string_view text);
 // Parses a quoted text at the start of `line` and removes it from `line`. Returns false when there
 // is none.
 bool takeQuoted(std::u16string_view& line, std::u16string& text);
+
+// Returns `text` in quotes, as takeQuoted parses it.
 std::u16string quoted(std::u16string_view text);
 
 // Parses a value at the start of `text` and removes it from `text`. Returns false when there is
 // none.
 bool takeValue(std::u16string_view& text, RegistryValue& value);
+
+// Returns the text form of a value, as takeValue parses it.
 std::u16string valueText(const RegistryValue& value);
 
 }  // namespace host

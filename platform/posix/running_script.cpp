@@ -52,7 +52,7 @@ std::vector<std::string> wordsOf(const std::string& text) {
 }
 
 // Returns the interpreter in the first line of a script and its argument; like the kernel, takes
-// everything after the interpreter as one argument. Empty when the file is no script.
+// everything after the interpreter as one argument. Empty when the file is not a script.
 std::vector<std::string> interpreterOf(const std::string& script) {
     const Descriptor file(::open(script.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     char start[256];  // the kernel reads no more

@@ -1,6 +1,6 @@
-// Windows are ordinary desktop windows of the size of the device's screen, whatever frame and
-// position the program requests. A window is visible while its style has WS_VISIBLE, and receives
-// no keys while it has WS_DISABLED.
+// A window is an ordinary desktop window of the size of the device's screen, whatever frame and
+// position the program requests. It is visible while its style has WS_VISIBLE, and receives no key
+// presses while it has WS_DISABLED.
 
 #define GLFW_INCLUDE_NONE
 #include "platform/posix/window.h"
@@ -32,7 +32,7 @@ struct WindowHandle {
 
 namespace {
 
-// Keys without a code of their own arrive as this one, which Windows leaves unassigned.
+// The code of all keyboard keys that the program does not use; Windows leaves it unassigned.
 constexpr WPARAM VK_OTHER = 0xE8;
 
 std::map<std::u16string, WNDPROC>& classes() {

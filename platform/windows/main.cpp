@@ -6,7 +6,7 @@
 #include "platform/win32.h"
 
 #ifdef UNDER_CE
-// CE names the entry point with a wide command line plainly "WinMain".
+// On CE the entry point with a wide command line is named "WinMain".
 #define wWinMain WinMain
 #endif
 
