@@ -1,5 +1,5 @@
 // A simulated device for measurements, in a folder of its own below the temporary folder (TMPDIR).
-// Unlike that of the tests it starts no second process, which would be measured too.
+// Unlike the DeviceFolder of the tests it starts no second process, which would be measured too.
 #pragma once
 
 #include <cstdint>

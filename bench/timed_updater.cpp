@@ -119,7 +119,7 @@ WRAPPED(EGLBoolean, Swap, "eglSwapBuffers", (EGLDisplay display, EGLSurface surf
         const Watch watch(StepSwap);
         result = realSwap(display, surface);
     }
-    // The first frame warms up the driver and looks for the key; measuring starts after it.
+    // The first frame warms up the driver and looks for the update key; measuring starts after it.
     if (firstSwap == 0) {
         firstSwap = now();
         beforeLoop = seconds;

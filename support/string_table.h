@@ -1,8 +1,8 @@
 // The texts of the screen, looked up by key in the operator's language.
 //
-// A string table is UTF-16LE text with CR LF line ends. Each line is a key, blanks, and the text up
-// to the line end; a line that begins with '#' is a comment. Later lines replace earlier ones with
-// the same key.
+// A string table is UTF-16LE text with CR LF line ends. Each line consists of a text key, blanks,
+// and the text up to the line end; a line that begins with '#' is a comment. Later lines replace
+// earlier ones with the same text key.
 #pragma once
 
 #include <cstdint>

@@ -54,7 +54,7 @@ std::string SystemConfig::getString(const WideString& valueName) {
     if (!openKey(KEY_READ, key))
         return {};
     WideString text;
-    // One more than the registry may fill: a stored text may lack its terminator.
+    // One character more than the registry may fill, because a stored text may lack its terminator.
     WCHAR buffer[TEXT_BUFFER_LENGTH + 1] = {};
     DWORD size = TEXT_BUFFER_LENGTH * sizeof(WCHAR);
     if (RegQueryValueExW(key, valueName.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(buffer),

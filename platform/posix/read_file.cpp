@@ -11,8 +11,8 @@
 namespace host {
 namespace {
 
-// O_NONBLOCK keeps the opening of a named pipe from waiting for its other end. A pipe whose other
-// end is open, as of a shell's command, may still have to be waited for.
+// Waits for data from a pipe whose other end is open, such as the output of a shell command. Files
+// are opened with O_NONBLOCK, so that opening a named pipe does not wait for its other end.
 void waitForInput(int file) {
     pollfd wanted{file, POLLIN, 0};
     ::poll(&wanted, 1, -1);
