@@ -79,7 +79,7 @@ class Adviser {
         for (FolderFinding& folder : diagnosis_.folders)
             folder.onlyCopy |= folder.name == name;
         add(Action::Save, name, "",
-            "Copy " + name + " to another disk first: it is the only copy of what it holds.");
+            "Copy " + name + " to another disk first: it is the only copy of its files.");
     }
 
     void bringBack(const std::string& name, bool there, bool backupThere, const std::string& what) {
@@ -88,25 +88,25 @@ class Adviser {
             return;
         save(backup);
         add(Action::Rename, backup, name,
-            "Rename " + backup + " to " + name + ": the " + what +
-                " that was installed before is then in place again.");
+            "Rename " + backup + " to " + name + ": this restores the previous " + what + ".");
     }
 
     void removeStaging() {
         if (!state_.application && !state_.applicationBackup && state_.stagedApplication)
             save("Update");
         add(Action::Remove, "Update", "",
-            "Delete the folder Update: what is left in it would be installed along with the next "
-            "key's files.");
+            "Delete the folder Update: the next update would install its files together with the "
+            "key's.");
     }
 
     void updateAgain() {
         const bool noGuiData = !state_.guiData && !state_.guiDataBackup;
         add(Action::UpdateAgain, "", "",
-            std::string("Update again, with the same key if it is sound or with a newer one") +
-                (noGuiData ? "; as there are no GUI data, the first run ends with \"Update "
-                             "failed\" although all is installed: run it a second time."
-                           : "."));
+            std::string(
+                "Update again, with the same key if it has no errors, or with a newer one.") +
+                (noGuiData ? " Without GUI data the first update ends with \"Update failed\", "
+                             "although it installs everything: update a second time."
+                           : ""));
     }
 
     Diagnosis& diagnosis_;
@@ -119,14 +119,13 @@ void compareLogAndDisk(Diagnosis& diagnosis, const DiskState& state) {
     const bool succeeded = diagnosis.log.outcome == LogOutcome::Succeeded;
     if (succeeded && state.staging)
         contradict(
-            "The log tells of an update that succeeded, and the folder Update is there: "
-            "another update was begun or files were put there afterwards.");
+            "The log says that an update succeeded, but the folder Update exists: another update "
+            "was started, or files were added, afterwards.");
     if (succeeded && (!state.application || !state.guiData))
         contradict(
-            "The log tells of an update that succeeded, and a folder that it installed is "
-            "not there.");
+            "The log says that an update succeeded, but a folder that it installed is missing.");
     if (diagnosis.log.outcome == LogOutcome::NoLog && state.staging)
-        contradict("There is the folder Update of an update, and no log of it.");
+        contradict("The folder Update of an update exists, but there is no log of it.");
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ struct KeyComparison {
 // A step of the repair. Follow the steps in the given order.
 struct Advice {
     enum class Action {
-        Save,         // copy `folder` to somewhere else before anything is done
+        Save,         // copy `folder` to another disk before any other step
         Remove,       // delete `folder`
         Rename,       // rename `folder` to `to`
         UpdateAgain,  // run the updater with a good key
@@ -39,8 +39,8 @@ struct Advice {
 
     Action action;
     std::string folder;  // below the maker's folder
-    std::string to;
-    std::string text;  // a sentence for the technician
+    std::string to;      // the new name, for Rename
+    std::string text;    // a sentence for the technician
 };
 
 // "save", "remove", "rename", "update-again" or "start".

@@ -4,20 +4,20 @@ namespace fs = std::filesystem;
 
 const UpdateStepText& textOf(UpdateStep step) {
     static const UpdateStepText TEXTS[] = {
-        {"none", "No update is under way.", "what is installed is in place"},
-        {"copying", "The update stopped before anything installed was touched.",
-         "the installation untouched, a part of the new version in Update"},
+        {"none", "No update is in progress.", "the installation is in place"},
+        {"copying", "The update stopped before it changed the installation.",
+         "the unchanged installation, and a part of the new version in Update"},
         {"application-moved", "The update stopped while it replaced the application.",
-         "no application in place; the one that was installed is KSTRL_old"},
+         "no application in place; the previous one is in KSTRL_old"},
         {"application-replaced", "The update stopped between the application and the GUI data.",
          "the new application with the old GUI data"},
         {"gui-data-moved", "The update stopped while it replaced the GUI data.",
-         "the new application without GUI data; those that were installed are ORBUI_old"},
-        {"both-replaced", "The update had only just begun, or it was all but done.",
-         "a whole version, the old or the new one, and an empty folder Update"},
+         "the new application without GUI data; the previous ones are in ORBUI_old"},
+        {"both-replaced", "The update had just started, or was almost complete.",
+         "a complete version, the old or the new one, and an empty folder Update"},
         {"gui-data-only", "The update replaced the GUI data but not the application.",
          "the old application with the new GUI data"},
-        {"unclear", "The folders are not as a single interrupted update leaves them.",
+        {"unclear", "A single interrupted update cannot leave these folders.",
          "see the list of folders"},
     };
     return TEXTS[static_cast<std::size_t>(step)];
@@ -32,7 +32,8 @@ DiskState readDiskState(const fs::path& makerFolder) {
     state.guiDataBackup = there("ORBUI_old");
     state.staging = there("Update");
     state.stagedGuiData = there("Update/ORBUI");
-    // The update creates all folders before it copies the first file.
+    // The update creates all folders before it copies the first file: an empty Update/KSTRL without
+    // Update/ORBUI means that nothing is staged yet.
     const fs::path staged = makerFolder / "Update/KSTRL";
     state.stagedApplication =
         fs::is_directory(staged) && (state.stagedGuiData || !fs::is_empty(staged));

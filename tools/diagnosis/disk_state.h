@@ -12,15 +12,15 @@ enum class UpdateStep {
     ApplicationMoved,     // KSTRL has become KSTRL_old, and nothing is in its place
     ApplicationReplaced,  // the new KSTRL is in place, ORBUI is the installed one
     GuiDataMoved,         // ORBUI has become ORBUI_old, and nothing is in its place
-    BothReplaced,         // all is in place, the empty staging folder is left
-    GuiDataOnly,          // only ORBUI could be replaced
+    BothReplaced,         // both are in place, but the empty staging folder still exists
+    GuiDataOnly,          // ORBUI was replaced, but KSTRL could not be
     Unclear,              // not a state that a single interrupted update leaves
 };
 
 struct UpdateStepText {
     const char* name;      // stable, for scripts: "application-moved"
-    const char* happened;  // what the update was doing
-    const char* onDisk;    // what the disk contains now
+    const char* happened;  // a sentence: what the update was doing
+    const char* onDisk;    // a phrase: what the disk contains now
 };
 const UpdateStepText& textOf(UpdateStep step);
 

@@ -19,8 +19,8 @@ fs::path makerFolderOf(const fs::path& folder) {
             return folder;
     throw std::runtime_error(
         folder.string() +
-        " is neither a key nor a device: it has no folder FlashDisk/VELD, VELD "
-        "or KSTRL");
+        " is neither a key nor a device: it has none of the folders FlashDisk/VELD, VELD, KSTRL, "
+        "KSTRL_old, ORBUI, ORBUI_old and Update");
 }
 
 InstalledFiles installedFiles(const fs::path& makerFolder) {

@@ -1,4 +1,4 @@
-// Lists a folder of the host, including subfolders.
+// Lists a folder of this computer with all its subfolders.
 #pragma once
 
 #include <cstdint>

@@ -79,11 +79,11 @@ std::string errorMeaning(int number) {
         {5, "5: the system refused it"},
         {17, "17: not on the same disk"},
         {32, "32: in use by a program"},
-        {80, "80: there is a file of this name"},
+        {80, "80: a file of this name exists"},
         {112, "112: the disk is full"},
-        {123, "123: the name holds a character that the disk does not take"},
+        {123, "123: the name has a character that is not allowed"},
         {145, "145: the folder is not empty"},
-        {183, "183: there is something of this name"},
+        {183, "183: a file or folder of this name exists"},
         {1117, "1117: the disk could not be read or written"},
     };
     const auto meaning = MEANINGS.find(number);

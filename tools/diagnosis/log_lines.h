@@ -1,4 +1,4 @@
-// Explains the lines of the updater's log to a technician.
+// Reads the updater's log, and explains its lines to a technician.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ struct LogLineKind {
     const char* meaning;
 };
 
-// All kinds that the updater writes, more specific ones first. The README has the same list.
+// All kinds of lines that the updater writes. The README has the same list.
 extern const std::vector<LogLineKind> LOG_LINE_KINDS;
 
 // The outcome of the update according to the log.

@@ -1,4 +1,4 @@
-// Makes text from a key or a device safe to show on a terminal.
+// Replaces what could control a terminal in text from a key or a device.
 #pragma once
 
 #include <string>

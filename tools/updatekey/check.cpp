@@ -14,10 +14,10 @@ void requireRoomFor(const std::vector<KeyEntry>& tree, const fs::path& scratch) 
     uint64_t largest = 0;
     for (const KeyEntry& entry : tree)
         largest = std::max(largest, entry.size);
-    // Larger files are findings of their own.
+    // A file that is too large for FAT32 is reported as a finding.
     if (largest <= FAT32_FILE_LIMIT && fs::space(scratch).available <= largest)
-        throw std::runtime_error("no room in " + scratch.parent_path().string() +
-                                 " to try the key out; set TMPDIR to a folder with more");
+        throw std::runtime_error("not enough space in " + scratch.parent_path().string() +
+                                 " for the trial run; set TMPDIR to a folder with more");
 }
 
 }  // namespace

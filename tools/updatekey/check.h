@@ -19,9 +19,9 @@ std::vector<int32_t> allLanguages();
 struct CheckOptions {
     std::optional<uint64_t> flashSize;  // bytes of the device's flash disk
     std::optional<uint64_t>
-        installedSize;  // of what is on it, in bytes; the key's twice if unknown
+        installedSize;  // bytes used on it; assumed to be twice the key's size if not set
     std::vector<int32_t> languages = allLanguages();  // languages that the key must support
-    std::string machine = "arm";     // target of the application: arm, x86, x64 or any
+    std::string machine = "arm";     // the application's processor: arm, x86, x64 or any
     std::set<std::string> accepted;  // codes of findings to suppress
     Progress progress;
 };

@@ -40,11 +40,11 @@ std::string machineOf(uint32_t number) {
         case 0x8664:
             return "x64";
         default:
-            return "another";
+            return "another processor";
     }
 }
 
-// The end of the last part of the file that the header describes.
+// Returns the end, in the file, of the last section that the header lists.
 uint64_t lastByte(const Header& header, std::size_t start) {
     constexpr std::size_t FILE_HEADER = 24;
     constexpr std::size_t ENTRY_SIZE = 40;
@@ -72,13 +72,13 @@ void checkApplication(const KeyUnderCheck& key, CheckReport& report) {
     const std::size_t start = header.number(0x3C, 4);
     if (!header.has(0, "MZ") || !header.has(start, std::string("PE\0\0", 4)))
         return damaged(
-            "is no program of the instrument's system; take the one that the build made "
-            "(--machine any accepts it, for a simulated instrument)");
+            "is not a Windows program; use the one that the application's build made (--machine "
+            "any accepts this one, for a simulated instrument)");
     if (lastByte(header, start) > bytes.size())
-        return damaged("is cut short; copy it again");
+        return damaged("is truncated; copy it again");
     const std::string built = machineOf(header.number(start + 4, 2));
     if (built != machine)
         addError(report.findings, "application-machine", APPLICATION,
                  "is built for " + built + ", not for " + machine +
-                     "; build it for the instrument, or say --machine");
+                     "; build it for the instrument, or set --machine");
 }

@@ -58,12 +58,12 @@ void checkDropped(const KeyUnderCheck& key, CheckReport& report) {
             report.copiedBytes += entry.size;
             if (isLitterPath(entry.path))
                 addError(report.findings, "litter", entry.path,
-                         "left by a desktop system or a programming tool; the device would install "
-                         "it: delete it");
+                         "is a junk file of a desktop system or a programming tool, which the "
+                         "device would install; delete it");
             if (isCopyName(nameOf(entry.path)))
                 addWarning(report.findings, "second-copy", entry.path,
-                           "is named like a second copy of a file; the device would install it "
-                           "beside the first: delete the wrong one");
+                           "is named like a second copy of a file; the device would install both; "
+                           "delete the wrong one");
         }
         const bool judged = startsWith(entry.path, MAKER_FOLDER) && &entry != notes;
         if (copied || !judged || !prediction.seen || entry.kind == Kind::Folder)
@@ -71,10 +71,10 @@ void checkDropped(const KeyUnderCheck& key, CheckReport& report) {
         report.notCopied.push_back(entry.path);
         if (entry.kind != Kind::File)
             addError(report.findings, "not-a-file", entry.path,
-                     "neither a file nor a folder; FAT32 and the device have no such thing");
+                     "is neither a file nor a folder; FAT32 and the device support nothing else");
         else if (prediction.lost.count(entry.path) != 0)
             addError(report.findings, "copy-fails", entry.path,
-                     "the device lists it but cannot copy it, and does not notice");
+                     "the device lists this file but cannot copy it, and reports no error");
         else if (!isLitterPath(entry.path) && isLatin1(entry.path))
             ++dropped[droppedTop(entry.path)];
     }

@@ -1,5 +1,5 @@
-// Checks the fonts and the background of the updater's screen. The update replaces them with the
-// key's: whatever the key lacks, the next update's screen will lack.
+// Checks the fonts and the background of the updater's screen. The update replaces them with those
+// of the key, so what the key lacks will be missing on the screen during the next update.
 
 #include <cstdlib>
 
@@ -32,11 +32,11 @@ bool isWhole(const std::string& bytes) {
 
 std::string glyphFault(const FontData& face) {
     if (face.glyphs.empty())
-        return "no font of the kind that the device reads, or one without glyphs";
+        return "is not a font that the device can read, or has no glyphs";
     if (asksForTooMuch(face))
-        return "asks for more memory than the device has for a face";
+        return "needs more memory than the device allows for a font";
     if (face.atlasSize == 0 || face.pageNames.empty())
-        return "names no page";
+        return "has no pages";
     for (const auto& [code, glyph] : face.glyphs) {
         const bool outside = glyph.x + glyph.width > static_cast<int>(face.atlasSize) ||
                              glyph.y + glyph.height > static_cast<int>(face.atlasSize);
@@ -51,7 +51,7 @@ void checkRaw(const KeyUnderCheck& key, const std::string& path, uint64_t size, 
     const KeyEntry* const entry = key.find(path);
     if (entry == nullptr)
         addError(findings, std::string(what) + "-missing", path,
-                 "is needed by the updater's own screen");
+                 "is missing; the updater's screen needs it");
     else if (entry->size != size)
         addError(
             findings, std::string(what) + "-size", path,
@@ -82,8 +82,8 @@ void checkFace(const KeyUnderCheck& key, const std::string& face, Severity ifMis
     const std::string path = DATA + "fonts/" + face + ".fnt";
     if (key.find(path) == nullptr) {
         findings.push_back({ifMissing, "font-missing", path,
-                            "is loaded by the updater's own screen, and the update takes the "
-                            "installed one away"});
+                            "is missing; the updater's screen loads it, and the update removes the "
+                            "installed one"});
         return;
     }
     const FontData font = loadKeyFace(face);
@@ -91,18 +91,20 @@ void checkFace(const KeyUnderCheck& key, const std::string& face, Severity ifMis
     if (!fault.empty())
         return addError(findings, "font-damaged", path, fault);
     if (!isWhole(bytesOf(key, path)))
-        return addError(findings, "font-damaged", path, "is cut off or has bytes left over");
+        return addError(findings, "font-damaged", path,
+                        "is truncated, or has extra bytes at its end");
     for (const std::string& page : font.pageNames) {
         const std::size_t stem = page.size() > 4 ? page.size() - 4 : 0;
         const std::string raw = DATA + "fonts/" + page.substr(0, stem) + ".raw";
         checkRaw(key, raw, uint64_t{font.atlasSize} * font.atlasSize, "font-page", findings);
         if (key.find(raw) != nullptr && isEmptyPicture(bytesOf(key, raw)))
             addError(findings, "font-page-empty", raw,
-                     "holds nothing, so that its letters cannot be seen; bake the font again");
+                     "is empty, so that its characters are invisible; make the font again");
     }
 }
 
-// The faces of a script grow from slot to slot, which reveals a face in the wrong slot.
+// The faces of a script are listed by size, so a face that is smaller than the one before it has
+// probably got the wrong name.
 void checkSizes(const KeyUnderCheck& key, Script script, Findings& findings) {
     uint32_t before = 0;
     for (const char* const face : facesOf(script).slots) {
@@ -113,7 +115,7 @@ void checkSizes(const KeyUnderCheck& key, Script script, Findings& findings) {
         if (height != 0 && height < before)
             addWarning(findings, "font-size", path,
                        "has lines of " + std::to_string(height) +
-                           " pixels, less than the face before it; was it given another's name?");
+                           " pixels, fewer than the font of the next smaller size; check its name");
         before = height;
     }
 }
@@ -126,7 +128,7 @@ void checkFonts(const KeyUnderCheck& key, CheckReport& report) {
              report.findings);
     if (looksLikeNoise(bytesOf(key, DATA + "KSTRL-menubg4.raw")))
         addWarning(report.findings, "background-noise", DATA + "KSTRL-menubg4.raw",
-                   "looks like noise, not like a picture; make it with rawimage");
+                   "looks like noise instead of a picture; make it with rawimage");
     for (const Script script : key.scripts()) {
         checkSizes(key, script, report.findings);
         const std::set<std::string> drawn = {faceName(script, layout::TEXT_FONT_SIZE),

@@ -19,17 +19,18 @@ bool isFolder(const KeyUnderCheck& key, const std::string& path) {
     return entry != nullptr && entry->kind == Kind::Folder;
 }
 
-// Finds an update that was put into one folder too many.
+// Returns a hint when the folders of the update are on the key, but one folder too deep or too
+// high.
 std::string hintAtTree(const KeyUnderCheck& key) {
     for (const KeyEntry& entry : key.tree) {
         const bool nested = entry.path.size() > 5 && entry.kind == Kind::Folder &&
                             entry.path.compare(entry.path.size() - 5, 5, "/VELD") == 0;
         if (nested && key.find(entry.path + "/KSTRL") != nullptr)
-            return "; it lies in " + entry.path + ", so move that folder VELD to the key's root";
+            return "; there is one at " + entry.path + ": move it to the key's root";
     }
     return key.find("KSTRL") != nullptr && key.find("ORBUI") != nullptr
-               ? "; the folders KSTRL and ORBUI lie in the key's root: put them into VELD"
-               : "; look whether KEY is the root of the storage device";
+               ? "; the folders KSTRL and ORBUI are in the key's root: move them into VELD"
+               : "; check whether KEY is the root of the storage device";
 }
 
 void explainWhyNotSeen(const KeyUnderCheck& key, Findings& findings) {
@@ -58,9 +59,9 @@ void explainWhyNotSeen(const KeyUnderCheck& key, Findings& findings) {
         guiEntry |= parent == "VELD/ORBUI/data";
     }
     if (!applicationFile)
-        addError(findings, "application-empty", "VELD/KSTRL", "KSTRL holds no file");
+        addError(findings, "application-empty", "VELD/KSTRL", "KSTRL contains no file");
     if (!guiEntry)
-        addError(findings, "gui-data-empty", "VELD/ORBUI/data", "ORBUI/data holds nothing");
+        addError(findings, "gui-data-empty", "VELD/ORBUI/data", "ORBUI/data is empty");
 }
 
 // FAT32 and the device ignore case, but the engine compares the names of two folders exactly as
@@ -72,7 +73,7 @@ void checkCase(const KeyUnderCheck& key, Findings& findings) {
             continue;
         findings.push_back({entry->kind == Kind::Folder ? Severity::Error : Severity::Warning,
                             "name-case", entry->path,
-                            "must be written " + nameOf(required) + "; rename it"});
+                            "must be named " + nameOf(required) + "; rename it"});
     }
 }
 
@@ -88,7 +89,7 @@ void checkLayout(const KeyUnderCheck& key, CheckReport& report) {
     const KeyEntry* const entry = key.find(application);
     if (entry == nullptr || entry->kind != Kind::File)
         addError(report.findings, "no-application", application,
-                 "after the update there is no application to start");
+                 "is missing; the device could not start an application after the update");
     else if (entry->size == 0)
         addError(report.findings, "application-damaged", application, "the application is empty");
 }

@@ -1,4 +1,5 @@
-// Compares the key with its manifest. A key without one was made by other means, and is accepted.
+// Compares the key with its manifest. A key without a manifest is accepted: it was not made by
+// updatekey.
 
 #include "platform/posix/read_file.h"
 #include "tools/updatekey/check.h"
@@ -23,7 +24,7 @@ void checkManifest(const KeyUnderCheck& key, CheckReport& report) {
                      "was added after the manifest was made");
         else if (sha256Of(key.folder / candidate.path) != line->second)
             addError(report.findings, "manifest-mismatch", candidate.path,
-                     "is not the file that the manifest was made of");
+                     "was changed after the manifest was made");
     }
     for (const auto& [path, checksum] : *stated)
         if (key.find(path) == nullptr)

@@ -29,18 +29,19 @@ void checkNames(const KeyUnderCheck& key, CheckReport& report) {
         const auto [other, isNew] = byFoldedPath.emplace(foldCase(entry.path), entry.path);
         if (!isNew)
             addError(findings, "case-clash", entry.path,
-                     "differs from " + other->second + " by case only; FAT32 holds one of them");
+                     "differs from " + other->second + " only in case; FAT32 cannot hold both");
         const std::string name = nameOf(entry.path);
         if (!isFatName(name))
             addError(findings, "name-not-fat", entry.path, "FAT32 cannot hold this name");
         if (entry.size > FAT32_FILE_LIMIT)
-            addError(findings, "file-too-large", entry.path, "FAT32 holds files below 4 GB only");
+            addError(findings, "file-too-large", entry.path,
+                     "FAT32 can hold only files below 4 GB");
         if (!startsWith(entry.path, keylayout::MAKER_FOLDER))
             continue;
         if (!isLatin1(name))
             addError(findings, "name-not-latin1", entry.path,
-                     "has characters outside Latin-1; the device reads \"?\" for them and leaves "
-                     "it out");
+                     "has characters outside Latin-1; the device reads them as \"?\" and does not "
+                     "copy the file");
         if (longestDevicePath(entry.path) > MAX_PATH_LENGTH)
             addError(
                 findings, "path-too-long", entry.path,

@@ -25,15 +25,15 @@ void checkVersionLine(const std::string& bytes, Findings& findings) {
                  "the first line must be \"" + VERSION_PREFIX + "\" and the version");
     else if (prefix != 0)
         addError(findings, "notes-prefix-misplaced", NOTES,
-                 "the version is cut at character 14, so \"" + VERSION_PREFIX +
-                     "\" must be the very start of the file, and be there once");
+                 "the device removes the first 14 characters of the first line, so \"" +
+                     VERSION_PREFIX + "\" must be at the very start of the file, and only there");
     else if (line.find_first_not_of(' ', VERSION_PREFIX.size()) == std::string::npos)
-        addError(findings, "notes-no-version", NOTES, "the first line names no version");
+        addError(findings, "notes-no-version", NOTES, "the first line contains no version");
     const std::size_t second = bytes.find(VERSION_PREFIX, line.size());
     if (second != std::string::npos && prefix != std::string::npos)
         addWarning(findings, "notes-second-version", NOTES,
-                   "a later line begins with \"" + VERSION_PREFIX +
-                       "\" too; only the first line counts: delete the other");
+                   "a later line also contains \"" + VERSION_PREFIX +
+                       "\"; only the first line counts; delete the other");
 }
 
 // The application may state its version in "version.txt".
@@ -41,9 +41,9 @@ void checkVersionFile(const KeyUnderCheck& key, CheckReport& report) {
     const std::string version = applicationVersion(key.folder / "VELD/KSTRL");
     if (!version.empty() && version != report.prediction.version)
         addWarning(report.findings, "version-differs", NOTES,
-                   "says version \"" + printable(report.prediction.version) +
-                       "\", and the application's version.txt says \"" + printable(version) +
-                       "\"; make them the same");
+                   "has version \"" + printable(report.prediction.version) +
+                       "\", but the application's version.txt has \"" + printable(version) +
+                       "\"; correct one of them");
 }
 
 void checkLineEnds(const std::string& bytes, Findings& findings) {
@@ -51,19 +51,20 @@ void checkLineEnds(const std::string& bytes, Findings& findings) {
         bytes.find('\r') != std::string::npos && bytes.find('\n') == std::string::npos;
     if (bareReturns)
         return addError(findings, "notes-carriage-return", NOTES,
-                        "ends its lines with a carriage return alone; the device takes all for one "
-                        "line and drops it: end them with a line feed");
+                        "ends its lines with a carriage return alone; the device reads the text as "
+                        "one line and does not show it; end lines with a line feed");
     const std::size_t nul = bytes.find('\0');
     const std::size_t ctrlZ = bytes.find('\x1A');
     if (nul != std::string::npos)
         addError(findings, "notes-nul", NOTES,
-                 "holds NUL characters (is it UTF-16?); the screen stops a line at the first");
+                 "contains NUL characters (is it UTF-16?); the screen shows each line only up to "
+                 "the first one");
     if (ctrlZ != std::string::npos)
         addError(findings, "notes-cut", NOTES,
-                 "holds a Ctrl-Z, at which the device takes the text to end");
+                 "contains a Ctrl-Z, at which the device stops reading");
     else if (bytes.empty() || bytes.back() != '\n')
         addError(findings, "notes-no-final-line-feed", NOTES,
-                 "the last line does not end with a line feed; the device drops it");
+                 "the last line does not end with a line feed; the device does not show it");
 }
 
 bool isUtf8BeyondAscii(const std::string& bytes) {
@@ -89,12 +90,12 @@ void checkDrawing(const KeyUnderCheck& key, CheckReport& report) {
                 static_cast<int>(layout::NOTES_LEFT + drawn.right) - layout::SCREEN_WIDTH;
             if (beyond > 0)
                 addWarning(report.findings, "notes-line-too-wide", NOTES,
-                           "line " + std::to_string(number) + " runs over the screen's edge by " +
-                               std::to_string(beyond) + " pixels with " + notesFace);
+                           "line " + std::to_string(number) + " extends " + std::to_string(beyond) +
+                               " pixels beyond the screen's edge in " + notesFace);
         }
         if (!missing.empty())
             addWarning(report.findings, "notes-missing-glyph", NOTES,
-                       notesFace + " cannot draw " + listCharacters(missing));
+                       notesFace + " has no glyph for " + listCharacters(missing));
     }
 }
 
@@ -104,7 +105,7 @@ void checkNotes(const KeyUnderCheck& key, CheckReport& report) {
     const KeyEntry* const entry = key.find(NOTES);
     if (entry == nullptr || entry->kind != KeyEntry::Kind::File)
         return addError(report.findings, "notes-missing", NOTES,
-                        "no release notes; the device takes the key, with an empty version");
+                        "is missing; the device accepts the key, but with an empty version");
     const std::string bytes = host::readFile(key.folder / entry->path);
     checkVersionLine(bytes, report.findings);
     checkVersionFile(key, report);
@@ -115,7 +116,7 @@ void checkNotes(const KeyUnderCheck& key, CheckReport& report) {
     const std::size_t lines = report.prediction.notes.size();
     if (lines > layout::NOTES_LINES)
         addWarning(report.findings, "notes-too-many-lines", NOTES,
-                   std::to_string(lines) + " lines, of which the screen shows " +
+                   "has " + std::to_string(lines) + " lines, of which the screen shows only " +
                        std::to_string(layout::NOTES_LINES));
     checkDrawing(key, report);
 }

@@ -33,10 +33,11 @@ void checkSpace(const KeyUnderCheck& key, CheckReport& report) {
                  "the key alone takes " + shown(staged) + ofDisk + "; make the key smaller");
     else if (report.flashNeeded > flash && key.options.installedSize)
         addError(report.findings, "flash-too-small", "",
-                 "the key takes " + shown(staged) + " and what is on the device " +
-                     shown(installed) + ofDisk + "; free some of it first");
+                 "the key takes " + shown(staged) + " and the files on the device " +
+                     shown(installed) + ofDisk + "; delete some of them first");
     else if (report.flashNeeded > flash)
         addWarning(report.findings, "flash-tight", "",
-                   "with the installed trees and their backups of the same size the key takes " +
+                   "if the installed folders and their backups are as large as the key's, the "
+                   "update takes " +
                        shown(report.flashNeeded) + ofDisk + "; rehearse it with a real device");
 }

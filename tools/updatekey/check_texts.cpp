@@ -1,5 +1,5 @@
-// Checks the string tables: each language must have the ten texts of the updater's screen, in
-// characters of its face, on lines that fit, and with the key names in their markers.
+// Checks the string tables: each language must have the ten texts of the updater's screen. Its face
+// must have their characters, each text must fit its line, and START and STOP their markers.
 
 #include <map>
 
@@ -46,10 +46,10 @@ void checkLineEnds(const std::string& name, Findings& findings) {
         const bool lineFeed = line.back() == TEXT('\n');
         return addError(findings, "table-line-end", LANG + name,
                         "line " + std::to_string(number) +
-                            (lineFeed ? " ends with a line feed alone; the device takes the last "
-                                        "letter of its text away: end lines with CR LF"
-                                      : " does not end with CR LF within 511 characters; what it "
-                                        "says is cut: shorten it or end it"));
+                            (lineFeed ? " ends with a line feed alone; the device removes the last "
+                                        "character of its text; end lines with CR LF"
+                                      : " does not end with CR LF within 511 characters; the "
+                                        "device cuts its text; shorten it or end it"));
     }
 }
 
@@ -67,9 +67,8 @@ void checkLanguage(const Language& language, Findings& findings) {
     if (2 * same > texts.size())
         addWarning(findings, "table-language", LANG + stringTableFile(language.suffix),
                    "has " + std::to_string(same) +
-                       " texts that are the English ones; is it the "
-                       "table of " +
-                       std::string(language.name) + "?");
+                       " texts that equal the English ones; check whether it is the table of " +
+                       std::string(language.name));
 }
 
 void checkTable(const Language& language, Findings& findings) {
@@ -99,7 +98,7 @@ void checkTable(const Language& language, Findings& findings) {
     warn("text-too-wide", "the restart note", widthFault(note, layout::NOTES_EDGE));
     if (!missing.empty())
         addWarning(findings, "text-missing-glyph", path,
-                   textFace + " cannot draw " + listCharacters(missing));
+                   textFace + " has no glyph for " + listCharacters(missing));
 }
 
 }  // namespace
@@ -108,7 +107,8 @@ void checkTexts(const KeyUnderCheck& key, CheckReport& report) {
     SystemSettings::instance().dataFolder = keylayout::USB_ROOT + GUI_DATA;
     const std::string numerals = stringTableFile(NUMERALS);
     if (key.find(LANG + numerals) == nullptr)
-        addWarning(report.findings, "table-missing", LANG + numerals, "is read for every language");
+        addWarning(report.findings, "table-missing", LANG + numerals,
+                   "is missing; the device reads it for every language");
     else
         checkLineEnds(numerals, report.findings);
     for (const int32_t number : key.options.languages) {
@@ -116,7 +116,7 @@ void checkTexts(const KeyUnderCheck& key, CheckReport& report) {
         const std::string file = stringTableFile(language.suffix);
         if (key.find(LANG + file) == nullptr) {
             addError(report.findings, "table-missing", LANG + file,
-                     "the updater's own screen has no texts in this language");
+                     "is missing; the updater's screen would have no texts in this language");
             continue;
         }
         const std::string encoding =

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-// The folder of the running program.
+// Returns the folder that contains the running program.
 std::filesystem::path ownFolder();
 
 // Starts a program in a new process group, with its output written to `output`. Returns its process

@@ -14,7 +14,7 @@
 namespace {
 
 constexpr const char* KEY_TEXT =
-    "Folder that stands for the root of the USB storage device, or a disk image";
+    "Update key: the folder with the content of the USB stick, or a disk image of it";
 
 int codeOf(const CheckReport& report, bool made = true) {
     return !made ? ExitNotWritten : report.findings.empty() ? ExitFine : ExitFindings;
@@ -139,79 +139,96 @@ void addKey(CLI::App* command, Arguments& arguments) {
 
 void addCheckOptions(CLI::App* command, Arguments& arguments) {
     CheckOptions& check = arguments.check;
-    addParsed(command, "--flash-size", "SIZE",
-              "Size of the device's flash disk: bytes, or with kb, mb or gb behind it",
-              [&](const std::string& text) { check.flashSize = parseSize(text); });
+    addParsed(
+        command, "--flash-size", "SIZE",
+        "Size of the device's flash disk, in bytes or with the unit kb, mb or gb, such as 64mb "
+        "(default: the space is not checked)",
+        [&](const std::string& text) { check.flashSize = parseSize(text); });
     addParsed(command, "--languages", "LIST",
-              "Languages that the key is to serve, by number or letters: 0,fr,jp (default: all)",
+              "Languages that the key must support, by number or suffix, such as 0,fr,jp "
+              "(default: all)",
               [&](const std::string& text) { check.languages = parseLanguages(text); });
-    addChecked(command, "--machine", check.machine,
-               "Machine that the application is built for: arm, x86, x64, or any for a simulated "
-               "instrument (default: arm)",
-               CLI::IsMember({"arm", "x86", "x64", "any"}), "NAME");
+    addChecked(
+        command, "--machine", check.machine,
+        "Processor that the application must be built for: arm, x86 or x64; any accepts every "
+        "file, for a simulated instrument (default: arm)",
+        CLI::IsMember({"arm", "x86", "x64", "any"}), "NAME");
     command
-        ->add_option("--accept", check.accepted,
-                     "Findings that are known and wanted, by their code: notes-utf8,litter")
+        ->add_option(
+            "--accept", check.accepted,
+            "Findings to ignore, by their codes, such as notes-utf8,litter (default: none)")
         ->delimiter(',')
         ->type_name("CODES");
 }
 
 void describeMake(CLI::App* command, Arguments& arguments) {
     MakeOptions& make = arguments.make;
-    addFolder(command, "--app", make.application, "Folder with the application's files")
+    addFolder(command, "--app", make.application,
+              "Folder with the application's files, which become KSTRL/")
         ->required();
-    addFolder(command, "--gui", make.guiData, "Folder with the GUI data")->required();
-    addChecked(command, "--notes", make.notes, "Text of the release notes", CLI::ExistingFile,
-               "FILE")
+    addFolder(command, "--gui", make.guiData, "Folder with the GUI data, which become ORBUI/data/")
         ->required();
-    command->add_option("--version", make.version, "Version of the update")->required();
-    command->add_option("OUT", arguments.out, "Folder to be made")->required();
+    addChecked(command, "--notes", make.notes, "Release notes, a text file in UTF-8 or Latin-1",
+               CLI::ExistingFile, "FILE")
+        ->required();
+    command
+        ->add_option("--version", make.version,
+                     "Version of the update, one line of text, such as 2.14.3")
+        ->required();
+    command->add_option("OUT", arguments.out, "Folder to make; it must be new or empty")
+        ->required();
     addCheckOptions(command, arguments);
 }
 
 void describeImage(CLI::App* command, Arguments& arguments) {
     addKey(command, arguments);
-    command->add_option("FILE", arguments.out, "Image to be made")->required();
-    addParsed(command, "--size", "SIZE",
-              "Size of the image (default: the least that holds the key)",
-              [&](const std::string& text) { arguments.image.size = parseSize(text); });
+    command->add_option("FILE", arguments.out, "Image file to make; it must not exist")->required();
+    addParsed(
+        command, "--size", "SIZE",
+        "Size of the image, in bytes or with the unit kb, mb or gb (default: the smallest that "
+        "holds the key)",
+        [&](const std::string& text) { arguments.image.size = parseSize(text); });
     command->add_flag("--no-partition-table", arguments.noPartitionTable,
-                      "Begin with the file system at once, as some imagers want it");
+                      "Make an image of the file system alone, as some imagers require");
     addCheckOptions(command, arguments);
 }
 
 void describeWrite(CLI::App* command, Arguments& arguments) {
     addKey(command, arguments);
     // A stick that does not exist is reported like any other faulty stick.
-    command->add_option("FOLDER", arguments.sticks, "Folders on which the sticks are mounted")
+    command->add_option("FOLDER", arguments.sticks, "Folders at which the sticks are mounted")
         ->required()
         ->type_name("DIR");
     command->add_flag("--replace", arguments.write.replace,
-                      "Remove the update that is on a stick, its folder VELD, and nothing else");
+                      "First delete the folder VELD of an earlier update from each stick (default: "
+                      "such a stick is refused)");
     addCheckOptions(command, arguments);
 }
 
 void describeRehearse(CLI::App* command, Arguments& arguments) {
     RehearseOptions& options = arguments.rehearse;
     addKey(command, arguments);
-    addFolder(command, "--device", options.device, "Device folder; it is copied and stays as it is")
+    addFolder(command, "--device", options.device, "Device folder; only a copy of it is changed")
         ->required();
-    addChecked(command, "--updater", options.updater, "The updater's program", CLI::ExistingFile,
-               "FILE");
-    addChecked(command, "--keep", options.keep, "Folder that the updated device is copied to",
-               CLI::NonexistentPath, "PATH");
+    addChecked(command, "--updater", options.updater,
+               "Program of the updater (default: the one installed with updatekey)",
+               CLI::ExistingFile, "FILE");
+    addChecked(command, "--keep", options.keep,
+               "New folder for the updated device (default: it is deleted)", CLI::NonexistentPath,
+               "PATH");
     addChecked(command, "--timeout", options.timeout,
                "Seconds after which the updater is ended, 1 to 86400 (default: " +
                    std::to_string(options.timeout) + ")",
                CLI::Range(1, 86400), "SECONDS");
-    command->add_flag("--hidden", options.hidden, "Use a virtual screen");
+    command->add_flag("--hidden", options.hidden,
+                      "Use a virtual screen even if there is a display");
     addCheckOptions(command, arguments);
 }
 
 void describeDiff(CLI::App* command, Arguments& arguments) {
     addKey(command, arguments);
-    addChecked(command, "OTHER", arguments.other, "Another key, or a device folder",
-               CLI::ExistingPath, "PATH")
+    addChecked(command, "OTHER", arguments.other,
+               "Another key, a disk image of one, or a device folder", CLI::ExistingPath, "PATH")
         ->required();
 }
 
@@ -219,8 +236,8 @@ void describeDiagnose(CLI::App* command, Arguments& arguments) {
     addFolder(command, "DEVICE", arguments.key, "Device folder, or a copy of its flash disk")
         ->required();
     addChecked(command, "--manifest", arguments.other,
-               "Key whose files are compared with those that are installed", CLI::ExistingPath,
-               "PATH");
+               "Update key to compare the installed files with (default: no comparison)",
+               CLI::ExistingPath, "PATH");
 }
 
 struct Command {
@@ -236,15 +253,17 @@ void describeCheck(CLI::App* command, Arguments& arguments) {
 }
 
 constexpr Command COMMANDS[] = {
-    {"make", "Make a key", describeMake, runMake},
-    {"check", "Say what the device will do with a key", describeCheck, runCheck},
-    {"info", "Say what a key is", addKey, runInfo},
+    {"make", "Make an update key from its files", describeMake, runMake},
+    {"check", "Report the faults of a key, and what the device will do with it", describeCheck,
+     runCheck},
+    {"info", "Show the version, notes, sizes and files of a key", addKey, runInfo},
     {"image", "Make a disk image of a key", describeImage, runImage},
-    {"write", "Write a key onto sticks and read them back", describeWrite, runWrite},
-    {"diff", "Say what changes between a key and another, or a device", describeDiff, runDiff},
+    {"write", "Write a key to USB sticks and read each one back", describeWrite, runWrite},
+    {"diff", "Show the differences between a key and another key or a device", describeDiff,
+     runDiff},
     {"rehearse", "Run the real updater with a key on a copy of a device", describeRehearse,
      runRehearse},
-    {"diagnose", "Say what is the matter with an instrument that came back, and what cures it",
+    {"diagnose", "Report what is wrong with a returned instrument, and how to repair it",
      describeDiagnose, runDiagnose},
 };
 
@@ -253,17 +272,20 @@ constexpr Command COMMANDS[] = {
 void describeCommands(CLI::App& app, Arguments& arguments) {
     app.set_version_flag("--version", std::string("updatekey ") + UPDATEKEY_VERSION);
     app.set_help_all_flag("--help-all", "Print the help of all commands and exit");
-    app.add_flag("--json", arguments.json, "Write JSON, for scripts");
-    app.add_flag("--quiet", arguments.quiet, "Write only what needs attention");
+    app.add_flag("--json", arguments.json, "Write the report as JSON, for scripts");
+    app.add_flag("--quiet", arguments.quiet,
+                 "Write only findings, faulty sticks and repair steps, and no progress bar");
     app.add_option("--completion", arguments.shell,
-                   "Write the completion script for bash, zsh or fish, and end")
+                   "Write the completion script for bash, zsh or fish, and exit")
         ->type_name("SHELL")
         ->check(CLI::IsMember({"bash", "zsh", "fish"}));
     app.require_subcommand(0, 1);
     app.fallthrough();
     app.footer(
-        "Exit codes: 0 all is fine; 1 something was found; 2 wrong usage, or the work could not "
-        "be done; 3 nothing was written, because of errors in the key.");
+        "Exit codes: 0 success, and nothing was found; 1 there is a finding, a difference, a stick "
+        "that could not be written, a rehearsal that differs from the prediction, or a repair to "
+        "do; 2 wrong usage, or the command failed; 3 nothing was written, because the key has "
+        "errors.");
     for (const Command& command : COMMANDS)
         command.describe(app.add_subcommand(command.name, command.description), arguments);
 }
@@ -279,6 +301,6 @@ int runCommand(const CLI::App& app, Arguments& arguments) {
         if (app.got_subcommand(command.name))
             return command.run(arguments);
     throw std::runtime_error(
-        "name a command: make, check, info, image, write, diff, rehearse or "
-        "diagnose; updatekey --help tells about them");
+        "no command was given; the commands are make, check, info, image, write, diff, rehearse "
+        "and diagnose; updatekey --help explains them");
 }

@@ -17,7 +17,7 @@
 
 enum ExitCode {
     ExitFine = 0,
-    ExitFindings = 1,    // there are findings; the output was created
+    ExitFindings = 1,    // there is something to report, such as a warning
     ExitFailure = 2,     // wrong usage, or the tool failed
     ExitNotWritten = 3,  // the key has errors; no output was created
 };
@@ -26,8 +26,8 @@ enum ExitCode {
 struct Arguments {
     bool json = false;
     bool quiet = false;
-    std::string key;    // a folder, or a disk image
-    std::string other;  // the second folder of a comparison
+    std::string key;    // a folder or a disk image; for diagnose, the device
+    std::string other;  // what `key` is compared with
     std::string out;
     std::string shell;
     std::vector<std::string> sticks;

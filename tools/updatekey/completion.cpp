@@ -11,7 +11,7 @@ struct Word {
     std::string takes;  // "dir", "file", "text", or empty
 };
 
-// The kind of value of an option or argument, as its check names it.
+// Returns what the value of an option is: "dir", "file", "text", or nothing for a flag.
 std::string kindOf(const CLI::Option& option) {
     const std::string type = option.get_type_name();
     if (option.get_items_expected_max() == 0)

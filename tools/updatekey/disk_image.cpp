@@ -104,8 +104,8 @@ std::string newestTime(const fs::path& folder, const std::vector<KeyEntry>& tree
     return std::to_string(newest);
 }
 
-// Copies in sorted order, independent of the key's file system, and some hundred files at a time,
-// because a command line is limited.
+// Copies the files in sorted order, so that the image does not depend on the key's file system, and
+// at most 500 at a time, because the length of a command line is limited.
 void fill(const std::string& drive, const fs::path& key, const std::vector<KeyEntry>& tree) {
     const std::vector<std::string> clock = {"env", "MTOOLS_SKIP_CHECK=1",
                                             "SOURCE_DATE_EPOCH=" + newestTime(key, tree)};
@@ -165,14 +165,14 @@ void requireSameFiles(const fs::path& key, const fs::path& image) {
     const TemporaryFolder copy(fs::temp_directory_path() / "updatekey-image");
     unpackImage(image, copy.path());
     if (computeManifest(copy.path()) != computeManifest(key))
-        throw std::runtime_error("the image does not hold what was written to it");
+        throw std::runtime_error("the image differs from the key when it is read back");
 }
 
 }  // namespace
 
 ImageReport makeImage(const ImageOptions& options) {
     if (fs::exists(fs::symlink_status(options.out)))
-        throw std::runtime_error(options.out.string() + " is there already; choose another name");
+        throw std::runtime_error(options.out.string() + " already exists; choose another name");
     ImageReport report;
     report.check = checkKey(options.key, options.check);
     if (report.check.hasErrors())

@@ -1,4 +1,4 @@
-// The faces in the key.
+// Reads the faces (fonts of one size) of a key, and lists characters for messages.
 #pragma once
 
 #include <set>

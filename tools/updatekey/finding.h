@@ -1,11 +1,11 @@
-// A finding: a fault of a key, described for the person who made it.
+// A finding: a fault of a key, described for the person who makes the key.
 #pragma once
 
 #include <string>
 #include <vector>
 
-// Error: the device will not do what was intended. Warning: it will, but the key should be
-// reviewed.
+// An error: the device will not do what the key is meant for. A warning: it will, but the key
+// should be reviewed.
 enum class Severity { Warning, Error };
 
 struct Finding {

@@ -1,5 +1,6 @@
-// Preloaded into the updater by a rehearsal to count its frames. The count is written to the file
-// UPDATEKEY_FRAMES at every frame, because a signal may end the program.
+// A library that a rehearsal preloads into the updater to count its frames. The count is written at
+// every frame, because a signal may end the program, to the file that the environment variable
+// UPDATEKEY_FRAMES names.
 
 #include <EGL/egl.h>
 #include <dlfcn.h>

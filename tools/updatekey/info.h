@@ -21,7 +21,7 @@ enum class ManifestState { Absent, Matches, Differs };
 const char* textOf(ManifestState state);
 
 struct KeyInfo {
-    bool seen = false;
+    bool seen = false;  // whether the device accepts the key
     std::string version;
     std::vector<std::string> notes;  // UTF-8
     ManifestState manifest = ManifestState::Absent;

@@ -8,7 +8,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The engine's traces are meant for the device's debugger, not for the user of this tool.
+// Drops the engine's debugger messages, which are not meant for the user of this tool.
 DWORD keepTracesQuiet(const HookedCall& call) {
     return std::string(call.name) == "OutputDebugStringW" ? ERROR_GEN_FAILURE : ERROR_SUCCESS;
 }

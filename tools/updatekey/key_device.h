@@ -1,5 +1,5 @@
-// A temporary device with the key plugged in and an installation, on which the update engine itself
-// processes the key. The key is only read.
+// A temporary simulated device with an installation and with the key plugged in. The update engine
+// runs on it to predict an update. The key is only read.
 #pragma once
 
 #include <filesystem>

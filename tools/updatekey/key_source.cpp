@@ -11,8 +11,8 @@ KeySource::KeySource(const fs::path& key) : folder_(key) {
         return;
     if (!isImage(key))
         throw std::runtime_error(key.string() +
-                                 " is not there; name a folder that stands for the root of the "
-                                 "storage device, or a disk image");
+                                 " does not exist; give the folder with the content of the USB "
+                                 "stick, or a disk image of it");
     unpacked_.emplace(fs::temp_directory_path() / "updatekey-image");
     folder_ = unpacked_->path();
     unpackImage(key, folder_);

@@ -30,8 +30,8 @@ std::string unknownCommand(const CLI::App& app, int argc, char** argv) {
 int run(int argc, char** argv, bool json) {
     Arguments arguments;
     CLI::App app(
-        "Makes, judges, rehearses and writes update keys of the Kestrel instrument, and says what "
-        "is the matter with an instrument.",
+        "Makes, checks, rehearses and writes update keys of the Kestrel instrument, and diagnoses "
+        "instruments after an update.",
         "updatekey");
     describeCommands(app, arguments);
     try {
@@ -40,8 +40,8 @@ int run(int argc, char** argv, bool json) {
         return app.exit(help);
     } catch (const CLI::ParseError& error) {
         const std::string unknown = unknownCommand(app, argc, argv);
-        return fail(json, (unknown.empty() ? error.what() : unknown + " is no command") +
-                              std::string("; updatekey --help tells what there is"));
+        return fail(json, (unknown.empty() ? error.what() : unknown + " is not a command") +
+                              std::string("; updatekey --help explains the usage"));
     }
     return runCommand(app, arguments);
 }

@@ -36,11 +36,11 @@ void requireFree(const fs::path& out) {
         return;
     }
     require(fs::is_directory(out) && fs::is_empty(out),
-            out.string() + " is there already; name a new folder, or an empty one");
+            out.string() + " already exists; give a new or an empty folder");
     require(::stat(out.parent_path().c_str(), &parent) == 0 && parent.st_dev == place.st_dev,
             out.string() +
-                " is a mounted storage device; make the key in a folder, and bring it "
-                "there with \"updatekey write\"");
+                " is a mounted storage device; make the key in another folder, and copy it to the "
+                "device with \"updatekey write\"");
 }
 
 std::string readAll(const fs::path& path) {
@@ -64,7 +64,7 @@ bool isLeftOut(const std::string& path) {
     return false;
 }
 
-// Makes files readable and writable. Executable files stay executable, for the rehearsal.
+// Makes the copy readable and writable. It stays executable, so that a rehearsal can start it.
 void copyFile(const fs::path& from, const fs::path& to) {
     fs::copy_file(from, to);
     const bool runs = (fs::status(from).permissions() & fs::perms::owner_exec) != fs::perms::none;
@@ -102,7 +102,8 @@ time_t newestTime(const fs::path& folder) {
     return newest;
 }
 
-// Even, because FAT32 stores times with a resolution of two seconds.
+// Returns the time for all files of the key: an even number of seconds, because FAT32 stores times
+// with a resolution of two seconds.
 time_t keyTime(const MakeOptions& options) {
     struct stat status {};
     time_t time = ::stat(options.notes.c_str(), &status) == 0 ? status.st_mtime : 0;

@@ -1,4 +1,5 @@
-// Makes a key: creates its folders, checks it, and only then moves it to its place.
+// Makes a key: creates it in a temporary folder, checks it, and only then renames that folder to
+// its final name.
 #pragma once
 
 #include <filesystem>

@@ -1,5 +1,5 @@
-// The manifest: a key's files with their checksums, beside "VELD", where the device ignores it. Its
-// format is that of sha256sum, which can verify it too.
+// The manifest: the list of a key's files and their checksums. It is beside "VELD", where the
+// device ignores it, and in the format of sha256sum, which can verify it too.
 #pragma once
 
 #include <filesystem>

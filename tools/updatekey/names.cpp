@@ -17,7 +17,8 @@ std::string lowerAscii(std::string text) {
     return text;
 }
 
-// A device name of Windows, such as "NUL" or "con.txt": no file can have it.
+// Whether Windows reserves the name for a device, such as "NUL" or "con.txt", so that no file can
+// have it.
 bool isDeviceName(const std::string& name) {
     static const std::set<std::string> NAMES = {"con", "prn", "aux", "nul"};
     const std::string stem = lowerAscii(name.substr(0, name.find('.')));

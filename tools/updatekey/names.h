@@ -1,5 +1,5 @@
-// File names: what the storage device and the update can store, and what desktop systems leave
-// behind.
+// Checks file names: whether FAT32 and the device can store them, and whether they are those of
+// junk files.
 #pragma once
 
 #include <cstdint>

@@ -56,8 +56,8 @@ std::string substituteFor(char16_t c) {
     }
     if (count > SHOWN)
         places += "\n  and " + std::to_string(count - SHOWN) + " more";
-    throw std::runtime_error("the device can only show Latin-1; the notes hold other characters:" +
-                             places);
+    throw std::runtime_error(
+        "the device can show only Latin-1, but the notes contain other characters:" + places);
 }
 
 // Text that is not valid UTF-8 is assumed to be Latin-1 already.
@@ -87,7 +87,7 @@ std::string composeNotes(const std::string& text, const std::string& version) {
     const bool oneLine = std::none_of(version.begin(), version.end(),
                                       [](char c) { return static_cast<unsigned char>(c) < 0x20; });
     if (version.empty() || !oneLine)
-        throw std::runtime_error("a version is one line of text");
+        throw std::runtime_error("the version must be one line of text");
     const std::size_t start = text.compare(0, 3, BYTE_ORDER_MARK) == 0 ? 3 : 0;
     std::string notes = withoutCarriageReturns(toLatin1(text.substr(start)));
     const std::string first = VERSION_PREFIX + toLatin1(version);

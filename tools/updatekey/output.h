@@ -11,7 +11,7 @@ struct Arguments;
 void show(const Arguments& arguments, const std::string& text, const std::string& shortText,
           const std::string& json);
 
-// Writes `text` unchanged. Throws std::runtime_error too.
+// Writes `text` unchanged. Throws std::runtime_error when it cannot be written completely.
 void writeOut(const std::string& text);
 
 // Formats a failure of the tool as JSON.

@@ -18,7 +18,7 @@ class ObservedUpdater : public Updater {
     explicit ObservedUpdater(Prediction& prediction) : prediction_(prediction) {}
 
   protected:
-    // The check reports missing notes; the engine would print a message of its own.
+    // Missing notes are a finding of the check; the engine would also print a message.
     void readReleaseNotes() override {
         if (LineReader(usbRoot + makerFolder + releaseNotesName).isOpen())
             Updater::readReleaseNotes();
@@ -31,7 +31,7 @@ class ObservedUpdater : public Updater {
         std::string relative = toDisplay(keylayout::MAKER_FOLDER + file);
         std::replace(relative.begin(), relative.end(), '\\', '/');
         std::error_code error;
-        // The deletion fails when the file was not copied.
+        // A copied file is deleted at once, so that the disk needs space for one file only.
         const bool arrived = staged.size() < MAX_PATH &&
                              std::filesystem::is_regular_file(hostPath(staged), error) &&
                              std::filesystem::remove(hostPath(staged), error);
@@ -72,7 +72,7 @@ Prediction predict(const Progress& progress) {
     if (prediction.seen)
         run(updater, progress);
     prediction.state = updater.getState();
-    // To the device two names can be the same one, which it then copies twice.
+    // Two names on the key can be the same to the device, which then copies that file twice.
     for (const std::string& file : prediction.copied)
         prediction.lost.erase(file);
     return prediction;

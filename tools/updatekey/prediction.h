@@ -11,12 +11,11 @@ struct Prediction {
     bool seen = false;               // whether the device accepts the key
     int32_t state = 0;               // the engine's final state, an UpdateState
     std::string version;             // UTF-8
-    std::vector<std::string> notes;  // the lines on the screen, in Latin-1
+    std::vector<std::string> notes;  // the lines of the release notes, in Latin-1
 
-    // Paths relative to the key, with "/"; UTF-8. Lost files are listed by the engine but fail to
-    // be copied, which it does not notice.
+    // Paths relative to the key, with "/"; UTF-8.
     std::set<std::string> copied;
-    std::set<std::string> lost;
+    std::set<std::string> lost;  // the engine lists these files but cannot copy them
 };
 
 // Percentage done.
@@ -26,7 +25,8 @@ using Progress = std::function<void(int percent)>;
 // again, so that only the space of the largest file is needed.
 Prediction predict(const Progress& progress);
 
-// Only looks for the key, without copying; `state` is the state before the update.
+// Looks for the key and reads its notes, but copies nothing; `state` is the state before the
+// update.
 Prediction lookAtKey();
 
 // Returns the name of a state, such as "UpdateComplete".

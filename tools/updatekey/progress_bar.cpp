@@ -17,7 +17,7 @@ std::string barOf(int percent) {
     return text;
 }
 
-// Several bars, all redrawn at each call.
+// Several bars, one below the other. Each change redraws all of them.
 class Bars {
   public:
     explicit Bars(const std::vector<std::string>& names)

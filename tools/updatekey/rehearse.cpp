@@ -47,7 +47,7 @@ class Stage {
     fs::path outputFile() const { return folder_.path() / "output.txt"; }
     fs::path framesFile() const { return folder_.path() / "frames.txt"; }
 
-    // Returns whether there was one.
+    // Returns whether the application was running.
     bool endApplication() const {
         const std::vector<pid_t> processes = processesOf(device());
         for (const pid_t process : processes)
@@ -85,7 +85,7 @@ std::map<std::string, char> compare(const Manifest& before, const Manifest& afte
     return differences;
 }
 
-// Whether both folders match the prediction byte for byte.
+// Whether the installed application and GUI data match the prediction byte for byte.
 bool installedAsPredicted(const RehearseOptions& options, const CheckReport& check,
                           const Manifest& flash) {
     Manifest expected;
@@ -184,7 +184,8 @@ RehearseReport rehearse(const RehearseOptions& options) {
     const fs::path updater =
         options.updater.empty() ? updaterBesideThisProgram() : fs::canonical(options.updater);
     if (updater.empty())
-        throw std::runtime_error("the updater's program is not where this tool is; see --updater");
+        throw std::runtime_error(
+            "the updater was not found beside updatekey; name its program with --updater");
     if (!fs::is_directory(options.device / FLASH))
         throw std::runtime_error(options.device.string() + " has no folder FlashDisk");
 
@@ -211,7 +212,7 @@ RehearseReport rehearse(const RehearseOptions& options) {
         throw std::runtime_error("the updater did not start (exit code " +
                                  std::to_string(report.exitCode) +
                                  "); without a display, install Debian's package xvfb and add "
-                                 "--hidden. It said: " +
+                                 "--hidden. The updater's output: " +
                                  report.output);
     report.state = outcomeOf(report.log);
     const Manifest after = contentOf(stage.device() / FLASH);

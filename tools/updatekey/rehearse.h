@@ -15,7 +15,7 @@ struct RehearseOptions {
     std::filesystem::path updater;  // empty: the updater installed with this program
     std::filesystem::path keep;     // where to keep the updated device; empty: nowhere
     bool hidden = false;            // use a virtual screen even if there is a display
-    int timeout = 600;              // seconds after which the updater is ended
+    int timeout = 600;              // in seconds; the updater is then ended
     CheckOptions check;
     std::function<void(double seconds)> waited;  // called regularly while the updater runs
 };
@@ -30,12 +30,12 @@ struct RehearseReport {
     bool timedOut = false;
     int exitCode = 0;  // the updater's; -1 when it had to be killed
     double seconds = 0;
-    long frames = -1;  // -1 when they were not counted
+    long frames = -1;  // drawn by the updater; -1 when they were not counted
     std::string log;
     std::string output;  // what the updater wrote to the standard output and error
     std::map<std::string, char> differences;  // '+', '-' or '~' by path below "FlashDisk"
 };
 
-// Throws std::runtime_error when the rehearsal cannot be set up or the updater cannot open a
-// screen.
+// Runs the rehearsal. Throws std::runtime_error when it cannot be set up, or when the updater does
+// not start, for instance without a display.
 RehearseReport rehearse(const RehearseOptions& options);

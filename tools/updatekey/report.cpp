@@ -15,7 +15,7 @@ std::string summary(const Findings& findings) {
         std::count_if(findings.begin(), findings.end(),
                       [](const Finding& f) { return f.severity == Severity::Error; }));
     if (findings.empty())
-        return "Nothing was found.\n";
+        return "There are no findings.\n";
     return countWords(errors, "error") + ", " + countWords(findings.size() - errors, "warning") +
            ".\n";
 }
@@ -23,11 +23,13 @@ std::string summary(const Findings& findings) {
 std::string predictionText(const CheckReport& report) {
     const Prediction& prediction = report.prediction;
     if (!prediction.seen)
-        return "The device will not see this key.\n";
-    std::string text = "The device will see this key, version \"" + printable(prediction.version) +
-                       "\", and copy " + countWords(prediction.copied.size(), "file") + " (" +
+        return "The device will not accept this key.\n";
+    std::string text = "The device will accept this key, version \"" +
+                       printable(prediction.version) + "\", and copy " +
+                       countWords(prediction.copied.size(), "file") + " (" +
                        sizeWords(report.copiedBytes) + ").\n";
-    text += "Needed on the flash disk at once: " + sizeWords(report.flashNeeded) + ".\n";
+    text += "Space needed on the flash disk during the update: " + sizeWords(report.flashNeeded) +
+            ".\n";
     return text;
 }
 
@@ -74,29 +76,29 @@ std::string makeText(const MakeReport& report, const std::filesystem::path& out)
         text += "left out: " + printable(path) + "\n";
     text += checkText(report.check);
     text += report.written ? "The key is in " + out.string() + ".\n"
-                           : "The key was not written, because of the errors.\n";
+                           : "The key was not made, because it has errors.\n";
     return text;
 }
 
 std::string imageText(const ImageReport& report, const std::filesystem::path& out) {
     return checkText(report.check) +
            (report.written ? "The image is " + out.string() + ", " + sizeWords(report.bytes) +
-                                 "; it was read back and holds the key's files.\n"
-                           : "The image was not written, because of the errors.\n");
+                                 "; it was read back, and contains the key's files.\n"
+                           : "The image was not made, because the key has errors.\n");
 }
 
 std::string infoText(const KeyInfo& info) {
     std::string text;
-    text += "seen by the device:  " + std::string(info.seen ? "yes" : "no") + "\n";
+    text += "accepted by device:  " + std::string(info.seen ? "yes" : "no") + "\n";
     text += "version:             " + (info.seen ? printable(info.version) : "-") + "\n";
     text += "application:         " + folderText(info.application) + "\n";
     text += "GUI data:            " + folderText(info.guiData) + "\n";
-    text += "all of the key:      " + folderText(info.whole) + "\n";
+    text += "whole key:           " + folderText(info.whole) + "\n";
     text += "manifest:            " + std::string(textOf(info.manifest)) + "\n";
     text += "release notes:       " + countWords(info.notes.size(), "line") + "\n";
     for (const std::string& line : info.notes)
         text += "  | " + printable(line) + "\n";
-    text += "tree:\n";
+    text += "files and folders:\n";
     for (const KeyEntry& entry : info.tree) {
         const auto depth =
             static_cast<std::size_t>(std::count(entry.path.begin(), entry.path.end(), '/'));

@@ -1,5 +1,5 @@
-// The commands' reports, as text and, with --json, for scripts. Names and notes from a key or a
-// device are made printable first.
+// The reports of the commands, as text and as JSON. In texts, the control characters of names and
+// notes from a key or a device are replaced, so that they cannot control the terminal.
 #pragma once
 
 #include <filesystem>

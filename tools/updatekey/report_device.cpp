@@ -43,7 +43,7 @@ std::string listed(const char* title, const std::vector<std::string>& paths) {
 std::string writeText(const WriteReport& report) {
     std::string text = checkText(report.check);
     if (report.sticks.empty())
-        return text + "Nothing was written, because of the errors.\n";
+        return text + "Nothing was written, because the key has errors.\n";
     std::size_t width = 0;
     for (const StickReport& stick : report.sticks)
         width = std::max(width, stick.stick.string().size() + 2);
@@ -99,22 +99,23 @@ std::string diagnosisText(const Diagnosis& diagnosis) {
         text += folder.there ? countWords(folder.files, "file") + ", " + sizeWords(folder.bytes)
                              : "not there";
         text += folder.version.empty() ? "" : ", version " + printable(folder.version);
-        text += folder.onlyCopy ? ", the ONLY COPY of what it holds\n" : "\n";
+        text += folder.onlyCopy ? ", the ONLY COPY of these files\n" : "\n";
     }
     const UpdateStepText& step = textOf(diagnosis.step);
     text += std::string(step.happened) + " On the disk: " + step.onDisk + ".\n";
     text += diagnosis.log.lines.empty() ? "There is no log.\n" : "The log:\n";
     for (const LogLine& line : diagnosis.log.lines)
         text += "  " + line.text + "\n      " +
-                (line.meaning.empty() ? "not a line of the updater's" : line.meaning) + "\n";
+                (line.meaning.empty() ? "the updater writes no such line" : line.meaning) + "\n";
     for (const std::string& contradiction : diagnosis.contradictions)
         text += "warning: " + contradiction + "\n";
     if (diagnosis.comparison) {
-        text += diagnosis.comparison->same() ? "The installed files are those of the key.\n"
-                                             : "The installed files are not those of the key:\n";
-        text += listed("differs ", diagnosis.comparison->different);
-        text += listed("missing ", diagnosis.comparison->missing);
-        text += listed("too many", diagnosis.comparison->tooMany);
+        text += diagnosis.comparison->same()
+                    ? "The installed files are those of the key.\n"
+                    : "The installed files differ from those of the key:\n";
+        text += listed("changed", diagnosis.comparison->different);
+        text += listed("missing", diagnosis.comparison->missing);
+        text += listed("extra  ", diagnosis.comparison->tooMany);
     }
     text += diagnosis.startsAsItIs ? "The instrument can be started as it is.\n"
                                    : "The instrument cannot be started as it is.\n";
@@ -124,7 +125,7 @@ std::string diagnosisText(const Diagnosis& diagnosis) {
 std::string rehearseText(const RehearseReport& report) {
     std::string text = checkText(report.check);
     if (!report.rehearsed)
-        return text + "There is nothing to rehearse.\n";
+        return text + "The updater was not run, because the device would not accept the key.\n";
     text += "\nDifferences on the flash disk:\n";
     for (const auto& [path, kind] : report.differences)
         text += std::string("  ") + kind + " " + printable(path) + "\n";
@@ -132,13 +133,13 @@ std::string rehearseText(const RehearseReport& report) {
     text += "Took " + secondsWords(report.seconds);
     text += report.frames < 0 ? ".\n" : " and " + std::to_string(report.frames) + " frames.\n";
     if (report.timedOut)
-        text += "The updater did not come to an end and was ended.\n";
+        text += "The updater did not exit within the time limit, and was ended.\n";
     text += "State: " + std::string(stateName(report.state)) +
             (report.asPredicted ? ", with the files that were predicted.\n"
                                 : "; this is NOT what was predicted.\n");
     text += report.applicationStarted ? "The application was started.\n"
             : report.startsHere
                 ? "The application was not started.\n"
-                : "The application was not started: it is no program of this computer.\n";
+                : "The application was not started, because this computer cannot run it.\n";
     return text;
 }

@@ -31,10 +31,11 @@ Json toJson(const FolderInfo& folder) {
     return {{"files", folder.files}, {"bytes", folder.bytes}};
 }
 
-// Incremented when a field is removed or changes its meaning, but not for new fields.
+// The version of the format. It is raised when a field is removed or changes its meaning, but not
+// when a field is added.
 constexpr int FORMAT = 1;
 
-// Invalid UTF-8 in names is shown with replacement characters.
+// Replaces invalid UTF-8 in names by replacement characters.
 std::string print(const Json& report) {
     Json json = {{"format", FORMAT}};
     json.update(report);

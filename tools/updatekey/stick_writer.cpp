@@ -1,5 +1,5 @@
-// Writes one stick: checks it, copies, flushes, reads back, and only then renames the update's
-// folder to its final name.
+// Writes one stick: checks its space, copies the files, flushes them, reads them back, and only
+// then renames the update's folder to its final name.
 
 #include <fcntl.h>
 #include <sys/statvfs.h>
@@ -24,25 +24,25 @@ namespace {
 using host::Descriptor;
 
 const std::string MAKER_FOLDER = "VELD";
-// The temporary folder name, which the device ignores.
+// The name of the update's folder while it is written. The device ignores it.
 const std::string UNFINISHED = "VELD.unfinished";
 
 [[noreturn]] void fail(const std::string& reason) {
     throw std::runtime_error(reason);
 }
 
-// Describes errno for the person with the stick.
+// Throws an error that explains errno to the person with the stick.
 [[noreturn]] void failFromErrno(const std::string& path) {
     switch (errno) {
         case ENOSPC:
-            fail("the stick is full; delete files of your own from it, or take a larger one");
+            fail("the stick is full; delete other files from it, or use a larger one");
         case EROFS:
-            fail("the stick is read-only; look for a switch on it, or take another one");
+            fail("the stick is write-protected; look for a switch on it, or use another one");
         case ENOENT:
         case ENODEV:
         case ENXIO:
         case EIO:
-            fail("the stick has been pulled out or is broken (at " + path + ")");
+            fail("the stick was pulled out, or is defective (at " + path + ")");
         default:
             fail("cannot write " + path + ": " + std::generic_category().message(errno));
     }
@@ -51,10 +51,10 @@ const std::string UNFINISHED = "VELD.unfinished";
 class Buffer {
   public:
     static constexpr std::size_t SIZE = std::size_t{1} << 20;
-    // Reading around the cache needs a buffer aligned to a page.
+    // O_DIRECT needs a buffer that is aligned to a page.
     Buffer() : bytes_(static_cast<char*>(std::aligned_alloc(4096, SIZE)), &std::free) {
         if (!bytes_)
-            fail("there is no memory left");
+            fail("out of memory");
     }
     char* data() const { return bytes_.get(); }
 
@@ -62,7 +62,7 @@ class Buffer {
     std::unique_ptr<char, void (*)(void*)> bytes_;
 };
 
-// Counts the bytes written and read back.
+// Reports the progress of writing and reading back. 100 percent is reported only at the very end.
 class Meter {
   public:
     Meter(uint64_t total, Progress progress) : total_(total), progress_(std::move(progress)) {}
@@ -94,7 +94,8 @@ void requireWritable(const fs::path& stick, uint64_t bytes) {
     }
 }
 
-// FAT and the device ignore the case of names.
+// Deletes what an interrupted run left and, with `replace`, an earlier update. Compares names
+// without case, as FAT and the device do.
 void clearWay(const fs::path& stick, bool replace) {
     for (const fs::directory_entry& entry : fs::directory_iterator(stick)) {
         const std::string name = foldCase(entry.path().filename().string());
@@ -104,8 +105,8 @@ void clearWay(const fs::path& stick, bool replace) {
         if (name != foldCase(MAKER_FOLDER))
             continue;
         if (!replace)
-            fail("an update is on it already, in " + MAKER_FOLDER +
-                 "/; add --replace to have that folder removed");
+            fail("the stick already contains an update, in " + MAKER_FOLDER +
+                 "/; add --replace to delete that folder");
         fs::remove_all(entry.path(), error);
         if (error) {
             errno = error.value();
@@ -138,8 +139,8 @@ void copyFile(const fs::path& from, const fs::path& to, const Buffer& buffer, Me
         failFromErrno(to.string());
 }
 
-// Opens a file so that its bytes are read from the medium: around the cache where the file system
-// supports it, otherwise after dropping the cached pages.
+// Opens a file so that its bytes are read from the stick: with O_DIRECT where the file system
+// supports it, otherwise after dropping the cached pages. Returns -1 on failure.
 int openPastCache(const fs::path& path) {
     int file = ::open(path.c_str(), O_RDONLY | O_DIRECT | O_CLOEXEC);
     if (file < 0 && errno == EINVAL) {
@@ -205,7 +206,7 @@ void writeStick(const fs::path& key, const Manifest& manifest, const fs::path& s
     flush(stick);
     for (const auto& [path, checksum] : manifest)
         if (checksumOnMedium(onStick(path), buffer, meter) != checksum)
-            fail(path + " does not read back as it was written; throw this stick away");
+            fail(path + " differs when it is read back; do not use this stick");
     writeManifest(stick, manifest);
     fs::rename(unfinished, stick / MAKER_FOLDER);
     flush(stick);

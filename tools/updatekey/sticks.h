@@ -1,4 +1,4 @@
-// Writes a key to several sticks at once and reads each one back from the medium.
+// Writes a key to several USB sticks at the same time, and reads each one back.
 #pragma once
 
 #include <filesystem>
@@ -32,9 +32,9 @@ struct WriteReport {
     bool allGood() const;
 };
 
-// Writes a key without errors to every stick, reads it back around the host's cache and compares it
-// with the manifest. Until then the update's folder has a name that the device ignores: an
-// unfinished stick is not a key. A failing stick does not prevent the others from being written.
+// Writes a key without errors to every stick, reads it back from the stick, not from the cache, and
+// compares it with the manifest. Until then the update's folder has a name that the device ignores,
+// so that an unfinished stick is not a key. A faulty stick does not stop the others.
 WriteReport writeSticks(const WriteOptions& options);
 
 // Writes the files of `manifest` from the folder `key` to one stick. Throws std::runtime_error,

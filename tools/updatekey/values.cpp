@@ -43,7 +43,8 @@ uint64_t parseSize(const std::string& text) {
             return static_cast<uint64_t>(number) << shift;
     }
     throw std::runtime_error("\"" + text +
-                             "\" is no size; write bytes, or a number with kb, mb or gb behind it");
+                             "\" is not a size; give a number of bytes, or a number with the unit "
+                             "kb, mb or gb");
 }
 
 std::vector<int32_t> parseLanguages(const std::string& text) {
@@ -59,13 +60,13 @@ std::vector<int32_t> parseLanguages(const std::string& text) {
             std::string all;
             for (const Language& known : LANGUAGES)
                 all += (all.empty() ? "" : ", ") + std::string(known.suffix);
-            throw std::runtime_error("\"" + word + "\" is no language; there are " + all +
-                                     " or their numbers from 0 on");
+            throw std::runtime_error("\"" + word + "\" is not a language; the languages are " +
+                                     all + ", or their numbers from 0");
         }
         numbers.push_back(language->number);
     }
     if (numbers.empty())
-        throw std::runtime_error("name at least one language");
+        throw std::runtime_error("give at least one language");
     return numbers;
 }
 
@@ -76,6 +77,6 @@ int64_t sourceDateEpoch() {
     const int64_t seconds = parseDigits(text);
     if (seconds < 0)
         throw std::runtime_error("SOURCE_DATE_EPOCH is \"" + std::string(text) +
-                                 "\", which is no number of seconds since 1970");
+                                 "\", which is not a number of seconds since 1970");
     return seconds;
 }
