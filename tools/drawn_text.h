@@ -20,5 +20,6 @@ struct DrawnText {
     std::set<WCHAR> missing;  // characters that the face lacks
 };
 
-// Lays out the text up to its first NUL, with kerning, and with katakana and ideographs narrowed.
+// Returns the glyphs of the text up to its first NUL, with kerning, and with katakana and
+// ideographs narrowed.
 DrawnText drawnText(const FontData& face, const WideString& text);

@@ -21,7 +21,7 @@ struct Margins {
     bool areAtLeast(float pixels) const { return std::min({left, right, above, below}) >= pixels; }
 };
 
-// Returns the top of a text in the state that shows the markers.
+// Returns the y coordinate of a text's top in the state that shows the markers.
 int32_t topOf(const std::string& key) {
     int32_t top = 0;
     for (const layout::Text& text : layout::TEXTS)
@@ -40,7 +40,7 @@ std::string faultBehind(const layout::KeyMarker& marker, const WideString& text,
     const std::size_t start = text.find(word);
     const std::string name = narrow(word);
     if (start == WideString::npos)
-        return "has no " + name + " for its marker to lie behind";
+        return "does not contain " + name + ", which belongs in its marker";
 
     // The marker's edges relative to the start of the text.
     const auto left = static_cast<float>(marker.place.x - layout::TEXT_LEFT);
@@ -62,9 +62,9 @@ std::string faultBehind(const layout::KeyMarker& marker, const WideString& text,
                " pixels from the left edge of its marker, " + pixels(margins.right) +
                " from the right, " + pixels(margins.above) + " from the top and " +
                pixels(margins.below) + " from the bottom; " + std::to_string(layout::MARKER_GAP) +
-               " are needed";
+               " are needed on each side";
     if (othersInMarker)
-        return "has more than " + name + " in its marker";
+        return "has other characters than " + name + " in its marker";
     return {};
 }
 

@@ -9,6 +9,6 @@
 // 512, beyond 488". Returns an empty text when it fits.
 std::string widthFault(const DrawnText& text, int rightEdge);
 
-// Describes in the same form why a word does not fit its key marker in the text of `key`. Returns
-// an empty text when it fits and for a text without a marker.
+// Describes in the same form why START or STOP, in the text of `key`, is not where its marker is
+// drawn. Returns an empty text when it is, and for a text without a marker.
 std::string markerFault(const std::string& key, const WideString& text, const DrawnText& drawn);

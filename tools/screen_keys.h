@@ -1,4 +1,5 @@
-// The texts that the updater's screen looks up in the string tables, and the space for them.
+// The texts that the updater's screen looks up in the string tables, and the space that it has for
+// them.
 #pragma once
 
 #include <map>

@@ -1,5 +1,5 @@
-// Reads every .fnt file of a folder with an independent parser and with "fontbake --dump", and
-// reports each difference. Usage: node check_fonts.mjs FONTBAKE FOLDER
+// Reads every .fnt file of a folder with an independent parser and with "fontbake --dump", prints each
+// difference, and exits with 1 when there is one. Usage: node check_fonts.mjs FONTBAKE FOLDER
 
 import { execFileSync } from 'node:child_process'
 import { existsSync, readdirSync, readFileSync, statSync } from 'node:fs'

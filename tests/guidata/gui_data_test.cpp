@@ -1,4 +1,5 @@
-// Whether the generated data shows all texts of every language, on the device too.
+// Tests that the generated fonts can show all texts of every language, and that the device reads
+// the generated string tables correctly.
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-// Whether a translation that the device would misread is rejected when it is built; on the device
-// it would show as a wrong or missing text.
+// Tests that a translation which the device would misread is rejected by the build, before it shows
+// as a wrong or missing text.
 
 #include "tools/guidata/text_source.h"
 
@@ -36,20 +36,23 @@ TEST(TextSource, RejectsLinesThatTheDeviceWouldMisread) {
         {"line ends of Windows, comments, no last line end", "# c\r\n\r\nSTR_A one\r\nSTR_B two",
          ""},
         {"a missing key", "STR_B two\n", "xx.txt: STR_A is missing\n"},
-        {"a doubled key", sound + "\nSTR_A again\n", "xx.txt:4: STR_A stands in line 1 already\n"},
+        {"a key that occurs twice", sound + "\nSTR_A again\n",
+         "xx.txt:4: STR_A is already defined in line 1\n"},
         {"a key in two words", "STR_A one\nSTR B two\n",
          "xx.txt:2: STR is not a key of the screen\nxx.txt: STR_B is missing\n"},
-        {"a comment behind a blank", sound + " # c\n", "xx.txt:3: a blank in front of the key\n"},
+        {"a comment after a blank", sound + " # c\n",
+         "xx.txt:3: there is a blank before the key\n"},
         {"a key without a text", "STR_A one\nSTR_B \t\n",
          "xx.txt:2: STR_B has no text\nxx.txt: STR_B is missing\n"},
-        {"an ideographic space behind the key", "STR_A one\nSTR_B\xE3\x80\x80two\n",
-         "xx.txt:2: a key of other characters than capitals, digits and underscores\nxx.txt: STR_B "
-         "is missing\n"},
-        {"not UTF-8", "STR_A one\nSTR_B \xE9\n", "xx.txt:2: not UTF-8 text\n"},
-        {"a carriage return inside", "STR_A o\rne\n", "xx.txt:1: a control character\n"},
-        {"a longest line", sound.substr(10) + "STR_A " + std::string(503, 'x') + "\n", ""},
+        {"an ideographic space after the key", "STR_A one\nSTR_B\xE3\x80\x80two\n",
+         "xx.txt:2: a key may contain only capitals, digits and underscores\nxx.txt: STR_B is "
+         "missing\n"},
+        {"not UTF-8", "STR_A one\nSTR_B \xE9\n", "xx.txt:2: the line is not UTF-8 text\n"},
+        {"a carriage return inside", "STR_A o\rne\n",
+         "xx.txt:1: the line contains a control character\n"},
+        {"the longest line", sound.substr(10) + "STR_A " + std::string(503, 'x') + "\n", ""},
         {"too long a line", sound.substr(10) + "STR_A " + std::string(504, 'x') + "\n",
-         "xx.txt:2: a line of 512 characters, with its line end; the device cuts it after "
+         "xx.txt:2: the line has 512 characters with its line end; the device reads only "
          "511\nxx.txt: STR_A is missing\n"},
     };
     for (const Case& c : cases) {

@@ -1,4 +1,5 @@
-// Whether a faulty source stops the build: exit codes, messages, and no incomplete file.
+// Tests that a faulty source stops the build: the exit codes and messages of the tools, and that
+// they leave no incomplete file.
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -41,7 +42,7 @@ TEST_F(ToolPrograms, RejectInvalidCommandLines) {
     EXPECT_FALSE(exists("a.raw"));
     EXPECT_EQ(run("fontbake' --font x.ttf --name x"), 2);
     EXPECT_EQ(run("fontbake' --font x.ttf --em 20 --line-height 20 --base 20 --name x"), 1);
-    EXPECT_EQ(read("err"), "fontbake: x.ttf: no font file, or no face 0 in it\n");
+    EXPECT_EQ(read("err"), "fontbake: x.ttf: is not a font file, or has no face 0\n");
 }
 
 TEST_F(ToolPrograms, StringtableRejectsFaultySources) {
@@ -53,7 +54,7 @@ TEST_F(ToolPrograms, StringtableRejectsFaultySources) {
     EXPECT_EQ(run("stringtable' a.txt --output t" + face), 0);
     for (const std::string key : {"STR_PRESSSTOPTOCANCEL", "STR_UDPATEFAILED"})
         EXPECT_NE(read("err").find(key + " ends at x "), std::string::npos);
-    EXPECT_NE(read("err").find("STR_PRESSSTOPTOCANCEL has no STOP"), std::string::npos);
+    EXPECT_NE(read("err").find("STR_PRESSSTOPTOCANCEL does not contain STOP"), std::string::npos);
     for (const std::string key : {"STR_KESTRELUPDATER", "STR_PLEASEINSERTUPDATEKEY"})
         EXPECT_EQ(read("err").find(key), std::string::npos);
     EXPECT_EQ(read("t").substr(0, 2), "\xFF\xFE");

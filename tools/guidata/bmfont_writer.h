@@ -5,7 +5,7 @@
 
 #include "render/font_file.h"
 
-// Returns the bytes of the file. `emSize` (in pixels) and the font's name are informative. All five
-// blocks are written, because the device reads five; the kerning block may be empty. All page names
-// must have the same length.
+// Returns the bytes of the file. The device ignores `emSize` (in pixels) and the font's name. All
+// five blocks are written, because the device reads five; the kerning block may be empty. All page
+// names must have the same length.
 std::string encodeBmFont(const FontData& font, const std::string& fontName, int emSize);

@@ -38,7 +38,7 @@ std::optional<ExtraKerning> parseExtraKerning(const std::string& source,
             whole ? parseAmount(line.text.substr(AMOUNT_START)) : std::nullopt;
         if (!amount) {
             error = at(fileName, line.number) +
-                    "expected two characters, a blank and a number of at most 1000";
+                    "expected two characters, a blank and a number from -1000 to 1000";
             return std::nullopt;
         }
         pairs[{line.text[0], line.text[1]}] = *amount;

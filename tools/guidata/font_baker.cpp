@@ -30,9 +30,9 @@ bool fitsLine(const BakeRequest& request, const RenderedGlyph& glyph, std::strin
     const int bottom = top + glyph.image.height;
     if (glyph.image.height == 0 || (top >= 0 && bottom <= request.lineHeight))
         return true;
-    error = request.faceName + ": " + characterName(glyph.character) + " covers the rows " +
-            std::to_string(top) + " to " + std::to_string(bottom) + " of a line of " +
-            std::to_string(request.lineHeight);
+    error = request.faceName + ": " + characterName(glyph.character) + " extends from row " +
+            std::to_string(top) + " to row " + std::to_string(bottom) +
+            ", but its line has only the rows 0 to " + std::to_string(request.lineHeight);
     return false;
 }
 
@@ -55,8 +55,9 @@ std::optional<std::vector<RenderedGlyph>> renderGlyphs(const BakeRequest& reques
     return glyphs;
 }
 
-// The device moves the second glyph of a pair but not the pen, so the pair closes one gap and opens
-// the next by the same amount. Half of the font's kerning balances the two.
+// The device moves the second glyph of a pair but not the pen, so kerning narrows the gap before
+// that glyph and widens the gap after it by the same amount. Half of the font's kerning balances
+// the two.
 KerningTable fontKerning(const Typeface& typeface, const std::set<char16_t>& characters) {
     constexpr double SHARE = 0.5;
     KerningTable pairs;

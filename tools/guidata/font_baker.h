@@ -16,7 +16,7 @@ struct BakeRequest {
     int faceIndex = 0;   // index in a font collection
     double emSize = 0;   // pixels
     int lineHeight = 0;  // pixels
-    int base = 0;        // from the top of the line to the baseline, pixels
+    int base = 0;        // pixels from the top of the line to the baseline
     int maxPageSide = 1024;
     std::set<char16_t> characters;
     ExtraKerning extraKerning;

@@ -8,6 +8,6 @@ bool readFont(const std::string& path, FontData& font, std::string& error) {
         return false;
     parseFont(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), font);
     if (font.glyphs.empty())
-        error = path + ": no glyphs in it";
+        error = path + ": is not a .fnt file, or has no glyphs";
     return !font.glyphs.empty();
 }

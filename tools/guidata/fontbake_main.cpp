@@ -23,28 +23,39 @@ struct Arguments {
 
 void addOptions(CLI::App& app, Arguments& arguments) {
     BakeRequest& request = arguments.request;
-    app.add_option("--face", request.faceIndex, "Number of the font in a collection")
-        ->check(CLI::NonNegativeNumber);
-    auto* const em = app.add_option("--em", request.emSize, "Size of the em, in pixels")
-                         ->check(CLI::Range(4.0, 400.0));
-    auto* const height =
-        app.add_option("--line-height", request.lineHeight, "Height of a line, in pixels")
-            ->check(CLI::Range(1, 1000));
+    limit(app.add_option("--face", request.faceIndex,
+                         "Number of the font in a font collection (default: 0)"),
+          0, 65535);
+    auto* const em =
+        limit(app.add_option("--em", request.emSize, "Size of the em in pixels"), 4, 400);
+    auto* const height = limit(
+        app.add_option("--line-height", request.lineHeight, "Height of a line in pixels"), 1, 1000);
     auto* const base =
-        app.add_option("--base", request.base, "Rows from a line's top to its baseline")
-            ->check(CLI::Range(1, 1000));
+        limit(app.add_option("--base", request.base,
+                             "Distance from the top of a line to its baseline in pixels"),
+              1, 1000);
     auto* const name =
-        app.add_option("--name", request.faceName, "Name of the face, as in SegoeUI_24px");
+        app.add_option("--name", request.faceName,
+                       "Name of the face and, without extensions, of its files, such as "
+                       "SegoeUI_24px");
     app.add_option("--texts", arguments.textSources,
-                   "UTF-8 files; what they use is baked beside Latin-1");
-    app.add_option("--kerning", arguments.kerningSource, "UTF-8 file of extra kerning pairs");
-    app.add_option("--max-page", request.maxPageSide, "Largest side of a page, in pixels")
-        ->check(CLI::IsMember({32, 64, 128, 256, 512, 1024}));
-    app.add_option("--output", arguments.outputFolder, "Folder that the files are written to");
+                   "UTF-8 text files; the face gets their characters and those of Latin-1 "
+                   "(default: only Latin-1)");
+    app.add_option("--kerning", arguments.kerningSource,
+                   "UTF-8 file of additional kerning pairs, one per line: two characters, a blank, "
+                   "and the distance in thousandths of the em (default: none)");
+    app.add_option("--max-page", request.maxPageSide,
+                   "Largest side of a page in pixels: 32, 64, 128, 256, 512 or 1024 (default: "
+                   "1024); more pages are added when one is too small")
+        ->check(CLI::IsMember({32, 64, 128, 256, 512, 1024}).description(""))
+        ->type_name("NUMBER");
+    app.add_option("--output", arguments.outputFolder,
+                   "Existing folder to write the files to (default: the current folder)");
     CLI::App* const work = app.add_option_group("What to do")->require_option(1);
-    work->add_option("--font", request.fontPath, "Bake a face of this TrueType font file")
+    work->add_option("--font", request.fontPath,
+                     "Make a face from this TrueType or OpenType font file")
         ->needs(em, height, base, name);
-    work->add_option("--dump", arguments.dump, "Print what this .fnt file holds, as JSON");
+    work->add_option("--dump", arguments.dump, "Print the content of this .fnt file as JSON");
 }
 
 bool addCharacters(const std::string& path, std::set<char16_t>& characters, std::string& error) {
@@ -110,7 +121,7 @@ ExitCode run(Arguments& arguments) {
 int main(int argc, char** argv) {
     Arguments arguments;
     return runTool(
-        {TOOL, "Bakes a font at one size into the .fnt, .kern and .raw files of the device.",
+        {TOOL, "Renders a font at one size into the .fnt, .kern and .raw files of the device.",
          [&](CLI::App& app) { addOptions(app, arguments); }, [&] { return run(arguments); }},
         argc, argv);
 }

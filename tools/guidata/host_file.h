@@ -1,4 +1,4 @@
-// Reads and writes whole files of the host, and describes what went wrong.
+// Reads and writes whole files of this computer, and describes what went wrong.
 #pragma once
 
 #include <string>

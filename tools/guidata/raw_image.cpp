@@ -13,8 +13,9 @@ std::optional<std::vector<uint8_t>> luminanceSquare(const std::string& path, uin
         return std::nullopt;
     }
     if (picture.width > side || picture.height > side) {
-        error = path + ": " + std::to_string(picture.width) + " x " +
-                std::to_string(picture.height) + " pixels, more than " + std::to_string(side);
+        error = path + ": has " + std::to_string(picture.width) + " x " +
+                std::to_string(picture.height) + " pixels; the square has only " +
+                std::to_string(side) + " x " + std::to_string(side);
         png_image_free(&picture);
         return std::nullopt;
     }

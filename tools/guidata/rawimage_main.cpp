@@ -24,11 +24,12 @@ ExitCode convert(const Arguments& arguments) {
 }
 
 void addOptions(CLI::App& app, Arguments& arguments) {
-    app.add_option("picture", arguments.picture, "PNG file")->required();
-    app.add_option("--output", arguments.output, "Raw file to write")->required();
-    app.add_option("--side", arguments.side, "Side of the square, in pixels")
-        ->check(CLI::Range(1, 8192))
-        ->capture_default_str();
+    app.add_option("picture", arguments.picture,
+                   "PNG file; a picture smaller than the square is placed at its top left")
+        ->required();
+    app.add_option("--output", arguments.output, ".raw file to write")->required();
+    limit(app.add_option("--side", arguments.side, "Side of the square in pixels (default: 1024)"),
+          1, 8192);
 }
 
 }  // namespace
@@ -36,7 +37,9 @@ void addOptions(CLI::App& app, Arguments& arguments) {
 int main(int argc, char** argv) {
     Arguments arguments;
     return runTool(
-        {TOOL, "Makes a raw luminance picture of the device from a PNG file.",
+        {TOOL,
+         "Converts a PNG file to a background picture of the device: a square with one byte of "
+         "luminance per pixel.",
          [&](CLI::App& app) { addOptions(app, arguments); }, [&] { return convert(arguments); }},
         argc, argv);
 }

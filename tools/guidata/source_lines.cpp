@@ -30,11 +30,11 @@ std::optional<std::vector<SourceLine>> sourceLines(const std::string& source,
             bytes.pop_back();
         const std::optional<std::u16string> text = utf16FromUtf8(bytes);
         if (!text) {
-            error = at(fileName, number) + "not UTF-8 text";
+            error = at(fileName, number) + "the line is not UTF-8 text";
             return std::nullopt;
         }
         if (std::any_of(text->begin(), text->end(), isControl)) {
-            error = at(fileName, number) + "a control character";
+            error = at(fileName, number) + "the line contains a control character";
             return std::nullopt;
         }
         if (!text->empty() && text->front() != u'#')

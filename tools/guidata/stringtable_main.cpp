@@ -65,15 +65,18 @@ void addOptions(CLI::App& app, Arguments& arguments) {
     std::set<std::string> languages;
     for (const Language& language : LANGUAGES)
         languages.insert(language.suffix);
-    app.add_option("source", arguments.source, "UTF-8 file of lines KEY, blanks, text")->required();
-    app.add_option("--output", arguments.output, "UTF-16LE file to write")->required();
+    app.add_option("source", arguments.source,
+                   "UTF-8 file; each line is a key, blanks or tabs, and a text")
+        ->required();
+    app.add_option("--output", arguments.output, "String table to write")->required();
     auto* const fonts =
-        app.add_option("--fonts", arguments.fonts, "Folder of the faces that show the texts");
+        app.add_option("--fonts", arguments.fonts, "Folder of the .fnt files that show the texts");
     auto* const language =
         app.add_option("--language", arguments.language,
-                       "Language of the screen that the texts are for: the source must have all "
-                       "texts of the screen and no other; warns about what the language's face or "
-                       "the screen cannot show")
+                       "Suffix of the language, such as en. The source must then contain exactly "
+                       "the texts of the updater's screen; warnings name texts with characters "
+                       "that the language's face lacks, and texts that do not fit the screen "
+                       "(default: no such checks)")
             ->check(CLI::IsMember(languages))
             ->needs(fonts);
     fonts->needs(language);
@@ -84,7 +87,7 @@ void addOptions(CLI::App& app, Arguments& arguments) {
 int main(int argc, char** argv) {
     Arguments arguments;
     return runTool(
-        {TOOL, "Makes a string-table file of the device from a UTF-8 source.",
+        {TOOL, "Converts a UTF-8 text file to a string table of the device.",
          [&](CLI::App& app) { addOptions(app, arguments); }, [&] { return convert(arguments); }},
         argc, argv);
 }

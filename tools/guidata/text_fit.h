@@ -7,7 +7,7 @@
 #include "render/font_file.h"
 #include "tools/guidata/text_source.h"
 
-// Warns about characters that the face lacks, about texts that extend beyond their right limit in
-// `keys`, and about words that do not fit their markers.
+// Adds warnings about characters that the face lacks, about texts that extend beyond their right
+// limit in `keys`, and about START and STOP outside their markers.
 void checkTexts(const std::vector<TextEntry>& entries, const std::string& fileName,
                 const ScreenKeys& keys, const FontData& face, MessageList& messages);

@@ -24,19 +24,19 @@ bool isKeyCharacter(char16_t character) {
 std::optional<TextEntry> parseEntry(const SourceLine& line, std::string& problem) {
     const std::u16string& text = line.text;
     if (text.size() + LINE_END_LENGTH > MAX_LINE) {
-        problem = "a line of " + std::to_string(text.size() + LINE_END_LENGTH) +
-                  " characters, with its line end; the device cuts it after " +
+        problem = "the line has " + std::to_string(text.size() + LINE_END_LENGTH) +
+                  " characters with its line end; the device reads only " +
                   std::to_string(MAX_LINE);
         return std::nullopt;
     }
     const std::size_t keyEnd = std::min(text.find_first_of(BLANKS), text.size());
     if (keyEnd == 0) {
-        problem = "a blank in front of the key";
+        problem = "there is a blank before the key";
         return std::nullopt;
     }
     if (!std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(keyEnd),
                      isKeyCharacter)) {
-        problem = "a key of other characters than capitals, digits and underscores";
+        problem = "a key may contain only capitals, digits and underscores";
         return std::nullopt;
     }
     const std::string key(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(keyEnd));
@@ -76,8 +76,9 @@ std::vector<TextEntry> parseTextSource(const std::string& source, const std::str
         }
         const auto [earlier, isNew] = lineOfKey.insert({entry->key, line.number});
         if (!isNew) {
-            messages.errors.push_back(at(fileName, line.number) + entry->key + " stands in line " +
-                                      std::to_string(earlier->second) + " already");
+            messages.errors.push_back(at(fileName, line.number) + entry->key +
+                                      " is already defined in line " +
+                                      std::to_string(earlier->second));
         } else if (!keys.empty() && keys.count(entry->key) == 0) {
             messages.errors.push_back(at(fileName, line.number) + entry->key +
                                       " is not a key of the screen");

@@ -13,9 +13,9 @@ struct TextEntry {
     std::u16string text;  // with any trailing blanks
 };
 
-// Parses a source. Reports an error for everything that the device would misread: lines too long
-// for it, and keys that are repeated, malformed, missing from `keys`, or missing from the source.
-// When `keys` is empty, all keys are accepted.
+// Parses a source. Adds an error to `messages` for everything that the device would misread: lines
+// that are too long, and keys that are repeated, malformed, not in `keys`, or in `keys` but not in
+// the source. When `keys` is empty, every key is accepted.
 std::vector<TextEntry> parseTextSource(const std::string& source, const std::string& fileName,
                                        const ScreenKeys& keys, MessageList& messages);
 

@@ -1,4 +1,5 @@
-// The common frame of the tools that make the GUI data: options, the tool's work, and exit codes.
+// The main program of the tools that make the GUI data: parses options, runs the tool, and returns
+// exit codes.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -21,6 +22,9 @@ struct Tool {
 // Parses the command line and calls the tool's work, unless help was requested or the command line
 // is invalid. Returns the exit code.
 int runTool(const Tool& tool, int argc, char** argv);
+
+// Limits the value of an option to a range of numbers, and adds the range to its help.
+CLI::Option* limit(CLI::Option* option, int least, int most);
 
 // Prints `message` to standard error and returns the exit code for a failure.
 ExitCode fail(const char* tool, const std::string& message);

@@ -50,7 +50,7 @@ std::unique_ptr<Typeface> Typeface::open(const std::string& path, int index, dou
         return nullptr;
     }
     if (FT_New_Face(library->library, path.c_str(), index, &library->face) != 0) {
-        error = path + ": no font file, or no face " + std::to_string(index) + " in it";
+        error = path + ": is not a font file, or has no face " + std::to_string(index);
         return nullptr;
     }
     const auto size = static_cast<FT_F26Dot6>(std::lround(emSize * UNITS_PER_PIXEL));
