@@ -1,4 +1,4 @@
-// Whether a command line starts an update by mistake.
+// Tests that no command line starts an update by mistake.
 
 #include "app/command_line.h"
 

@@ -1,4 +1,4 @@
-// Whether each failure of the display driver prints its message and ends the set-up, and whether
+// Tests that each failure of the display driver prints its message and ends the set-up, and that
 // the right configuration is chosen. A fake driver replaces the real one, which rarely fails.
 
 #include "app/egl_context.h"

@@ -1,4 +1,4 @@
-// Whether a failing process call hangs the start-up or leaks a handle.
+// Tests that a failing process call neither hangs the start-up nor leaks a handle.
 
 #include "app/process_control.h"
 
@@ -14,7 +14,7 @@
 namespace {
 
 // Each call fails in turn: nothing is reported, nothing hangs, and every handle is closed.
-TEST(ProcessControl, AFailingCallHangsNothingAndLeaksNoHandle) {
+TEST(ProcessControl, AFailingCallNeitherHangsNorLeaksAHandle) {
     const DeviceFolder device;
     const char* const failing[] = {"CreateToolhelp32Snapshot", "Process32First", "Process32Next"};
     for (const char* const name : failing) {

@@ -1,4 +1,4 @@
-// Whether a key wrongly ends the program, or the hidden quit sequence does not.
+// Tests that the hidden quit sequence ends the program, and that no other keys do.
 
 #include "app/window.h"
 
@@ -35,7 +35,8 @@ class Window : public ::testing::Test {
     int quitMessages = 0;
 };
 
-// Any other key restarts the sequence; an extra function key spoils it until then.
+// Any other key restarts the sequence. After a wrong function key it cannot be completed until
+// then.
 TEST_F(Window, TheHiddenSequenceQuitsOnlyWhenComplete) {
     const std::pair<const char*, int> presses[] = {
         {"1443665 2211335", 0},  {" 1443665221133", 0}, {"5", 1}, {"1", 1}, {"14436652211335", 1},

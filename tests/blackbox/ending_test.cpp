@@ -1,5 +1,5 @@
-// Whether the program reaches each of its ends, controlled by real key presses: the exit code, the
-// processes ended and started, the output, and the files afterwards.
+// Tests that the program exits correctly in every way that it can, controlled by real key presses:
+// the exit code, the processes ended and started, the output, and the files afterwards.
 
 #include <gtest/gtest.h>
 
@@ -29,7 +29,8 @@ class Ending : public ::testing::Test {
     }
 
     void plugIn() const {
-        // Renamed when complete: a real key is mounted complete too.
+        // The folder is renamed when it is complete, because a mounted key is complete from the
+        // start.
         const std::string hidden = "USB HD/being-written";
         installApplication(hidden + "/KSTRL", "2");
         device.write(hidden + "/ORBUI/data/bg.raw", "picture 2");
@@ -169,7 +170,7 @@ TEST_F(Ending, AutoModeWaitsForACompleteKey) {
                             device.root() / "USB HD/VELD/KSTRL/version.txt");
     EXPECT_TRUE(waitUntil([this] { return installedVersion() == "2"; }));
 
-    // The key contains no application to start: STOP exits without one.
+    // The key contains no application, so STOP exits without starting one.
     EXPECT_TRUE(updater->isRunning());
     EXPECT_TRUE(endsBy("End"));
     EXPECT_TRUE(applications().empty());
@@ -192,7 +193,7 @@ TEST_F(Ending, EndsTheRunningApplicationsFirst) {
     EXPECT_TRUE(onTheHost.isRunning());
 }
 
-// Output to a closed standard stream would go into the X connection if that had got its number.
+// If the X connection had the number of a closed standard stream, output would corrupt it.
 TEST_F(Ending, AClosedPipeOrAFileSizeLimitDoesNotEndAnUpdate) {
     plugIn();
     device.write("USB HD/VELD/KSTRL/large.dll");

@@ -1,4 +1,4 @@
-// The updater, which also prints its process and window calls to the standard output.
+// The updater, changed to print its process and window calls to the standard output.
 
 #include <cstdio>
 

@@ -51,7 +51,7 @@ DiskImage::~DiskImage() {
     removeScratchFolder(image_.parent_path());
 }
 
-// Nothing is flushed by the mere passing of time.
+// With commit=1000 nothing is flushed during a test merely because time passes.
 void DiskImage::remount() {
     if (mounted_ && ::umount(folder_.c_str()) != 0)
         std::abort();
@@ -60,7 +60,7 @@ void DiskImage::remount() {
 
 bool cutPower(const fs::path& folder, Unflushed unflushed) {
     constexpr unsigned long SHUT_DOWN = _IOR('X', 125, uint32_t);
-    // The kernel's numbers: everything first, the journal first, nothing any more.
+    // The kernel's values: flush everything first, flush the journal first, flush nothing.
     const auto how = static_cast<uint32_t>(unflushed);
     const host::Descriptor opened(::open(folder.c_str(), O_RDONLY | O_CLOEXEC));
     return ::ioctl(opened.number(), SHUT_DOWN, &how) == 0;

@@ -1,15 +1,15 @@
-// A disk whose power can go: an ext4 file system in an image, mounted at a folder.
+// A disk whose power can be cut: an ext4 file system in an image file, mounted at a folder.
 #pragma once
 
 #include <filesystem>
 
-// What has become of all that was not flushed when the power went. Contents reach a disk long after
-// names, so that files can be there without a byte.
+// What a power cut does to data that was not flushed. Contents reach the disk long after names, so
+// a file can exist without its contents.
 enum class Unflushed { Kept, WithoutContents, Lost };
 
 class DiskImage {
   public:
-    // Makes the disk and mounts it. When that is impossible, the reason is on standard error.
+    // Makes the disk and mounts it. On failure the reason is printed to standard error.
     explicit DiskImage(std::filesystem::path folder);
     DiskImage(const DiskImage&) = delete;
     DiskImage& operator=(const DiskImage&) = delete;
@@ -17,7 +17,7 @@ class DiskImage {
 
     bool isMounted() const { return mounted_; }
 
-    // Unmounts the disk and mounts it again, which brings it in order after a power cut.
+    // Unmounts the disk and mounts it again, which recovers the file system after a power cut.
     void remount();
 
   private:
@@ -30,7 +30,6 @@ class DiskImage {
 // system supports it.
 bool cutPower(const std::filesystem::path& folder, Unflushed unflushed);
 
-// Keeps the mounts of this process and its children to themselves, so that they end with them.
-// Returns whether disks can be mounted here and lose their power; if not, the reason is on standard
-// error.
+// Makes later mounts private to this process and its children, so that they end with them. Returns
+// whether a disk can be mounted and its power cut; if not, prints the reason to standard error.
 bool canCutPower();

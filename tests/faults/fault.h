@@ -21,7 +21,7 @@ struct Fault {
     FaultKind kind = FaultKind::None;
     uint32_t call = 0;  // counted from 1
     DWORD error = 0;
-    Unflushed unflushed = Unflushed::Kept;  // by a power cut
+    Unflushed unflushed = Unflushed::Kept;  // the effect of a power cut
 
     std::string text() const;
 };

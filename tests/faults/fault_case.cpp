@@ -76,7 +76,7 @@ CaseResult runCase(const FaultCase& faultCase) {
     if (faultCase.fault.kind == FaultKind::PowerCut)
         disk.emplace(device.root());
     makeDevice(device, faultCase.state);
-    // What is unmounted is flushed.
+    // Unmounting flushes the device's files.
     if (disk)
         disk->remount();
     const Tree original = device.tree();

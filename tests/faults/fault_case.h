@@ -26,7 +26,7 @@ struct CaseResult {
     bool unnoticed = false;      // reported complete, but the installed files differ
     bool mixed = false;          // one component is new, the other old
     bool noApplication = false;  // there is no main application to start
-    AdviceOutcome advice;        // what "updatekey diagnose" says of it, and whether that helps
+    AdviceOutcome advice;        // of "updatekey diagnose", and whether following it helped
     std::array<unsigned char, INVARIANT_COUNT> violations{};
     std::array<unsigned char, INVARIANT_COUNT> unexplained{};
     std::array<bool, WEAKNESS_COUNT> weaknesses{};

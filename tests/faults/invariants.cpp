@@ -47,7 +47,7 @@ void checkLiveFiles(const CleanRun& clean, const std::string& component, Finding
         if (present != live.end() && present->second == bytes)
             continue;
         std::optional<Weakness> weakness;
-        // What has lost its content is no other key's file.
+        // An empty file has lost its content; it does not come from another key.
         const bool stale =
             present != live.end() && !present->second.empty() && isStagedAs(name, present->second);
         if (stale && clean.readOnlyBefore.count(component + "/" + name) != 0)
@@ -110,7 +110,8 @@ void checkInPlaceIsWhole(const Tree& original, const Tree& now, Findings& findin
         const Tree live = below(now, folder);
         const bool isOld = live.empty() || live == below(original, folder);
         if (!isOld && !holdsAll(live, filesOfKey(now, component)))
-            findings.push_back({Invariant::NothingLost, std::nullopt, component + " is in parts"});
+            findings.push_back(
+                {Invariant::NothingLost, std::nullopt, component + " is incomplete"});
     }
 }
 
@@ -153,9 +154,10 @@ void checkLog(const UpdateRun& run, const Tree& now, Findings& findings) {
 void checkNothingElseTouched(const UpdateRun& run, const Tree& before, const Tree& now,
                              Findings& findings) {
     if (run.wroteOutside)
-        findings.push_back({Invariant::NothingElseTouched, std::nullopt, "a call outside"});
+        findings.push_back({Invariant::NothingElseTouched, std::nullopt, "a call outside VELD"});
     if (bystanders(before) != bystanders(now))
-        findings.push_back({Invariant::NothingElseTouched, std::nullopt, "a changed bystander"});
+        findings.push_back(
+            {Invariant::NothingElseTouched, std::nullopt, "an unrelated file changed"});
 }
 
 void checkWayOut(const UpdateRun& run, const Fault& fault, Findings& findings) {
@@ -163,5 +165,5 @@ void checkWayOut(const UpdateRun& run, const Fault& fault, Findings& findings) {
     if (run.end == RunEnd::Killed ? mayDie : run.hadWayOut)
         return;
     findings.push_back({Invariant::AlwaysAWayOut, std::nullopt,
-                        std::string(nameOf(run.end)) + ", and no way out"});
+                        std::string(nameOf(run.end)) + ", and STOP did not exit"});
 }

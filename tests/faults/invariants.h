@@ -35,10 +35,11 @@ struct Finding {
 };
 using Findings = std::vector<Finding>;
 
-// `original` is the device before the first run, `now` after the last run, whose key is plugged in.
+// `original` is the device before the first run; `now` is the device after the last run, whose key
+// is still plugged in.
 void checkNothingLost(const Tree& original, const Tree& now, Findings& findings);
 
-// What is in place after a run that was ended from outside: the old folder or the new one, whole.
+// Checks that after a killed run each folder in place is the old one or the new one, complete.
 void checkInPlaceIsWhole(const Tree& original, const Tree& now, Findings& findings);
 
 struct CleanRun {

@@ -79,9 +79,9 @@ int main(int argc, char** argv) {
     std::size_t bad = 0;
     std::ofstream detailFile(details);
     for (const bool powerCuts : {false, true}) {
-        std::puts(powerCuts ? "\nThe power goes" : "A call fails, or the process is killed");
+        std::puts(powerCuts ? "\nPower cuts" : "Failing calls and killed processes");
         if (powerCuts && !canCutPower()) {
-            std::puts("SKIPPED: no disk image can be mounted and lose its power here");
+            std::puts("SKIPPED: this system cannot mount a disk image and cut its power");
             continue;
         }
         std::vector<MatrixRow> rows;
@@ -97,7 +97,7 @@ int main(int argc, char** argv) {
         writeDetails(rows, detailFile);
     }
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-    std::printf("\n%zu unexplained, %.1f s; every case: %s\n", bad, seconds.count(),
+    std::printf("\n%zu unexplained, %.1f s; all cases are listed in %s\n", bad, seconds.count(),
                 details.c_str());
     return sound && bad == 0 ? 0 : 1;
 }

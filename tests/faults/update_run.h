@@ -12,7 +12,7 @@ enum class RunEnd {
     Complete,  // the main application was started automatically
     Failed,    // the screen asked for a key press, then started it
     Updating,  // did not end within its number of frames
-    Killed,    // by its fault
+    Killed,    // by the fault
     Crashed,
     Hung,
 };
@@ -21,7 +21,7 @@ const char* nameOf(RunEnd end);
 struct UpdateRun {
     RunEnd end = RunEnd::Crashed;
     bool hadWayOut = false;                // the STOP key ended the process
-    bool wroteOutside = false;             // a call would have changed something outside the folder
+    bool wroteOutside = false;             // a call would have changed something outside VELD
     std::vector<std::string> calls;        // names of the file calls, in order
     std::vector<std::string> loggedLines;  // messages that the log was given, in order
 };
@@ -31,6 +31,6 @@ struct RunPlan {
     bool guiDataLocked = false;
 };
 
-// Also plays the operator: presses START on every frame, and STOP when the run has ended. Starting
-// the main application fails, so that the exit without it is tested.
+// Runs the updater. Presses START on every frame, and STOP when the update has ended. Starting the
+// main application fails, so that the exit without it is tested.
 UpdateRun runUpdate(const DeviceFolder& device, const RunPlan& plan);

@@ -1,4 +1,4 @@
-// Command lines: splits them and compares the parts with the whole.
+// Fuzzes the parser of command lines: the two arguments, joined again, must equal the whole line.
 
 #include <cstdlib>
 

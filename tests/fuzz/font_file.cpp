@@ -1,4 +1,4 @@
-// ".fnt" files.
+// Fuzzes the reader of ".fnt" files: it must not read beyond the end, or invent glyphs or pairs.
 
 #include <cstdlib>
 

@@ -1,4 +1,4 @@
-// ".kern" files.
+// Fuzzes the reader of ".kern" files: no file may make it crash or read beyond the end.
 
 #include "render/font_file.h"
 #include "tests/fuzz/fuzz_device.h"

@@ -1,5 +1,5 @@
-// Log lines and their traces: an argument is written unchanged, up to the buffer's end, whatever
-// percent signs it contains.
+// Fuzzes the formatting of log lines and traces: an argument must be written unchanged, up to the
+// buffer's end, whatever percent signs it contains.
 
 #include <cstdlib>
 

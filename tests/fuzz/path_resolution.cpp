@@ -1,4 +1,4 @@
-// Device paths: every path resolves to a place in the device folder.
+// Fuzzes the resolution of device paths: every path must lead to a place in the device folder.
 
 #include <cstdlib>
 

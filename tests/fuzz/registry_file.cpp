@@ -1,4 +1,4 @@
-// Registry files: a value that is set appears in the text that is written.
+// Fuzzes the reader of registry files: a value that is set must appear in the text that is written.
 
 #include <cstdlib>
 

@@ -1,4 +1,4 @@
-// Release notes: the version and the lines.
+// Fuzzes the reader of release notes: version and lines must not be longer than the file.
 
 #include <cstdlib>
 

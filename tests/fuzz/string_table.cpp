@@ -1,4 +1,4 @@
-// String tables.
+// Fuzzes the reader of string tables: no file may make it crash or read beyond the end.
 
 #include "support/string_table.h"
 

@@ -1,5 +1,5 @@
-// Whether a screen, drawn with the GUI data of the simulated device, still looks as it did when a
-// person last approved it.
+// Tests that each screen, drawn with the GUI data of the simulated device, looks like the picture
+// of it that a person has approved.
 
 #include <gtest/gtest.h>
 #include <png.h>
@@ -53,7 +53,7 @@ std::vector<Screenshot> allScreenshots() {
     return all;
 }
 
-// The screen also draws a state that the engine never enters; this sets it.
+// Sets the engine's state, because the screen also draws a state that the engine never enters.
 struct Engine : Updater {
     using Updater::state;
 };
@@ -116,13 +116,14 @@ Picture screenPicture() {
     return picture;
 }
 
-// One for the process, in which the programs are cached.
+// Makes one context for the whole process, because GL programs stay cached for as long.
 bool hasContext() {
     static const bool MADE = makeOffscreenContext(WIDTH, HEIGHT);
     return MADE;
 }
 
-// The picture of the simulated device is too smooth to show a wrong length of its rows.
+// The simulated device's background is so smooth that a wrong row length would not be visible in
+// it.
 TEST(Background, IsReadInRowsOf1024Pixels) {
     ASSERT_TRUE(hasContext());
     constexpr std::size_t COLUMN = 700;

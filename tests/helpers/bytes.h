@@ -1,4 +1,4 @@
-// Encodes numbers and texts as the device's files hold them: little-endian.
+// Encodes numbers and texts as in the device's files: little-endian.
 #pragma once
 
 #include <cstdint>

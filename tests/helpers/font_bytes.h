@@ -16,7 +16,7 @@ inline std::string commonBlock(unsigned lineHeight, unsigned base, unsigned scal
                  u16Bytes(lineHeight) + u16Bytes(base) + u16Bytes(scaleW) + std::string(9, '\0'));
 }
 
-// One page, stored in "page.raw".
+// Names one page; the program replaces the extension and reads "page.raw".
 inline std::string pageBlock() {
     return block(3, std::string("page.png") + '\0');
 }

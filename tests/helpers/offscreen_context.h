@@ -1,4 +1,4 @@
-// Software GL without a display.
+// Makes a GL context that draws in software, without a display.
 #pragma once
 
 #include <cstdlib>

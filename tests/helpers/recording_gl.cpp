@@ -127,7 +127,7 @@ GLuint glCreateProgram() {
     return ++gl().names;
 }
 
-// The link status always reports failure: the program must ignore it.
+// Always reports a failed link, which the program must ignore.
 void glGetProgramiv(GLuint, GLenum name, GLint* value) {
     *value = name == GL_LINK_STATUS ? 0 : static_cast<GLint>(gl().infoLog.size() + 1);
 }

@@ -73,7 +73,7 @@ fs::path startWatch() {
 
 fs::path makeScratchFolder() {
     static const fs::path BASE = startWatch();
-    // Another process that works in the base may remove it, empty, in between.
+    // Another process may remove the base while it is empty, before the folder in it is created.
     for (;;) {
         std::error_code error;
         fs::create_directories(BASE, error);

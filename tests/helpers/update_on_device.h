@@ -1,4 +1,4 @@
-// A device with an installation and a key, and an update on it.
+// A test fixture: a device with an installation and a key, which can run an update.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Whether an unexpected directory entry, or its name, stops the frame loop, leads out of the
+// Tests that no unexpected directory entry or name on a key stops the frame loop, leads out of the
 // device, fills the disk or damages the installation.
 
 #include <sys/stat.h>

@@ -1,4 +1,5 @@
-// Whether an updater that waits for hours, or makes many updates, leaks memory or handles.
+// Tests that an updater which waits for hours, or makes many updates, leaks no memory and no
+// handles.
 
 #include <unistd.h>
 
@@ -31,7 +32,7 @@ std::size_t residentPages() {
 // Allowance for the caches of the allocator and of the checking tools.
 constexpr std::size_t SLACK_PAGES = 512;
 
-// Repeats an action. After a warm-up it must not need more handles or more memory.
+// Repeats an action. After the first `settled` times it must not need more handles or more memory.
 void expectNoGrowth(int times, int settled, const std::function<void(int)>& something) {
     for (int i = 0; i < settled; ++i)
         something(i);

@@ -1,4 +1,4 @@
-// Whether the installation survives real disk faults: full, read-only and unplugged disks, and a
+// Tests that the installation survives real disk faults: full, read-only and unplugged disks, and a
 // log that cannot be written. Mounting needs root.
 
 #include <sched.h>
@@ -40,7 +40,7 @@ class RealFault : public UpdateOnDevice {
 
 #define MOUNT_OR_SKIP(size)    \
     if (!mountFlashDisk(size)) \
-    GTEST_SKIP() << "mounting is refused here: the disk's faults are not tested"
+    GTEST_SKIP() << "this system does not permit mounting: the disk's faults are not tested"
 
 // A file that does not fit is skipped without an error; the previous installation remains as the
 // backup.
@@ -83,8 +83,8 @@ TEST_F(RealFault, SparseFilesStaySparse) {
     EXPECT_EQ(device.read("FlashDisk/VELD/KSTRL/sparse"), device.read(sparse));
 }
 
-// As in a container whose image contains the installation: an overlay cannot rename folders of its
-// lower layer.
+// An overlay file system cannot rename folders of its lower layer. A container has one when its
+// image contains the installation.
 TEST_F(RealFault, FoldersThatCannotBeRenamedAreCopied) {
     Logger::instance().setPath("/log.txt");
     device.write("FlashDisk/VELD/KSTRL/sub/f", "deep");
@@ -97,7 +97,7 @@ TEST_F(RealFault, FoldersThatCannotBeRenamedAreCopied) {
         "lowerdir=" + flashDisk() + ",upperdir=" + root + "/upper,workdir=" + root + "/work";
     mounted = ::mount("none", flashDisk().c_str(), "overlay", 0, layers.c_str()) == 0;
     if (!mounted)
-        GTEST_SKIP() << "mounting is refused here: layers are not tested";
+        GTEST_SKIP() << "this system does not permit mounting: overlays are not tested";
     const Tree installed = device.tree("FlashDisk/VELD/KSTRL");
     EXPECT_EQ(run(), UpdateComplete) << device.read("log.txt");
     EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL_old"), installed);

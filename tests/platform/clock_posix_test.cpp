@@ -1,5 +1,5 @@
-// Whether a file time out of range breaks the conversion, and whether setting the device's time
-// zone changes the host's or loses other settings.
+// Tests that file times out of range are converted, and that setting the device's time zone neither
+// changes the host's nor loses other settings.
 
 #include "platform/posix/clock.h"
 

@@ -1,5 +1,5 @@
-// Whether POSIX features make a call leave the device, hang, or leave half a file: links, pipes,
-// names that are not UTF-8, full file systems.
+// Tests that links, pipes, names that are not UTF-8 and full file systems make no call leave the
+// device, hang, or leave half a file.
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -133,7 +133,7 @@ TEST_F(FilesPosix, ACopyOntoAFullDiskLeavesNoFile) {
     EXPECT_FALSE(device.exists("T/present"));
 }
 
-TEST_F(FilesPosix, ACopyCarriesModeAndTime) {
+TEST_F(FilesPosix, ACopyKeepsModeAndTime) {
     const fs::path source = device.root() / "T/s";
     const fs::path copy = device.root() / "T/d";
     fs::permissions(source, static_cast<fs::perms>(0755));

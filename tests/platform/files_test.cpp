@@ -1,5 +1,6 @@
-// Whether a file call does more or less than on Windows, or fails with another error number. A
-// table: the content of a folder before, the call, the error (0 for success), the content after.
+// Tests that each file call changes what it changes on Windows, and fails with the same error
+// number. Each row: the content of a folder before, the call, the error (0 for success), the
+// content after.
 
 #include <gtest/gtest.h>
 
@@ -210,7 +211,7 @@ TEST(Files, Open) {
         {"!f=1", [] { return opens(TEXT("/T/f"), TEXT("rb")); }, 0, nullptr},
         {"f=12345", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 0, "f="},
         {"", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 0, "f="},
-        // Wine differs, as for copying.
+        // As root, Wine opens a read-only file for writing.
         {"!f=1", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 5, nullptr, true},
         {"f/", [] { return opens(TEXT("/T/f"), TEXT("w")); }, 5, nullptr},
         {"f/", [] { return opens(TEXT("/T/f"), TEXT("rb")); }, 5, nullptr},

@@ -1,5 +1,5 @@
-// Whether a path can lead out of the device, a name changes between the device's UTF-16 and the
-// host's UTF-8, or a debugger message becomes more than one line.
+// Tests that no path leads out of the device, that names survive the conversion between the
+// device's UTF-16 and the host's UTF-8, and that a debugger message is one line.
 
 #include <gtest/gtest.h>
 

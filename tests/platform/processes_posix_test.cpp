@@ -1,5 +1,5 @@
-// Whether a process of the host can be ended by mistake, and whether a process of the device is
-// missed: scripts, deleted programs, programs of the same name.
+// Tests that the simulator cannot end a process of the host, and finds every process of the device:
+// scripts, deleted programs, programs of the same name.
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -43,7 +43,7 @@ DWORD idOf(const ChildProcess& process) {
     return static_cast<DWORD>(process.id());
 }
 
-// When OpenProcess fails, the other two calls refuse the null handle.
+// When OpenProcess fails, the other two calls reject the null handle.
 BOOL end(DWORD id) {
     const HANDLE process = OpenProcess(PROCESS_ALL_ACCESS, FALSE, id);
     const BOOL ended = TerminateProcess(process, 0);
@@ -122,7 +122,7 @@ TEST_F(ProcessesPosix, ProcessesOfTheHostCannotBeOpened) {
             return fs::read_symlink("/proc/" + std::to_string(visitor.id()) + "/cwd", gone) ==
                    folder;
         }));
-        // A process in a mount namespace of its own. It exits at once where that is not permitted.
+        // A process in a separate mount namespace. It exits at once where that is not permitted.
         fs::copy_file("/bin/sleep", folder + "/apart");
         ChildProcess apart({"unshare", "-rm", folder + "/apart", "1000"});
         EXPECT_TRUE(waitUntil([&] {

@@ -1,5 +1,5 @@
-// Whether the process calls fail with the error numbers of Windows, and whether the kernel is the
-// first process, which the updater skips.
+// Tests that the process calls fail with the error numbers of Windows, and that the kernel is
+// listed as the first process, which the updater skips.
 
 #include <gtest/gtest.h>
 

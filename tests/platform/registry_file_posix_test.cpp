@@ -1,4 +1,5 @@
-// Whether a registry file written by a person or an editor is misread, or damaged by rewriting.
+// Tests that a registry file written by a person or an editor is read correctly, and that rewriting
+// it loses nothing.
 
 #include "platform/posix/registry_file.h"
 

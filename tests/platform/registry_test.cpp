@@ -1,5 +1,5 @@
-// Whether the registry returns what was stored and fails with the error numbers of Windows. It
-// holds the instrument's language and time zone.
+// Tests that the registry, which holds the instrument's language and time zone, returns what was
+// stored and fails with the error numbers of Windows.
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// Whether an invalid or impossible screen size reaches the window.
+// Tests that no invalid or impossible screen size reaches the window.
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-TEST(ScreenSize, DefaultsToTheInstrumentsAndRejectsInvalidSizes) {
+TEST(ScreenSize, InvalidSizesAreReplacedByTheDefault) {
     const std::tuple<const char*, int, int> cases[] = {
         {"640x480", 640, 480},  {"1x16384", 1, 16384},  {"16384x1", 16384, 1},
         {"16385x1", 1024, 768}, {"1x16385", 1024, 768}, {"0x480", 1024, 768},

@@ -1,4 +1,4 @@
-// Whether a damaged font file is read beyond its end, or loses its valid glyphs.
+// Tests that a damaged font file is not read beyond its end, and keeps its valid glyphs.
 
 #include "render/font_file.h"
 

@@ -1,4 +1,4 @@
-// Whether glyphs are drawn at the instrument's coordinates, and whether each language gets its
+// Tests that glyphs are drawn at the instrument's coordinates, and that each language gets its
 // face.
 
 #include "render/font_renderer.h"

@@ -1,5 +1,5 @@
-// Whether shapes have their corners at the right coordinates. A wrong sign or half a line width is
-// easily overlooked on the screen.
+// Tests that shapes have their corners at the right coordinates. A wrong sign or half a line width
+// is easily overlooked on the screen.
 
 #include "render/gui_primitives.h"
 
@@ -16,7 +16,7 @@ using Lines = std::vector<std::string>;
 const std::string QUAD = "glDrawElements(0 1 2 3 0 2)";
 const std::string UNIT_SQUARE = "  1: 0 0 | 1 0 | 1 1 | 0 1";
 
-TEST(GuiPrimitives, HaveTheirCornersAtTheRightPlaces) {
+TEST(GuiPrimitives, HaveTheirCornersAtTheRightCoordinates) {
     RecordingGl& gl = RecordingGl::instance();
     const std::vector<GuiPoint> points = {{1, 2}, {-3, 4}};
     std::vector<GuiPoint> list = points;
@@ -51,7 +51,7 @@ TEST(GuiPrimitives, HaveTheirCornersAtTheRightPlaces) {
          [&] { drawLineList(list, 0, 1, 1.0F, 0.0F, 0.0F, 2.5F); },
          {"glLineWidth(2.5)", "glDrawArrays(lines, 0, 2)", "  0: 1 2 | -3 4",
           "  1: 1 0 0 | 1 0 0"}},
-        {"lines in space, in one array of their own",
+        {"lines with three coordinates, drawn from one array",
          [] {
              drawLineList3D({{1.0F, 2.0F, 3.5F}, {4.0F, 5.0F, 6.0F}}, 3, 9, 1.0F, 0.0F, 0.5F);
          },

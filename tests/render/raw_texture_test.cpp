@@ -1,5 +1,5 @@
-// Whether a picture that is truncated, missing or of an absurd size crashes the program or exhausts
-// its memory.
+// Tests that a picture which is truncated, missing or of an absurd size neither crashes the program
+// nor exhausts its memory.
 
 #include "render/raw_texture.h"
 

@@ -1,5 +1,5 @@
-// Whether shader sources reach the driver unchanged, and whether a driver's compile errors are
-// logged.
+// Tests that shader sources reach the driver unchanged, and that a driver's compile errors are
+// traced.
 
 #include "render/shader_program.h"
 
@@ -61,7 +61,7 @@ TEST(ShaderSource, CanBeReadFromAFile) {
 }
 
 // A link failure after two successful compiles is not reported, and an empty log is not printed.
-TEST_F(ShaderProgram, TracesLogsByTheCompileStatus) {
+TEST_F(ShaderProgram, TracesTheDriversLogOnlyAfterAFailedCompile) {
     gl.infoLog = "0:1: bad";
     EXPECT_EQ(traceOfBuild(), "");
     gl.compileStatus[GL_VERTEX_SHADER] = 0;

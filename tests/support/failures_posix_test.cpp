@@ -1,5 +1,5 @@
-// Whether failures that the services do not report to their callers leave a trace, a warning or a
-// fallback value. A percent sign in a name must not become a format conversion.
+// Tests that failures which the services do not report to their callers leave a trace, a warning or
+// a fallback value, and that a percent sign in a name does not become a format conversion.
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// Whether a listing, on which the whole update relies, misses an entry or adds one, and whether
+// Tests that a listing, on which the whole update relies, has every entry and no other, and that
 // sizes and times are formatted correctly.
 
 #include "support/file_util.h"

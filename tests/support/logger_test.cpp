@@ -1,4 +1,4 @@
-// Whether each kind of message is written in its format, immediately and completely.
+// Tests that each kind of message is written in its format, immediately and completely.
 
 #include "support/logger.h"
 

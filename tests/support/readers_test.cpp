@@ -1,4 +1,4 @@
-// Whether the line reader handles line ends, Ctrl-Z and missing files as the instrument does.
+// Tests that the line reader handles line ends, Ctrl-Z and missing files as the instrument does.
 
 #include <gtest/gtest.h>
 

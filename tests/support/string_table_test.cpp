@@ -1,4 +1,4 @@
-// Whether an odd line in a string table damages the texts of other lines.
+// Tests that an odd line in a string table does not damage the texts of other lines.
 
 #include "support/string_table.h"
 
@@ -36,7 +36,7 @@ class Strings : public ::testing::Test {
 
 const std::string NONE = "<NO STRING>";
 
-TEST_F(Strings, ReadsLines) {
+TEST_F(Strings, ReadsTheKeyAndTextOfEachLine) {
     struct Case {
         const char* line;
         const char* key;
@@ -84,7 +84,7 @@ TEST_F(Strings, SurvivesWideKeysByteOrderMarksAndHalfCharacters) {
 
 // A long line is read in pieces of 511 characters, each of which is parsed as a line with a line
 // end.
-TEST_F(Strings, CutsLongLinesInPieces) {
+TEST_F(Strings, ReadsLongLinesInPiecesOf511Characters) {
     struct Case {
         std::size_t length;
         const char* behind;

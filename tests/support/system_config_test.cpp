@@ -1,4 +1,4 @@
-// Whether a registry value that is missing, too long or out of range selects the wrong language or
+// Tests that no missing, overlong or out-of-range registry value selects a wrong language or
 // overflows a buffer.
 
 #include "support/system_config.h"

@@ -1,4 +1,4 @@
-// Whether times are formatted as in existing logs, and whether elapsed time ever decreases.
+// Tests that times are formatted as in existing logs, and that elapsed time never decreases.
 
 #include "support/time_util.h"
 

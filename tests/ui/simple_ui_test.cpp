@@ -1,4 +1,4 @@
-// Whether a key or a frame acts in the wrong state: starts an update too early, or leaves the
+// Tests that no key or frame acts in the wrong state: starts an update too early, or leaves the
 // operator stuck. A successful start of the application ends the process.
 
 #include "ui/simple_ui.h"

@@ -1,5 +1,5 @@
-// Whether the steps of an update are made in an order that survives a power cut: all system calls
-// of one update.
+// Tests that an update makes its system calls in an order that survives a power cut, by listing all
+// calls of one update.
 
 #include <gtest/gtest.h>
 
@@ -33,7 +33,7 @@ std::vector<std::string> callsOf(const std::function<void()>& operation) {
     return calls;
 }
 
-TEST(CallOrder, OfACompleteUpdate) {
+TEST(CallOrder, OfAnUpdateSurvivesAPowerCut) {
     const DeviceFolder device;
     device.write("FlashDisk/VELD/KSTRL/KSTRL.exe");
     device.write("FlashDisk/VELD/KSTRL_old/sub/f");
@@ -103,8 +103,8 @@ TEST(CallOrder, OfACompleteUpdate) {
     EXPECT_TRUE(callsOf([&] { updater.step(); }).empty());
 }
 
-// A file that cannot be deleted is an error, which the next folder's result overwrites; a folder
-// that cannot be removed makes the removal of its parent fail.
+// The result for a folder overwrites the error of a file that could not be deleted. A folder that
+// cannot be removed makes the removal of its parent fail too.
 TEST(DeleteTree, LogsEachFailureAndContinues) {
     const DeviceFolder device;
     for (const char* const file : {"T/a/vanishing", "T/b/f", "U/a/f"})

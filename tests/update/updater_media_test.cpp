@@ -1,5 +1,5 @@
-// Whether an incomplete key is accepted, and whether release notes are read as the screen shows
-// them.
+// Tests that an incomplete key is not accepted, and that release notes are read as the instrument
+// reads them.
 
 #include <gtest/gtest.h>
 
@@ -93,7 +93,7 @@ TEST_F(UpdaterMedia, AcceptsAKeyWithoutNotesAndAppendsNotesAtEveryPoll) {
     updater.pollMedia();
     updater.pollMedia();
     EXPECT_EQ(updater.getMessageLines(), (std::vector<std::string>{"v", "v"}));
-    // Every call checks for the key; the state does not go back.
+    // Every call checks for the key, but the state does not change back.
     std::filesystem::remove_all(device.root() / "USB HD");
     updater.pollMedia();
     EXPECT_FALSE(updater.isMediaReady());

@@ -1,4 +1,4 @@
-// Whether an update proceeds as the screen shows it, and ends in the right state.
+// Tests that an update copies one file per step, reports its progress, and ends in the right state.
 
 #include "tests/helpers/log_text.h"
 #include "tests/helpers/update_on_device.h"
@@ -33,8 +33,8 @@ TEST_F(Update, CopiesOneFilePerStepAndThenFinishes) {
     EXPECT_EQ(device.tree("FlashDisk"), after);
 }
 
-// In all cases the key's files are installed; only the reported outcome differs. The error of a
-// failed move is overwritten by the next folder: without an installed application the update
+// In all cases the key's files are installed; only the reported outcome differs. The result for the
+// GUI data overwrites that for the application: without an installed application the update
 // succeeds, without GUI data it fails.
 TEST_F(Update, ReportsTheResultOfTheLastFolder) {
     struct Oddity {

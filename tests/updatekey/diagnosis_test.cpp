@@ -1,4 +1,4 @@
-// Whether the diagnosis of a returned instrument is right: the step at which its update stopped,
+// Tests that the diagnosis of a returned instrument is right: the step at which its update stopped,
 // and the actions that repair it.
 
 #include <gtest/gtest.h>

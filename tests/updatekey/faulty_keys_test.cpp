@@ -1,5 +1,5 @@
-// Whether a key with a fault passes the check: each fault must give its findings, and the device
-// must behave as predicted.
+// Tests that no faulty key passes the check: each fault must give its findings, and the device must
+// behave as predicted.
 
 #include <gtest/gtest.h>
 
@@ -117,12 +117,12 @@ std::string lines(int count) {
     return text;
 }
 
-// A path of that length in the staging folder, not counting the staging folder itself.
+// Returns a path that has that length below the staging folder.
 std::string deepPath(std::size_t length) {
     return DATA + "n/" + std::string(length - std::string("ORBUI/data/n/").size(), 'a');
 }
 
-// Creates the manifest before the fault, so that they disagree.
+// Creates the manifest before the fault is added, so that the manifest does not match the key.
 Spoil afterManifest(const Spoil& spoil) {
     return [=](const fs::path& key) {
         writeFile(key / MANIFEST_NAME, toText(computeManifest(key)));

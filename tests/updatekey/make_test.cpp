@@ -1,5 +1,5 @@
-// Whether a new key is complete and reproducible, or not created at all: half a key is half an
-// update in the field.
+// Tests that a new key is complete and reproducible, or not created at all. Half a key would
+// install half an update in the field.
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -1,5 +1,5 @@
-// Whether scripts can rely on the program: its exit codes, its JSON, and that it accepts a key it
-// has made.
+// Tests that scripts can rely on the program: its exit codes, its JSON, and that it accepts a key
+// that it has made.
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-// Whether a rehearsal's report is true: the real program runs on a copy of the device, and the
-// device itself stays unchanged.
+// Tests that a rehearsal's report is true, by running the real program on a copy of a device, and
+// that the device itself stays unchanged.
 
 #include <gtest/gtest.h>
 

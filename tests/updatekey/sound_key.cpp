@@ -12,8 +12,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A face with a glyph for each printable ASCII character, 8 pixels wide, as high as the markers
-// need.
+// Returns a face with a glyph for each printable ASCII character, 8 pixels wide, whose vertical
+// place fits the markers.
 std::string faceBytes() {
     std::vector<Glyph> glyphs;
     for (uint32_t code = 0x20; code < 0x7F; ++code)

@@ -1,4 +1,4 @@
-// A valid key, for tests to damage.
+// Makes a key without faults, to which tests add faults.
 #pragma once
 
 #include <cstdint>
