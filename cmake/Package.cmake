@@ -1,4 +1,4 @@
-# Installs the host tools and the simulator, and makes a Debian package of them.
+# Installs the desktop tools and the simulator, and makes a Debian package of them.
 include(GNUInstallDirs)
 set(own_folder libexec/kestrel-updater)
 set(doc_folder ${CMAKE_INSTALL_DATADIR}/doc/kestrel-updater)

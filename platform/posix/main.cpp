@@ -16,8 +16,8 @@
 namespace {
 
 constexpr const char* HELP = R"(Usage: updater [/auto]
-       updater [FIRST;SECOND]
-       updater --help | --version
+  or:  updater [FIRST;SECOND]
+  or:  updater --help | --version
 
 Updates the application and the GUI data of a simulated Kestrel instrument from an update key, and
 starts the application again. With /auto the update starts as soon as an update key is found.

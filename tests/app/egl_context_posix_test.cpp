@@ -33,7 +33,7 @@ struct Driver {
 };
 
 Driver driver;
-int handle;  // stands for every EGL object
+int handle;  // its address is the handle of every EGL object
 
 }  // namespace
 

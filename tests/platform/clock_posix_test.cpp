@@ -1,5 +1,5 @@
 // Tests that file times out of range are converted, and that setting the device's time zone neither
-// changes the host's nor loses other settings.
+// changes this computer's nor loses other settings.
 
 #include "platform/posix/clock.h"
 

@@ -1,5 +1,5 @@
 // Tests that no path leads out of the device, that names survive the conversion between the
-// device's UTF-16 and the host's UTF-8, and that a debugger message is one line.
+// device's UTF-16 and this computer's UTF-8, and that a debugger message is one line.
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// Tests that the simulator cannot end a process of the host, and finds every process of the device:
+// Tests that the simulator cannot end a process outside the device, and finds every one in it:
 // scripts, deleted programs, programs of the same name.
 
 #include <gtest/gtest.h>
@@ -98,7 +98,7 @@ TEST_F(ProcessesPosix, ProgramsAndScriptsAreSeenAndEndedOnce) {
         EXPECT_EQ(ended->waitForEnd(), std::nullopt) << "it was not killed";
 }
 
-TEST_F(ProcessesPosix, ProcessesOfTheHostCannotBeOpened) {
+TEST_F(ProcessesPosix, ProcessesOutsideTheDeviceCannotBeOpened) {
     const std::string folder = host("FlashDisk/VELD/KSTRL");
     device.write(PROGRAM, "#!/bin/sh\n");
     const fs::path elsewhere = makeScratchFolder();
@@ -115,7 +115,7 @@ TEST_F(ProcessesPosix, ProcessesOfTheHostCannotBeOpened) {
         // The kernel gives this process the name of the file that it was passed.
         const ChildProcess namesake({"bash", "-c", "exec -a tool $0 -f $1", elsewhere / "follow",
                                      host("FlashDisk/VELD/KSTRL/follow")});
-        // From the test's current folder, its relative path leads to the application.
+        // In the test's current folder, its relative path would name the application.
         const ChildProcess visitor({"env", "-C", elsewhere / "script", "./KSTRL.exe"});
         EXPECT_TRUE(waitUntil([&] {
             std::error_code gone;
@@ -168,7 +168,7 @@ TEST_F(ProcessesPosix, AStartedProgramIsDetachedAndInheritsNoFiles) {
     EXPECT_EQ(errno, ECHILD);
 }
 
-TEST_F(ProcessesPosix, HostErrorsMapToWindowsErrors) {
+TEST_F(ProcessesPosix, PosixErrorsBecomeWindowsErrors) {
     device.write(PROGRAM, "#!/bin/sh\n");
     fs::permissions(host(), static_cast<fs::perms>(0644));
     EXPECT_EQ(launch(), FALSE);

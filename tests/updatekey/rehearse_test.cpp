@@ -36,7 +36,7 @@ class Rehearsal : public ::testing::Test {
     RehearseOptions options;
 };
 
-// The key has faults that the real program meets as predicted: no release notes, a file that is not
+// The key has faults whose effects are predicted correctly: no release notes, a file that is not
 // copied, and one whose name does not fit.
 TEST_F(Rehearsal, ReportsTheChangesAndLeavesTheDeviceUnchanged) {
     fs::remove(options.key / "VELD/kstrXReleaseNotes.txt");

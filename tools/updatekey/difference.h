@@ -12,7 +12,7 @@ struct FileDifference {
     std::string path;  // below the maker's folder: "KSTRL/KSTRL.exe"
     Kind kind;
     uint64_t before;  // bytes; 0 when added
-    uint64_t after;   // bytes; 0 when gone
+    uint64_t after;   // bytes; 0 when the file is gone
 };
 
 struct Difference {
