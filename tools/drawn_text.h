@@ -7,7 +7,7 @@
 
 #include "render/font_file.h"
 
-// A visible glyph. Pixels from the start of the line, y downwards.
+// A visible glyph. Its edges are in pixels from the start and the top of the line, y downwards.
 struct DrawnGlyph {
     std::size_t index;  // of the character in the text
     float left, right;

@@ -11,9 +11,9 @@ enum class StartState {
     NoBackup,
     ApplicationMissing,  // only its backup exists: power cut between the two moves
     GuiDataMissing,      // the same for the GUI data
-    LeftoverStaging,     // by an interrupted update from the same key
+    LeftoverStaging,     // left by an interrupted update from the same key
     ReadOnlyFiles,
-    GuiDataLocked,  // during the faulty run
+    GuiDataLocked,  // ORBUI cannot be moved during the faulty run
 };
 
 struct NamedState {

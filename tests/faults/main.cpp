@@ -2,7 +2,7 @@
 // from several starting states. Checks the device afterwards, and that a later update repairs it.
 //
 // Usage: fault_matrix [DETAIL-FILE [WORKERS [STEP]]]; with STEP, only every STEPth case runs. Exits
-// with 1 when an invariant is violated and no known weakness explains it.
+// with 1 when a violated invariant is not explained by a known weakness, or the diagnosis fails.
 
 #include <sys/mman.h>
 #include <sys/wait.h>

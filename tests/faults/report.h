@@ -15,7 +15,7 @@ struct MatrixRow {
 };
 
 // Prints the table. Returns the number of cases that violated an invariant without a known
-// weakness.
+// weakness, or that the advice of the diagnosis did not repair.
 std::size_t printTable(const std::vector<MatrixRow>& rows);
 
 // Writes one line per case: state, call, fault, key of the later run, ends of the runs, findings.

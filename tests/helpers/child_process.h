@@ -21,7 +21,7 @@ class ChildProcess {
     using Variables = std::map<std::string, std::string>;
 
     // Starts a program with this process's environment and the given variables; an empty value
-    // unsets one. The standard output is recorded.
+    // unsets one. Its standard output and standard error are recorded.
     explicit ChildProcess(std::vector<std::string> command, const Variables& variables = {});
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;

@@ -22,7 +22,7 @@ TEST(ConfigCalls, FailuresAfterTheOpenAreLogged) {
         config.setLanguage(1);
         return 0;
     };
-    // Setters log "setting", whichever call failed.
+    // Setters log "setting", also when closing the key fails.
     struct Case {
         const char* failing;
         std::function<int32_t()> operation;

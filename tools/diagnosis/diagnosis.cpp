@@ -125,7 +125,7 @@ void compareLogAndDisk(Diagnosis& diagnosis, const DiskState& state) {
         contradict(
             "The log says that an update succeeded, but a folder that it installed is missing.");
     if (diagnosis.log.outcome == LogOutcome::NoLog && state.staging)
-        contradict("The folder Update of an update exists, but there is no log of it.");
+        contradict("The folder Update exists, but there is no log of an update.");
 }
 
 }  // namespace

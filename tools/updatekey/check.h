@@ -66,5 +66,5 @@ void checkTexts(const KeyUnderCheck& key, CheckReport& report);
 void checkSpace(const KeyUnderCheck& key, CheckReport& report);
 void checkManifest(const KeyUnderCheck& key, CheckReport& report);
 
-// The space that a file takes on the flash disk, in whole clusters.
+// Returns the space in bytes that a file takes on the flash disk: whole clusters of 4096 bytes.
 uint64_t sizeOnFlash(uint64_t bytes);

@@ -64,8 +64,8 @@ void explainWhyNotSeen(const KeyUnderCheck& key, Findings& findings) {
         addError(findings, "gui-data-empty", "VELD/ORBUI/data", "ORBUI/data is empty");
 }
 
-// FAT32 and the device ignore case, but the engine compares the names of two folders exactly as
-// listed, and the application needs its exact name when it runs.
+// FAT32 and the device ignore case, but the engine looks for the folders KSTRL and ORBUI by their
+// exact names, and the updater can end a running application only by its exact name.
 void checkCase(const KeyUnderCheck& key, Findings& findings) {
     for (const char* const required : REQUIRED) {
         const KeyEntry* const entry = key.find(required);

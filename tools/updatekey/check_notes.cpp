@@ -73,7 +73,8 @@ bool isUtf8BeyondAscii(const std::string& bytes) {
            (static_cast<unsigned char>(bytes[first + 1]) & 0xC0) == 0x80;
 }
 
-// Checked with the notes' face of each script that the key must support.
+// Checks the width and the characters of the notes in the face of each script that the key must
+// support.
 void checkDrawing(const KeyUnderCheck& key, CheckReport& report) {
     for (const Script script : key.scripts()) {
         const std::string notesFace = faceName(script, layout::NOTES_FONT_SIZE);

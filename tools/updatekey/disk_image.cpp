@@ -23,7 +23,7 @@ constexpr uint64_t SECTOR = 512;
 constexpr uint64_t PARTITION_START = 2048;
 // Above the largest number of clusters of FAT16, with a margin.
 constexpr uint64_t LEAST_CLUSTERS = 65'536;
-// The boot sector, its copy, and the formatter's alignment.
+// For the boot sector, its copy, and the alignment that mkfs.vfat adds.
 constexpr uint64_t RESERVED_SECTORS = 128;
 constexpr const char* VOLUME_ID = "4B455354";
 constexpr const char* VOLUME_NAME = "KESTREL";
@@ -32,7 +32,7 @@ uint64_t roundUp(uint64_t number, uint64_t unit) {
     return (number + unit - 1) / unit * unit;
 }
 
-// The cluster sizes that all systems accept for a volume of a given size.
+// Returns a cluster size in bytes that all systems accept for a volume of that size.
 uint64_t clusterSizeFor(uint64_t bytes) {
     constexpr uint64_t MEBI = uint64_t{1} << 20;
     if (bytes < 256 * MEBI)
@@ -160,7 +160,8 @@ uint64_t startOf(const fs::path& image) {
     }
 }
 
-// Verifies the image as a copied key is verified: every file against its checksum.
+// Extracts the image and compares the checksum of every file with that of the key's file. Throws
+// std::runtime_error when they differ.
 void requireSameFiles(const fs::path& key, const fs::path& image) {
     const TemporaryFolder copy(fs::temp_directory_path() / "updatekey-image");
     unpackImage(image, copy.path());

@@ -13,7 +13,8 @@ namespace {
 
 using File = std::FILE;
 
-// An unnamed file for one of the program's streams. A pipe could fill up and block both processes.
+// An unnamed temporary file for one of the program's streams. A pipe could fill up, and both
+// processes would wait for each other.
 class StreamFile {
   public:
     StreamFile() : file_(std::tmpfile()) {

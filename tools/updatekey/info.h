@@ -1,4 +1,4 @@
-// Describes a key without checking it.
+// Describes a key without checking it, except that its files are compared with its manifest.
 #pragma once
 
 #include <cstdint>

@@ -71,7 +71,8 @@ void copyFile(const fs::path& from, const fs::path& to) {
     fs::permissions(to, static_cast<fs::perms>(runs ? 0755 : 0644));
 }
 
-// Links and special files are copied too, so that the check reports them.
+// Copies a folder without its junk files, which are added to `leftOut`. Links are copied, so that
+// the check reports them; a special file, such as a pipe, throws std::runtime_error.
 void copyTree(const fs::path& from, const fs::path& to, std::vector<std::string>& leftOut) {
     fs::create_directories(to);
     for (const KeyEntry& entry : readTree(from)) {

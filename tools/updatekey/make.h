@@ -24,8 +24,8 @@ struct MakeReport {
 };
 
 // Makes the key unless it has errors; `out` is then unchanged. The key is reproducible: all times
-// are SOURCE_DATE_EPOCH, or else the newest of the input. Throws std::runtime_error when the input
-// cannot be read or the key cannot be written.
+// are SOURCE_DATE_EPOCH, or else the newest of the input, rounded down to even seconds. Throws
+// std::runtime_error when the input cannot be read or the key cannot be written.
 MakeReport makeKey(const MakeOptions& options);
 
 // Returns the release notes as the device reads them: Latin-1, line feeds, the version in the first
