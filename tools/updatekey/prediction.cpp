@@ -86,10 +86,22 @@ Prediction lookAtKey() {
 }
 
 const char* stateName(int32_t state) {
-    constexpr const char* NAMES[] = {"WaitingForMedia", "ReadyToUpdate", "Updating",
-                                     "UpdateComplete",  "UpdateFailed",  "MainAppNotFound"};
-    const bool known = state >= WaitingForMedia && state <= MainAppNotFound;
-    return known ? NAMES[state] : "unknown";
+    // Without a default, so that the compiler names a state that is missing here.
+    switch (static_cast<UpdateState>(state)) {
+        case WaitingForMedia:
+            return "WaitingForMedia";
+        case ReadyToUpdate:
+            return "ReadyToUpdate";
+        case Updating:
+            return "Updating";
+        case UpdateComplete:
+            return "UpdateComplete";
+        case UpdateFailed:
+            return "UpdateFailed";
+        case MainAppNotFound:
+            return "MainAppNotFound";
+    }
+    return "unknown";
 }
 
 std::string toDisplay(const std::string& narrow) {
