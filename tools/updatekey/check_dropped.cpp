@@ -39,13 +39,6 @@ std::string countOf(std::size_t files) {
     return files == 1 ? "1 file" : std::to_string(files) + " files";
 }
 
-bool isLitterPath(const std::string& path) {
-    for (std::string part = path; !part.empty(); part = parentOf(part))
-        if (isJunkFile(nameOf(part)))
-            return true;
-    return false;
-}
-
 }  // namespace
 
 void checkDropped(const KeyUnderCheck& key, CheckReport& report) {
@@ -56,7 +49,7 @@ void checkDropped(const KeyUnderCheck& key, CheckReport& report) {
         const bool copied = prediction.copied.count(entry.path) != 0;
         if (copied) {
             report.copiedBytes += entry.size;
-            if (isLitterPath(entry.path))
+            if (isJunkPath(entry.path))
                 addError(report.findings, "litter", entry.path,
                          "is a junk file of a desktop system or a programming tool, which the "
                          "device would install; delete it");
@@ -75,7 +68,7 @@ void checkDropped(const KeyUnderCheck& key, CheckReport& report) {
         else if (prediction.lost.count(entry.path) != 0)
             addError(report.findings, "copy-fails", entry.path,
                      "the device lists this file but cannot copy it, and reports no error");
-        else if (!isLitterPath(entry.path) && isLatin1(entry.path))
+        else if (!isJunkPath(entry.path) && isLatin1(entry.path))
             ++dropped[droppedTop(entry.path)];
     }
     for (const auto& [top, files] : dropped)

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
 #include <system_error>
@@ -24,6 +25,7 @@ bool liesIn(const fs::path& program, const fs::path& folder) {
     ::dup2(output, STDOUT_FILENO);
     ::dup2(output, STDERR_FILENO);
     ::execvp(arguments[0], arguments);
+    std::perror(arguments[0]);
     ::_exit(127);
 }
 
@@ -33,26 +35,21 @@ fs::path ownFolder() {
     return fs::read_symlink("/proc/self/exe").parent_path();
 }
 
-pid_t startProcess(const std::vector<std::string>& arguments,
-                   const std::map<std::string, std::string>& environment, const fs::path& output) {
-    std::vector<std::string> words = {"env"};
-    for (const auto& [name, value] : environment)
-        words.emplace_back(name).append("=").append(value);
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<char*> pointers;
-    pointers.reserve(words.size() + 1);
-    for (std::string& word : words)
-        pointers.push_back(word.data());
-    pointers.push_back(nullptr);
+pid_t startProcess(std::vector<std::string> command, const fs::path& output) {
+    std::vector<char*> words;
+    words.reserve(command.size() + 1);
+    for (std::string& word : command)
+        words.push_back(word.data());
+    words.push_back(nullptr);
 
     const int file = ::open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     const pid_t process = file < 0 ? -1 : ::fork();
     if (process == 0)
-        runProgram(pointers.data(), file);
+        runProgram(words.data(), file);
     if (file >= 0)
         ::close(file);
     if (process < 0)
-        throw std::runtime_error("cannot start " + arguments.front() + ": " +
+        throw std::runtime_error("cannot start " + command.front() + ": " +
                                  std::generic_category().message(errno));
     return process;
 }
@@ -77,8 +74,4 @@ std::vector<pid_t> processesOf(const fs::path& program) {
             found.push_back(static_cast<pid_t>(std::strtol(name.c_str(), nullptr, 10)));
     }
     return found;
-}
-
-pid_t groupOf(pid_t process) {
-    return ::getpgid(process);
 }

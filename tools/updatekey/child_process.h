@@ -4,7 +4,6 @@
 #include <sys/types.h>
 
 #include <filesystem>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -13,15 +12,10 @@ std::filesystem::path ownFolder();
 
 // Starts a program in a new process group, with its output written to `output`. Returns its process
 // id. Throws std::runtime_error on failure.
-pid_t startProcess(const std::vector<std::string>& arguments,
-                   const std::map<std::string, std::string>& environment,
-                   const std::filesystem::path& output);
+pid_t startProcess(std::vector<std::string> command, const std::filesystem::path& output);
 
 // Whether the process has ended. `exitCode` is then its exit code, or -1 when a signal ended it.
 bool hasEnded(pid_t process, int& exitCode);
 
 // Returns the processes that run `program` or, when it is a folder, any program in it.
 std::vector<pid_t> processesOf(const std::filesystem::path& program);
-
-// Returns the process group of a process.
-pid_t groupOf(pid_t process);

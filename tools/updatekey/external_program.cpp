@@ -9,9 +9,10 @@
 #include <stdexcept>
 #include <system_error>
 
-namespace {
+#include "platform/posix/read_file.h"
+#include "support/open_file.h"
 
-using File = std::FILE;
+namespace {
 
 // An unnamed temporary file for one of the program's streams. A pipe could fill up, and both
 // processes would wait for each other.
@@ -22,28 +23,18 @@ class StreamFile {
             throw std::runtime_error("cannot make a temporary file: " +
                                      std::generic_category().message(errno));
     }
-    StreamFile(const StreamFile&) = delete;
-    StreamFile& operator=(const StreamFile&) = delete;
-    ~StreamFile() { std::fclose(file_); }
 
-    int descriptor() const { return ::fileno(file_); }
+    int descriptor() const { return ::fileno(file_.get()); }
 
     void write(const std::string& text) {
-        std::fwrite(text.data(), 1, text.size(), file_);
-        std::rewind(file_);
+        std::fwrite(text.data(), 1, text.size(), file_.get());
+        std::rewind(file_.get());
     }
 
-    std::string read() {
-        std::rewind(file_);
-        std::string text;
-        char piece[4096];
-        for (std::size_t got = 0; (got = std::fread(piece, 1, sizeof piece, file_)) > 0;)
-            text.append(piece, got);
-        return text;
-    }
+    std::string read() { return host::readFile("/proc/self/fd/" + std::to_string(descriptor())); }
 
   private:
-    File* file_;
+    FilePointer file_;
 };
 
 [[noreturn]] void become(const std::vector<std::string>& arguments, const StreamFile& input,

@@ -57,13 +57,6 @@ void writeAll(const fs::path& path, const std::string& bytes) {
     require(file.good(), "cannot write " + path.string());
 }
 
-bool isLeftOut(const std::string& path) {
-    for (std::string part = path; !part.empty(); part = parentOf(part))
-        if (isJunkFile(nameOf(part)))
-            return true;
-    return false;
-}
-
 // Makes the copy readable and writable. It stays executable, so that a rehearsal can start it.
 void copyFile(const fs::path& from, const fs::path& to) {
     fs::copy_file(from, to);
@@ -76,7 +69,7 @@ void copyFile(const fs::path& from, const fs::path& to) {
 void copyTree(const fs::path& from, const fs::path& to, std::vector<std::string>& leftOut) {
     fs::create_directories(to);
     for (const KeyEntry& entry : readTree(from)) {
-        if (isLeftOut(parentOf(entry.path)))
+        if (isJunkPath(parentOf(entry.path)))
             continue;
         if (isJunkFile(nameOf(entry.path)))
             leftOut.push_back((from / entry.path).string());

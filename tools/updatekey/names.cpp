@@ -5,17 +5,11 @@
 #include <set>
 
 #include "platform/posix/utf.h"
+#include "tools/diagnosis/key_tree.h"
 
 namespace {
 
 constexpr std::size_t LONGEST_FAT_NAME = 255;
-
-std::string lowerAscii(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    return text;
-}
 
 // Whether Windows reserves the name for a device, such as "NUL" or "con.txt", so that no file can
 // have it.
@@ -29,6 +23,13 @@ bool isDeviceName(const std::string& name) {
 }
 
 }  // namespace
+
+std::string lowerAscii(std::string text) {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
 
 bool isJunkFile(const std::string& name) {
     static const std::set<std::string> NAMES = {".apdisk",
@@ -59,6 +60,13 @@ bool isJunkFile(const std::string& name) {
     return NAMES.count(lower) != 0 ||
            std::any_of(std::begin(BEGINNINGS), std::end(BEGINNINGS), begins) ||
            std::any_of(std::begin(ENDINGS), std::end(ENDINGS), ends);
+}
+
+bool isJunkPath(const std::string& path) {
+    for (std::string part = path; !part.empty(); part = parentOf(part))
+        if (isJunkFile(nameOf(part)))
+            return true;
+    return false;
 }
 
 bool isCopyName(const std::string& name) {

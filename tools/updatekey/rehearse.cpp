@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "platform/posix/read_file.h"
+#include "tools/diagnosis/log_lines.h"
 #include "tools/updatekey/child_process.h"
 #include "tools/updatekey/manifest.h"
 #include "tools/updatekey/temporary_folder.h"
@@ -107,19 +108,18 @@ fs::path updaterBesideThisProgram() {
 }
 
 int32_t outcomeOf(const std::string& log) {
-    if (log.find("Update succeeded at ") != std::string::npos)
-        return UpdateComplete;
-    return log.find("*** ERROR *** Update failed.") != std::string::npos ? UpdateFailed : Updating;
+    const LogOutcome outcome = readLog(log).outcome;
+    return outcome == LogOutcome::Succeeded ? UpdateComplete
+           : outcome == LogOutcome::Failed  ? UpdateFailed
+                                            : Updating;
 }
 
 // Whether this computer can start the application: a native program or a script. A real
 // instrument's application is neither.
 bool startsHere(const fs::path& application) {
     const std::string start = host::readFile(application.string()).substr(0, 4);
-    return ::access(application.c_str(), X_OK) == 0 && (start ==
-                                                            "\x7F"
-                                                            "ELF" ||
-                                                        start.rfind("#!", 0) == 0);
+    return ::access(application.c_str(), X_OK) == 0 &&
+           (start == "\177ELF" || start.rfind("#!", 0) == 0);
 }
 
 // Whether the updater would now only wait for a key press: after a failed update, or when it cannot
@@ -133,28 +133,23 @@ bool waitsForAKey(const fs::path& device) {
 // Runs the updater until it exits, or until nothing more will happen.
 void runUpdater(const RehearseOptions& options, const fs::path& updater, const Stage& stage,
                 RehearseReport& report) {
-    std::map<std::string, std::string> environment = {
-        {"UPDATER_DEVICE", stage.device().string()},
-        {"UPDATEKEY_FRAMES", stage.framesFile().string()},
-    };
-    const fs::path counter = updater.parent_path() / "frame-counter.preload";
-    if (fs::exists(counter))
-        environment["LD_PRELOAD"] = counter.string();
     std::vector<std::string> command;
     const char* const display = std::getenv("DISPLAY");
     if (options.hidden || display == nullptr || *display == '\0')
         command = {"xvfb-run", "-a", "-s", "-screen 0 1024x768x24"};
     // The frame counter must be loaded into the updater only.
-    command.insert(command.end(), {"env"});
-    for (const auto& [name, value] : environment)
-        command.emplace_back(name).append("=").append(value);
+    command.insert(command.end(), {"env", "UPDATER_DEVICE=" + stage.device().string(),
+                                   "UPDATEKEY_FRAMES=" + stage.framesFile().string()});
+    const fs::path counter = updater.parent_path() / "frame-counter.preload";
+    if (fs::exists(counter))
+        command.push_back("LD_PRELOAD=" + counter.string());
     command.insert(command.end(), {updater.string(), "/auto"});
 
     const Clock::time_point start = Clock::now();
-    const pid_t process = startProcess(command, {}, stage.outputFile());
+    const pid_t process = startProcess(command, stage.outputFile());
     const auto endUpdater = [&] {
         for (const pid_t candidate : processesOf(updater))
-            if (groupOf(candidate) == process)
+            if (::getpgid(candidate) == process)
                 ::kill(candidate, SIGTERM);
     };
     Clock::time_point lastCall = start + std::chrono::seconds(options.timeout);

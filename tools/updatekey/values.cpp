@@ -1,20 +1,14 @@
 #include "tools/updatekey/values.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdlib>
 #include <sstream>
 #include <stdexcept>
 
 #include "support/languages.h"
+#include "tools/updatekey/names.h"
 
 namespace {
-
-std::string lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
-}
 
 // Parses digits only. Returns -1 for any other text and on overflow.
 int64_t parseDigits(const std::string& text) {
@@ -29,7 +23,7 @@ int64_t parseDigits(const std::string& text) {
 
 uint64_t parseSize(const std::string& text) {
     const std::size_t unitStart = std::min(text.find_first_not_of("0123456789"), text.size());
-    std::string unit = lower(text.substr(unitStart));
+    std::string unit = lowerAscii(text.substr(unitStart));
     unit.erase(0, unit.find_first_not_of(' '));
     const int64_t number = parseDigits(text.substr(0, unitStart));
     int shift = -10;
@@ -52,7 +46,7 @@ std::vector<int32_t> parseLanguages(const std::string& text) {
     std::istringstream stream(text);
     for (std::string word; std::getline(stream, word, ',');) {
         const auto isMeant = [&](const Language& language) {
-            return lower(word) == language.suffix || word == std::to_string(language.number);
+            return lowerAscii(word) == language.suffix || word == std::to_string(language.number);
         };
         const auto* const language =
             std::find_if(std::begin(LANGUAGES), std::end(LANGUAGES), isMeant);
