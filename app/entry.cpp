@@ -56,7 +56,7 @@ void runFrames() {
 }  // namespace
 
 int runUpdater() {
-    terminateProcessByName("KSTRL.exe");
+    terminateProcessByName(keylayout::PROGRAM);
     terminateProcessByName("KSTRLLF.exe");
 
     registerWindowClass();

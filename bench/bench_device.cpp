@@ -111,7 +111,8 @@ void BenchDevice::makeGuiData(const std::string& folder) const {
     write(folder + "fonts/page.raw", std::string(PAGE_SIDE * PAGE_SIDE, '\x80'));
     write(folder + "lang/" + stringTableFile("en"),
           utf16Bytes(TEXT("\xFEFF") + widen(stringTable())));
-    write(folder + "KSTRL-menubg4.raw", std::string(1024 * 1024, '\x40'));
+    write(folder + layout::BACKGROUND_FILE,
+          std::string(layout::BACKGROUND_SIDE * layout::BACKGROUND_SIDE, '\x40'));
 }
 
 std::string releaseNotesLine(std::size_t number) {

@@ -10,6 +10,7 @@
 #include "support/logger.h"
 #include "support/string_table.h"
 #include "support/system_settings.h"
+#include "ui/screen_layout.h"
 #include "ui/simple_ui.h"
 
 namespace {
@@ -38,7 +39,8 @@ void countStartUp() {
         return 1U;
     });
     countInstructions("start-up: background", [&] {
-        loadRawLuminanceTexture((guiData + "KSTRL-menubg4.raw").c_str(), 1024, 0);
+        loadRawLuminanceTexture((guiData + layout::BACKGROUND_FILE).c_str(),
+                                layout::BACKGROUND_SIDE, 0);
         return 1U;
     });
     countInstructions("start-up: whole screen", [] {

@@ -18,6 +18,10 @@ namespace layout {
 constexpr int32_t SCREEN_WIDTH = 1024;
 constexpr int32_t SCREEN_HEIGHT = 768;
 
+// The picture behind everything, in the GUI data: square, one byte per pixel.
+constexpr const char* BACKGROUND_FILE = "KSTRL-menubg4.raw";
+constexpr int32_t BACKGROUND_SIDE = 1024;
+
 // The title and the texts of the states, one below the other in the large face.
 constexpr int32_t TEXT_LEFT = 48;
 constexpr int32_t TEXT_SPACING = 50;

@@ -13,6 +13,7 @@
 #include "support/system_config.h"
 #include "support/system_settings.h"
 #include "support/text.h"
+#include "ui/screen_layout.h"
 
 SimpleUI::~SimpleUI() {
     fontSet.clear();
@@ -28,16 +29,15 @@ void SimpleUI::init(uint32_t width, uint32_t height) {
     // path of the GUI data and of the log contains it. Kept.
     const std::string guiData = INSTALL_ROOT + "/ORBUI/data/";
     SystemSettings::instance().dataFolder = guiData;
-    Logger::instance().setPath(guiData + "../../Updater-log.txt");
+    Logger::instance().setPath(guiData + "../../" + keylayout::LOG);
 
     const int32_t language = SystemConfig::instance().getLanguage();
     fontSet.loadFonts(language);
     StringTable::instance().setLanguage(language);
 
-    constexpr int32_t BACKGROUND_SIDE = 1024;
     imageRenderer.reset(new (std::nothrow) ImageRenderer);
-    backgroundTexture =
-        loadRawLuminanceTexture((guiData + "KSTRL-menubg4.raw").c_str(), BACKGROUND_SIDE, 0);
+    backgroundTexture = loadRawLuminanceTexture((guiData + layout::BACKGROUND_FILE).c_str(),
+                                                layout::BACKGROUND_SIDE, 0);
     // Builds the program now, so that no frame has to wait for the shader compiler.
     getProgram(programCache(), "gui");
 }
@@ -82,7 +82,8 @@ void SimpleUI::restart() {
 }
 
 void SimpleUI::launchMainApp() {
-    const WideString path = widen(INSTALL_ROOT + "KSTRL\\KSTRL.exe");
+    const WideString path =
+        widen(INSTALL_ROOT + keylayout::APPLICATION + PATH_SEPARATOR + keylayout::PROGRAM);
     if (CreateProcessW(path.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, nullptr,
                        nullptr) == TRUE)
         std::exit(0);

@@ -15,13 +15,19 @@ constexpr const char* MAKER_FOLDER = "VELD/";
 // Below the maker's folder. The folders are also below the folder of the installation.
 constexpr const char* RELEASE_NOTES = "kstrXReleaseNotes.txt";
 constexpr const char* APPLICATION = "KSTRL";
+constexpr const char* PROGRAM = "KSTRL.exe";  // in the application's folder
 constexpr const char* GUI = "ORBUI";
 constexpr const char* GUI_DATA = "ORBUI/data/";
 
 // Precedes the version in the first line of the release notes.
 constexpr const char* VERSION_PREFIX = "KSTRL Release ";
 
-// The staging folder of an update, below the folder of the installation.
+// Below the folder of the installation: the staging folder of an update, and the log of the last
+// run.
 constexpr const char* STAGING = "Update";
+constexpr const char* LOG = "Updater-log.txt";
+
+// Appended to the name of a replaced folder.
+constexpr const char* BACKUP_SUFFIX = "_old";
 
 }  // namespace keylayout

@@ -111,7 +111,7 @@ void Updater::finishUpdate() {
 
     for (const std::string& name : names) {
         const std::string live = flashRoot + name;
-        const std::string backup = live + "_old";
+        const std::string backup = live + keylayout::BACKUP_SUFFIX;
         // Overwrites the flag of the previous folder, so only the last folder's errors decide. A
         // folder that could not be moved out of the staging folder still fails the update, because
         // the removal below then fails. Kept.

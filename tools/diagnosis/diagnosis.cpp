@@ -3,6 +3,7 @@
 #include "platform/posix/read_file.h"
 #include "tools/diagnosis/installation.h"
 #include "tools/diagnosis/key_tree.h"
+#include "update/key_layout.h"
 
 namespace fs = std::filesystem;
 
@@ -67,7 +68,7 @@ class Adviser {
   private:
     bool runs(const std::string& folder) const {
         std::error_code error;
-        return fs::file_size(folder_ / folder / "KSTRL.exe", error) > 0 && !error;
+        return fs::file_size(folder_ / folder / keylayout::PROGRAM, error) > 0 && !error;
     }
 
     void add(Action action, const std::string& folder, const std::string& to,
@@ -83,7 +84,7 @@ class Adviser {
     }
 
     void bringBack(const std::string& name, bool there, bool backupThere, const std::string& what) {
-        const std::string backup = name + "_old";
+        const std::string backup = name + keylayout::BACKUP_SUFFIX;
         if (there || !backupThere)
             return;
         save(backup);
@@ -142,11 +143,11 @@ bool Diagnosis::sound() const {
 Diagnosis diagnose(const fs::path& device, const std::optional<fs::path>& key) {
     const fs::path makerFolder = makerFolderOf(device);
     Diagnosis diagnosis;
-    for (const char* const name : {"KSTRL", "KSTRL_old", "ORBUI", "ORBUI_old", "Update"})
+    for (const char* const name : UPDATE_FOLDERS)
         diagnosis.folders.push_back(lookAt(makerFolder, name));
     const DiskState state = readDiskState(makerFolder);
     diagnosis.step = stepOf(state);
-    diagnosis.log = readLog(host::readFile(makerFolder / "Updater-log.txt"));
+    diagnosis.log = readLog(host::readFile(makerFolder / keylayout::LOG));
     if (key)
         diagnosis.comparison = compareWith(*key, makerFolder);
     compareLogAndDisk(diagnosis, state);

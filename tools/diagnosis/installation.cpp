@@ -7,6 +7,7 @@
 
 #include "platform/posix/read_file.h"
 #include "tools/diagnosis/key_tree.h"
+#include "update/key_layout.h"
 
 namespace fs = std::filesystem;
 
@@ -14,8 +15,8 @@ fs::path makerFolderOf(const fs::path& folder) {
     for (const char* const place : {"FlashDisk/VELD", "VELD"})
         if (fs::is_directory(folder / place))
             return folder / place;
-    for (const char* const component : {"KSTRL", "ORBUI", "KSTRL_old", "ORBUI_old", "Update"})
-        if (fs::is_directory(folder / component))
+    for (const char* const name : UPDATE_FOLDERS)
+        if (fs::is_directory(folder / name))
             return folder;
     throw std::runtime_error(
         folder.string() +
@@ -25,7 +26,7 @@ fs::path makerFolderOf(const fs::path& folder) {
 
 InstalledFiles installedFiles(const fs::path& makerFolder) {
     InstalledFiles files;
-    for (const std::string component : {"KSTRL", "ORBUI"}) {
+    for (const std::string component : {keylayout::APPLICATION, keylayout::GUI}) {
         const fs::path folder = makerFolder / component;
         for (const KeyEntry& entry : readTree(folder))
             if (entry.kind == KeyEntry::Kind::File)

@@ -6,6 +6,9 @@
 #include <map>
 #include <string>
 
+// The folders that an update replaces, their backups, and its staging folder.
+constexpr const char* UPDATE_FOLDERS[] = {"KSTRL", "KSTRL_old", "ORBUI", "ORBUI_old", "Update"};
+
 struct InstalledFile {
     std::filesystem::path file;
     uint64_t size;  // bytes

@@ -3,6 +3,7 @@
 #include "tools/guidata/host_file.h"
 #include "tools/guidata/raw_image.h"
 #include "tools/guidata/tool_main.h"
+#include "ui/screen_layout.h"
 
 namespace {
 
@@ -11,7 +12,7 @@ constexpr const char* TOOL = "rawimage";
 struct Arguments {
     std::string picture;
     std::string output;
-    uint32_t side = 1024;
+    uint32_t side = layout::BACKGROUND_SIDE;
 };
 
 ExitCode convert(const Arguments& arguments) {

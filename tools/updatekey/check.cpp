@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "tools/updatekey/key_device.h"
+#include "tools/updatekey/key_paths.h"
 #include "tools/updatekey/names.h"
 
 namespace fs = std::filesystem;
@@ -65,8 +66,8 @@ CheckReport checkKey(const fs::path& folder, const CheckOptions& options) {
     checkApplication(key, report);
     // A folder with the wrong case is an error, although the device finds it. Its content is
     // checked once it has the right name.
-    const KeyEntry* const guiData = key.find("VELD/ORBUI/data");
-    const bool isWellNamed = guiData == nullptr || guiData->path == "VELD/ORBUI/data";
+    const KeyEntry* const guiData = key.find(keypaths::GUI_DATA);
+    const bool isWellNamed = guiData == nullptr || guiData->path == keypaths::GUI_DATA;
     if (isWellNamed)
         checkDropped(key, report);
     checkNames(key, report);

@@ -4,10 +4,9 @@
 
 #include "platform/posix/read_file.h"
 #include "tools/updatekey/check.h"
+#include "tools/updatekey/key_paths.h"
 
 namespace {
-
-constexpr const char* APPLICATION = "VELD/KSTRL/KSTRL.exe";
 
 // Reads little-endian numbers of a program's header; bytes after the end of the file are 0.
 class Header {
@@ -60,12 +59,12 @@ uint64_t lastByte(const Header& header, std::size_t start) {
 }  // namespace
 
 void checkApplication(const KeyUnderCheck& key, CheckReport& report) {
-    const KeyEntry* const entry = key.find(APPLICATION);
+    const KeyEntry* const entry = key.find(keypaths::PROGRAM);
     const std::string& machine = key.options.machine;
     if (entry == nullptr || entry->size == 0 || machine == "any")
         return;
     const auto damaged = [&](const std::string& text) {
-        addError(report.findings, "application-damaged", APPLICATION, text);
+        addError(report.findings, "application-damaged", keypaths::PROGRAM, text);
     };
     const std::string bytes = host::readFile((key.folder / entry->path).string());
     const Header header(bytes);
@@ -78,7 +77,7 @@ void checkApplication(const KeyUnderCheck& key, CheckReport& report) {
         return damaged("is truncated; copy it again");
     const std::string built = machineOf(header.number(start + 4, 2));
     if (built != machine)
-        addError(report.findings, "application-machine", APPLICATION,
+        addError(report.findings, "application-machine", keypaths::PROGRAM,
                  "is built for " + built + ", not for " + machine +
                      "; build it for the instrument, or set --machine");
 }

@@ -4,18 +4,17 @@
 #include <set>
 
 #include "tools/updatekey/check.h"
+#include "tools/updatekey/key_paths.h"
 #include "tools/updatekey/names.h"
-#include "update/key_layout.h"
 
 namespace {
 
 using Kind = KeyEntry::Kind;
 
-const std::string MAKER_FOLDER = keylayout::MAKER_FOLDER;
-const std::string NOTES = MAKER_FOLDER + keylayout::RELEASE_NOTES;
-const std::string GUI_DATA = MAKER_FOLDER + keylayout::GUI_DATA;
-const std::string APPLICATION = MAKER_FOLDER + keylayout::APPLICATION + "/";
-const std::string GUI = MAKER_FOLDER + keylayout::GUI + "/";
+const std::string MAKER = keypaths::MAKER + "/";
+const std::string GUI_DATA = keypaths::GUI_DATA + "/";
+const std::string APPLICATION = keypaths::APPLICATION + "/";
+const std::string GUI = keypaths::GUI + "/";
 
 // Returns the topmost folder that is ignored as a whole, or the path itself for a single file.
 std::string droppedTop(const std::string& path) {
@@ -32,7 +31,7 @@ std::string droppedTop(const std::string& path) {
     }
     if (startsWith(path, GUI))
         return firstFolderBelow(GUI);
-    return firstFolderBelow(MAKER_FOLDER);
+    return firstFolderBelow(MAKER);
 }
 
 std::string countOf(std::size_t files) {
@@ -43,7 +42,7 @@ std::string countOf(std::size_t files) {
 
 void checkDropped(const KeyUnderCheck& key, CheckReport& report) {
     const Prediction& prediction = report.prediction;
-    const KeyEntry* const notes = key.find(NOTES);
+    const KeyEntry* const notes = key.find(keypaths::NOTES);
     std::map<std::string, std::size_t> dropped;
     for (const KeyEntry& entry : key.tree) {
         const bool copied = prediction.copied.count(entry.path) != 0;
@@ -58,7 +57,7 @@ void checkDropped(const KeyUnderCheck& key, CheckReport& report) {
                            "is named like a second copy of a file; the device would install both; "
                            "delete the wrong one");
         }
-        const bool judged = startsWith(entry.path, MAKER_FOLDER) && &entry != notes;
+        const bool judged = startsWith(entry.path, MAKER) && &entry != notes;
         if (copied || !judged || !prediction.seen || entry.kind == Kind::Folder)
             continue;
         report.notCopied.push_back(entry.path);

@@ -7,12 +7,12 @@
 #include "render/faces.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
+#include "tools/updatekey/key_paths.h"
 #include "ui/screen_layout.h"
-#include "update/key_layout.h"
 
 namespace {
 
-const std::string DATA = std::string(keylayout::MAKER_FOLDER) + keylayout::GUI_DATA;
+const std::string FONTS = keypaths::GUI_DATA + "/fonts/";
 
 // Whether five blocks fill the file exactly. The device accepts a truncated file; a key must not
 // contain one.
@@ -79,7 +79,7 @@ bool looksLikeNoise(const std::string& bytes) {
 
 void checkFace(const KeyUnderCheck& key, const std::string& face, Severity ifMissing,
                Findings& findings) {
-    const std::string path = DATA + "fonts/" + face + ".fnt";
+    const std::string path = FONTS + face + ".fnt";
     if (key.find(path) == nullptr) {
         findings.push_back({ifMissing, "font-missing", path,
                             "is missing; the updater's screen loads it, and the update removes the "
@@ -95,7 +95,7 @@ void checkFace(const KeyUnderCheck& key, const std::string& face, Severity ifMis
                         "is truncated, or has extra bytes at its end");
     for (const std::string& page : font.pageNames) {
         const std::size_t stem = page.size() > 4 ? page.size() - 4 : 0;
-        const std::string raw = DATA + "fonts/" + page.substr(0, stem) + ".raw";
+        const std::string raw = FONTS + page.substr(0, stem) + ".raw";
         checkRaw(key, raw, uint64_t{font.atlasSize} * font.atlasSize, "font-page", findings);
         if (key.find(raw) != nullptr && isEmptyPicture(bytesOf(key, raw)))
             addError(findings, "font-page-empty", raw,
@@ -108,7 +108,7 @@ void checkFace(const KeyUnderCheck& key, const std::string& face, Severity ifMis
 void checkSizes(const KeyUnderCheck& key, Script script, Findings& findings) {
     uint32_t before = 0;
     for (const char* const face : facesOf(script).slots) {
-        const std::string path = face != nullptr ? DATA + "fonts/" + face + ".fnt" : "";
+        const std::string path = face != nullptr ? FONTS + face + ".fnt" : "";
         if (path.empty() || key.find(path) == nullptr)
             continue;
         const uint32_t height = loadKeyFace(face).lineHeight;
@@ -123,11 +123,11 @@ void checkSizes(const KeyUnderCheck& key, Script script, Findings& findings) {
 }  // namespace
 
 void checkFonts(const KeyUnderCheck& key, CheckReport& report) {
-    constexpr uint64_t BACKGROUND_SIDE = 1024;
-    checkRaw(key, DATA + "KSTRL-menubg4.raw", BACKGROUND_SIDE * BACKGROUND_SIDE, "background",
-             report.findings);
-    if (looksLikeNoise(bytesOf(key, DATA + "KSTRL-menubg4.raw")))
-        addWarning(report.findings, "background-noise", DATA + "KSTRL-menubg4.raw",
+    constexpr uint64_t SIDE = layout::BACKGROUND_SIDE;
+    const std::string background = keypaths::GUI_DATA + "/" + layout::BACKGROUND_FILE;
+    checkRaw(key, background, SIDE * SIDE, "background", report.findings);
+    if (looksLikeNoise(bytesOf(key, background)))
+        addWarning(report.findings, "background-noise", background,
                    "looks like noise instead of a picture; make it with rawimage");
     for (const Script script : key.scripts()) {
         checkSizes(key, script, report.findings);

@@ -1,18 +1,16 @@
 // Checks whether the device will accept the key, and whether the update contains the application.
 
 #include "tools/updatekey/check.h"
+#include "tools/updatekey/key_paths.h"
 #include "tools/updatekey/names.h"
 
 namespace {
 
 using Kind = KeyEntry::Kind;
-
-constexpr const char* REQUIRED[] = {"VELD",
-                                    "VELD/KSTRL",
-                                    "VELD/ORBUI",
-                                    "VELD/ORBUI/data",
-                                    "VELD/kstrXReleaseNotes.txt",
-                                    "VELD/KSTRL/KSTRL.exe"};
+using keypaths::APPLICATION;
+using keypaths::GUI;
+using keypaths::GUI_DATA;
+using keypaths::MAKER;
 
 bool isFolder(const KeyUnderCheck& key, const std::string& path) {
     const KeyEntry* const entry = key.find(path);
@@ -34,40 +32,40 @@ std::string hintAtTree(const KeyUnderCheck& key) {
 }
 
 void explainWhyNotSeen(const KeyUnderCheck& key, Findings& findings) {
-    if (!isFolder(key, "VELD"))
-        return addError(findings, "no-maker-folder", "VELD",
+    if (!isFolder(key, MAKER))
+        return addError(findings, "no-maker-folder", MAKER,
                         "there is no folder VELD on the key" + hintAtTree(key));
     const std::size_t before = findings.size();
-    if (!isFolder(key, "VELD/KSTRL"))
-        addError(findings, "no-application-folder", "VELD/KSTRL",
+    if (!isFolder(key, APPLICATION))
+        addError(findings, "no-application-folder", APPLICATION,
                  "there is no folder KSTRL" + hintAtTree(key));
-    if (!isFolder(key, "VELD/ORBUI"))
-        addError(findings, "no-gui-folder", "VELD/ORBUI", "there is no folder ORBUI");
-    else if (!isFolder(key, "VELD/ORBUI/data"))
-        addError(findings, "no-gui-data", "VELD/ORBUI/data", "ORBUI has no folder data");
+    if (!isFolder(key, GUI))
+        addError(findings, "no-gui-folder", GUI, "there is no folder ORBUI");
+    else if (!isFolder(key, GUI_DATA))
+        addError(findings, "no-gui-data", GUI_DATA, "ORBUI has no folder data");
     if (findings.size() > before)
         return;
-    const bool misnamed = key.find("VELD/KSTRL")->path != "VELD/KSTRL" ||
-                          key.find("VELD/ORBUI")->path != "VELD/ORBUI";
+    const bool misnamed = key.find(APPLICATION)->path != APPLICATION || key.find(GUI)->path != GUI;
     if (misnamed)
         return;
     bool applicationFile = false;
     bool guiEntry = false;
     for (const KeyEntry& entry : key.tree) {
         const std::string parent = parentOf(entry.path);
-        applicationFile |= parent == "VELD/KSTRL" && entry.kind == Kind::File;
-        guiEntry |= parent == "VELD/ORBUI/data";
+        applicationFile |= parent == APPLICATION && entry.kind == Kind::File;
+        guiEntry |= parent == GUI_DATA;
     }
     if (!applicationFile)
-        addError(findings, "application-empty", "VELD/KSTRL", "KSTRL contains no file");
+        addError(findings, "application-empty", APPLICATION, "KSTRL contains no file");
     if (!guiEntry)
-        addError(findings, "gui-data-empty", "VELD/ORBUI/data", "ORBUI/data is empty");
+        addError(findings, "gui-data-empty", GUI_DATA, "ORBUI/data is empty");
 }
 
 // FAT32 and the device ignore case, but the engine looks for the folders KSTRL and ORBUI by their
 // exact names, and the updater can end a running application only by its exact name.
 void checkCase(const KeyUnderCheck& key, Findings& findings) {
-    for (const char* const required : REQUIRED) {
+    for (const std::string& required :
+         {MAKER, APPLICATION, GUI, GUI_DATA, keypaths::NOTES, keypaths::PROGRAM}) {
         const KeyEntry* const entry = key.find(required);
         if (entry == nullptr || nameOf(entry->path) == nameOf(required))
             continue;
@@ -83,9 +81,9 @@ void checkLayout(const KeyUnderCheck& key, CheckReport& report) {
     if (!report.prediction.seen)
         explainWhyNotSeen(key, report.findings);
     checkCase(key, report.findings);
-    if (!isFolder(key, "VELD/KSTRL"))
+    if (!isFolder(key, APPLICATION))
         return;
-    const std::string application = "VELD/KSTRL/KSTRL.exe";
+    const std::string& application = keypaths::PROGRAM;
     const KeyEntry* const entry = key.find(application);
     if (entry == nullptr || entry->kind != Kind::File)
         addError(report.findings, "no-application", application,

@@ -3,6 +3,7 @@
 
 #include "platform/posix/read_file.h"
 #include "tools/updatekey/check.h"
+#include "tools/updatekey/key_paths.h"
 #include "tools/updatekey/manifest.h"
 
 void checkManifest(const KeyUnderCheck& key, CheckReport& report) {
@@ -16,7 +17,8 @@ void checkManifest(const KeyUnderCheck& key, CheckReport& report) {
                         "is not a list of checksums and paths");
 
     for (const KeyEntry& candidate : key.tree) {
-        if (candidate.kind != KeyEntry::Kind::File || !startsWith(candidate.path, "VELD/"))
+        if (candidate.kind != KeyEntry::Kind::File ||
+            !startsWith(candidate.path, keypaths::MAKER + "/"))
             continue;
         const auto line = stated->find(candidate.path);
         if (line == stated->end())

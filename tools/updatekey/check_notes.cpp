@@ -9,12 +9,13 @@
 #include "tools/drawn_text.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
+#include "tools/updatekey/key_paths.h"
 #include "ui/screen_layout.h"
-#include "update/key_layout.h"
 
 namespace {
 
-const std::string NOTES = std::string(keylayout::MAKER_FOLDER) + keylayout::RELEASE_NOTES;
+using keypaths::NOTES;
+
 const std::string VERSION_PREFIX = keylayout::VERSION_PREFIX;
 
 void checkVersionLine(const std::string& bytes, Findings& findings) {
@@ -38,7 +39,7 @@ void checkVersionLine(const std::string& bytes, Findings& findings) {
 
 // The application may state its version in "version.txt".
 void checkVersionFile(const KeyUnderCheck& key, CheckReport& report) {
-    const std::string version = applicationVersion(key.folder / "VELD/KSTRL");
+    const std::string version = applicationVersion(key.folder / keypaths::APPLICATION);
     if (!version.empty() && version != report.prediction.version)
         addWarning(report.findings, "version-differs", NOTES,
                    "has version \"" + printable(report.prediction.version) +

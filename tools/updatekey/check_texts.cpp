@@ -12,13 +12,12 @@
 #include "tools/screen_keys.h"
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/face.h"
+#include "tools/updatekey/key_paths.h"
 #include "ui/screen_layout.h"
-#include "update/key_layout.h"
 
 namespace {
 
-const std::string GUI_DATA = std::string(keylayout::MAKER_FOLDER) + keylayout::GUI_DATA;
-const std::string LANG = GUI_DATA + "lang/";
+const std::string LANG = keypaths::GUI_DATA + "/lang/";
 
 // Describes the encoding fault of a table, if any. The device reads tables as UTF-16LE.
 std::string encodingFault(const std::string& bytes) {
@@ -104,7 +103,7 @@ void checkTable(const Language& language, Findings& findings) {
 }  // namespace
 
 void checkTexts(const KeyUnderCheck& key, CheckReport& report) {
-    SystemSettings::instance().dataFolder = keylayout::USB_ROOT + GUI_DATA;
+    SystemSettings::instance().dataFolder = keylayout::USB_ROOT + keypaths::GUI_DATA + "/";
     const std::string numerals = stringTableFile(NUMERALS);
     if (key.find(LANG + numerals) == nullptr)
         addWarning(report.findings, "table-missing", LANG + numerals,

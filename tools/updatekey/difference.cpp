@@ -6,8 +6,8 @@
 #include "tools/diagnosis/installation.h"
 #include "tools/diagnosis/key_tree.h"
 #include "tools/updatekey/key_device.h"
+#include "tools/updatekey/key_paths.h"
 #include "tools/updatekey/prediction.h"
-#include "update/key_layout.h"
 
 namespace fs = std::filesystem;
 
@@ -25,8 +25,9 @@ Side look(const fs::path& folder) {
     Side side;
     const fs::path maker = makerFolderOf(folder);
     side.files = installedFiles(maker);
-    side.version = applicationVersion(maker / "KSTRL");
-    if (maker.lexically_relative(folder) != "VELD" || !fs::exists(maker / keylayout::RELEASE_NOTES))
+    side.version = applicationVersion(maker / keylayout::APPLICATION);
+    if (maker.lexically_relative(folder) != keypaths::MAKER ||
+        !fs::exists(maker / keylayout::RELEASE_NOTES))
         return side;
     side.isKey = true;
     const KeyDevice device(folder);
@@ -35,7 +36,7 @@ Side look(const fs::path& folder) {
     for (const std::string& line : prediction.notes)
         side.notes.push_back(toDisplay(line));
     for (auto file = side.files.begin(); file != side.files.end();) {
-        const bool taken = prediction.copied.count(keylayout::MAKER_FOLDER + file->first) != 0;
+        const bool taken = prediction.copied.count(keypaths::MAKER + "/" + file->first) != 0;
         file = taken ? std::next(file) : side.files.erase(file);
     }
     return side;

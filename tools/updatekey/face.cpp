@@ -4,11 +4,10 @@
 #include <cstdio>
 
 #include "platform/posix/utf.h"
-#include "update/key_layout.h"
+#include "tools/updatekey/key_paths.h"
 
 FontData loadKeyFace(const std::string& faceName) {
-    const std::string path = std::string(keylayout::USB_ROOT) + keylayout::MAKER_FOLDER +
-                             keylayout::GUI_DATA + "fonts/" + faceName;
+    const std::string path = keylayout::USB_ROOT + keypaths::GUI_DATA + "/fonts/" + faceName;
     FontData face;
     loadFontFile(path + ".fnt", face);
     loadKerningFile(path + ".kern", face);

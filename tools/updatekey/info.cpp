@@ -2,9 +2,9 @@
 
 #include "tools/updatekey/check.h"
 #include "tools/updatekey/key_device.h"
+#include "tools/updatekey/key_paths.h"
 #include "tools/updatekey/manifest.h"
 #include "tools/updatekey/prediction.h"
-#include "update/key_layout.h"
 
 namespace {
 
@@ -38,8 +38,8 @@ KeyInfo describeKey(const std::filesystem::path& key) {
     info.version = prediction.version;
     for (const std::string& line : prediction.notes)
         info.notes.push_back(toDisplay(line));
-    info.application.path = std::string(keylayout::MAKER_FOLDER) + keylayout::APPLICATION + "/";
-    info.guiData.path = std::string(keylayout::MAKER_FOLDER) + keylayout::GUI_DATA;
+    info.application.path = keypaths::APPLICATION + "/";
+    info.guiData.path = keypaths::GUI_DATA + "/";
     info.tree = readTree(key);
     for (const KeyEntry& entry : info.tree) {
         count(entry, info.whole);

@@ -3,6 +3,7 @@
 #include "platform/posix/call_hook.h"
 #include "platform/posix/device.h"
 #include "support/logger.h"
+#include "tools/updatekey/key_paths.h"
 
 namespace fs = std::filesystem;
 
@@ -17,12 +18,12 @@ DWORD keepTracesQuiet(const HookedCall& call) {
 
 KeyDevice::KeyDevice(const fs::path& key)
     : previousRoot_(deviceRoot()), folder_(fs::temp_directory_path() / "updatekey-device") {
-    fs::create_directories(root() / "FlashDisk/VELD/KSTRL");
-    fs::create_directories(root() / "FlashDisk/VELD/ORBUI");
+    for (const std::string& folder : {keypaths::APPLICATION, keypaths::GUI})
+        fs::create_directories(root() / "FlashDisk" / folder);
     fs::create_directory_symlink(fs::canonical(key), root() / "USB HD");
     setDeviceRoot(root().string());
     setCallHook(keepTracesQuiet);
-    Logger::instance().setPath("/FlashDisk/VELD/Updater-log.txt");
+    Logger::instance().setPath(std::string(keylayout::FLASH_ROOT) + keylayout::LOG);
 }
 
 KeyDevice::~KeyDevice() {

@@ -8,11 +8,11 @@
 #include <stdexcept>
 
 #include "platform/posix/read_file.h"
+#include "tools/updatekey/key_paths.h"
 #include "tools/updatekey/manifest.h"
 #include "tools/updatekey/names.h"
 #include "tools/updatekey/temporary_folder.h"
 #include "tools/updatekey/values.h"
-#include "update/key_layout.h"
 
 namespace fs = std::filesystem;
 
@@ -127,10 +127,9 @@ MakeReport makeKey(const MakeOptions& options) {
     MakeReport report;
     const TemporaryFolder workshop(out);
     const fs::path& key = workshop.path();
-    const fs::path maker = key / keylayout::MAKER_FOLDER;
-    copyTree(options.application, maker / keylayout::APPLICATION, report.leftOut);
-    copyTree(options.guiData, maker / keylayout::GUI_DATA, report.leftOut);
-    writeAll(maker / keylayout::RELEASE_NOTES, notes);
+    copyTree(options.application, key / keypaths::APPLICATION, report.leftOut);
+    copyTree(options.guiData, key / keypaths::GUI_DATA, report.leftOut);
+    writeAll(key / keypaths::NOTES, notes);
     report.check = checkKey(key, options.check);
     if (report.check.hasErrors())
         return report;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tools/diagnosis/key_tree.h"
+#include "tools/updatekey/key_paths.h"
 
 namespace {
 
@@ -60,9 +61,11 @@ std::string sha256Of(const std::filesystem::path& file) {
 
 Manifest computeManifest(const std::filesystem::path& key) {
     Manifest manifest;
-    for (const KeyEntry& entry : readTree(key / "VELD"))
+    for (const KeyEntry& entry : readTree(key / keypaths::MAKER)) {
+        const std::string path = keypaths::MAKER + "/" + entry.path;
         if (entry.kind == KeyEntry::Kind::File)
-            manifest["VELD/" + entry.path] = sha256Of(key / "VELD" / entry.path);
+            manifest[path] = sha256Of(key / path);
+    }
     return manifest;
 }
 

@@ -27,7 +27,7 @@ class ObservedUpdater : public Updater {
     void copyNextFile() override {
         const std::string file = getCurrentFile();
         Updater::copyNextFile();
-        const std::string staged = flashRoot + "Update" + PATH_SEPARATOR + file;
+        const std::string staged = flashRoot + keylayout::STAGING + PATH_SEPARATOR + file;
         std::string relative = toDisplay(keylayout::MAKER_FOLDER + file);
         std::replace(relative.begin(), relative.end(), '\\', '/');
         std::error_code error;

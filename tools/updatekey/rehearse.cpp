@@ -11,6 +11,7 @@
 #include "platform/posix/read_file.h"
 #include "tools/diagnosis/log_lines.h"
 #include "tools/updatekey/child_process.h"
+#include "tools/updatekey/key_paths.h"
 #include "tools/updatekey/manifest.h"
 #include "tools/updatekey/temporary_folder.h"
 #include "update/updater.h"
@@ -22,7 +23,8 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr const char* FLASH = "FlashDisk";
-constexpr const char* LOG = "FlashDisk/VELD/Updater-log.txt";
+const std::string LOG = FLASH + ("/" + keypaths::MAKER + "/") + keylayout::LOG;
+const std::string PROGRAM = FLASH + ("/" + keypaths::PROGRAM);
 
 // A copy of the device in which the key replaces any key plugged in. Processes still running from
 // the copy at the end are killed; only the rehearsal can have started them.
@@ -94,8 +96,8 @@ bool installedAsPredicted(const RehearseOptions& options, const CheckReport& che
         expected[path] = sha256Of(options.key / path);
     Manifest installed;
     for (const auto& [path, checksum] : flash)
-        if (!checksum.empty() &&
-            (startsWith(path, "VELD/KSTRL/") || startsWith(path, "VELD/ORBUI/")))
+        if (!checksum.empty() && (startsWith(path, keypaths::APPLICATION + "/") ||
+                                  startsWith(path, keypaths::GUI + "/")))
             installed[path] = checksum;
     return installed == expected;
 }
@@ -126,8 +128,7 @@ bool startsHere(const fs::path& application) {
 // start the application.
 bool waitsForAKey(const fs::path& device) {
     const int32_t outcome = outcomeOf(host::readFile((device / LOG).string()));
-    return outcome == UpdateFailed ||
-           (outcome == UpdateComplete && !startsHere(device / FLASH / "VELD/KSTRL/KSTRL.exe"));
+    return outcome == UpdateFailed || (outcome == UpdateComplete && !startsHere(device / PROGRAM));
 }
 
 // Runs the updater until it exits, or until nothing more will happen.
@@ -199,7 +200,7 @@ RehearseReport rehearse(const RehearseOptions& options) {
     runUpdater(options, updater, stage, report);
     report.rehearsed = true;
     report.applicationStarted = stage.endApplication();
-    report.startsHere = startsHere(stage.device() / FLASH / "VELD/KSTRL/KSTRL.exe");
+    report.startsHere = startsHere(stage.device() / PROGRAM);
 
     report.log = host::readFile(stage.device() / LOG);
     report.output = host::readFile(stage.outputFile());

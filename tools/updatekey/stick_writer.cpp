@@ -14,6 +14,7 @@
 
 #include "platform/posix/descriptor.h"
 #include "tools/diagnosis/key_tree.h"
+#include "tools/updatekey/key_paths.h"
 #include "tools/updatekey/names.h"
 #include "tools/updatekey/sticks.h"
 
@@ -23,9 +24,8 @@ namespace {
 
 using host::Descriptor;
 
-const std::string MAKER_FOLDER = "VELD";
 // The name of the update's folder while it is written. The device ignores it.
-const std::string UNFINISHED = "VELD.unfinished";
+const std::string UNFINISHED = keypaths::MAKER + ".unfinished";
 
 [[noreturn]] void fail(const std::string& reason) {
     throw std::runtime_error(reason);
@@ -102,10 +102,10 @@ void clearWay(const fs::path& stick, bool replace) {
         std::error_code error;
         if (name == foldCase(UNFINISHED))
             fs::remove_all(entry.path(), error);
-        if (name != foldCase(MAKER_FOLDER))
+        if (name != foldCase(keypaths::MAKER))
             continue;
         if (!replace)
-            fail("the stick already contains an update, in " + MAKER_FOLDER +
+            fail("the stick already contains an update, in " + keypaths::MAKER +
                  "/; add --replace to delete that folder");
         fs::remove_all(entry.path(), error);
         if (error) {
@@ -196,9 +196,9 @@ void writeStick(const fs::path& key, const Manifest& manifest, const fs::path& s
     Meter meter(2 * bytes, progress);
     const fs::path unfinished = stick / UNFINISHED;
     const auto onStick = [&](const std::string& path) {
-        return unfinished / path.substr(MAKER_FOLDER.size() + 1);
+        return unfinished / path.substr(keypaths::MAKER.size() + 1);
     };
-    for (const KeyEntry& entry : readTree(key / MAKER_FOLDER))
+    for (const KeyEntry& entry : readTree(key / keypaths::MAKER))
         if (entry.kind == KeyEntry::Kind::Folder)
             fs::create_directories(unfinished / entry.path);
     for (const auto& [path, checksum] : manifest)
@@ -208,7 +208,7 @@ void writeStick(const fs::path& key, const Manifest& manifest, const fs::path& s
         if (checksumOnMedium(onStick(path), buffer, meter) != checksum)
             fail(path + " differs when it is read back; do not use this stick");
     writeManifest(stick, manifest);
-    fs::rename(unfinished, stick / MAKER_FOLDER);
+    fs::rename(unfinished, stick / keypaths::MAKER);
     flush(stick);
     meter.finish();
 } catch (const fs::filesystem_error& error) {

@@ -1,0 +1,22 @@
+// The paths of a key's folders and files, relative to the key, without a separator at their end.
+#pragma once
+
+#include <string>
+
+#include "update/key_layout.h"
+
+namespace keypaths {
+
+inline std::string withoutSeparator(std::string folder) {
+    folder.pop_back();
+    return folder;
+}
+
+inline const std::string MAKER = withoutSeparator(keylayout::MAKER_FOLDER);
+inline const std::string NOTES = MAKER + "/" + keylayout::RELEASE_NOTES;
+inline const std::string APPLICATION = MAKER + "/" + keylayout::APPLICATION;
+inline const std::string PROGRAM = APPLICATION + "/" + keylayout::PROGRAM;
+inline const std::string GUI = MAKER + "/" + keylayout::GUI;
+inline const std::string GUI_DATA = MAKER + "/" + withoutSeparator(keylayout::GUI_DATA);
+
+}  // namespace keypaths
