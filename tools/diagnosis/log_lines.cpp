@@ -9,7 +9,7 @@
 #include "tools/diagnosis/printable.h"
 
 const std::vector<LogLineKind> LOG_LINE_KINDS = {
-    {"Opening log at %", "the updater was started, local time"},
+    {"Opening log at %", "the updater was started at this local time"},
     {"  ** Warning ** Update succeeded at %", "the update succeeded; logged as a warning"},
     {"    *** ERROR *** Update failed.", "the update failed; the lines above give the reason"},
     {"    *** ERROR *** Error % ::MoveFile: % -> % :", "a folder could not be moved"},
@@ -17,7 +17,7 @@ const std::vector<LogLineKind> LOG_LINE_KINDS = {
     {"    *** ERROR *** Error % ::RemoveDirectory(%)",
      "a folder of the old backup, or the staging folder, could not be removed"},
     {"    *** ERROR *** Error % ::SetFileAttributes",
-     "a file was not copied (2) or stayed read-only"},
+     "a file was not copied (error 2), or stayed read-only"},
     {"    *** ERROR *** File % not found.", "a picture or font page of the GUI data is missing"},
     {"    *** ERROR *** File % is too short.",
      "a picture or font page of the GUI data is incomplete"},
@@ -30,10 +30,10 @@ const std::vector<LogLineKind> LOG_LINE_KINDS = {
     {"    *** ERROR *** Language % not recognized in StringTable...",
      "the updater has no language with this number"},
     {"  ** Warning ** Error getting registry key [%].",
-     "the configuration lacks this value; the updater went on with its default"},
+     "the configuration lacks this value; the updater used its default"},
     {"  ** Warning ** Error closing registry key [%].",
      "the registry reported an error after reading this value"},
-    {"  ** Warning ** Unrecognized Char: %", "a text holds a character that its font lacks"},
+    {"  ** Warning ** Unrecognized Char: %", "a text contains a character that its font lacks"},
 };
 
 namespace {

@@ -11,13 +11,13 @@
 // "Thumbs.db", "~$notes.doc", "KSTRL.pdb".
 bool isJunkFile(const std::string& name);
 
-// Whether a file or one of the folders in its path is such a file.
+// Whether the file at this path, or a folder in the path, is such a file.
 bool isJunkPath(const std::string& path);
 
 // Whether the name looks like a file manager's second copy: "KSTRL - Copy.exe", "a (1).dat".
 bool isCopyName(const std::string& name);
 
-// Lower case for ASCII letters; all others stay.
+// Returns the text with its ASCII letters in lower case.
 std::string lowerAscii(std::string text);
 
 // Whether every character is in Latin-1. The device reads any other as "?", which is invalid in

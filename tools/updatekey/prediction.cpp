@@ -86,7 +86,7 @@ Prediction lookAtKey() {
 }
 
 const char* stateName(int32_t state) {
-    // Without a default, so that the compiler names a state that is missing here.
+    // There is no default label, so that the compiler warns about a new state.
     switch (static_cast<UpdateState>(state)) {
         case WaitingForMedia:
             return "WaitingForMedia";
