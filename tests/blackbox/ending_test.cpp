@@ -5,9 +5,9 @@
 
 #include <cstdlib>
 #include <string>
-#include <thread>
 #include <vector>
 
+#include "platform/posix/read_file.h"
 #include "tests/blackbox/virtual_display.h"
 #include "tests/helpers/device_folder.h"
 #include "tools/updatekey/child_process.h"
@@ -73,6 +73,14 @@ class Ending : public ::testing::Test {
     }
     bool updatesBy(const std::string& keys) const {
         return display.pressUntil(keys, [this] { return device.exists("FlashDisk/VELD/Update"); });
+    }
+
+    // How often the program has waited, which is about 20 times in a frame.
+    int64_t waits() const {
+        const std::string name = "\nvoluntary_ctxt_switches:";
+        const std::string status =
+            host::readFile("/proc/" + std::to_string(updater->id()) + "/status");
+        return std::stoll(status.substr(status.find(name) + name.size()));
     }
 
     DeviceFolder device;
@@ -162,7 +170,8 @@ TEST_F(Ending, AutoModeWaitsForACompleteKey) {
     start("/auto");
     device.makeFolder("USB HD/VELD/KSTRL");
     device.write("USB HD/VELD/ORBUI/data/bg.raw", "picture 2");
-    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    const int64_t before = waits();
+    EXPECT_TRUE(waitUntil([&] { return waits() > before + 100; }));
     EXPECT_TRUE(updater->isRunning());
     EXPECT_FALSE(device.exists("FlashDisk/VELD/Update"));
     device.write("version.txt", "2");

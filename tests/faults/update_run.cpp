@@ -142,7 +142,7 @@ RunEnd runToItsEnd(SimpleUI& screen, const Surroundings& surroundings) {
 }
 
 [[noreturn]] void runInChild(Record& record, const RunPlan& plan) {
-    constexpr unsigned LONGEST_SECONDS = 20;
+    constexpr unsigned LONGEST_SECONDS = 60;
     constexpr int NO_WAY_OUT = 3;
     ::alarm(LONGEST_SECONDS);
     const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);

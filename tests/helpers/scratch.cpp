@@ -37,7 +37,7 @@ void watch(int pipe, const fs::path& folder) {
     }
     // First SIGTERM, so that an X server removes its lock file; then SIGKILL, for stopped programs.
     const std::string variable = "TMPDIR=" + folder.string();
-    for (int tries = 0; signalPrograms(variable, tries < 100 ? SIGTERM : SIGKILL); ++tries)
+    for (int tries = 0; signalPrograms(variable, tries < 1000 ? SIGTERM : SIGKILL); ++tries)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     std::error_code error;
     fs::remove_all(folder, error);
