@@ -61,6 +61,14 @@ char16_t lowerLatin1(char16_t c) {
 
 }  // namespace
 
+bool isUtf8(std::string_view bytes) {
+    std::size_t length = 0;
+    for (std::size_t i = 0; i < bytes.size(); i += length)
+        if (decode(bytes, i, length) == INVALID)
+            return false;
+    return true;
+}
+
 std::u16string toUtf16(std::string_view utf8) {
     std::u16string wide;
     wide.reserve(utf8.size());

@@ -6,6 +6,8 @@
 
 namespace host {
 
+bool isUtf8(std::string_view bytes);
+
 // A byte that is not valid UTF-8 becomes a lone low surrogate (0xDC00 plus the byte), which toUtf8
 // turns back into the byte: every host name survives a round trip.
 std::u16string toUtf16(std::string_view utf8);

@@ -81,7 +81,8 @@ TEST(ComposeNotes, WritesWhatTheDeviceReadsAndShows) {
     };
     for (const auto& [text, composed] : notes)
         EXPECT_EQ(composeNotes(text, "3.0"), composed);
-    EXPECT_THROW(composeNotes("\xE6\xBC\xA2\n", "3.0"), std::runtime_error);
+    for (const char* const beyondLatin1 : {"\xE6\xBC\xA2\n", "\xF0\x9F\x93\x9D\n"})
+        EXPECT_THROW(composeNotes(beyondLatin1, "3.0"), std::runtime_error);
     EXPECT_THROW(composeNotes("KSTRL Release 2.0\n", "3.0"), std::runtime_error);
     EXPECT_THROW(composeNotes("News\n", "3\n0"), std::runtime_error);
 }

@@ -6,8 +6,12 @@
 
 std::string printable(const std::string& text) {
     std::u16string shown;
+    char16_t before = 0;
     for (const char16_t unit : host::toUtf16(text)) {
-        const bool strayByte = unit >= 0xDC80 && unit <= 0xDCFF;
+        // The second half of a pair is no byte.
+        const bool pair = before >= 0xD800 && before <= 0xDBFF;
+        before = unit;
+        const bool strayByte = !pair && unit >= 0xDC80 && unit <= 0xDCFF;
         const bool control = unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
         if (!strayByte && !control) {
             shown += unit;

@@ -14,11 +14,6 @@ namespace {
 const std::string VERSION_PREFIX = keylayout::VERSION_PREFIX;
 const std::string BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
-bool isUtf8(const std::u16string& decoded) {
-    return std::none_of(decoded.begin(), decoded.end(),
-                        [](char16_t c) { return c >= 0xDC80 && c <= 0xDCFF; });
-}
-
 // Returns a replacement for a typographic character that Latin-1 lacks.
 std::string substituteFor(char16_t c) {
     static const std::map<char16_t, const char*> SUBSTITUTES = {
@@ -41,14 +36,20 @@ std::string substituteFor(char16_t c) {
     std::size_t count = 0;
     std::size_t line = 1;
     std::size_t column = 0;
-    for (const char16_t c : text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i];
+        const std::size_t units = c >= 0xD800 && c <= 0xDBFF ? 2 : 1;
         ++column;
         if (c > 0xFF && ++count <= SHOWN) {
+            const uint32_t code =
+                units == 1 ? c : 0x10000 + ((c - 0xD800U) << 10) + (text[i + 1] - 0xDC00U);
             char number[16];
-            std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(c));
+            std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(code));
             places += "\n  line " + std::to_string(line) + ", column " + std::to_string(column) +
-                      ": \"" + host::toUtf8({&c, 1}) + "\" (" + number + "); " + substituteFor(c);
+                      ": \"" + host::toUtf8(text.substr(i, units)) + "\" (" + number + "); " +
+                      substituteFor(c);
         }
+        i += units - 1;
         if (c == u'\n') {
             ++line;
             column = 0;
@@ -62,9 +63,9 @@ std::string substituteFor(char16_t c) {
 
 // Text that is not valid UTF-8 is assumed to be Latin-1 already.
 std::string toLatin1(const std::string& text) {
-    const std::u16string decoded = host::toUtf16(text);
-    if (!isUtf8(decoded))
+    if (!host::isUtf8(text))
         return text;
+    const std::u16string decoded = host::toUtf16(text);
     if (std::any_of(decoded.begin(), decoded.end(), [](char16_t c) { return c > 0xFF; }))
         refuse(decoded);
     std::string latin1;
