@@ -4,8 +4,8 @@
 #include "tests/fuzz/fuzz_device.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
-    static const FuzzDevice device;
-    device.write("face.kern", data, size);
+    static const FuzzDevice DEVICE;
+    DEVICE.write("face.kern", data, size);
     FontData font;
     loadKerningFile("/face.kern", font);
     return 0;

@@ -6,10 +6,10 @@
 #include "update/updater.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
-    static const FuzzDevice device;
-    device.write("USB HD/VELD/KSTRL/a", data, 0);
-    device.write("USB HD/VELD/ORBUI/data/b", data, 0);
-    device.write("USB HD/VELD/kstrXReleaseNotes.txt", data, size);
+    static const FuzzDevice DEVICE;
+    DEVICE.write("USB HD/VELD/KSTRL/a", data, 0);
+    DEVICE.write("USB HD/VELD/ORBUI/data/b", data, 0);
+    DEVICE.write("USB HD/VELD/kstrXReleaseNotes.txt", data, size);
     Updater updater;
     updater.pollMedia();
     std::size_t shown = 0;

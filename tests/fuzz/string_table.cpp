@@ -6,9 +6,9 @@
 #include "tests/fuzz/fuzz_device.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
-    static const FuzzDevice device;
+    static const FuzzDevice DEVICE;
     SystemSettings::instance().dataFolder = "/";
-    device.write("lang/StringTable_en.txt", data, size);
+    DEVICE.write("lang/StringTable_en.txt", data, size);
     StringTable& table = StringTable::instance();
     table.setLanguage(0);
     table.lookup("");
