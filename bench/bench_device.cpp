@@ -86,7 +86,7 @@ void BenchDevice::makeKey(std::size_t files, std::size_t size, std::size_t lines
     }
     std::string notes = std::string(keylayout::VERSION_PREFIX) + "2.14.3\n";
     for (std::size_t i = 1; i < lines; ++i)
-        notes += releaseNotesLine(i) + "\n";
+        notes += "- Depth slice " + std::to_string(i) + " is drawn as measured\n";
     write(key + keylayout::RELEASE_NOTES, lines > 0 ? notes : "");
 }
 
@@ -113,10 +113,6 @@ void BenchDevice::makeGuiData(const std::string& folder) const {
           utf16Bytes(TEXT("\xFEFF") + widen(stringTable())));
     write(folder + layout::BACKGROUND_FILE,
           std::string(layout::BACKGROUND_SIDE * layout::BACKGROUND_SIDE, '\x40'));
-}
-
-std::string releaseNotesLine(std::size_t number) {
-    return "- Depth slice " + std::to_string(number) + " is drawn as measured";
 }
 
 void settleDisk() {

@@ -36,8 +36,5 @@ class BenchDevice {
     std::filesystem::path root_;
 };
 
-// Returns a typical line of release notes, about 40 characters long.
-std::string releaseNotesLine(std::size_t number);
-
 // Flushes the disk, so that a measurement does not wait for the writes of the previous one.
 void settleDisk();

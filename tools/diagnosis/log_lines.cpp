@@ -56,22 +56,7 @@ bool matches(const std::string& text, const std::string& pattern) {
            text.compare(text.size() - last.size(), last.size(), last) == 0;
 }
 
-std::string meaningOf(const std::string& line) {
-    for (const LogLineKind& kind : LOG_LINE_KINDS) {
-        if (!matches(line, kind.pattern))
-            continue;
-        const std::size_t number = line.find("Error ");
-        const bool numbered = std::string(kind.pattern).find("Error % ") != std::string::npos;
-        const std::string error = numbered ? errorMeaning(static_cast<int>(std::strtol(
-                                                 line.c_str() + number + 6, nullptr, 10)))
-                                           : std::string();
-        return kind.meaning + (error.empty() ? error : " (" + error + ")");
-    }
-    return {};
-}
-
-}  // namespace
-
+// Returns the meaning of a system error number in the log; empty for rare ones.
 std::string errorMeaning(int number) {
     static const std::map<int, const char*> MEANINGS = {
         {2, "2: there is no such file"},
@@ -89,6 +74,22 @@ std::string errorMeaning(int number) {
     const auto meaning = MEANINGS.find(number);
     return meaning == MEANINGS.end() ? std::string() : meaning->second;
 }
+
+std::string meaningOf(const std::string& line) {
+    for (const LogLineKind& kind : LOG_LINE_KINDS) {
+        if (!matches(line, kind.pattern))
+            continue;
+        const std::size_t number = line.find("Error ");
+        const bool numbered = std::string(kind.pattern).find("Error % ") != std::string::npos;
+        const std::string error = numbered ? errorMeaning(static_cast<int>(std::strtol(
+                                                 line.c_str() + number + 6, nullptr, 10)))
+                                           : std::string();
+        return kind.meaning + (error.empty() ? error : " (" + error + ")");
+    }
+    return {};
+}
+
+}  // namespace
 
 LogReading readLog(const std::string& bytes) {
     LogReading reading;

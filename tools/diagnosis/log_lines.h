@@ -32,6 +32,3 @@ struct LogReading {
 };
 
 LogReading readLog(const std::string& bytes);
-
-// Returns the meaning of a system error number in the log; empty for rare ones.
-std::string errorMeaning(int number);
