@@ -1,52 +1,47 @@
 #include "tools/guidata/font_dump.h"
 
-#include <sstream>
+#include <nlohmann/json.hpp>
 
 namespace {
 
-std::string quoted(const std::string& text) {
-    std::string result = "\"";
-    for (const char character : text) {
-        if (character == '"' || character == '\\')
-            result += '\\';
-        result += character;
-    }
-    return result + '"';
+using Json = nlohmann::ordered_json;
+
+// Bytes that are not UTF-8 are shown as replacement characters.
+std::string text(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-void dumpGlyph(std::ostream& out, const Glyph& glyph) {
-    out << R"({"id": )" << glyph.id << R"(, "x": )" << glyph.x << R"(, "y": )" << glyph.y
-        << R"(, "width": )" << glyph.width << R"(, "height": )" << glyph.height
-        << R"(, "xoffset": )" << glyph.xoffset << R"(, "yoffset": )" << glyph.yoffset
-        << R"(, "xadvance": )" << glyph.xadvance << R"(, "page": )" << unsigned{glyph.page}
-        << R"(, "chnl": )" << unsigned{glyph.channel} << "}";
+std::string linesOf(const Json& entries) {
+    std::string lines;
+    for (const Json& entry : entries)
+        lines += (lines.empty() ? "\n" : ",\n") + text(entry);
+    return lines;
 }
 
 }  // namespace
 
 std::string fontAsJson(const FontData& font) {
-    std::ostringstream out;
-    out << "{\n\"lineHeight\": " << font.lineHeight << ",\n\"base\": " << font.base
-        << ",\n\"scaleW\": " << font.atlasSize << ",\n\"pages\": [";
-    const char* separator = "";
-    for (const std::string& name : font.pageNames) {
-        out << separator << quoted(name);
-        separator = ", ";
-    }
-    out << "],\n\"chars\": [";
-    separator = "\n";
-    for (const auto& [code, glyph] : font.glyphs) {
-        out << separator;
-        dumpGlyph(out, glyph);
-        separator = ",\n";
-    }
-    out << "],\n\"kernings\": [";
-    separator = "\n";
-    for (const auto& [pair, amount] : font.kerning) {
-        out << separator << R"({"first": )" << pair.first << R"(, "second": )" << pair.second
-            << R"(, "amount": )" << amount << "}";
-        separator = ",\n";
-    }
-    out << "]\n}\n";
-    return out.str();
+    Json glyphs = Json::array();
+    for (const auto& [code, glyph] : font.glyphs)
+        glyphs.push_back({{"id", glyph.id},
+                          {"x", glyph.x},
+                          {"y", glyph.y},
+                          {"width", glyph.width},
+                          {"height", glyph.height},
+                          {"xoffset", glyph.xoffset},
+                          {"yoffset", glyph.yoffset},
+                          {"xadvance", glyph.xadvance},
+                          {"page", glyph.page},
+                          {"chnl", glyph.channel}});
+    Json kernings = Json::array();
+    for (const auto& [pair, amount] : font.kerning)
+        kernings.push_back({{"first", pair.first}, {"second", pair.second}, {"amount", amount}});
+    const Json head = {{"lineHeight", font.lineHeight},
+                       {"base", font.base},
+                       {"scaleW", font.atlasSize},
+                       {"pages", font.pageNames}};
+    std::string json = text(head);
+    json.pop_back();
+    return json + ",\n\"chars\":[" + linesOf(glyphs) + "],\n\"kernings\":[" + linesOf(kernings) +
+           "]}\n";
 }
