@@ -50,10 +50,11 @@ ChildProcess::ChildProcess(std::vector<std::string> command, const Variables& va
 }
 
 ChildProcess::~ChildProcess() {
-    if (isRunning()) {
+    // An X server that is just about to wait misses a single signal.
+    while (isRunning()) {
         ::kill(id_, SIGTERM);
         ::kill(id_, SIGCONT);
-        ::waitpid(id_, nullptr, 0);
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     removeScratchFolder(folder_);
 }
