@@ -43,8 +43,26 @@ EGLDisplay eglGetDisplay(EGLNativeDisplayType) {
 EGLBoolean eglInitialize(EGLDisplay, EGLint* major, EGLint* minor) {
     return driver.call("eglInitialize") && major == nullptr && minor == nullptr;
 }
-EGLBoolean eglChooseConfig(EGLDisplay, const EGLint*, EGLConfig* configs, EGLint size,
+EGLBoolean eglChooseConfig(EGLDisplay, const EGLint* wanted, EGLConfig* configs, EGLint size,
                            EGLint* count) {
+    constexpr EGLint WANTED[] = {EGL_RENDERABLE_TYPE,
+                                 EGL_OPENGL_ES2_BIT,
+                                 EGL_BUFFER_SIZE,
+                                 16,
+                                 EGL_RED_SIZE,
+                                 5,
+                                 EGL_GREEN_SIZE,
+                                 6,
+                                 EGL_BLUE_SIZE,
+                                 5,
+                                 EGL_ALPHA_SIZE,
+                                 0,
+                                 EGL_DEPTH_SIZE,
+                                 1,
+                                 EGL_STENCIL_SIZE,
+                                 0,
+                                 EGL_NONE};
+    EXPECT_TRUE(std::equal(std::begin(WANTED), std::end(WANTED), wanted));
     *count = static_cast<EGLint>(driver.configs.size());
     for (Config& config : driver.configs)
         *configs++ = &config;
@@ -57,7 +75,9 @@ EGLBoolean eglGetConfigAttrib(EGLDisplay, EGLConfig config, EGLint attribute, EG
     *value = static_cast<Config*>(config)->at(static_cast<std::size_t>(size - std::begin(sizes)));
     return driver.indexOf(config) != driver.unreadableConfig || attribute != EGL_BLUE_SIZE;
 }
-EGLContext eglCreateContext(EGLDisplay, EGLConfig config, EGLContext, const EGLint*) {
+EGLContext eglCreateContext(EGLDisplay, EGLConfig config, EGLContext, const EGLint* wanted) {
+    constexpr EGLint WANTED[] = {EGL_CONTEXT_CLIENT_VERSION, 2, EGL_NONE};
+    EXPECT_TRUE(std::equal(std::begin(WANTED), std::end(WANTED), wanted));
     driver.configTaken = driver.indexOf(config);
     return driver.call("eglCreateContext") ? &handle : EGL_NO_CONTEXT;
 }
@@ -66,6 +86,15 @@ EGLSurface eglCreateWindowSurface(EGLDisplay, EGLConfig, EGLNativeWindowType, co
 }
 EGLBoolean eglMakeCurrent(EGLDisplay, EGLSurface, EGLSurface, EGLContext) {
     return driver.call("eglMakeCurrent");
+}
+EGLBoolean eglDestroyContext(EGLDisplay, EGLContext) {
+    return driver.call("eglDestroyContext");
+}
+EGLBoolean eglDestroySurface(EGLDisplay, EGLSurface) {
+    return driver.call("eglDestroySurface");
+}
+EGLBoolean eglTerminate(EGLDisplay) {
+    return driver.call("eglTerminate");
 }
 EGLBoolean eglSwapInterval(EGLDisplay, EGLint interval) {
     return driver.call("eglSwapInterval") && interval == 0;
@@ -106,6 +135,22 @@ TEST(EglContext, SetUpStopsAtTheFirstFailingCallWithItsMessage) {
     }
     driver.configs.clear();
     EXPECT_EQ(init(), "No matching EGL configs found!\n");
+}
+
+TEST(EglContext, TearDownMakesEveryCallAndPrintsThoseThatSucceed) {
+    const std::vector<std::string> order = {"eglMakeCurrent", "eglDestroyContext",
+                                            "eglDestroySurface", "eglTerminate"};
+    for (const std::string& failing : order) {
+        driver = Driver();
+        driver.failing = failing;
+        ::testing::internal::CaptureStdout();
+        EXPECT_TRUE(shutdownEgl(&handle, &handle, &handle));
+        std::string printed;
+        for (const std::string& call : order)
+            printed += call == failing || call == order[0] ? "" : call + " SUCCESS\n";
+        EXPECT_EQ(::testing::internal::GetCapturedStdout(), printed);
+        EXPECT_EQ(driver.calls, order);
+    }
 }
 
 TEST(EglContext, ChoosesTheExactConfigOrTheFirst) {

@@ -23,7 +23,7 @@ class Window : public ::testing::Test {
         press(VK_RETURN);
     }
 
-    static LRESULT press(WPARAM key) { return mainWindowProc(nullptr, WM_KEYDOWN, key, 0); }
+    static void press(WPARAM key) { EXPECT_EQ(mainWindowProc(nullptr, WM_KEYDOWN, key, 0), 0); }
 
     // Presses F1 to F6 for the digits, and another key for a blank.
     static void press(const std::string& digits) {
@@ -45,6 +45,8 @@ TEST_F(Window, TheHiddenSequenceQuitsOnlyWhenComplete) {
         press(digits);
         EXPECT_EQ(quitMessages, messages) << digits;
     }
+    EXPECT_EQ(mainWindowProc(nullptr, WM_DESTROY, 0, 0), 0);
+    EXPECT_EQ(quitMessages, 3);
 }
 
 }  // namespace

@@ -120,8 +120,13 @@ TEST_F(Ending, TheCloseButtonExitsWithAllCallsInOrder) {
     EXPECT_EQ(display.closeWindow(), "640x480");
     EXPECT_EQ(traced.waitForEnd(), 0);
     EXPECT_EQ(traced.output(),
+              "CreateToolhelp32Snapshot 2 0\n"
               "OpenProcess 2035711 0\n"
               "TerminateProcess 0\n"
+              "CloseHandle\n"
+              "CloseHandle\n"
+              "CreateToolhelp32Snapshot 2 0\n"
+              "CloseHandle\n"
               "RegisterClassW EGLWndClass\n"
               "CreateWindowExW EGLWndClass 147587072\n"
               "ShowWindow 1\n"
@@ -131,6 +136,7 @@ TEST_F(Ending, TheCloseButtonExitsWithAllCallsInOrder) {
               "SetWindowPos 0 0 640 480 32\n"
               "SetForegroundWindow\n"
               "ShowWindow 1\n"
+              "Sleep 2\n"
               "TranslateMessage\n"
               "DispatchMessageW\n"
               "DestroyWindow\n"
