@@ -4,8 +4,10 @@
 #include "platform/posix/clock.h"
 
 #include <gtest/gtest.h>
+#include <sys/time.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <limits>
 #include <vector>
@@ -34,7 +36,8 @@ TEST(Clock, FileTimesOutOfRangeAreClamped) {
         EXPECT_TRUE(FileTimeToLocalFileTime(&time, &local));
         EXPECT_TRUE(FileTimeToSystemTime(&local, &calendar));
     }
-    EXPECT_EQ(calendar.wYear, 30000);
+    EXPECT_EQ(formatTime(calendar), "30000/1/1 14:00");
+    EXPECT_EQ(calendar.wSecond, 0);
     const FILETIME last{0xFFFFFFFF, 0x7FFFFFFF};
     EXPECT_TRUE(FileTimeToLocalFileTime(&last, &local));
     const FILETIME first{0, 0};
@@ -55,11 +58,12 @@ TEST(Clock, TheTimeZoneIsStoredOnTheDeviceOnly) {
     device.setLanguage(5);
     zone.Bias = 90;
     zone.DaylightName[31] = u'D';
+    zone.StandardBias = 5;
     zone.DaylightBias = -60;
     ASSERT_TRUE(SetTimeZoneInformation(&zone));
     EXPECT_EQ(storedZone().Bias, 90);
     EXPECT_NE(device.read("registry.reg").find("\"LANGUAGE\"=dword:5"), std::string::npos);
-    const FILETIME time = host::fileTime({1'457'341'500, 250'000'000});
+    const FILETIME time = host::fileTime({1'457'341'500, 999'000'000});
     FILETIME local{};
     SYSTEMTIME calendar{};
     ASSERT_TRUE(FileTimeToLocalFileTime(&time, &local));
@@ -67,7 +71,7 @@ TEST(Clock, TheTimeZoneIsStoredOnTheDeviceOnly) {
     const std::vector<WORD> fields = {calendar.wYear,        calendar.wMonth, calendar.wDay,
                                       calendar.wDayOfWeek,   calendar.wHour,  calendar.wMinute,
                                       calendar.wMilliseconds};
-    EXPECT_EQ(fields, (std::vector<WORD>{2016, 3, 7, 1, 7, 35, 250}));
+    EXPECT_EQ(fields, (std::vector<WORD>{2016, 3, 7, 1, 7, 30, 999}));
 
     // Hours east are stored as minutes west; everything else is unchanged.
     for (const int32_t hours : {-5, 13, 0}) {
@@ -80,7 +84,8 @@ TEST(Clock, TheTimeZoneIsStoredOnTheDeviceOnly) {
     // The environment and other devices are unaffected.
     EXPECT_STREQ(std::getenv("TZ"), "XYZ-3");
     const DeviceFolder other;
-    EXPECT_EQ(storedZone().Bias, -180);
+    GetTimeZoneInformation(&zone);
+    EXPECT_EQ(zone.Bias, -180);
     ::unsetenv("TZ");
     ::tzset();
     host::forgetTimeZone();
@@ -92,6 +97,18 @@ TEST(Clock, TheCounterTicksInNanoseconds) {
     LARGE_INTEGER count{};
     EXPECT_TRUE(QueryPerformanceCounter(&count));
     EXPECT_TRUE(before <= count.QuadPart && count.QuadPart <= now());
+}
+
+// A signal must not shorten it.
+TEST(Clock, SleepLastsAsLongAsItWasAsked) {
+    ::signal(SIGALRM, [](int) {});
+    const itimerval often{{0, 1000}, {0, 1000}};
+    ::setitimer(ITIMER_REAL, &often, nullptr);
+    const auto start = std::chrono::steady_clock::now();
+    Sleep(20);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(20));
+    const itimerval never{};
+    ::setitimer(ITIMER_REAL, &never, nullptr);
 }
 
 TEST(Clock, AFailedTimeZoneChangeIsPrinted) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/posix/command_line.h"
 #include "platform/posix/device.h"
 #include "platform/posix/utf.h"
 #include "tests/helpers/device_folder.h"
@@ -68,6 +69,12 @@ TEST(Utf, AnyBytesSurviveARoundTrip) {
     EXPECT_EQ(host::toUtf8(u"\xD83D"), "\xED\xA0\xBD");
     EXPECT_EQ(host::toUtf8(u"\xD83D\x0041"), "\xED\xA0\xBD\x41");
     EXPECT_EQ(host::toUtf8(u"\xDE00"), "\xED\xB8\x80");
+}
+
+TEST(CommandLine, QuotesWhatIsEmptyOrHasBlanks) {
+    const char* const arguments[] = {"KSTRL.exe", "", "a b", "c\td", "/auto"};
+    host::setCommandLine(5, arguments);
+    EXPECT_EQ(host::toUtf8(GetCommandLineW()), "KSTRL.exe \"\" \"a b\" \"c\td\" /auto");
 }
 
 TEST(DebugOutput, IsOneLinePerMessage) {
