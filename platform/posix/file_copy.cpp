@@ -28,8 +28,6 @@ namespace {
 bool writeAll(int to, const char* data, std::size_t size) {
     while (size > 0) {
         const ssize_t written = ::write(to, data, size);
-        if (written < 0 && errno == EINTR)
-            continue;
         if (written < 0)
             return false;
         data += written;
@@ -43,8 +41,6 @@ bool copyThroughMemory(int from, int to, off_t size) {
     for (off_t left = size; left > 0;) {
         const off_t piece = std::min(left, static_cast<off_t>(sizeof buffer));
         const ssize_t got = ::read(from, buffer, static_cast<std::size_t>(piece));
-        if (got < 0 && errno == EINTR)
-            continue;
         if (got <= 0)
             return got == 0;
         if (!writeAll(to, buffer, static_cast<std::size_t>(got)))
@@ -59,14 +55,11 @@ bool copyPiece(int from, int to, off_t size) {
     for (off_t left = size; left > 0;) {
         const ssize_t copied =
             ::copy_file_range(from, nullptr, to, nullptr, static_cast<std::size_t>(left), 0);
-        if (copied > 0)
-            left -= copied;
-        if (copied > 0 || (copied < 0 && errno == EINTR))
-            continue;
-        // The kernel cannot copy between these file systems.
-        const bool refused = copied < 0 && (errno == EXDEV || errno == EINVAL || errno == ENOSYS ||
-                                            errno == EOPNOTSUPP);
-        return (copied == 0 || refused) && copyThroughMemory(from, to, left);
+        // The kernel cannot copy between all file systems, and reports the end of some files too
+        // early. A fault of the disk stops the copy through memory too.
+        if (copied <= 0)
+            return copyThroughMemory(from, to, left);
+        left -= copied;
     }
     return true;
 }

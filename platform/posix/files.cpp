@@ -61,9 +61,8 @@ BOOL RemoveDirectoryW(LPCWSTR path) {
         return fail(ERROR_DIRECTORY);
     if (place.name == ".")
         return fail(ERROR_ACCESS_DENIED);
-    if (::unlinkat(place.folder.number(), place.name.c_str(), AT_REMOVEDIR) == 0)
-        return TRUE;
-    return errno == EEXIST ? fail(ERROR_DIR_NOT_EMPTY) : failFromErrno();
+    return ::unlinkat(place.folder.number(), place.name.c_str(), AT_REMOVEDIR) == 0 ||
+           failFromErrno();
 }
 
 DWORD GetFileAttributesW(LPCWSTR path) {

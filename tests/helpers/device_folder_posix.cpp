@@ -1,3 +1,7 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
 #include "platform/posix/call_hook.h"
 #include "platform/posix/device.h"
 #include "tests/helpers/device_folder.h"
@@ -9,6 +13,14 @@ DeviceFolder::DeviceFolder() : root_(makeScratchFolder()) {
 
 DeviceFolder::~DeviceFolder() {
     setCallHook({});
+    namespace fs = std::filesystem;
+    std::error_code closed;
+    const auto isOnDevice = [&](const fs::directory_entry& descriptor) {
+        return fs::read_symlink(descriptor, closed).string().rfind(root_.string() + "/", 0) == 0;
+    };
+    const auto open = std::count_if(fs::directory_iterator("/proc/self/fd"),
+                                    fs::directory_iterator(), isOnDevice);
+    EXPECT_LE(open, 1) << "more is open than the log";
     removeScratchFolder(root_);
 }
 

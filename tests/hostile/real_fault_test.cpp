@@ -70,41 +70,6 @@ TEST_F(RealFault, AReadOnlyFlashDiskFailsTheUpdate) {
     EXPECT_NE(told.find("*** ERROR *** Update failed.\n"), std::string::npos);
 }
 
-// The flash disk has space for the file's twenty blocks, but not for its holes.
-TEST_F(RealFault, SparseFilesStaySparse) {
-    MOUNT_OR_SKIP("512k");
-    const std::string sparse = KEY + std::string("KSTRL/sparse");
-    device.write(sparse, "");
-    std::fstream file(device.root() / sparse, std::ios::in | std::ios::out);
-    for (int i = 0; i < 20; ++i)
-        file.seekp(i * 100000) << "block " << i;
-    file.close();
-    EXPECT_EQ(run(), UpdateComplete);
-    EXPECT_EQ(device.read("FlashDisk/VELD/KSTRL/sparse"), device.read(sparse));
-}
-
-// An overlay file system cannot rename folders of its lower layer. A container has one when its
-// image contains the installation.
-TEST_F(RealFault, FoldersThatCannotBeRenamedAreCopied) {
-    Logger::instance().setPath("/log.txt");
-    device.write("FlashDisk/VELD/KSTRL/sub/f", "deep");
-    device.setReadOnly("FlashDisk/VELD/KSTRL/sub/f");
-    fs::create_symlink("f", device.root() / "FlashDisk/VELD/KSTRL/sub/link");
-    device.makeFolder("upper");
-    device.makeFolder("work");
-    const std::string root = device.root().string();
-    const std::string layers =
-        "lowerdir=" + flashDisk() + ",upperdir=" + root + "/upper,workdir=" + root + "/work";
-    mounted = ::mount("none", flashDisk().c_str(), "overlay", 0, layers.c_str()) == 0;
-    if (!mounted)
-        GTEST_SKIP() << "this system does not permit mounting: overlays are not tested";
-    const Tree installed = device.tree("FlashDisk/VELD/KSTRL");
-    EXPECT_EQ(run(), UpdateComplete) << device.read("log.txt");
-    EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL_old"), installed);
-    EXPECT_EQ(device.read("FlashDisk/VELD/KSTRL/KSTRL.exe"), "application 2");
-    EXPECT_FALSE(device.exists("FlashDisk/VELD/KSTRL_old.moving"));
-}
-
 // The files not copied yet are missing from the new folders; the old folders are the backup.
 TEST_F(RealFault, AKeyPulledOutWhileCopyingLeavesTheBackup) {
     int copies = 0;

@@ -1,0 +1,188 @@
+// Whether a copy or a move loses bytes when the kernel does a part of what it is asked, or refuses,
+// and whether the right folders are flushed. The system calls are replaced by scripted ones.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <fstream>
+#include <map>
+
+#include "platform/posix/proc_files.h"
+#include "platform/win32.h"
+#include "support/text.h"
+#include "tests/helpers/device_folder.h"
+
+namespace {
+
+// The answers to the next calls by name: at most so many bytes, or a negative error number. A call
+// without one is made as it is.
+std::map<std::string, std::vector<long>> answers;
+std::vector<std::string> flushed;
+
+long answerTo(const std::string& call) {
+    std::vector<long>& next = answers[call];
+    if (next.empty())
+        return LONG_MAX;
+    const long answer = next.front();
+    next.erase(next.begin());
+    errno = static_cast<int>(std::min(0L, answer) * -1);
+    return answer;
+}
+
+template <class... Arguments>
+ssize_t transfer(const char* call, long number, std::size_t size, Arguments... arguments) {
+    const long most = answerTo(call);
+    const std::size_t part = std::min(size, static_cast<std::size_t>(std::max(0L, most)));
+    return most < 0 ? -1 : ::syscall(number, arguments..., part);
+}
+
+int flush(const char* call, long number, int folder) {
+    const std::string path = host::readLink("/proc/self/fd/" + std::to_string(folder));
+    flushed.push_back(call + (" " + path.substr(path.rfind('/') + 1)));
+    return answerTo(call) < 0 ? -1 : static_cast<int>(::syscall(number, folder));
+}
+
+}  // namespace
+
+ssize_t copy_file_range(int from, off64_t* fromAt, int to, off64_t* toAt, std::size_t size,
+                        unsigned int flags) {
+    const long most = answerTo("copy_file_range");
+    const std::size_t part = std::min(size, static_cast<std::size_t>(std::max(0L, most)));
+    return most < 0    ? -1
+           : most == 0 ? 0
+                       : ::syscall(SYS_copy_file_range, from, fromAt, to, toAt, part, flags);
+}
+ssize_t read(int file, void* bytes, std::size_t size) {
+    return transfer("read", SYS_read, size, file, bytes);
+}
+ssize_t write(int file, const void* bytes, std::size_t size) {
+    return transfer("write", SYS_write, size, file, bytes);
+}
+int fsync(int file) {
+    return flush("fsync", SYS_fsync, file);
+}
+int syncfs(int file) noexcept {
+    return flush("syncfs", SYS_syncfs, file);
+}
+int fdatasync(int file) {
+    return answerTo("fdatasync") < 0 ? -1 : static_cast<int>(::syscall(SYS_fdatasync, file));
+}
+off_t lseek(int file, off_t at, int whence) noexcept {
+    return answerTo("lseek") < 0 ? -1 : ::syscall(SYS_lseek, file, at, whence);
+}
+int renameat2(int from, const char* name, int to, const char* newName,
+              unsigned int flags) noexcept {
+    return answerTo("renameat2") < 0
+               ? -1
+               : static_cast<int>(::syscall(SYS_renameat2, from, name, to, newName, flags));
+}
+
+namespace {
+
+enum class Call { Copy, Move };
+
+struct Case {
+    Call call;
+    std::string from;
+    std::string to;
+    std::map<std::string, std::vector<long>> answers;
+    DWORD error = 0;
+    std::vector<std::string> flushed = {};
+};
+
+const std::vector<std::string> RENAMED = {"syncfs T", "fsync U", "fsync T"};
+const std::vector<std::string> COPIED = {"syncfs T", "syncfs T", "fsync T", "fsync T", "fsync T"};
+
+const Case CASES[] = {
+    {Call::Copy, "T/f", "U/f", {{"copy_file_range", {1, 65536, 2}}}},
+    {Call::Copy, "T/f", "U/f", {{"copy_file_range", {70'000, 0}}}},
+    {Call::Copy, "T/f", "U/f", {{"copy_file_range", {199'999, -EXDEV}}}},
+    {Call::Copy, "T/f", "U/f", {{"copy_file_range", {-ENOSYS}}, {"write", {1, 65535, 1, 1}}}},
+    {Call::Copy, "T/f", "U/f", {{"copy_file_range", {-EIO}}, {"read", {1, -EIO}}}, 1117},
+    {Call::Copy, "T/f", "U/f", {{"copy_file_range", {9, -EIO}}, {"write", {1, -ENOSPC}}}, 112},
+    {Call::Copy, "T/holes", "U/f", {{"copy_file_range", {1}}}},
+    {Call::Copy, "T/holes", "U/f", {{"lseek", {-EINVAL}}}},
+    {Call::Copy, "T/holes", "U/f", {{"lseek", {1, -EIO}}}, 1117},
+    {Call::Copy, "T/holes", "U/f", {{"lseek", {1, 1, -EIO}}}, 1117},
+    {Call::Copy, "T/d/g", "U/f", {{"fdatasync", {-EIO}}}, 1117},
+    {Call::Move, "T/f", "U/f", {}, 0, RENAMED},
+    {Call::Move, "T/f", "U/f", {{"renameat2", {-EINVAL}}}, 0, RENAMED},
+    {Call::Move,
+     "T/f",
+     "U/f",
+     {{"renameat2", {-EXDEV}}},
+     0,
+     {"syncfs T", "syncfs U", "fsync U", "fsync U", "fsync T"}},
+    // Folders do not cross drives.
+    {Call::Move, "T/d", "U/d", {{"renameat2", {-EXDEV}}}, 17, {"syncfs T"}},
+    {Call::Move, "T/d", "T/e", {{"renameat2", {-EXDEV}}}, 0, COPIED},
+    {Call::Move, "T/d", "T/e", {{"renameat2", {-EXDEV, -EIO}}}, 1117, {"syncfs T", "syncfs T"}},
+    {Call::Move, "T/d", "T/e", {{"renameat2", {-EIO}}}, 1117, {"syncfs T"}},
+    {Call::Move, "T/f", "U/f", {{"syncfs", {-EIO}}}, 1117, {"syncfs T"}},
+    {Call::Move, "T/f", "U/f", {{"fsync", {-EINVAL}}}, 0, RENAMED},
+    // The disk does not confirm a move, which is not undone.
+    {Call::Move, "T/f", "U/f", {{"fsync", {LONG_MAX, -EIO}}}, 1117, RENAMED},
+    {Call::Move, "T/f", "U/f", {{"fsync", {-EIO}}}, 1117, {"syncfs T", "fsync U"}},
+};
+
+TEST(KernelAnswers, ACopyOrAMoveIsCompleteOrNotThere) {
+    std::string content(200'000, ' ');
+    for (std::size_t i = 0; i < content.size(); ++i)
+        content[i] = static_cast<char>('a' + i % 26 + i / 65536);
+    for (const Case& test : CASES) {
+        SCOPED_TRACE(&test - CASES);
+        const DeviceFolder device;
+        device.write("T/f", content);
+        device.write("T/d/g", "g");
+        device.setReadOnly("T/d/g");
+        std::filesystem::create_symlink("g", device.root() / "T/d/link");
+        device.write("T/holes", content.substr(0, 5000));
+        std::filesystem::resize_file(device.root() / "T/holes", 300'000);
+        std::fstream(device.root() / "T/holes", std::ios::in | std::ios::out).seekp(99'999) << "x";
+        device.write("T/e.moving/stale");
+        device.makeFolder("U");
+        Tree expected = device.tree();
+        if (test.to == "T/e" && !test.flushed.empty() && test.flushed.size() > 1)
+            expected.erase("T/e.moving/"), expected.erase("T/e.moving/stale");
+        if (test.error == 0 || test.answers.count("fsync") != 0)
+            for (const auto& [path, bytes] : Tree(expected))
+                if (path.rfind(test.from, 0) == 0) {
+                    expected[test.to + path.substr(test.from.size())] = bytes;
+                    if (test.call == Call::Move)
+                        expected.erase(path);
+                }
+
+        answers = test.answers;
+        flushed.clear();
+        const WideString from = widen("/" + test.from);
+        const WideString to = widen("/" + test.to);
+        const BOOL done = test.call == Call::Move ? MoveFileW(from.c_str(), to.c_str())
+                                                  : CopyFileW(from.c_str(), to.c_str(), FALSE);
+        answers.clear();
+        EXPECT_EQ(done != 0 ? 0 : GetLastError(), test.error);
+        EXPECT_TRUE(device.tree() == expected);
+        EXPECT_EQ(flushed, test.flushed);
+    }
+}
+
+TEST(KernelAnswers, NamesOfLogsAndSettingsAreFlushed) {
+    const DeviceFolder device;
+    device.makeFolder("T");
+    flushed.clear();
+    FILE* const log = _wfopen(TEXT("/T/log"), TEXT("w"));
+    ASSERT_NE(log, nullptr);
+    std::fclose(log);
+    device.setLanguage(1);
+    TIME_ZONE_INFORMATION zone{};
+    EXPECT_TRUE(SetTimeZoneInformation(&zone));
+    EXPECT_EQ(flushed, (std::vector<std::string>{"fsync T", "fsync registry.reg.new",
+                                                 "fsync " + device.root().filename().string()}));
+}
+
+}  // namespace
