@@ -33,7 +33,7 @@ int readFile(const std::string& path, std::string& bytes) {
             return 0;
         else if (errno == EAGAIN)
             waitForInput(file.number());
-        else if (errno != EINTR)
+        else
             return errno;
     }
 }

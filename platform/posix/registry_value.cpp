@@ -91,7 +91,6 @@ std::u16string_view trimmed(std::u16string_view text) {
 }
 
 bool takeQuoted(std::u16string_view& line, std::u16string& text) {
-    text.clear();
     if (line.empty() || line[0] != u'"')
         return false;
     for (std::size_t i = 1; i < line.size(); ++i) {

@@ -183,6 +183,10 @@ TEST(KernelAnswers, NamesOfLogsAndSettingsAreFlushed) {
     EXPECT_TRUE(SetTimeZoneInformation(&zone));
     EXPECT_EQ(flushed, (std::vector<std::string>{"fsync T", "fsync registry.reg.new",
                                                  "fsync " + device.root().filename().string()}));
+    answers = {{"write", {-ENOSPC}}};
+    EXPECT_FALSE(SetTimeZoneInformation(&zone));
+    EXPECT_EQ(GetLastError(), DWORD{112});
+    EXPECT_NE(device.read("registry.reg").find("\"TimeZoneInformation\"=hex:"), std::string::npos);
 }
 
 }  // namespace

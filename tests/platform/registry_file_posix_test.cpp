@@ -56,6 +56,7 @@ TEST(RegistryFile, ParsesEveryFormOfValue) {
         {"\"V\"=\"\"", "1: 00 00"},
         {"\"V\"=\"\\\\\\\"\"", "1: 5c 00 22 00 00 00"},
         {"\"V\"=\"\xE2\x82\xAC;#\"", "1: ac 20 3b 00 23 00 00 00"},
+        {"\"V\"=\"]\"", "1: 5d 00 00 00"},
         {"\"V\"=hex:01,fF,0", "3: 01 ff 00"},
         {"\"V\"=hex:", "3:"},
         {"\"V\"=hex(2):41,00,00,00", "2: 41 00 00 00"},
@@ -79,13 +80,27 @@ TEST(RegistryFile, ParsesEveryFormOfValue) {
 }
 
 TEST(RegistryFile, SkipsLinesThatCannotBeParsed) {
-    for (const std::string line :
-         {"\"V=dword:1", "\"V\"=", "\"V\"=\"open", "\"V\"=\"ends in a backslash\\",
-          "\"V\"=dword:", "\"V\"=dword:123456789", "\"V\"=\"text\" and more", "\"V\"=- and more",
-          "\"V\"=hex(z):01", "\"V\"=hex:zz", "\"V\"=hex:01,,02", "; \"V\"=dword:1", "[",
-          "[-HKEY_LOCAL_MACHINE\\KEY]\r\n\"V\"=dword:1",
-          "[-HKEY_LOCAL_MACHINE\\K\\B]\r\n\"V\"=dword:1",
-          "[HKEY_LOCAL_MACHINE\\OTHER]\r\n\"V\"=dword:1", ""}) {
+    for (const std::string line : {"\"V=dword:1",
+                                   "\"V\"=",
+                                   "\"V\"=\"open",
+                                   "\"V\"=\"ends in a backslash\\",
+                                   "\"V\"=dword:",
+                                   "\"V\"=dword:123456789",
+                                   "\"V\"=\"text\" and more",
+                                   "\"V\"=- and more",
+                                   "\"V\"=hex(z):01",
+                                   "\"V\"=hex:zz",
+                                   "\"V\"=hex:01,,02",
+                                   "\"V\"=hex:001",
+                                   "\"V\"=hex(123456789):01",
+                                   "\"V\"=hex",
+                                   "\"V\"=\"a\\\"",
+                                   "; \"V\"=dword:1",
+                                   "[",
+                                   "[-HKEY_LOCAL_MACHINE\\KEY]\r\n\"V\"=dword:1",
+                                   "[-HKEY_LOCAL_MACHINE\\K\\B]\r\n\"V\"=dword:1",
+                                   "[HKEY_LOCAL_MACHINE\\OTHER]\r\n\"V\"=dword:1",
+                                   ""}) {
         SCOPED_TRACE(line);
         const std::string file = HEADER + KEY + "\"B\"=dword:1\r\n" + line + "\r\n";
         EXPECT_EQ(valueOf(file), "-");
@@ -96,6 +111,7 @@ TEST(RegistryFile, SkipsLinesThatCannotBeParsed) {
     EXPECT_EQ(valueOf(KEY + "\"B\"=hex:01,\\\r\n\"V\"=dword:2"), "4: 02 00 00 00");
     for (const std::string& file : {std::string("\xFF\xFE["), "\"V\"=dword:1\n" + KEY})
         EXPECT_EQ(valueOf(file), "-");
+    EXPECT_TRUE(host::Registry::fromText(KEY).hasKey(u"HKEY_LOCAL_MACHINE\\K"));
 }
 
 TEST(RegistryFile, AppliesLinesThatRemoveKeysAndValues) {
@@ -115,23 +131,28 @@ TEST(RegistryFile, RewritesOnlyTheLinesOfChangedValues) {
     const std::string start = HEADER + "; of Ann\r\n[HKEY_LOCAL_MACHINE\\K]\r\n";
     const std::string odd = "\"Odd\"=qword:7\r\n\r\n; the units\r\n";
     const std::string before = start + "\"Num\" = dword:1 ; metric\n\"Gone\"=dword:1\r\n" + odd +
-                               "\"List\"=hex:01,\\\r\n  02\r\n\"gone\"=-\r\n\r\n; the end";
-    const std::string after = start + "\"Num\"=dword:0000001f ; metric\r\n\"Gone\"=dword:1\r\n" +
-                              odd + "\"List\"=hex:00,ff\r\n\"gone\"=-\r\n" +
-                              "\"Gone\"=hex(2):41,00\r\n\"Q\\\"\\\\\"=\"a\\\\ \xC3\xA9\"\r\n" +
-                              "\r\n; the end\r\n\r\n[HKEY_LOCAL_MACHINE\\L]\r\n@=hex(4):01\r\n";
+                               "\"Zone\"=hex:01,\\\r\n  02\r\n\"gone\"=-\r\n\r\n; the end";
+    const std::string after =
+        start + "\"Num\"=dword:0000001f ; metric\r\n\"Gone\"=dword:1\r\n" + odd +
+        "\"Zone\"=hex:00,ff\r\n\"gone\"=-\r\n" +
+        "\"Gone\"=hex(2):41,00\r\n\"Q\\\"\\\\\"=\"a\\\\ \xC4\x80\"\r\n\"E\"=\"\"\r\n" +
+        "\r\n; the end\r\n\r\n[HKEY_LOCAL_MACHINE\\L]\r\n@=hex(4):01\r\n";
     const std::u16string key = u"hkey_local_machine\\K";
     using Encoding = std::string (*)(const std::string&);
     const Encoding utf8 = [](const std::string& text) { return text; };
     for (const Encoding encode : {utf8, Encoding(asUtf16), Encoding(asUtf16BigEndian)}) {
         host::Registry registry = host::Registry::fromText(encode(before));
         registry.set(key, u"num", {REG_DWORD, {31, 0, 0, 0}});
-        registry.set(key, u"LIST", {REG_BINARY, {0, 255}});
+        registry.set(key, u"ZONE", {REG_BINARY, {0, 255}});
         registry.set(key, u"Gone", {2, {0x41, 0}});
-        registry.set(key, u"Q\"\\", {REG_SZ, {'a', 0, '\\', 0, ' ', 0, 0xE9, 0, 0, 0}});
+        registry.set(key, u"Q\"\\", {REG_SZ, {'a', 0, '\\', 0, ' ', 0, 0, 1, 0, 0}});
+        registry.set(key, u"E", {REG_SZ, {0, 0}});
         registry.set(u"HKEY_LOCAL_MACHINE\\L", u"", {REG_DWORD, {1}});
         EXPECT_EQ(registry.toText(), encode(after));
     }
+    host::Registry oneLine = host::Registry::fromText("; a remark");
+    oneLine.set(u"K", u"", {REG_BINARY, {}});
+    EXPECT_EQ(oneLine.toText(), "; a remark\r\n\r\n[K]\r\n@=hex:\r\n");
 }
 
 TEST(RegistryFile, IsReplacedAtomically) {
@@ -160,7 +181,10 @@ TEST(RegistryFile, IsNotReplacedWhenItCannotBeRead) {
     HKEY key{};
     EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, u"K", 0, KEY_READ, &key), 5);
     const TIME_ZONE_INFORMATION zone{};
+    ::testing::internal::CaptureStderr();
     EXPECT_FALSE(SetTimeZoneInformation(&zone));
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              "registry.reg cannot be read: Too many levels of symbolic links\n");
     EXPECT_TRUE(std::filesystem::is_symlink(file));
 
     // A missing file is created.

@@ -54,6 +54,7 @@ TEST(Registry, OpensOnlyExistingKeys) {
     EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, TEXT("SOFTWARE\\VELD\\KESTREL\\SYSTEM"), 0,
                             KEY_READ, &key),
               2);
+    EXPECT_EQ(RegCloseKey(HKEY_LOCAL_MACHINE), 0);
 }
 
 TEST(Registry, ReturnsStoredValues) {
