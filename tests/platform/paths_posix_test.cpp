@@ -50,8 +50,8 @@ TEST(Paths, AreResolvedAsTextAndStayInTheDevice) {
 }
 
 TEST(Paths, IgnoreTheCaseOfLatin1Letters) {
-    EXPECT_EQ(host::foldCase("aZ \u00C9\u00D7\u00DF \u0100\xFF"),
-              "az \u00E9\u00D7\u00DF \u0100\xFF");
+    EXPECT_EQ(host::foldCase("aZ \u00C0\u00DE\u00D7\u00DF \u0100\xFF"),
+              "az \u00E0\u00FE\u00D7\u00DF \u0100\xFF");
 }
 
 TEST(Utf, AnyBytesSurviveARoundTrip) {
@@ -64,7 +64,13 @@ TEST(Utf, AnyBytesSurviveARoundTrip) {
         EXPECT_EQ(host::toUtf8(host::toUtf16(bytes)), bytes);
     EXPECT_EQ(host::toUtf16("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xE9"),
               u"\u00E9\u20AC\U0001F600\xDCE9");
+    // The first and the last code point of each length, and those around the surrogates.
+    EXPECT_EQ(host::toUtf16("\x7F\u0080\u07FF\u0800\uD7FF\uE000\uFFFF\U00010000\U0010FFFF"),
+              u"\x7F\u0080\u07FF\u0800\uD7FF\uE000\uFFFF\U00010000\U0010FFFF");
+    EXPECT_EQ(host::toUtf8(u"\x7F\u0080\u07FF\u0800\uD7FF\uE000\uFFFF\U00010000\U0010FFFF"),
+              "\x7F\u0080\u07FF\u0800\uD7FF\uE000\uFFFF\U00010000\U0010FFFF");
     EXPECT_EQ(host::toUtf16("\xC0\xAF"), u"\xDCC0\xDCAF");
+    EXPECT_EQ(host::toUtf16("\xED\xA0\x80\xED\xBF\xBF"), u"\xDCED\xDCA0\xDC80\xDCED\xDCBF\xDCBF");
     // Lone surrogates are encoded individually.
     EXPECT_EQ(host::toUtf8(u"\xD83D"), "\xED\xA0\xBD");
     EXPECT_EQ(host::toUtf8(u"\xD83D\x0041"), "\xED\xA0\xBD\x41");

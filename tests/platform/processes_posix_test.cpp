@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <fstream>
 
 #include "platform/posix/device.h"
@@ -143,7 +144,12 @@ TEST_F(ProcessesPosix, AStartedProgramIsDetachedAndInheritsNoFiles) {
     fs::copy_file("/usr/bin/yes", host());
     setDeviceRoot(fs::relative(device.root()));
     host::ignoreSignalsOfWrites();
+    sigset_t all;
+    sigset_t before;
+    ::sigfillset(&all);
+    ::sigprocmask(SIG_SETMASK, &all, &before);
     ASSERT_EQ(launch(), TRUE);
+    ::sigprocmask(SIG_SETMASK, &before, nullptr);
     const std::vector<DWORD> ids = processesNamed("KSTRL.exe");
     ASSERT_EQ(ids.size(), 1U);
     const std::string process = "/proc/" + std::to_string(ids[0]);
@@ -157,10 +163,10 @@ TEST_F(ProcessesPosix, AStartedProgramIsDetachedAndInheritsNoFiles) {
             open[entry.path().filename()] = fs::read_symlink(entry.path(), gone);
         return open == streams;
     }));
-    // Started by its absolute path, with no signal ignored.
+    // Started by its absolute path, with no signal ignored or blocked.
     EXPECT_EQ(host::readFile(process + "/cmdline").c_str(), fs::canonical(host()));
-    EXPECT_NE(host::readFile(process + "/status").find("SigIgn:\t0000000000000000"),
-              std::string::npos);
+    for (const char* const signals : {"SigIgn:\t0000000000000000", "SigBlk:\t0000000000000000"})
+        EXPECT_NE(host::readFile(process + "/status").find(signals), std::string::npos);
     const auto id = static_cast<pid_t>(ids[0]);
     EXPECT_EQ(::getsid(id), id);
     // The test process has no child left, not even a zombie.

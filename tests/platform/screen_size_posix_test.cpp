@@ -25,7 +25,7 @@ TEST(ScreenSize, InvalidSizesAreReplacedByTheDefault) {
                                   GetSystemMetrics(2) == 0;
                 std::exit(same ? 0 : 1);
             },
-            ::testing::ExitedWithCode(0), "")
+            ::testing::ExitedWithCode(0), *variable == '\0' ? "^$" : "")
             << variable;
     }
 }
