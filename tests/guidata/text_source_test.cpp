@@ -11,17 +11,6 @@
 
 namespace {
 
-TEST(TextEncoding, RejectsMalformedUtf8) {
-    EXPECT_EQ(utf16FromUtf8("\xEF\xBB\xBF"
-                            "A\xC3\xA9\xE6\x9B\xB4\xF0\x9F\x98\x80"),
-              u"A\u00E9\u66F4\U0001F600");
-    // A Latin-1 letter, truncated and malformed sequences, overlong ones, half a surrogate pair,
-    // and a value above Unicode.
-    for (const char* const bytes : {"\xE9", "\x80", "\xE6\x9B", "\xC3(", "\xC0\xAF", "\xE0\x80\xAF",
-                                    "\xED\xA0\x80", "\xF4\x90\x80\x80"})
-        EXPECT_FALSE(utf16FromUtf8(bytes)) << testing::PrintToString(bytes);
-}
-
 const ScreenKeys KEYS = {{"STR_A", {}}, {"STR_B", {}}};
 
 TEST(TextSource, RejectsLinesThatTheDeviceWouldMisread) {
@@ -47,7 +36,8 @@ TEST(TextSource, RejectsLinesThatTheDeviceWouldMisread) {
         {"an ideographic space after the key", "STR_A one\nSTR_B\xE3\x80\x80two\n",
          "xx.txt:2: a key may contain only capitals, digits and underscores\nxx.txt: STR_B is "
          "missing\n"},
-        {"not UTF-8", "STR_A one\nSTR_B \xE9\n", "xx.txt:2: the line is not UTF-8 text\n"},
+        {"not UTF-8", "STR_A one\nSTR_B \xF0\x9F\x98\x80\xE9\n",
+         "xx.txt:2: the line is not UTF-8 text\n"},
         {"a carriage return inside", "STR_A o\rne\n",
          "xx.txt:1: the line contains a control character\n"},
         {"the longest line", sound.substr(10) + "STR_A " + std::string(503, 'x') + "\n", ""},
@@ -85,16 +75,6 @@ TEST(ExtraKerning, RejectsMalformedLines) {
     for (const std::string line : {"AV", "AV x", "AV -", "AV 5 ", "AV 1001", "AV 5\xC3\xA9"})
         EXPECT_FALSE(parseExtraKerning("AV 1\n" + line, "k.txt", error)) << line;
     EXPECT_EQ(error.substr(0, 9), "k.txt:2: ");
-}
-
-TEST(TextSource, BecomesUtf16WithACommentFirst) {
-    MessageList messages;
-    const std::string table = encodeStringTable(parseTextSource(
-        "# c\nSTR_A \t two  words... \r\nSTR_B \xE6\x9B\xB4\n", "xx.txt", {}, messages));
-    const std::u16string expected =
-        u"\uFEFF# Texts of the updater's screen\r\nSTR_A\ttwo  words... \r\nSTR_B\t\u66F4\r\n";
-    EXPECT_EQ(table, utf16LittleEndian(expected));
-    EXPECT_EQ(table.substr(0, 4), std::string("\xFF\xFE#\0", 4));
 }
 
 }  // namespace

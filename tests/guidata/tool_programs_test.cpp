@@ -28,23 +28,6 @@ class ToolPrograms : public ::testing::Test {
     DeviceFolder work;
 };
 
-TEST_F(ToolPrograms, RejectInvalidCommandLines) {
-    for (const std::string tool : {"fontbake'", "stringtable'", "rawimage'"}) {
-        EXPECT_EQ(run(tool + " --help"), 0) << tool;
-        EXPECT_NE(read("out").find("--output"), std::string::npos) << tool;
-        EXPECT_EQ(run(tool), 2) << tool;
-        EXPECT_FALSE(read("err").empty()) << tool;
-        EXPECT_EQ(run(tool + " --nonsense"), 2) << tool;
-    }
-    write("a.png", "no picture");
-    EXPECT_EQ(run("rawimage' a.png --output a.raw"), 1);
-    EXPECT_EQ(read("err").substr(0, 17), "rawimage: a.png: ");
-    EXPECT_FALSE(exists("a.raw"));
-    EXPECT_EQ(run("fontbake' --font x.ttf --name x"), 2);
-    EXPECT_EQ(run("fontbake' --font x.ttf --em 20 --line-height 20 --base 20 --name x"), 1);
-    EXPECT_EQ(read("err"), "fontbake: x.ttf: is not a font file, or has no face 0\n");
-}
-
 TEST_F(ToolPrograms, StringtableRejectsFaultySources) {
     std::string texts;
     for (const auto& [key, use] : screenKeys())

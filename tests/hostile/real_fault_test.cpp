@@ -89,11 +89,4 @@ TEST_F(RealFault, AKeyPulledOutWhileCopyingLeavesTheBackup) {
     EXPECT_EQ(device.read("FlashDisk/VELD/ORBUI/data/bg.raw"), "picture 2");
 }
 
-TEST_F(RealFault, ALogThatCannotBeOpenedDoesNotStopTheUpdate) {
-    device.makeFolder("FlashDisk/VELD/log");
-    Logger::instance().setPath("/FlashDisk/VELD/log");
-    EXPECT_EQ(run(), UpdateComplete);
-    EXPECT_EQ(device.read("FlashDisk/VELD/KSTRL/KSTRL.exe"), "application 2");
-}
-
 }  // namespace

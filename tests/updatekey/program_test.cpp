@@ -1,10 +1,8 @@
-// Tests that scripts can rely on the program: its exit codes, its JSON, and that it accepts a key
-// that it has made.
+// Tests that scripts can rely on the program: its exit codes and its JSON.
 
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 #include "tests/helpers/child_process.h"
 #include "tests/helpers/device_folder.h"
@@ -83,21 +81,6 @@ TEST_F(Program, WritesOnlyJsonWhenRequested) {
     EXPECT_EQ(check["findings"][0]["severity"], "error");
     EXPECT_EQ(run({"info", key, "--json"}), 0);
     EXPECT_EQ(nlohmann::json::parse(output)["application"]["files"], 4);
-}
-
-TEST_F(Program, MakesAKeyThatPassesItsCheck) {
-    const std::string maker = key + "/VELD";
-    const std::string out = work.root() / "out";
-    std::vector<std::string> make;
-    std::istringstream words("make --version 2.14.3 --app " + maker + "/KSTRL --gui " + maker +
-                             "/ORBUI/data --notes " + maker + "/kstrXReleaseNotes.txt " + out);
-    for (std::string word; words >> word;)
-        make.push_back(word);
-    EXPECT_EQ(run(make), 0);
-    EXPECT_EQ(work.tree("out/VELD"), work.tree("key/VELD"));
-    EXPECT_EQ(run({"check", out}), 0);
-    EXPECT_NE(output.find("2.14.3"), std::string::npos);
-    EXPECT_EQ(run(make), 2) << "it is there already";
 }
 
 }  // namespace
