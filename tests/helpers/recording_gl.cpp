@@ -175,8 +175,10 @@ void glDisableVertexAttribArray(GLuint index) {
     gl().arrays[index].enabled = false;
 }
 
-void glVertexAttribPointer(GLuint index, GLint size, GLenum type, GLboolean, GLsizei,
+void glVertexAttribPointer(GLuint index, GLint size, GLenum type, GLboolean, GLsizei stride,
                            const void* data) {
+    if (stride != 0)
+        record("a gap between vertices", stride);
     gl().arrays[index] = {gl().arrays[index].enabled, size, type, data};
 }
 

@@ -25,13 +25,13 @@ FontData parse(const std::string& bytes) {
 
 TEST(FontFile, ReadsEveryField) {
     const FontData font = parse(HEADER + block(1, "info") + commonBlock(17, 13, 256) +
-                                block(3, std::string("a_0.png\0a_1.png\0", 16)) +
+                                block(3, std::string("a 0.png\0a 1.png\0", 16)) +
                                 block(4, glyphRecord(A) + glyphRecord(B)) +
                                 block(5, kerningRecord('A', 0x20AC1, -2)));
     EXPECT_EQ(font.lineHeight, 17U);
     EXPECT_EQ(font.base, 13U);
     EXPECT_EQ(font.atlasSize, 256U);
-    EXPECT_EQ(font.pageNames, (std::vector<std::string>{"a_0.png", "a_1.png"}));
+    EXPECT_EQ(font.pageNames, (std::vector<std::string>{"a 0.png", "a 1.png"}));
     EXPECT_EQ(font.kerning, (KerningTable{{{'A', 0x20AC1}, -2}}));
     ASSERT_EQ(font.glyphs.size(), 2U);
     EXPECT_EQ(glyphRecord(font.glyphs.at('A')), glyphRecord(A));
@@ -61,6 +61,9 @@ TEST(FontFile, KeepsTheValidPartOfADamagedFile) {
         {"huge size", HEADER + commonBlock(1, 1, 64) + "\4" + u32Bytes(0x7FFFFFFF) + glyphRecord(A),
          "1 0 0 64"},
         {"short common block", HEADER + block(2, "abc") + glyph, "1 0 0 0"},
+        {"shortest common block", HEADER + block(2, commonBlock(1, 1, 64).substr(5, 6)) + glyph,
+         "1 0 0 64"},
+        {"empty block", HEADER + empty + glyph, "1 0 0 0"},
         {"unknown type", HEADER + block(77, "abc") + glyph, "1 0 0 0"},
         {"5 bytes too many", HEADER + block(4, glyphRecord(A) + glyphRecord(B) + "12345"),
          "2 0 0 0"},
@@ -90,6 +93,8 @@ TEST(KerningFile, EachLineSetsOnePair) {
         {TEXT("AV\t  +3x"), {{{'A', 'V'}, 3}}},
         {TEXT("\u30A2,;65535\n"), {{{0x30A2, ','}, -1}}},
         {TEXT("AV none\n"), {{{'A', 'V'}, 0}}},
+        {TEXT("AV 7"), {{{'A', 'V'}, 7}}},
+        {TEXT("AV \r\n"), {{{'A', 'V'}, 0}}},
         {TEXT("#V -2\n"), {}},
         {TEXT("AV\n"), {}},
         {TEXT("AV\r\n"), {}},

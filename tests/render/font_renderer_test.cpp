@@ -122,8 +122,14 @@ TEST_F(FontRendererTest, AFaceWithoutFilesMakesNoGlCalls) {
     EXPECT_EQ(draw(face, TEXT("A")), Quads{});
     EXPECT_TRUE(gl.calls.empty());
     EXPECT_EQ(face.textWidth("A"), 0U);
-    EXPECT_NE(device.read("/log.txt").find(" Font file /data/fonts/G.fnt not found.\n\n\n"),
-              std::string::npos);
+    device.write("/data/fonts/H.fnt");
+    for (const uintmax_t size : {16U << 20U, (16U << 20U) + 1}) {
+        std::filesystem::resize_file(device.root() / "data/fonts/H.fnt", size);
+        FontRenderer("H", nullptr);
+    }
+    EXPECT_EQ(logMessages(device, "log.txt"),
+              "\n    *** ERROR *** Font file /data/fonts/G.fnt not found.\n\n\n"
+              "\n    *** ERROR *** Font file /data/fonts/H.fnt is too large.\n\n\n");
 }
 
 TEST_F(FontRendererTest, LoadsItsKerningFileAndAllPages) {
