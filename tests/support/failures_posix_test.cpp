@@ -105,7 +105,7 @@ TEST_F(Traced, TracesAreFormattedOnceAndNotLogged) {
     EXPECT_EQ(logMessages(device, "log.txt"), "");
 }
 
-TEST_F(Traced, AFailedOpenIsReportedAtEveryMessage) {
+TEST_F(Traced, AFailedOpenIsReportedAndTriedAgainAtEveryMessage) {
     refused = "_wfopen";
     log.setPath("/other.txt");
     log.error("lost");
@@ -113,6 +113,9 @@ TEST_F(Traced, AFailedOpenIsReportedAtEveryMessage) {
     const std::string report = "Error opening log stream...\n";
     EXPECT_EQ(traces, (Traces{report, report, "lost\n", report}));
     EXPECT_FALSE(device.exists("other.txt"));
+    refused.clear();
+    log.writeLine("kept");
+    EXPECT_EQ(logMessages(device, "other.txt"), "kept\n");
 }
 
 TEST_F(Traced, FileUtilitiesTraceLongPathsAndFailedConversions) {

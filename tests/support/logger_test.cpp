@@ -59,13 +59,4 @@ TEST_F(LoggerFile, CutsOverlongMessages) {
     EXPECT_EQ(messages(), fits + "\n" + "\n    *** ERROR *** ab" + cut.substr(0, 2045) + "\n\n");
 }
 
-TEST_F(LoggerFile, IsOpenedAgainAtTheNextMessage) {
-    log.setPath("/later/log.txt");
-    log.error("lost");
-    EXPECT_FALSE(device.exists("later"));
-    device.makeFolder("later");
-    log.warning("kept");
-    EXPECT_EQ(logMessages(device, "later/log.txt"), "  ** Warning ** kept\n");
-}
-
 }  // namespace
