@@ -70,8 +70,7 @@ TEST_F(ToolPrograms, FontbakeIncludesTheCharactersOfTheTexts) {
     // key.
     const std::pair<int, bool> baked[] = {{26032, true}, {255, true}, {26356, false}, {9, false}};
     for (const auto& [code, isBaked] : baked)
-        EXPECT_EQ(dump.find("{\"id\":" + std::to_string(code) + ",") != std::string::npos,
-                  isBaked);
+        EXPECT_EQ(dump.find("{\"id\":" + std::to_string(code) + ",") != std::string::npos, isBaked);
 
     EXPECT_EQ(run(bake + FONT_JAPANESE " --max-page 32"), 1);
     EXPECT_EQ(read("err"), "fontbake: x: the glyphs do not fit on pages of 32 pixels\n");
