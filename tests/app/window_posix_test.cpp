@@ -17,7 +17,7 @@ class Window : public ::testing::Test {
   protected:
     void SetUp() override {
         setCallHook([this](const HookedCall& call) {
-            quitMessages += std::string(call.name) == "PostQuitMessage";
+            quitMessages += call.name == std::string("PostQuitMessage") && call.arguments[0] == "0";
             return ERROR_SUCCESS;
         });
         press(VK_RETURN);

@@ -50,7 +50,7 @@ TEST_F(RawTexture, IsNotCreatedForAMissingFileOrAnAbsurdSize) {
         EXPECT_EQ(loadRawLuminanceTexture(path, 4, 0), 0U);
         EXPECT_EQ(loadRawRGBTexture(path, 4, 4), 0U);
     }
-    EXPECT_EQ(loadRawLuminanceTexture("/i.raw", 65535, 0), 0U);
+    EXPECT_EQ(loadRawLuminanceTexture("/i.raw", 65535, 100), 0U);
     EXPECT_EQ(loadRawRGBTexture("/i.raw", 0x7FFFFFFF, 0x7FFFFFFF), 0U);
     EXPECT_EQ(loadRawRGBTexture("/i.raw", -1, -1), 0U);
     EXPECT_TRUE(gl.calls.empty());
