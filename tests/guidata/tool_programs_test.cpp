@@ -11,21 +11,15 @@
 
 namespace {
 
-class ToolPrograms : public ::testing::Test {
+class ToolPrograms : public ::testing::Test, protected DeviceFolder {
   protected:
     // Runs a tool in the test's folder and returns its exit code.
     int run(const std::string& command) {
         const std::string line =
-            "cd '" + work.root().string() + "' && '" TOOLS + command + " > out 2> err";
+            "cd '" + root().string() + "' && '" TOOLS + command + " > out 2> err";
         const int status = std::system(line.c_str());  // NOLINT(cert-env33-c): our own line
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
-
-    void write(const std::string& name, const std::string& bytes) const { work.write(name, bytes); }
-    std::string read(const std::string& name) const { return work.read(name); }
-    bool exists(const std::string& name) const { return work.exists(name); }
-
-    DeviceFolder work;
 };
 
 TEST_F(ToolPrograms, StringtableRejectsFaultySources) {

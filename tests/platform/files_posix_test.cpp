@@ -117,13 +117,6 @@ TEST_F(FilesPosix, ACopyKeepsModeAndTime) {
     ASSERT_TRUE(CopyFileW(TEXT("/T/s"), TEXT("/T/d"), FALSE));
     EXPECT_EQ(fs::last_write_time(copy), changed);
     EXPECT_EQ(fs::status(copy).permissions(), static_cast<fs::perms>(0755));
-    // What is new has the usual rights.
-    ::umask(0);
-    EXPECT_TRUE(CreateDirectoryW(TEXT("/T/folder"), nullptr));
-    std::fclose(_wfopen(TEXT("/T/new"), TEXT("w")));
-    ::umask(022);
-    EXPECT_EQ(fs::status(device.root() / "T/folder").permissions(), fs::perms::all);
-    EXPECT_EQ(fs::status(device.root() / "T/new").permissions(), static_cast<fs::perms>(0666));
 }
 
 TEST_F(FilesPosix, TheDeviceRootCannotBeDeletedOrMoved) {

@@ -77,7 +77,7 @@ TEST_F(ProcessesPosix, ProgramsAndScriptsAreSeenAndEndedOnce) {
     };
     ChildProcess first({host(), "1000"});
     ChildProcess second({host(), "1000"});
-    ChildProcess absolute({script("a", "#!/bin/sh -e\nkill -STOP $$\n") + "/KSTRL.exe"});
+    ChildProcess absolute({script("a", "#!/bin/sh -e \nkill -STOP $$\n") + "/KSTRL.exe"});
     ChildProcess byEnv({script("b", "#!/usr/bin/env bash\nkill -STOP $$\n") + "/KSTRL.exe"});
     ChildProcess relative(
         {"env", "-C", script("c", "#!/bin/sh\ncd /\nkill -STOP $$\n"), "./KSTRL.exe"});

@@ -150,9 +150,6 @@ TEST(RegistryFile, RewritesOnlyTheLinesOfChangedValues) {
         registry.set(u"HKEY_LOCAL_MACHINE\\L", u"", {REG_DWORD, {1}});
         EXPECT_EQ(registry.toText(), encode(after));
     }
-    host::Registry oneLine = host::Registry::fromText("; a remark");
-    oneLine.set(u"K", u"", {REG_BINARY, {}});
-    EXPECT_EQ(oneLine.toText(), "; a remark\r\n\r\n[K]\r\n@=hex:\r\n");
 }
 
 TEST(RegistryFile, IsReplacedAtomically) {
