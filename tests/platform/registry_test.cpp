@@ -72,7 +72,7 @@ TEST(Registry, ReturnsStoredValues) {
         {REG_DWORD, std::string("\xFF\0\x80\x01", 4)},
         {REG_SZ, text},
         {REG_SZ, text.substr(0, 10)},
-        {REG_SZ, text.substr(0, 3)},
+        {REG_SZ, text.substr(0, 1)},
         {REG_SZ, std::string("\0\0", 2)},
         {REG_SZ, ""},
         {REG_SZ, std::string("\n\0=\0\r\0\0\0", 8)},
