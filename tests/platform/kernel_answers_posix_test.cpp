@@ -133,7 +133,6 @@ const Case CASES[] = {
      {{"renameat2", {-EXDEV}}, {"mkdirat", {-ENOSPC}}},
      112,
      {"syncfs T"}},
-    {Call::Move, "T/d", "T/e", {{"renameat2", {-EIO}}}, 1117, {"syncfs T"}},
     {Call::Move, "T/f", "U/f", {{"syncfs", {-EIO}}}, 1117, {"syncfs T"}},
     {Call::Move, "T/f", "U/f", {{"fsync", {-EINVAL}}}, 0, RENAMED},
     // The disk does not confirm a move, which is not undone.
