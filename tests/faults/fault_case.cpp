@@ -31,7 +31,7 @@ CleanRun runWithoutFault(const DeviceFolder& device) {
 }
 
 void checkAnyRun(const UpdateRun& run, const Fault& fault, const Tree& before, const Tree& after,
-                 Findings& findings) {
+                 Violations& findings) {
     checkLog(run, after, findings);
     checkNothingElseTouched(run, before, after, findings);
     checkWayOut(run, fault, findings);
@@ -49,9 +49,9 @@ void describeStruckRun(const Tree& after, CaseResult& result) {
     result.noApplication = after.count(INSTALLATION + "KSTRL/KSTRL.exe") == 0;
 }
 
-void add(const Findings& findings, CaseResult& result) {
+void add(const Violations& findings, CaseResult& result) {
     std::string notes;
-    for (const Finding& finding : findings) {
+    for (const Violation& finding : findings) {
         const auto invariant = static_cast<std::size_t>(finding.invariant);
         result.violations[invariant] = 1;
         if (finding.weakness)
@@ -70,7 +70,7 @@ void add(const Findings& findings, CaseResult& result) {
 
 CaseResult runCase(const FaultCase& faultCase) {
     CaseResult result;
-    Findings findings;
+    Violations findings;
     const DeviceFolder device;
     std::optional<DiskImage> disk;
     if (faultCase.fault.kind == FaultKind::PowerCut)

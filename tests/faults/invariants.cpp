@@ -34,7 +34,7 @@ Tree bystanders(const Tree& tree) {
 
 // Finds differences between the installed folder and the key's, and the weakness that explains
 // each.
-void checkLiveFiles(const CleanRun& clean, const std::string& component, Findings& findings) {
+void checkLiveFiles(const CleanRun& clean, const std::string& component, Violations& findings) {
     const Tree live = below(clean.after, INSTALLATION + component + "/");
     const Tree wanted = filesOfKey(clean.after, component);
     const Tree staged = below(clean.before, STAGING + component + "/");
@@ -88,7 +88,7 @@ const char* nameOf(Weakness weakness) {
     return NAMES[static_cast<std::size_t>(weakness)];
 }
 
-void checkNothingLost(const Tree& original, const Tree& now, Findings& findings) {
+void checkNothingLost(const Tree& original, const Tree& now, Violations& findings) {
     for (const std::string& component : COMPONENTS) {
         const std::string live = INSTALLATION + component + "/";
         const std::string backup = INSTALLATION + component + "_old/";
@@ -104,7 +104,7 @@ void checkNothingLost(const Tree& original, const Tree& now, Findings& findings)
     }
 }
 
-void checkInPlaceIsWhole(const Tree& original, const Tree& now, Findings& findings) {
+void checkInPlaceIsWhole(const Tree& original, const Tree& now, Violations& findings) {
     for (const std::string& component : COMPONENTS) {
         const std::string folder = INSTALLATION + component + "/";
         const Tree live = below(now, folder);
@@ -115,7 +115,7 @@ void checkInPlaceIsWhole(const Tree& original, const Tree& now, Findings& findin
     }
 }
 
-void checkLaterRun(const CleanRun& clean, Findings& findings) {
+void checkLaterRun(const CleanRun& clean, Violations& findings) {
     for (const std::string& component : COMPONENTS)
         checkLiveFiles(clean, component, findings);
     if (clean.run.end == RunEnd::Complete)
@@ -128,7 +128,7 @@ void checkLaterRun(const CleanRun& clean, Findings& findings) {
                         std::string("a later run ended ") + nameOf(clean.run.end)});
 }
 
-void checkLog(const UpdateRun& run, const Tree& now, Findings& findings) {
+void checkLog(const UpdateRun& run, const Tree& now, Violations& findings) {
     const auto file = now.find(LOG_FILE);
     const std::string log = file != now.end() ? file->second : "";
     const std::string failure = "\n    *** ERROR *** Update failed.\n\n";
@@ -152,7 +152,7 @@ void checkLog(const UpdateRun& run, const Tree& now, Findings& findings) {
 }
 
 void checkNothingElseTouched(const UpdateRun& run, const Tree& before, const Tree& now,
-                             Findings& findings) {
+                             Violations& findings) {
     if (run.wroteOutside)
         findings.push_back({Invariant::NothingElseTouched, std::nullopt, "a call outside VELD"});
     if (bystanders(before) != bystanders(now))
@@ -160,7 +160,7 @@ void checkNothingElseTouched(const UpdateRun& run, const Tree& before, const Tre
             {Invariant::NothingElseTouched, std::nullopt, "an unrelated file changed"});
 }
 
-void checkWayOut(const UpdateRun& run, const Fault& fault, Findings& findings) {
+void checkWayOut(const UpdateRun& run, const Fault& fault, Violations& findings) {
     const bool mayDie = fault.kind != FaultKind::None && fault.kind != FaultKind::Fail;
     if (run.end == RunEnd::Killed ? mayDie : run.hadWayOut)
         return;

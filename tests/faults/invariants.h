@@ -28,19 +28,19 @@ enum class Weakness {
 constexpr std::size_t WEAKNESS_COUNT = 4;
 const char* nameOf(Weakness weakness);
 
-struct Finding {
+struct Violation {
     Invariant invariant;
     std::optional<Weakness> weakness;  // none: an unexplained violation
     std::string what;
 };
-using Findings = std::vector<Finding>;
+using Violations = std::vector<Violation>;
 
 // `original` is the device before the first run; `now` is the device after the last run, whose key
 // is still plugged in.
-void checkNothingLost(const Tree& original, const Tree& now, Findings& findings);
+void checkNothingLost(const Tree& original, const Tree& now, Violations& findings);
 
 // Checks that after a killed run each folder in place is the old one or the new one, complete.
-void checkInPlaceIsWhole(const Tree& original, const Tree& now, Findings& findings);
+void checkInPlaceIsWhole(const Tree& original, const Tree& now, Violations& findings);
 
 struct CleanRun {
     Tree before;
@@ -48,9 +48,9 @@ struct CleanRun {
     std::set<std::string> readOnlyBefore;  // files in the staging folder, relative to it
     UpdateRun run;
 };
-void checkLaterRun(const CleanRun& clean, Findings& findings);
+void checkLaterRun(const CleanRun& clean, Violations& findings);
 
-void checkLog(const UpdateRun& run, const Tree& now, Findings& findings);
+void checkLog(const UpdateRun& run, const Tree& now, Violations& findings);
 void checkNothingElseTouched(const UpdateRun& run, const Tree& before, const Tree& now,
-                             Findings& findings);
-void checkWayOut(const UpdateRun& run, const Fault& fault, Findings& findings);
+                             Violations& findings);
+void checkWayOut(const UpdateRun& run, const Fault& fault, Violations& findings);
