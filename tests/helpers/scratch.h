@@ -3,8 +3,8 @@
 
 #include <filesystem>
 
-// Creates a new folder. When this process and its forked children have ended, even by a signal, the
-// folder is removed and every program started meanwhile is ended.
+// Creates a new folder. When this process has ended, even by a signal, the folder is removed, and
+// its forked children and every program started meanwhile are ended.
 std::filesystem::path makeScratchFolder();
 
 // Removes such a folder at once.
