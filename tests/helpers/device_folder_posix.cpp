@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 
 #include "platform/posix/call_hook.h"
@@ -17,10 +18,11 @@ DeviceFolder::~DeviceFolder() {
     const auto isOnDevice = [&](const fs::directory_entry& descriptor) {
         return fs::read_symlink(descriptor, closed).string().rfind(root_.string() + "/", 0) == 0;
     };
-    // More than the log is open: some call has kept a file.
     if (std::count_if(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator(),
-                      isOnDevice) > 1)
+                      isOnDevice) > 1) {
+        std::fputs("A call left a file open: more is open than the log.\n", stderr);
         std::abort();
+    }
     removeScratchFolder(root_);
 }
 
