@@ -9,7 +9,6 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 #include <ctime>
 #include <optional>
@@ -109,10 +108,10 @@ void forgetTimeZone() {
 void Sleep(DWORD milliseconds) {
     if (host::errorFromHook("Sleep", milliseconds) != ERROR_SUCCESS)
         return;
-    timespec left{static_cast<std::time_t>(milliseconds / 1000),
-                  static_cast<long>(milliseconds % 1000) * 1'000'000};
-    while (::nanosleep(&left, &left) != 0 && errno == EINTR) {
-    }
+    // A signal ends the pause early; those that the updater handles ask it to exit.
+    const timespec pause{static_cast<std::time_t>(milliseconds / 1000),
+                         static_cast<long>(milliseconds % 1000) * 1'000'000};
+    ::nanosleep(&pause, nullptr);
 }
 
 void GetLocalTime(SYSTEMTIME* time) {

@@ -4,10 +4,8 @@
 #include "platform/posix/clock.h"
 
 #include <gtest/gtest.h>
-#include <sys/time.h>
 
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <limits>
 #include <vector>
@@ -97,18 +95,6 @@ TEST(Clock, TheCounterTicksInNanoseconds) {
     LARGE_INTEGER count{};
     EXPECT_TRUE(QueryPerformanceCounter(&count));
     EXPECT_TRUE(before <= count.QuadPart && count.QuadPart <= now());
-}
-
-// A signal must not shorten it.
-TEST(Clock, SleepLastsAsLongAsItWasAsked) {
-    ::signal(SIGALRM, [](int) {});
-    const itimerval often{{0, 1000}, {0, 1000}};
-    ::setitimer(ITIMER_REAL, &often, nullptr);
-    const auto start = std::chrono::steady_clock::now();
-    Sleep(20);
-    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(20));
-    const itimerval never{};
-    ::setitimer(ITIMER_REAL, &never, nullptr);
 }
 
 TEST(Clock, AFailedTimeZoneChangeIsPrinted) {
