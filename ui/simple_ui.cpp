@@ -27,7 +27,7 @@ void SimpleUI::init(uint32_t width, uint32_t height) {
 
     // INSTALL_ROOT ends in a backslash, so the path holds "\/". The device accepts it, and every
     // path of the GUI data and of the log contains it. Kept.
-    const std::string guiData = INSTALL_ROOT + "/ORBUI/data/";
+    const std::string guiData = INSTALL_ROOT + "/" + keylayout::GUI_DATA;
     SystemSettings::instance().dataFolder = guiData;
     Logger::instance().setPath(guiData + "../../" + keylayout::LOG);
 

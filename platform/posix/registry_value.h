@@ -20,8 +20,8 @@ bool startsWith(std::u16string_view text, std::u16string_view start);
 // Returns `text` without leading and trailing blanks and line ends.
 std::u16string_view trimmed(std::u16string_view text);
 
-// Parses a quoted text at the start of `line` and removes it from `line`. Returns false when there
-// is none.
+// Parses a quoted text at the start of `line`, appends it to `text` and removes it from `line`.
+// Returns false when there is none.
 bool takeQuoted(std::u16string_view& line, std::u16string& text);
 
 // Returns `text` in quotes, as takeQuoted parses it.

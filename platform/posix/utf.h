@@ -6,6 +6,7 @@
 
 namespace host {
 
+// Whether all bytes are well-formed UTF-8.
 bool isUtf8(std::string_view bytes);
 
 // A byte that is not valid UTF-8 becomes a lone low surrogate (0xDC00 plus the byte), which toUtf8

@@ -59,9 +59,7 @@ ssize_t copy_file_range(int from, off64_t* fromAt, int to, off64_t* toAt, std::s
                         unsigned int flags) {
     const long most = answerTo("copy_file_range");
     const std::size_t part = std::min(size, static_cast<std::size_t>(std::max(0L, most)));
-    return most < 0    ? -1
-           : most == 0 ? 0
-                       : ::syscall(SYS_copy_file_range, from, fromAt, to, toAt, part, flags);
+    return most < 0 ? -1 : ::syscall(SYS_copy_file_range, from, fromAt, to, toAt, part, flags);
 }
 ssize_t read(int file, void* bytes, std::size_t size) {
     return transfer("read", SYS_read, size, file, bytes);

@@ -8,7 +8,7 @@ std::string printable(const std::string& text) {
     std::u16string shown;
     char16_t before = 0;
     for (const char16_t unit : host::toUtf16(text)) {
-        // The second half of a pair is no byte.
+        // The second half of a surrogate pair does not stand for a byte.
         const bool pair = before >= 0xD800 && before <= 0xDBFF;
         before = unit;
         const bool strayByte = !pair && unit >= 0xDC80 && unit <= 0xDCFF;
