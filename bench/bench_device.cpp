@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "platform/posix/device.h"
+#include "platform/posix/files/device.h"
 #include "render/faces.h"
 #include "tests/helpers/font_bytes.h"
 #include "ui/screen_layout.h"

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "bench/bench_device.h"
-#include "platform/posix/device.h"
-#include "platform/posix/place.h"
+#include "platform/posix/files/device.h"
+#include "platform/posix/files/place.h"
 #include "platform/win32.h"
 #include "support/file_util.h"
 

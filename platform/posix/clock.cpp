@@ -15,7 +15,7 @@
 
 #include "platform/posix/call_hook.h"
 #include "platform/posix/last_error.h"
-#include "platform/posix/registry_file.h"
+#include "platform/posix/registry/registry_file.h"
 
 namespace {
 

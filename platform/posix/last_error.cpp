@@ -4,7 +4,7 @@
 
 #include <cerrno>
 
-#include "platform/posix/place.h"
+#include "platform/posix/files/place.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 
 #include "platform/entry_point.h"
 #include "platform/posix/command_line.h"
-#include "platform/posix/device.h"
+#include "platform/posix/files/device.h"
 #include "platform/posix/signals.h"
 
 namespace {

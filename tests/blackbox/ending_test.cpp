@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/posix/read_file.h"
+#include "platform/posix/files/read_file.h"
 #include "tests/blackbox/virtual_display.h"
 #include "tests/helpers/device_folder.h"
-#include "tools/updatekey/child_process.h"
+#include "tools/host/child_process.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/posix/device.h"
+#include "platform/posix/files/device.h"
 #include "tests/faults/device_states.h"
 #include "tests/faults/update_run.h"
 

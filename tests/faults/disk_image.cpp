@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/posix/descriptor.h"
+#include "platform/posix/files/descriptor.h"
 #include "tests/helpers/scratch.h"
 
 namespace fs = std::filesystem;

@@ -5,8 +5,8 @@
 #include <fstream>
 #include <map>
 
-#include "platform/posix/device.h"
-#include "platform/posix/read_file.h"
+#include "platform/posix/files/device.h"
+#include "platform/posix/files/read_file.h"
 #include "platform/posix/utf.h"
 
 namespace {

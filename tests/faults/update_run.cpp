@@ -12,7 +12,7 @@
 #include <cstring>
 #include <new>
 
-#include "platform/posix/device.h"
+#include "platform/posix/files/device.h"
 #include "platform/posix/utf.h"
 #include "support/logger.h"
 #include "support/path_constants.h"

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "platform/posix/device.h"
+#include "platform/posix/files/device.h"
 #include "platform/posix/utf.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "platform/posix/registry_file.h"
+#include "platform/posix/registry/registry_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);

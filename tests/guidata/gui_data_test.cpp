@@ -8,8 +8,8 @@
 #include "support/system_settings.h"
 #include "tests/helpers/device_folder.h"
 #include "tools/guidata/font_reader.h"
-#include "tools/guidata/host_file.h"
 #include "tools/guidata/text_fit.h"
+#include "tools/host/host_file.h"
 #include "ui/screen_layout.h"
 
 namespace {

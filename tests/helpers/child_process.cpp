@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <thread>
 
-#include "platform/posix/read_file.h"
+#include "platform/posix/files/read_file.h"
 #include "tests/helpers/scratch.h"
 
 bool waitUntil(const std::function<bool()>& condition) {

@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "platform/posix/call_hook.h"
-#include "platform/posix/device.h"
+#include "platform/posix/files/device.h"
 #include "tests/helpers/device_folder.h"
 #include "tests/helpers/scratch.h"
 

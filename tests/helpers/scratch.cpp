@@ -12,7 +12,7 @@
 #include <cstdlib>
 #include <thread>
 
-#include "platform/posix/read_file.h"
+#include "platform/posix/files/read_file.h"
 
 namespace fs = std::filesystem;
 

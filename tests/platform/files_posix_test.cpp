@@ -6,7 +6,7 @@
 
 #include <fstream>
 
-#include "platform/posix/read_file.h"
+#include "platform/posix/files/read_file.h"
 #include "platform/posix/utf.h"
 #include "platform/win32.h"
 #include "tests/helpers/device_folder.h"

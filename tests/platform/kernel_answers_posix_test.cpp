@@ -13,7 +13,7 @@
 #include <fstream>
 #include <map>
 
-#include "platform/posix/proc_files.h"
+#include "platform/posix/processes/proc_files.h"
 #include "platform/win32.h"
 #include "support/text.h"
 #include "tests/helpers/device_folder.h"

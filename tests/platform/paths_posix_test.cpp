@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/posix/command_line.h"
-#include "platform/posix/device.h"
+#include "platform/posix/files/device.h"
 #include "platform/posix/utf.h"
 #include "tests/helpers/device_folder.h"
 

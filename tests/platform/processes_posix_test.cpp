@@ -10,8 +10,8 @@
 #include <csignal>
 #include <fstream>
 
-#include "platform/posix/device.h"
-#include "platform/posix/read_file.h"
+#include "platform/posix/files/device.h"
+#include "platform/posix/files/read_file.h"
 #include "platform/posix/signals.h"
 #include "platform/posix/utf.h"
 #include "platform/win32.h"

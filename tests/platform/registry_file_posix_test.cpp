@@ -1,7 +1,7 @@
 // Tests that a registry file written by a person or an editor is read correctly, and that rewriting
 // it loses nothing.
 
-#include "platform/posix/registry_file.h"
+#include "platform/posix/registry/registry_file.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/posix/read_file.h"
+#include "platform/posix/files/read_file.h"
 #include "tests/helpers/device_folder.h"
 #include "tools/diagnosis/diagnosis.h"
 

@@ -8,13 +8,13 @@
 #include <iterator>
 #include <sstream>
 
-#include "platform/posix/read_file.h"
+#include "platform/posix/files/read_file.h"
 #include "support/logger.h"
 #include "tests/helpers/bytes.h"
 #include "tests/helpers/device_folder.h"
 #include "tests/updatekey/sound_key.h"
-#include "tools/updatekey/check.h"
-#include "tools/updatekey/manifest.h"
+#include "tools/updatekey/check/check.h"
+#include "tools/updatekey/make/manifest.h"
 #include "update/updater.h"
 
 namespace {

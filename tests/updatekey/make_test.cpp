@@ -9,8 +9,8 @@
 
 #include "tests/helpers/device_folder.h"
 #include "tests/updatekey/sound_key.h"
-#include "tools/updatekey/make.h"
-#include "tools/updatekey/manifest.h"
+#include "tools/updatekey/make/make.h"
+#include "tools/updatekey/make/manifest.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <set>
 #include <string>
 
-#include "tools/updatekey/check.h"
+#include "tools/updatekey/check/check.h"
 
 // Writes the key into `folder`, the root of the storage device.
 void writeSoundKey(const std::filesystem::path& folder);

@@ -1,8 +1,8 @@
 #include "tools/diagnosis/diagnosis.h"
 
-#include "platform/posix/read_file.h"
+#include "platform/posix/files/read_file.h"
 #include "tools/diagnosis/installation.h"
-#include "tools/diagnosis/key_tree.h"
+#include "tools/host/key_tree.h"
 #include "update/key_layout.h"
 
 namespace fs = std::filesystem;

@@ -5,8 +5,8 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "platform/posix/read_file.h"
-#include "tools/diagnosis/key_tree.h"
+#include "platform/posix/files/read_file.h"
+#include "tools/host/key_tree.h"
 #include "update/key_layout.h"
 
 namespace fs = std::filesystem;

@@ -6,7 +6,7 @@
 
 #include "platform/posix/utf.h"
 #include "support/text.h"
-#include "tools/diagnosis/printable.h"
+#include "tools/host/printable.h"
 
 const std::vector<LogLineKind> LOG_LINE_KINDS = {
     {"Opening log at %", "the updater was started at this local time"},

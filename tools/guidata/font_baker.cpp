@@ -5,9 +5,9 @@
 
 #include "tools/guidata/atlas.h"
 #include "tools/guidata/bmfont_writer.h"
-#include "tools/guidata/host_file.h"
 #include "tools/guidata/text_encoding.h"
 #include "tools/guidata/typeface.h"
+#include "tools/host/host_file.h"
 
 namespace {
 

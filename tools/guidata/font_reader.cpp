@@ -1,6 +1,6 @@
 #include "tools/guidata/font_reader.h"
 
-#include "tools/guidata/host_file.h"
+#include "tools/host/host_file.h"
 
 bool readFont(const std::string& path, FontData& font, std::string& error) {
     std::string bytes;

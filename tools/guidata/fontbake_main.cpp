@@ -4,10 +4,10 @@
 #include "tools/guidata/font_baker.h"
 #include "tools/guidata/font_dump.h"
 #include "tools/guidata/font_reader.h"
-#include "tools/guidata/host_file.h"
 #include "tools/guidata/source_lines.h"
 #include "tools/guidata/text_encoding.h"
 #include "tools/guidata/tool_main.h"
+#include "tools/host/host_file.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // rawimage: converts a PNG picture to a background picture of the device.
 
-#include "tools/guidata/host_file.h"
 #include "tools/guidata/raw_image.h"
 #include "tools/guidata/tool_main.h"
+#include "tools/host/host_file.h"
 #include "ui/screen_layout.h"
 
 namespace {

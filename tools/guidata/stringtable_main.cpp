@@ -6,10 +6,10 @@
 
 #include "render/faces.h"
 #include "tools/guidata/font_reader.h"
-#include "tools/guidata/host_file.h"
 #include "tools/guidata/text_fit.h"
 #include "tools/guidata/text_source.h"
 #include "tools/guidata/tool_main.h"
+#include "tools/host/host_file.h"
 #include "tools/screen_keys.h"
 #include "ui/screen_layout.h"
 

@@ -6,9 +6,9 @@
 #include "tools/updatekey/completion.h"
 #include "tools/updatekey/key_source.h"
 #include "tools/updatekey/options.h"
-#include "tools/updatekey/output.h"
-#include "tools/updatekey/progress_bar.h"
-#include "tools/updatekey/report.h"
+#include "tools/updatekey/report/output.h"
+#include "tools/updatekey/report/progress_bar.h"
+#include "tools/updatekey/report/report.h"
 #include "tools/updatekey/values.h"
 #include "update/updater.h"
 

@@ -9,11 +9,11 @@
 #include <string>
 #include <vector>
 
-#include "tools/updatekey/check.h"
-#include "tools/updatekey/disk_image.h"
-#include "tools/updatekey/make.h"
-#include "tools/updatekey/rehearse.h"
-#include "tools/updatekey/sticks.h"
+#include "tools/updatekey/check/check.h"
+#include "tools/updatekey/make/disk_image.h"
+#include "tools/updatekey/make/make.h"
+#include "tools/updatekey/rehearse/rehearse.h"
+#include "tools/updatekey/write/sticks.h"
 
 enum ExitCode {
     ExitFine = 0,

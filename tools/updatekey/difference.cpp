@@ -4,10 +4,10 @@
 #include <iterator>
 
 #include "tools/diagnosis/installation.h"
-#include "tools/diagnosis/key_tree.h"
-#include "tools/updatekey/key_device.h"
-#include "tools/updatekey/key_paths.h"
-#include "tools/updatekey/prediction.h"
+#include "tools/host/key_tree.h"
+#include "tools/updatekey/check/key_device.h"
+#include "tools/updatekey/check/key_paths.h"
+#include "tools/updatekey/check/prediction.h"
 
 namespace fs = std::filesystem;
 

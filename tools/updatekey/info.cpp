@@ -1,10 +1,10 @@
 #include "tools/updatekey/info.h"
 
-#include "tools/updatekey/check.h"
-#include "tools/updatekey/key_device.h"
-#include "tools/updatekey/key_paths.h"
-#include "tools/updatekey/manifest.h"
-#include "tools/updatekey/prediction.h"
+#include "tools/updatekey/check/check.h"
+#include "tools/updatekey/check/key_device.h"
+#include "tools/updatekey/check/key_paths.h"
+#include "tools/updatekey/check/prediction.h"
+#include "tools/updatekey/make/manifest.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/diagnosis/key_tree.h"
+#include "tools/host/key_tree.h"
 
 struct FolderInfo {
     std::string path;

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "tools/updatekey/disk_image.h"
+#include "tools/updatekey/make/disk_image.h"
 
 namespace fs = std::filesystem;
 

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <optional>
 
-#include "tools/updatekey/temporary_folder.h"
+#include "tools/host/temporary_folder.h"
 
 class KeySource {
   public:

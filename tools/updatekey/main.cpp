@@ -6,7 +6,7 @@
 #include <string>
 
 #include "tools/updatekey/commands.h"
-#include "tools/updatekey/output.h"
+#include "tools/updatekey/report/output.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "support/languages.h"
-#include "tools/updatekey/names.h"
+#include "tools/updatekey/check/names.h"
 
 namespace {
 

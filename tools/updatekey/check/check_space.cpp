@@ -1,0 +1,43 @@
+// Checks the space on the flash disk. The update stages new folders while the installed ones and
+// the old backups still exist; a file that does not fit is lost without a message.
+
+#include "tools/updatekey/check/check.h"
+
+namespace {
+
+std::string shown(uint64_t bytes) {
+    return std::to_string(bytes) + " bytes";
+}
+
+}  // namespace
+
+uint64_t sizeOnFlash(uint64_t bytes) {
+    constexpr uint64_t CLUSTER = 4096;
+    return (bytes + CLUSTER - 1) / CLUSTER * CLUSTER;
+}
+
+void checkSpace(const KeyUnderCheck& key, CheckReport& report) {
+    uint64_t staged = 0;
+    for (const KeyEntry& entry : key.tree)
+        if (report.prediction.copied.count(entry.path) != 0)
+            staged += sizeOnFlash(entry.size);
+    // The installed folders and the backups are assumed to be as large as the key's.
+    const uint64_t installed = key.options.installedSize.value_or(2 * staged);
+    report.flashNeeded = staged + installed;
+    if (!key.options.flashSize)
+        return;
+    const uint64_t flash = *key.options.flashSize;
+    const std::string ofDisk = " of a flash disk of " + shown(flash);
+    if (staged > flash)
+        addError(report.findings, "flash-too-small", "",
+                 "the key alone takes " + shown(staged) + ofDisk + "; make the key smaller");
+    else if (report.flashNeeded > flash && key.options.installedSize)
+        addError(report.findings, "flash-too-small", "",
+                 "the key takes " + shown(staged) + " and the files on the device " +
+                     shown(installed) + ofDisk + "; delete some of them first");
+    else if (report.flashNeeded > flash)
+        addWarning(report.findings, "flash-tight", "",
+                   "if the installed folders and their backups are as large as the key's, the "
+                   "update takes " +
+                       shown(report.flashNeeded) + ofDisk + "; rehearse it with a real device");
+}

@@ -1,0 +1,134 @@
+// Checks the string tables: each language must have the ten texts of the updater's screen. Its face
+// must have their characters, each text must fit its line, and START and STOP their markers.
+
+#include <map>
+
+#include "platform/posix/files/read_file.h"
+#include "render/faces.h"
+#include "support/string_table.h"
+#include "support/system_settings.h"
+#include "support/utf16_reader.h"
+#include "tools/screen_fit.h"
+#include "tools/screen_keys.h"
+#include "tools/updatekey/check/check.h"
+#include "tools/updatekey/check/face.h"
+#include "tools/updatekey/check/key_paths.h"
+#include "ui/screen_layout.h"
+
+namespace {
+
+const std::string LANG = keypaths::GUI_DATA + "/lang/";
+
+// Describes the encoding fault of a table, if any. The device reads tables as UTF-16LE.
+std::string encodingFault(const std::string& bytes) {
+    std::size_t zerosFirst = 0;
+    std::size_t zerosSecond = 0;
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        zerosFirst += bytes[i] == '\0' ? 1U : 0U;
+        zerosSecond += bytes[i + 1] == '\0' ? 1U : 0U;
+    }
+    if (zerosFirst > zerosSecond)
+        return "is UTF-16 with the higher byte first (big-endian)";
+    return zerosSecond == 0 && bytes.size() > 2 ? "is not UTF-16; perhaps it is UTF-8"
+                                                : std::string();
+}
+
+void checkLineEnds(const std::string& name, Findings& findings) {
+    Utf16Reader file(keylayout::USB_ROOT + LANG + name);
+    WideString line;
+    int number = 0;
+    while (file.readLine(line)) {
+        ++number;
+        const bool ended = line.size() >= 2 && line.compare(line.size() - 2, 2, TEXT("\r\n")) == 0;
+        if (ended || line[0] == TEXT('#'))
+            continue;
+        const bool lineFeed = line.back() == TEXT('\n');
+        return addError(findings, "table-line-end", LANG + name,
+                        "line " + std::to_string(number) +
+                            (lineFeed ? " ends with a line feed alone; the device removes the last "
+                                        "character of its text; end lines with CR LF"
+                                      : " does not end with CR LF within 511 characters; the "
+                                        "device cuts its text; shorten it or end it"));
+    }
+}
+
+// Reports a table that contains the texts of another language: one whose texts equal the English
+// ones.
+void checkLanguage(const Language& language, Findings& findings) {
+    StringTable& table = StringTable::instance();
+    std::map<std::string, WideString> texts;
+    for (const auto& [key, use] : screenKeys())
+        texts[key] = table.lookup(key);
+    table.setLanguage(0);
+    std::size_t same = 0;
+    for (const auto& [key, text] : texts)
+        same += text == table.lookup(key) && text != TEXT("<NO STRING>") ? 1U : 0U;
+    if (2 * same > texts.size())
+        addWarning(findings, "table-language", LANG + stringTableFile(language.suffix),
+                   "has " + std::to_string(same) +
+                       " texts that equal the English ones; check whether it is the table of " +
+                       std::string(language.name));
+}
+
+void checkTable(const Language& language, Findings& findings) {
+    const std::string path = LANG + stringTableFile(language.suffix);
+    const std::string textFace = faceName(language.script, layout::TEXT_FONT_SIZE);
+    const FontData face = loadKeyFace(textFace);
+    const StringTable& table = StringTable::instance();
+    std::set<WCHAR> missing;
+    const auto warn = [&](const char* code, const std::string& text, const std::string& fault) {
+        if (!fault.empty())
+            addWarning(findings, code, path, text + " " + fault);
+    };
+    for (const auto& [key, use] : screenKeys()) {
+        const WideString& shown = table.lookup(key);
+        if (shown.empty() || shown == TEXT("<NO STRING>")) {
+            addError(findings, "text-missing", path, "has no text for " + key);
+            continue;
+        }
+        if (face.glyphs.empty())
+            continue;
+        const DrawnText drawn = drawnText(face, shown + use.suffix);
+        missing.insert(drawn.missing.begin(), drawn.missing.end());
+        warn("text-too-wide", key, widthFault(drawn, use.rightEdge));
+        warn("text-off-marker", key, markerFault(key, shown, drawn));
+    }
+    const DrawnText note = drawnText(face, layout::RESTART_NOTE);
+    warn("text-too-wide", "the restart note", widthFault(note, layout::NOTES_EDGE));
+    if (!missing.empty())
+        addWarning(findings, "text-missing-glyph", path,
+                   textFace + " has no glyph for " + listCharacters(missing));
+}
+
+}  // namespace
+
+void checkTexts(const KeyUnderCheck& key, CheckReport& report) {
+    SystemSettings::instance().dataFolder = keylayout::USB_ROOT + keypaths::GUI_DATA + "/";
+    const std::string numerals = stringTableFile(NUMERALS);
+    if (key.find(LANG + numerals) == nullptr)
+        addWarning(report.findings, "table-missing", LANG + numerals,
+                   "is missing; the device reads it for every language");
+    else
+        checkLineEnds(numerals, report.findings);
+    for (const int32_t number : key.options.languages) {
+        const Language& language = *findLanguage(number);
+        const std::string file = stringTableFile(language.suffix);
+        if (key.find(LANG + file) == nullptr) {
+            addError(report.findings, "table-missing", LANG + file,
+                     "is missing; the updater's screen would have no texts in this language");
+            continue;
+        }
+        const std::string encoding =
+            encodingFault(host::readFile((key.folder / key.find(LANG + file)->path).string()));
+        if (!encoding.empty()) {
+            addError(report.findings, "table-encoding", LANG + file,
+                     encoding + "; make it with stringtable, in UTF-16 with the lower byte first");
+            continue;
+        }
+        checkLineEnds(file, report.findings);
+        StringTable::instance().setLanguage(number);
+        checkTable(language, report.findings);
+        if (number != 0 && key.find(LANG + stringTableFile(LANGUAGES[0].suffix)) != nullptr)
+            checkLanguage(language, report.findings);
+    }
+}

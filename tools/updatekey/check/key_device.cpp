@@ -1,0 +1,32 @@
+#include "tools/updatekey/check/key_device.h"
+
+#include "platform/posix/call_hook.h"
+#include "platform/posix/files/device.h"
+#include "support/logger.h"
+#include "tools/updatekey/check/key_paths.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Drops the engine's debugger messages, which are not meant for the user of this tool.
+DWORD keepTracesQuiet(const HookedCall& call) {
+    return std::string(call.name) == "OutputDebugStringW" ? ERROR_GEN_FAILURE : ERROR_SUCCESS;
+}
+
+}  // namespace
+
+KeyDevice::KeyDevice(const fs::path& key)
+    : previousRoot_(deviceRoot()), folder_(fs::temp_directory_path() / "updatekey-device") {
+    for (const std::string& folder : {keypaths::APPLICATION, keypaths::GUI})
+        fs::create_directories(root() / "FlashDisk" / folder);
+    fs::create_directory_symlink(fs::canonical(key), root() / "USB HD");
+    setDeviceRoot(root().string());
+    setCallHook(keepTracesQuiet);
+    Logger::instance().setPath(std::string(keylayout::FLASH_ROOT) + keylayout::LOG);
+}
+
+KeyDevice::~KeyDevice() {
+    setCallHook({});
+    setDeviceRoot(previousRoot_);
+}

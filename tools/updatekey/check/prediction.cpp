@@ -1,0 +1,109 @@
+#include "tools/updatekey/check/prediction.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "platform/posix/files/device.h"
+#include "platform/posix/utf.h"
+#include "support/line_reader.h"
+#include "support/path_constants.h"
+#include "support/text.h"
+#include "update/key_layout.h"
+#include "update/updater.h"
+
+namespace {
+
+class ObservedUpdater : public Updater {
+  public:
+    explicit ObservedUpdater(Prediction& prediction) : prediction_(prediction) {}
+
+  protected:
+    // Missing notes are a finding of the check; the engine would also print a message.
+    void readReleaseNotes() override {
+        if (LineReader(usbRoot + makerFolder + releaseNotesName).isOpen())
+            Updater::readReleaseNotes();
+    }
+
+    void copyNextFile() override {
+        const std::string file = getCurrentFile();
+        Updater::copyNextFile();
+        const std::string staged = flashRoot + keylayout::STAGING + PATH_SEPARATOR + file;
+        std::string relative = toDisplay(keylayout::MAKER_FOLDER + file);
+        std::replace(relative.begin(), relative.end(), '\\', '/');
+        std::error_code error;
+        // A copied file is deleted at once, so that the disk needs space for one file only.
+        const bool arrived = staged.size() < MAX_PATH &&
+                             std::filesystem::is_regular_file(hostPath(staged), error) &&
+                             std::filesystem::remove(hostPath(staged), error);
+        (arrived ? prediction_.copied : prediction_.lost).insert(relative);
+    }
+
+  private:
+    static std::string hostPath(const std::string& path) {
+        return host::resolveOnText(widen(path).c_str());
+    }
+
+    Prediction& prediction_;
+};
+
+void look(Updater& updater, Prediction& prediction) {
+    updater.pollMedia();
+    prediction.seen = updater.isMediaReady();
+    prediction.notes = updater.getMessageLines();
+    prediction.version = toDisplay(updater.getUpdateVersion());
+    prediction.state = updater.getState();
+}
+
+void run(Updater& updater, const Progress& progress) {
+    updater.startUpdate();
+    while (updater.getState() == Updating) {
+        updater.step();
+        if (progress)
+            progress(updater.getProgress());
+    }
+}
+
+}  // namespace
+
+Prediction predict(const Progress& progress) {
+    Prediction prediction;
+    ObservedUpdater updater(prediction);
+    look(updater, prediction);
+    if (prediction.seen)
+        run(updater, progress);
+    prediction.state = updater.getState();
+    // Two names on the key can be the same to the device, which then copies that file twice.
+    for (const std::string& file : prediction.copied)
+        prediction.lost.erase(file);
+    return prediction;
+}
+
+Prediction lookAtKey() {
+    Prediction prediction;
+    ObservedUpdater updater(prediction);
+    look(updater, prediction);
+    return prediction;
+}
+
+const char* stateName(int32_t state) {
+    // There is no default label, so that the compiler warns about a new state.
+    switch (static_cast<UpdateState>(state)) {
+        case WaitingForMedia:
+            return "WaitingForMedia";
+        case ReadyToUpdate:
+            return "ReadyToUpdate";
+        case Updating:
+            return "Updating";
+        case UpdateComplete:
+            return "UpdateComplete";
+        case UpdateFailed:
+            return "UpdateFailed";
+        case MainAppNotFound:
+            return "MainAppNotFound";
+    }
+    return "unknown";
+}
+
+std::string toDisplay(const std::string& narrow) {
+    return host::toUtf8(widen(narrow));
+}

@@ -1,0 +1,207 @@
+#include "tools/updatekey/make/disk_image.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <fstream>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+
+#include "tools/host/external_program.h"
+#include "tools/host/key_tree.h"
+#include "tools/host/temporary_folder.h"
+#include "tools/updatekey/check/names.h"
+#include "tools/updatekey/make/manifest.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr uint64_t SECTOR = 512;
+// Sticks usually have one partition that starts at 1 MiB.
+constexpr uint64_t PARTITION_START = 2048;
+// Above the largest number of clusters of FAT16, with a margin.
+constexpr uint64_t LEAST_CLUSTERS = 65'536;
+// For the boot sector, its copy, and the alignment that mkfs.vfat adds.
+constexpr uint64_t RESERVED_SECTORS = 128;
+constexpr const char* VOLUME_ID = "4B455354";
+constexpr const char* VOLUME_NAME = "KESTREL";
+
+uint64_t roundUp(uint64_t number, uint64_t unit) {
+    return (number + unit - 1) / unit * unit;
+}
+
+// Returns a cluster size in bytes that all systems accept for a volume of that size.
+uint64_t clusterSizeFor(uint64_t bytes) {
+    constexpr uint64_t MEBI = uint64_t{1} << 20;
+    if (bytes < 256 * MEBI)
+        return SECTOR;
+    uint64_t cluster = 4096;
+    for (uint64_t limit = 8192 * MEBI; bytes >= limit && cluster < 32'768; limit *= 2)
+        cluster *= 2;
+    return cluster;
+}
+
+// Returns the number of clusters for the files and folders of a tree. A folder has an entry of 32
+// bytes for each file, and another for every 13 characters of its long name.
+uint64_t clustersOf(const std::vector<KeyEntry>& tree, uint64_t cluster) {
+    constexpr uint64_t ENTRY_SIZE = 32;
+    constexpr uint64_t CHARACTERS_PER_ENTRY = 13;
+    std::map<std::string, uint64_t> folders = {{"", 2 * ENTRY_SIZE}};
+    uint64_t clusters = 0;
+    for (const KeyEntry& entry : tree) {
+        const uint64_t entries = 2 + deviceLength(nameOf(entry.path)) / CHARACTERS_PER_ENTRY;
+        folders[parentOf(entry.path)] += entries * ENTRY_SIZE;
+        if (entry.kind == KeyEntry::Kind::Folder)
+            folders[entry.path] += 2 * ENTRY_SIZE;
+        clusters += roundUp(entry.size, cluster) / cluster;
+    }
+    for (const auto& [path, bytes] : folders)
+        clusters += roundUp(bytes, cluster) / cluster;
+    return clusters;
+}
+
+struct Layout {
+    uint64_t start;           // of the file system, in sectors
+    uint64_t sectors;         // of the file system
+    uint64_t clusterSectors;  // sectors per cluster
+};
+
+Layout layOut(const std::vector<KeyEntry>& tree, const ImageOptions& options) {
+    uint64_t bytes = options.size;
+    for (const KeyEntry& entry : tree)
+        bytes += options.size == 0 ? entry.size : 0;
+    const uint64_t cluster = clusterSizeFor(bytes);
+    const uint64_t needed = std::max(LEAST_CLUSTERS, clustersOf(tree, cluster));
+    constexpr uint64_t FAT_ENTRY = 4;
+    const uint64_t tableSectors = 2 * roundUp((needed + 2) * FAT_ENTRY, cluster) / SECTOR;
+    Layout layout{options.partitionTable ? PARTITION_START : 0, 0, cluster / SECTOR};
+    layout.sectors = RESERVED_SECTORS + tableSectors + needed * layout.clusterSectors;
+    if (options.size == 0)
+        return layout;
+    const uint64_t given = options.size / SECTOR;
+    if (given < layout.start + layout.sectors)
+        throw std::runtime_error("the key needs an image of at least " +
+                                 std::to_string((layout.start + layout.sectors) * SECTOR) +
+                                 " bytes; give a larger --size, or none");
+    layout.sectors = given - layout.start;
+    return layout;
+}
+
+// The form in which mtools expects a file system in a file.
+std::string driveOf(const fs::path& image, uint64_t start) {
+    return image.string() + "@@" + std::to_string(start * SECTOR);
+}
+
+std::string newestTime(const fs::path& folder, const std::vector<KeyEntry>& tree) {
+    time_t newest = 0;
+    for (const KeyEntry& entry : tree) {
+        struct stat status {};
+        if (::stat((folder / entry.path).c_str(), &status) == 0)
+            newest = std::max(newest, status.st_mtime);
+    }
+    return std::to_string(newest);
+}
+
+// Copies the files in sorted order, so that the image does not depend on the key's file system, and
+// at most 500 at a time, because the length of a command line is limited.
+void fill(const std::string& drive, const fs::path& key, const std::vector<KeyEntry>& tree) {
+    const std::vector<std::string> clock = {"env", "MTOOLS_SKIP_CHECK=1",
+                                            "SOURCE_DATE_EPOCH=" + newestTime(key, tree)};
+    std::map<std::string, std::vector<std::string>> filesOf;
+    std::vector<std::string> makeFolders = clock;
+    makeFolders.insert(makeFolders.end(), {"mmd", "-i", drive});
+    for (const KeyEntry& entry : tree) {
+        if (entry.kind == KeyEntry::Kind::Folder)
+            makeFolders.push_back("::/" + entry.path);
+        else
+            filesOf[parentOf(entry.path)].push_back((key / entry.path).string());
+    }
+    runExternalProgram(makeFolders);
+    constexpr std::size_t AT_ONCE = 500;
+    for (const auto& [folder, files] : filesOf) {
+        for (std::size_t first = 0; first < files.size(); first += AT_ONCE) {
+            std::vector<std::string> copy = clock;
+            copy.insert(copy.end(), {"mcopy", "-m", "-i", drive});
+            const std::size_t last = std::min(first + AT_ONCE, files.size());
+            copy.insert(copy.end(), files.begin() + static_cast<std::ptrdiff_t>(first),
+                        files.begin() + static_cast<std::ptrdiff_t>(last));
+            copy.push_back("::/" + folder);
+            runExternalProgram(copy);
+        }
+    }
+}
+
+void format(const fs::path& image, const Layout& layout) {
+    std::ofstream(image, std::ios::binary).close();
+    fs::resize_file(image, (layout.start + layout.sectors) * SECTOR);
+    if (layout.start > 0)
+        runExternalProgram({"sfdisk", "--quiet", image.string()},
+                           "label: dos\nlabel-id: 0x" + std::string(VOLUME_ID) +
+                               "\nstart=" + std::to_string(layout.start) + ", type=c\n");
+    runExternalProgram({"mkfs.vfat", "-F", "32", "-S", std::to_string(SECTOR), "-s",
+                        std::to_string(layout.clusterSectors), "-i", VOLUME_ID, "-n", VOLUME_NAME,
+                        "--invariant", "--offset=" + std::to_string(layout.start), image.string(),
+                        std::to_string(layout.sectors * SECTOR / 1024)});
+}
+
+// Returns the start of the file system: the first partition, or 0 without a partition table.
+uint64_t startOf(const fs::path& image) {
+    try {
+        const auto table = nlohmann::json::parse(runExternalProgram({"sfdisk", "--json", image}));
+        return table.at("partitiontable").at("partitions").at(0).at("start").get<uint64_t>();
+    } catch (const nlohmann::json::exception&) {
+        return 0;
+    } catch (const std::runtime_error&) {
+        // sfdisk reports this for a file without a table. A file that is no image at all is
+        // detected later.
+        return 0;
+    }
+}
+
+// Extracts the image and compares the checksum of every file with that of the key's file. Throws
+// std::runtime_error when they differ.
+void requireSameFiles(const fs::path& key, const fs::path& image) {
+    const TemporaryFolder copy(fs::temp_directory_path() / "updatekey-image");
+    unpackImage(image, copy.path());
+    if (computeManifest(copy.path()) != computeManifest(key))
+        throw std::runtime_error("the image differs from the key when it is read back");
+}
+
+}  // namespace
+
+ImageReport makeImage(const ImageOptions& options) {
+    if (fs::exists(fs::symlink_status(options.out)))
+        throw std::runtime_error(options.out.string() + " already exists; choose another name");
+    ImageReport report;
+    report.check = checkKey(options.key, options.check);
+    if (report.check.hasErrors())
+        return report;
+    const std::vector<KeyEntry> tree = readTree(options.key);
+    const Layout layout = layOut(tree, options);
+    const TemporaryFolder workshop(fs::absolute(options.out));
+    const fs::path image = workshop.path() / "image";
+    format(image, layout);
+    fill(driveOf(image, layout.start), options.key, tree);
+    requireSameFiles(options.key, image);
+    report.bytes = fs::file_size(image);
+    fs::rename(image, options.out);
+    report.written = true;
+    return report;
+}
+
+bool isImage(const fs::path& path) {
+    return fs::is_regular_file(path) || fs::is_block_file(path);
+}
+
+void unpackImage(const fs::path& image, const fs::path& to) {
+    try {
+        runExternalProgram({"env", "MTOOLS_SKIP_CHECK=1", "mcopy", "-s", "-m", "-n", "-Q", "-i",
+                            driveOf(image, startOf(image)), "::/*", to.string()});
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(
+            image.string() +
+            " cannot be read as a disk image with a FAT file system: " + error.what());
+    }
+}

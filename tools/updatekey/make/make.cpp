@@ -1,0 +1,143 @@
+#include "tools/updatekey/make/make.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <fstream>
+#include <stdexcept>
+
+#include "platform/posix/files/read_file.h"
+#include "tools/host/temporary_folder.h"
+#include "tools/updatekey/check/key_paths.h"
+#include "tools/updatekey/check/names.h"
+#include "tools/updatekey/make/manifest.h"
+#include "tools/updatekey/values.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+void require(bool condition, const std::string& message) {
+    if (!condition)
+        throw std::runtime_error(message);
+}
+
+void requireFolder(const fs::path& path) {
+    require(fs::is_directory(path), path.string() + " is not a folder");
+}
+
+// The key is created beside `out` and then renamed, which is impossible for a mount point.
+void requireFree(const fs::path& out) {
+    struct stat place {};
+    struct stat parent {};
+    if (::stat(out.c_str(), &place) != 0) {
+        fs::create_directories(out.parent_path());
+        return;
+    }
+    require(fs::is_directory(out) && fs::is_empty(out),
+            out.string() + " already exists; give a new or an empty folder");
+    require(::stat(out.parent_path().c_str(), &parent) == 0 && parent.st_dev == place.st_dev,
+            out.string() +
+                " is a mounted storage device; make the key in another folder, and copy it to the "
+                "device with \"updatekey write\"");
+}
+
+std::string readAll(const fs::path& path) {
+    require(fs::is_regular_file(path), path.string() + " is not a file");
+    std::string bytes;
+    require(host::readFile(path, bytes) == 0, "cannot read " + path.string());
+    return bytes;
+}
+
+void writeAll(const fs::path& path, const std::string& bytes) {
+    std::ofstream file(path, std::ios::binary);
+    file << bytes;
+    file.close();
+    require(file.good(), "cannot write " + path.string());
+}
+
+// Makes the copy readable and writable. It stays executable, so that a rehearsal can start it.
+void copyFile(const fs::path& from, const fs::path& to) {
+    fs::copy_file(from, to);
+    const bool runs = (fs::status(from).permissions() & fs::perms::owner_exec) != fs::perms::none;
+    fs::permissions(to, static_cast<fs::perms>(runs ? 0755 : 0644));
+}
+
+// Copies a folder without its junk files, which are added to `leftOut`. Links are copied, so that
+// the check reports them; a special file, such as a pipe, throws std::runtime_error.
+void copyTree(const fs::path& from, const fs::path& to, std::vector<std::string>& leftOut) {
+    fs::create_directories(to);
+    for (const KeyEntry& entry : readTree(from)) {
+        if (isJunkPath(parentOf(entry.path)))
+            continue;
+        if (isJunkFile(nameOf(entry.path)))
+            leftOut.push_back((from / entry.path).string());
+        else if (entry.kind == KeyEntry::Kind::Folder)
+            fs::create_directory(to / entry.path);
+        else if (entry.kind == KeyEntry::Kind::File)
+            copyFile(from / entry.path, to / entry.path);
+        else if (entry.kind == KeyEntry::Kind::Link)
+            fs::copy_symlink(from / entry.path, to / entry.path);
+        else
+            throw std::runtime_error((from / entry.path).string() +
+                                     " is neither a file nor a folder");
+    }
+}
+
+time_t newestTime(const fs::path& folder) {
+    time_t newest = 0;
+    for (const KeyEntry& entry : readTree(folder)) {
+        struct stat status {};
+        const bool isFile = entry.kind == KeyEntry::Kind::File;
+        if (isFile && ::stat((folder / entry.path).c_str(), &status) == 0)
+            newest = std::max(newest, status.st_mtime);
+    }
+    return newest;
+}
+
+// Returns the time for all files of the key: an even number of seconds, because FAT32 stores times
+// with a resolution of two seconds.
+time_t keyTime(const MakeOptions& options) {
+    struct stat status {};
+    time_t time = ::stat(options.notes.c_str(), &status) == 0 ? status.st_mtime : 0;
+    time = std::max({time, newestTime(options.application), newestTime(options.guiData)});
+    const int64_t epoch = sourceDateEpoch();
+    if (epoch >= 0)
+        time = static_cast<time_t>(epoch);
+    return time - time % 2;
+}
+
+void setTimes(const fs::path& folder, time_t time) {
+    const timespec times[2] = {{time, 0}, {time, 0}};
+    for (const KeyEntry& entry : readTree(folder))
+        ::utimensat(AT_FDCWD, (folder / entry.path).c_str(), times, AT_SYMLINK_NOFOLLOW);
+    ::utimensat(AT_FDCWD, folder.c_str(), times, 0);
+}
+
+}  // namespace
+
+MakeReport makeKey(const MakeOptions& options) {
+    requireFolder(options.application);
+    requireFolder(options.guiData);
+    const fs::path out = fs::absolute(options.out / "").parent_path();
+    requireFree(out);
+    const std::string notes = composeNotes(readAll(options.notes), options.version);
+
+    MakeReport report;
+    const TemporaryFolder workshop(out);
+    const fs::path& key = workshop.path();
+    copyTree(options.application, key / keypaths::APPLICATION, report.leftOut);
+    copyTree(options.guiData, key / keypaths::GUI_DATA, report.leftOut);
+    writeAll(key / keypaths::NOTES, notes);
+    report.check = checkKey(key, options.check);
+    if (report.check.hasErrors())
+        return report;
+
+    writeAll(key / MANIFEST_NAME, toText(computeManifest(key)));
+    fs::permissions(key, static_cast<fs::perms>(0755));
+    setTimes(key, keyTime(options));
+    fs::rename(key, out);
+    report.written = true;
+    return report;
+}

@@ -1,0 +1,225 @@
+#include "tools/updatekey/rehearse/rehearse.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <stdexcept>
+#include <thread>
+
+#include "platform/posix/files/read_file.h"
+#include "tools/diagnosis/log_lines.h"
+#include "tools/host/child_process.h"
+#include "tools/host/temporary_folder.h"
+#include "tools/updatekey/check/key_paths.h"
+#include "tools/updatekey/make/manifest.h"
+#include "update/updater.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr const char* FLASH = "FlashDisk";
+const std::string LOG = FLASH + ("/" + keypaths::MAKER + "/") + keylayout::LOG;
+const std::string PROGRAM = FLASH + ("/" + keypaths::PROGRAM);
+
+// A copy of the device in which the key replaces any key plugged in. Processes still running from
+// the copy at the end are killed; only the rehearsal can have started them.
+class Stage {
+  public:
+    Stage(const fs::path& device, const fs::path& key)
+        : folder_(fs::temp_directory_path() / "rehearsal") {
+        for (const fs::directory_entry& entry : fs::directory_iterator(device))
+            if (entry.path().filename() != "USB HD")
+                fs::copy(entry.path(), this->device() / entry.path().filename(),
+                         fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+        fs::create_directory_symlink(fs::canonical(key), this->device() / "USB HD");
+    }
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+    ~Stage() { endApplication(); }
+
+    fs::path device() const {
+        fs::path folder = folder_.path() / "device";
+        fs::create_directories(folder);
+        return folder;
+    }
+    fs::path outputFile() const { return folder_.path() / "output.txt"; }
+    fs::path framesFile() const { return folder_.path() / "frames.txt"; }
+
+    // Returns whether the application was running.
+    bool endApplication() const {
+        const std::vector<pid_t> processes = processesOf(device());
+        for (const pid_t process : processes)
+            ::kill(process, SIGTERM);
+        return !processes.empty();
+    }
+
+  private:
+    TemporaryFolder folder_;
+};
+
+Manifest contentOf(const fs::path& folder) {
+    Manifest content;
+    for (const KeyEntry& entry : readTree(folder)) {
+        if (entry.kind == KeyEntry::Kind::File)
+            content[entry.path] = sha256Of(folder / entry.path);
+        else
+            content[entry.path + "/"] = "";
+    }
+    return content;
+}
+
+std::map<std::string, char> compare(const Manifest& before, const Manifest& after) {
+    std::map<std::string, char> differences;
+    for (const auto& [path, checksum] : before)
+        if (after.count(path) == 0)
+            differences[path] = '-';
+    for (const auto& [path, checksum] : after) {
+        const auto old = before.find(path);
+        if (old == before.end())
+            differences[path] = '+';
+        else if (old->second != checksum)
+            differences[path] = '~';
+    }
+    return differences;
+}
+
+// Whether the installed application and GUI data match the prediction byte for byte.
+bool installedAsPredicted(const RehearseOptions& options, const CheckReport& check,
+                          const Manifest& flash) {
+    Manifest expected;
+    for (const std::string& path : check.prediction.copied)
+        expected[path] = sha256Of(options.key / path);
+    Manifest installed;
+    for (const auto& [path, checksum] : flash)
+        if (!checksum.empty() && (startsWith(path, keypaths::APPLICATION + "/") ||
+                                  startsWith(path, keypaths::GUI + "/")))
+            installed[path] = checksum;
+    return installed == expected;
+}
+
+fs::path updaterBesideThisProgram() {
+    for (const fs::path& folder : {ownFolder(), ownFolder() / "../libexec/kestrel-updater"})
+        if (fs::exists(folder / "updater"))
+            return fs::canonical(folder / "updater");
+    return {};
+}
+
+int32_t outcomeOf(const std::string& log) {
+    const LogOutcome outcome = readLog(log).outcome;
+    return outcome == LogOutcome::Succeeded ? UpdateComplete
+           : outcome == LogOutcome::Failed  ? UpdateFailed
+                                            : Updating;
+}
+
+// Whether this computer can start the application: a native program or a script. A real
+// instrument's application is neither.
+bool startsHere(const fs::path& application) {
+    const std::string start = host::readFile(application.string()).substr(0, 4);
+    return ::access(application.c_str(), X_OK) == 0 &&
+           (start == "\177ELF" || start.rfind("#!", 0) == 0);
+}
+
+// Whether the updater would now only wait for a key press: after a failed update, or when it cannot
+// start the application.
+bool waitsForAKey(const fs::path& device) {
+    const int32_t outcome = outcomeOf(host::readFile((device / LOG).string()));
+    return outcome == UpdateFailed || (outcome == UpdateComplete && !startsHere(device / PROGRAM));
+}
+
+// Runs the updater until it exits, or until nothing more will happen.
+void runUpdater(const RehearseOptions& options, const fs::path& updater, const Stage& stage,
+                RehearseReport& report) {
+    std::vector<std::string> command;
+    const char* const display = std::getenv("DISPLAY");
+    if (options.hidden || display == nullptr || *display == '\0')
+        command = {"xvfb-run", "-a", "-s", "-screen 0 1024x768x24"};
+    // The frame counter must be loaded into the updater only.
+    command.insert(command.end(), {"env", "UPDATER_DEVICE=" + stage.device().string(),
+                                   "UPDATEKEY_FRAMES=" + stage.framesFile().string()});
+    const fs::path counter = updater.parent_path() / "frame-counter.preload";
+    if (fs::exists(counter))
+        command.push_back("LD_PRELOAD=" + counter.string());
+    command.insert(command.end(), {updater.string(), "/auto"});
+
+    const Clock::time_point start = Clock::now();
+    const pid_t process = startProcess(command, stage.outputFile());
+    const auto endUpdater = [&] {
+        for (const pid_t candidate : processesOf(updater))
+            if (::getpgid(candidate) == process)
+                ::kill(candidate, SIGTERM);
+    };
+    Clock::time_point lastCall = start + std::chrono::seconds(options.timeout);
+    bool toldToEnd = false;
+    while (!hasEnded(process, report.exitCode)) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        const bool waits = waitsForAKey(stage.device());
+        report.timedOut = report.timedOut || (!waits && Clock::now() > lastCall);
+        if (options.waited)
+            options.waited(std::chrono::duration<double>(Clock::now() - start).count());
+        if (!toldToEnd && (waits || report.timedOut)) {
+            toldToEnd = true;
+            endUpdater();
+            lastCall = Clock::now() + std::chrono::seconds(10);
+        } else if (toldToEnd && Clock::now() > lastCall) {
+            ::kill(-process, SIGKILL);
+        }
+    }
+    report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    if (toldToEnd)
+        report.exitCode = -1;
+}
+
+}  // namespace
+
+RehearseReport rehearse(const RehearseOptions& options) {
+    const fs::path updater =
+        options.updater.empty() ? updaterBesideThisProgram() : fs::canonical(options.updater);
+    if (updater.empty())
+        throw std::runtime_error(
+            "the updater was not found beside updatekey; name its program with --updater");
+    if (!fs::is_directory(options.device / FLASH))
+        throw std::runtime_error(options.device.string() + " has no folder FlashDisk");
+
+    RehearseReport report;
+    CheckOptions check = options.check;
+    check.installedSize = 0;
+    for (const KeyEntry& entry : readTree(options.device / FLASH))
+        *check.installedSize += sizeOnFlash(entry.size);
+    report.check = checkKey(options.key, check);
+    if (!report.check.prediction.seen)
+        return report;
+
+    const Stage stage(options.device, options.key);
+    fs::remove(stage.device() / LOG);
+    const Manifest before = contentOf(stage.device() / FLASH);
+    runUpdater(options, updater, stage, report);
+    report.rehearsed = true;
+    report.applicationStarted = stage.endApplication();
+    report.startsHere = startsHere(stage.device() / PROGRAM);
+
+    report.log = host::readFile(stage.device() / LOG);
+    report.output = host::readFile(stage.outputFile());
+    if (report.log.empty() && !report.timedOut)
+        throw std::runtime_error("the updater did not start (exit code " +
+                                 std::to_string(report.exitCode) +
+                                 "); without a display, install Debian's package xvfb and add "
+                                 "--hidden. The updater's output: " +
+                                 report.output);
+    report.state = outcomeOf(report.log);
+    const Manifest after = contentOf(stage.device() / FLASH);
+    report.differences = compare(before, after);
+    report.asPredicted = report.state == report.check.prediction.state &&
+                         installedAsPredicted(options, report.check, after);
+    const std::string frames = host::readFile(stage.framesFile());
+    if (!frames.empty())
+        report.frames = std::strtol(frames.c_str(), nullptr, 10);
+    if (!options.keep.empty())
+        fs::copy(stage.device(), options.keep,
+                 fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+    return report;
+}

@@ -1,0 +1,53 @@
+#include "tools/updatekey/report/output.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <sstream>
+#include <stdexcept>
+#include <system_error>
+
+#include "tools/updatekey/commands.h"
+
+namespace {
+
+bool wantsColours() {
+    const char* const noColour = std::getenv("NO_COLOR");
+    return ::isatty(STDOUT_FILENO) == 1 && (noColour == nullptr || *noColour == '\0');
+}
+
+// Colours the first word of an error red and that of a warning yellow.
+std::string coloured(const std::string& text) {
+    std::string result;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        const char* const colour = line.rfind("error:", 0) == 0     ? "\x1b[31m"
+                                   : line.rfind("warning:", 0) == 0 ? "\x1b[33m"
+                                                                    : nullptr;
+        if (colour != nullptr) {
+            line.insert(line.find(':') + 1, "\x1b[0m");
+            line.insert(0, colour);
+        }
+        result += line + "\n";
+    }
+    return result;
+}
+
+}  // namespace
+
+void show(const Arguments& arguments, const std::string& text, const std::string& shortText,
+          const std::string& json) {
+    if (arguments.json)
+        return writeOut(json);
+    const std::string& shown = arguments.quiet ? shortText : text;
+    writeOut(wantsColours() ? coloured(shown) : shown);
+}
+
+void writeOut(const std::string& text) {
+    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    if (!written || std::fflush(stdout) != 0)
+        throw std::runtime_error("cannot write to the standard output: " +
+                                 std::generic_category().message(errno));
+}

@@ -1,0 +1,80 @@
+#include "tools/updatekey/report/progress_bar.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <memory>
+#include <mutex>
+
+namespace {
+
+std::string barOf(int percent) {
+    constexpr int WIDTH = 40;
+    const int filled = percent * WIDTH / 100;
+    char text[80];
+    std::snprintf(text, sizeof text, "[%-*s] %3d%%", WIDTH,
+                  std::string(static_cast<std::size_t>(filled), '#').c_str(), percent);
+    return text;
+}
+
+// Several bars, one below the other. Each change redraws all of them.
+class Bars {
+  public:
+    explicit Bars(const std::vector<std::string>& names)
+        : names_(names), percents_(names.size(), 0) {
+        draw();
+    }
+
+    void show(std::size_t place, int percent) {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        if (percents_[place] == percent)
+            return;
+        percents_[place] = percent;
+        std::fprintf(stderr, "\x1b[%zuA", names_.size());
+        draw();
+    }
+
+  private:
+    void draw() const {
+        for (std::size_t i = 0; i < names_.size(); ++i)
+            std::fprintf(stderr, "\r%s  %s\n", barOf(percents_[i]).c_str(), names_[i].c_str());
+    }
+
+    const std::vector<std::string> names_;
+    std::vector<int> percents_;
+    std::mutex mutex_;
+};
+
+}  // namespace
+
+Progress makeProgressBar() {
+    if (::isatty(STDERR_FILENO) == 0)
+        return {};
+    return [shown = -1](int percent) mutable {
+        if (percent == shown)
+            return;
+        shown = percent;
+        const std::string bar = barOf(percent);
+        std::fprintf(stderr, "\r%s", bar.c_str());
+        if (percent == 100)
+            std::fprintf(stderr, "\r%*s\r", static_cast<int>(bar.size()), "");
+    };
+}
+
+std::function<void(std::size_t, int)> makeStickBars(const std::vector<std::string>& names) {
+    if (::isatty(STDERR_FILENO) == 0)
+        return {};
+    const auto bars = std::make_shared<Bars>(names);
+    return [bars](std::size_t place, int percent) { bars->show(place, percent); };
+}
+
+std::function<void(double)> makeClock(int limit) {
+    if (::isatty(STDERR_FILENO) == 0)
+        return {};
+    return [limit, shown = -1](double seconds) mutable {
+        if (static_cast<int>(seconds) == shown)
+            return;
+        shown = static_cast<int>(seconds);
+        std::fprintf(stderr, "\rThe updater runs: %d s, at most %d s\r", shown, limit);
+    };
+}

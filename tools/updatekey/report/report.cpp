@@ -1,0 +1,109 @@
+// The reports on keys.
+
+#include "tools/updatekey/report/report.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "support/file_util.h"
+#include "tools/updatekey/report/report_words.h"
+
+namespace {
+
+std::string summary(const Findings& findings) {
+    const auto errors = static_cast<std::size_t>(
+        std::count_if(findings.begin(), findings.end(),
+                      [](const Finding& f) { return f.severity == Severity::Error; }));
+    if (findings.empty())
+        return "There are no findings.\n";
+    return countWords(errors, "error") + ", " + countWords(findings.size() - errors, "warning") +
+           ".\n";
+}
+
+std::string predictionText(const CheckReport& report) {
+    const Prediction& prediction = report.prediction;
+    if (!prediction.seen)
+        return "The device will not accept this key.\n";
+    std::string text = "The device will accept this key, version \"" +
+                       printable(prediction.version) + "\", and copy " +
+                       countWords(prediction.copied.size(), "file") + " (" +
+                       sizeWords(report.copiedBytes) + ").\n";
+    text += "Space needed on the flash disk during the update: " + sizeWords(report.flashNeeded) +
+            ".\n";
+    return text;
+}
+
+std::string folderText(const FolderInfo& folder) {
+    return countWords(folder.files, "file") + ", " + sizeWords(folder.bytes);
+}
+
+}  // namespace
+
+std::string sizeWords(uint64_t bytes) {
+    const std::string rounded = sizeText(static_cast<int64_t>(bytes));
+    const std::string exact = std::to_string(bytes) + " bytes";
+    return rounded == exact ? exact : rounded + " (" + exact + ")";
+}
+
+std::string countWords(std::size_t count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+std::string findingsText(const Findings& findings) {
+    std::string text;
+    for (const Finding& finding : findings) {
+        text += finding.severity == Severity::Error ? "error:   " : "warning: ";
+        text += "[" + finding.code + "] ";
+        text += finding.path.empty() ? "" : printable(finding.path) + ": ";
+        text += finding.text + "\n";
+    }
+    return text;
+}
+
+std::string checkText(const CheckReport& report) {
+    std::string text = predictionText(report);
+    if (!report.notCopied.empty()) {
+        text += "It will NOT copy:\n";
+        for (const std::string& path : report.notCopied)
+            text += "  " + printable(path) + "\n";
+    }
+    return text + findingsText(report.findings) + summary(report.findings);
+}
+
+std::string makeText(const MakeReport& report, const std::filesystem::path& out) {
+    std::string text;
+    for (const std::string& path : report.leftOut)
+        text += "left out: " + printable(path) + "\n";
+    text += checkText(report.check);
+    text += report.written ? "The key is in " + out.string() + ".\n"
+                           : "The key was not made, because it has errors.\n";
+    return text;
+}
+
+std::string imageText(const ImageReport& report, const std::filesystem::path& out) {
+    return checkText(report.check) +
+           (report.written ? "The image is " + out.string() + ", " + sizeWords(report.bytes) +
+                                 "; it was read back, and contains the key's files.\n"
+                           : "The image was not made, because the key has errors.\n");
+}
+
+std::string infoText(const KeyInfo& info) {
+    std::string text;
+    text += "accepted by device:  " + std::string(info.seen ? "yes" : "no") + "\n";
+    text += "version:             " + (info.seen ? printable(info.version) : "-") + "\n";
+    text += "application:         " + folderText(info.application) + "\n";
+    text += "GUI data:            " + folderText(info.guiData) + "\n";
+    text += "whole key:           " + folderText(info.whole) + "\n";
+    text += "manifest:            " + std::string(textOf(info.manifest)) + "\n";
+    text += "release notes:       " + countWords(info.notes.size(), "line") + "\n";
+    for (const std::string& line : info.notes)
+        text += "  | " + printable(line) + "\n";
+    text += "files and folders:\n";
+    for (const KeyEntry& entry : info.tree) {
+        const auto depth =
+            static_cast<std::size_t>(std::count(entry.path.begin(), entry.path.end(), '/'));
+        text += std::string(2 * depth + 2, ' ') + printable(nameOf(entry.path));
+        text += entry.kind == KeyEntry::Kind::Folder ? "/\n" : "  " + sizeWords(entry.size) + "\n";
+    }
+    return text;
+}

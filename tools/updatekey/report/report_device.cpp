@@ -1,0 +1,145 @@
+// The reports on sticks, devices and rehearsals.
+
+#include <algorithm>
+#include <cstdio>
+
+#include "tools/updatekey/report/report.h"
+#include "tools/updatekey/report/report_words.h"
+#include "update/updater.h"
+
+namespace {
+
+std::string secondsWords(double seconds) {
+    char text[40];
+    std::snprintf(text, sizeof text, "%.2f seconds", seconds);
+    return text;
+}
+
+std::string padded(const std::string& text, std::size_t width) {
+    return text + std::string(text.size() < width ? width - text.size() : 1, ' ');
+}
+
+std::string fileLine(const FileDifference& file) {
+    switch (file.kind) {
+        case FileDifference::Kind::Added:
+            return "  new      " + printable(file.path) + "  " + sizeWords(file.after) + "\n";
+        case FileDifference::Kind::Gone:
+            return "  gone     " + printable(file.path) + "  " + sizeWords(file.before) + "\n";
+        default:
+            return "  changed  " + printable(file.path) + "  " + sizeWords(file.before) + " -> " +
+                   sizeWords(file.after) + "\n";
+    }
+}
+
+std::string listed(const char* title, const std::vector<std::string>& paths) {
+    std::string text;
+    for (const std::string& path : paths)
+        text += std::string("  ") + title + "  " + printable(path) + "\n";
+    return text;
+}
+
+}  // namespace
+
+std::string writeText(const WriteReport& report) {
+    std::string text = checkText(report.check);
+    if (report.sticks.empty())
+        return text + "Nothing was written, because the key has errors.\n";
+    std::size_t width = 0;
+    for (const StickReport& stick : report.sticks)
+        width = std::max(width, stick.stick.string().size() + 2);
+    for (const StickReport& stick : report.sticks)
+        text += padded(stick.stick.string(), width) +
+                (stick.problem.empty() ? "good, " + secondsWords(stick.seconds)
+                                       : "NOT GOOD: " + printable(stick.problem)) +
+                "\n";
+    return text;
+}
+
+std::string stickProblems(const WriteReport& report) {
+    std::string text = findingsText(report.check.findings);
+    for (const StickReport& stick : report.sticks)
+        if (!stick.problem.empty())
+            text += stick.stick.string() + ": " + printable(stick.problem) + "\n";
+    return text;
+}
+
+std::string differenceText(const Difference& difference) {
+    const auto version = [](const std::string& text) {
+        return text.empty() ? std::string("unknown") : "\"" + printable(text) + "\"";
+    };
+    std::string text = "Version: " + version(difference.versionBefore) + " -> " +
+                       version(difference.versionAfter) + "\n";
+    for (const FileDifference& file : difference.files)
+        text += fileLine(file);
+    text += countWords(difference.files.size(), "file") + " differ" +
+            (difference.files.size() == 1 ? "s, " : ", ") + std::to_string(difference.same) +
+            " the same.\n";
+    if (!difference.notesDiffer())
+        return text;
+    text += "Release notes:\n";
+    for (const std::string& line : difference.notesBefore)
+        text += "  - " + printable(line) + "\n";
+    for (const std::string& line : difference.notesAfter)
+        text += "  + " + printable(line) + "\n";
+    return text;
+}
+
+std::string adviceText(const Diagnosis& diagnosis) {
+    std::string text;
+    std::size_t number = 0;
+    for (const Advice& advice : diagnosis.advice)
+        text += "  " + std::to_string(++number) + ". " + advice.text + "\n";
+    return text;
+}
+
+std::string diagnosisText(const Diagnosis& diagnosis) {
+    std::string text = "Installed:\n";
+    for (const FolderFinding& folder : diagnosis.folders) {
+        text += "  " + padded(folder.name, 11);
+        text += folder.there ? countWords(folder.files, "file") + ", " + sizeWords(folder.bytes)
+                             : "not there";
+        text += folder.version.empty() ? "" : ", version " + printable(folder.version);
+        text += folder.onlyCopy ? ", the ONLY COPY of these files\n" : "\n";
+    }
+    const UpdateStepText& step = textOf(diagnosis.step);
+    text += std::string(step.happened) + " On the disk: " + step.onDisk + ".\n";
+    text += diagnosis.log.lines.empty() ? "There is no log.\n" : "The log:\n";
+    for (const LogLine& line : diagnosis.log.lines)
+        text += "  " + line.text + "\n      " +
+                (line.meaning.empty() ? "the updater writes no such line" : line.meaning) + "\n";
+    for (const std::string& contradiction : diagnosis.contradictions)
+        text += "warning: " + contradiction + "\n";
+    if (diagnosis.comparison) {
+        text += diagnosis.comparison->same()
+                    ? "The installed files are those of the key.\n"
+                    : "The installed files differ from those of the key:\n";
+        text += listed("changed", diagnosis.comparison->different);
+        text += listed("missing", diagnosis.comparison->missing);
+        text += listed("extra  ", diagnosis.comparison->tooMany);
+    }
+    text += diagnosis.startsAsItIs ? "The instrument can be started as it is.\n"
+                                   : "The instrument cannot be started as it is.\n";
+    return text + "What to do:\n" + adviceText(diagnosis);
+}
+
+std::string rehearseText(const RehearseReport& report) {
+    std::string text = checkText(report.check);
+    if (!report.rehearsed)
+        return text + "The updater was not run, because the device would not accept the key.\n";
+    text += "\nDifferences on the flash disk:\n";
+    for (const auto& [path, kind] : report.differences)
+        text += std::string("  ") + kind + " " + printable(path) + "\n";
+    text += "\nThe log:\n" + report.log + "\n";
+    text += "Took " + secondsWords(report.seconds);
+    text += report.frames < 0 ? ".\n" : " and " + std::to_string(report.frames) + " frames.\n";
+    if (report.timedOut)
+        text += "The updater did not exit within the time limit, and was ended.\n";
+    text += "State: " + std::string(stateName(report.state)) +
+            (report.asPredicted ? ", with the files that were predicted.\n"
+                                : "; this is NOT what was predicted.\n");
+    text += report.applicationStarted ? "The application was started.\n"
+            : report.startsHere
+                ? "The application was not started.\n"
+                : "The application was not started, because this computer cannot run it.\n";
+    return text;
+}

@@ -1,0 +1,175 @@
+// The reports as JSON.
+
+#include <nlohmann/json.hpp>
+
+#include "tools/updatekey/report/output.h"
+#include "tools/updatekey/report/report.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json toJson(const Findings& findings) {
+    Json list = Json::array();
+    for (const Finding& finding : findings)
+        list.push_back({{"severity", finding.severity == Severity::Error ? "error" : "warning"},
+                        {"code", finding.code},
+                        {"path", finding.path},
+                        {"text", finding.text}});
+    return list;
+}
+
+Json toJson(const CheckReport& report) {
+    return {{"seen", report.prediction.seen},       {"state", stateName(report.prediction.state)},
+            {"version", report.prediction.version}, {"copied", report.prediction.copied},
+            {"lost", report.prediction.lost},       {"notCopied", report.notCopied},
+            {"copiedBytes", report.copiedBytes},    {"flashNeeded", report.flashNeeded},
+            {"findings", toJson(report.findings)}};
+}
+
+Json toJson(const FolderInfo& folder) {
+    return {{"files", folder.files}, {"bytes", folder.bytes}};
+}
+
+// The version of the format. It is raised when a field is removed or changes its meaning, but not
+// when a field is added.
+constexpr int FORMAT = 1;
+
+// Replaces invalid UTF-8 in names by replacement characters.
+std::string print(const Json& report) {
+    Json json = {{"format", FORMAT}};
+    json.update(report);
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+const char* kindName(KeyEntry::Kind kind) {
+    switch (kind) {
+        case KeyEntry::Kind::File:
+            return "file";
+        case KeyEntry::Kind::Folder:
+            return "folder";
+        case KeyEntry::Kind::Link:
+            return "link";
+        default:
+            return "other";
+    }
+}
+
+}  // namespace
+
+std::string checkJson(const CheckReport& report) {
+    return print(toJson(report));
+}
+
+std::string makeJson(const MakeReport& report, const std::filesystem::path& out) {
+    return print({{"written", report.written},
+                  {"key", out.string()},
+                  {"leftOut", report.leftOut},
+                  {"check", toJson(report.check)}});
+}
+
+std::string infoJson(const KeyInfo& info) {
+    Json tree = Json::array();
+    for (const KeyEntry& entry : info.tree)
+        tree.push_back(
+            {{"path", entry.path}, {"kind", kindName(entry.kind)}, {"bytes", entry.size}});
+    return print({{"seen", info.seen},
+                  {"version", info.version},
+                  {"notes", info.notes},
+                  {"manifest", textOf(info.manifest)},
+                  {"application", toJson(info.application)},
+                  {"guiData", toJson(info.guiData)},
+                  {"whole", toJson(info.whole)},
+                  {"tree", tree}});
+}
+
+std::string rehearseJson(const RehearseReport& report) {
+    Json differences = Json::array();
+    for (const auto& [path, kind] : report.differences)
+        differences.push_back({{"path", path}, {"change", std::string(1, kind)}});
+    return print({{"check", toJson(report.check)},
+                  {"rehearsed", report.rehearsed},
+                  {"state", stateName(report.state)},
+                  {"asPredicted", report.asPredicted},
+                  {"startsHere", report.startsHere},
+                  {"applicationStarted", report.applicationStarted},
+                  {"timedOut", report.timedOut},
+                  {"exitCode", report.exitCode},
+                  {"seconds", report.seconds},
+                  {"frames", report.frames},
+                  {"log", report.log},
+                  {"output", report.output},
+                  {"differences", differences}});
+}
+
+std::string imageJson(const ImageReport& report, const std::filesystem::path& out) {
+    return print({{"written", report.written},
+                  {"image", out.string()},
+                  {"bytes", report.bytes},
+                  {"check", toJson(report.check)}});
+}
+
+std::string writeJson(const WriteReport& report) {
+    Json sticks = Json::array();
+    for (const StickReport& stick : report.sticks)
+        sticks.push_back({{"stick", stick.stick.string()},
+                          {"good", stick.problem.empty()},
+                          {"problem", stick.problem},
+                          {"seconds", stick.seconds}});
+    return print(
+        {{"allGood", report.allGood()}, {"sticks", sticks}, {"check", toJson(report.check)}});
+}
+
+std::string differenceJson(const Difference& difference) {
+    constexpr const char* KINDS[] = {"new", "changed", "gone"};
+    Json files = Json::array();
+    for (const FileDifference& file : difference.files)
+        files.push_back({{"path", file.path},
+                         {"change", KINDS[static_cast<std::size_t>(file.kind)]},
+                         {"bytesBefore", file.before},
+                         {"bytesAfter", file.after}});
+    return print({{"versionBefore", difference.versionBefore},
+                  {"versionAfter", difference.versionAfter},
+                  {"notesDiffer", difference.notesDiffer()},
+                  {"notesBefore", difference.notesBefore},
+                  {"notesAfter", difference.notesAfter},
+                  {"same", difference.same},
+                  {"files", files}});
+}
+
+std::string diagnosisJson(const Diagnosis& diagnosis) {
+    Json folders = Json::array();
+    for (const FolderFinding& folder : diagnosis.folders)
+        folders.push_back({{"name", folder.name},
+                           {"there", folder.there},
+                           {"files", folder.files},
+                           {"bytes", folder.bytes},
+                           {"version", folder.version},
+                           {"onlyCopy", folder.onlyCopy}});
+    Json log = Json::array();
+    for (const LogLine& line : diagnosis.log.lines)
+        log.push_back({{"line", line.text}, {"meaning", line.meaning}});
+    Json advice = Json::array();
+    for (const Advice& step : diagnosis.advice)
+        advice.push_back({{"action", nameOf(step.action)},
+                          {"folder", step.folder},
+                          {"to", step.to},
+                          {"text", step.text}});
+    Json json = {{"sound", diagnosis.sound()},
+                 {"startsAsItIs", diagnosis.startsAsItIs},
+                 {"step", textOf(diagnosis.step).name},
+                 {"folders", folders},
+                 {"log", log},
+                 {"contradictions", diagnosis.contradictions},
+                 {"advice", advice}};
+    if (diagnosis.comparison)
+        json["comparison"] = {{"same", diagnosis.comparison->same()},
+                              {"different", diagnosis.comparison->different},
+                              {"missing", diagnosis.comparison->missing},
+                              {"tooMany", diagnosis.comparison->tooMany}};
+    return print(json);
+}
+
+std::string failureJson(const std::string& message) {
+    return print({{"failure", message}});
+}
