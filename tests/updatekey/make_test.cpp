@@ -59,7 +59,7 @@ TEST_F(MakeKey, IsReproducible) {
     options.out = work.root() / "again";
     makeKey(options);
     EXPECT_EQ(work.tree("key"), work.tree("again"));
-    for (const KeyEntry& entry : readTree(options.out))
+    for (const TreeEntry& entry : readTree(options.out))
         EXPECT_EQ(fs::last_write_time(work.root() / "key" / entry.path),
                   fs::last_write_time(options.out / entry.path));
     // FAT32 stores even seconds only.

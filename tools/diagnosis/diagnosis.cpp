@@ -2,7 +2,7 @@
 
 #include "platform/posix/files/read_file.h"
 #include "tools/diagnosis/installation.h"
-#include "tools/host/key_tree.h"
+#include "tools/host/folder_tree.h"
 #include "update/key_layout.h"
 
 namespace fs = std::filesystem;
@@ -16,8 +16,8 @@ FolderFinding lookAt(const fs::path& makerFolder, const std::string& name) {
     folder.name = name;
     folder.there = fs::is_directory(makerFolder / name);
     folder.version = applicationVersion(makerFolder / name);
-    for (const KeyEntry& entry : readTree(makerFolder / name)) {
-        folder.files += entry.kind == KeyEntry::Kind::File ? 1U : 0U;
+    for (const TreeEntry& entry : readTree(makerFolder / name)) {
+        folder.files += entry.kind == TreeEntry::Kind::File ? 1U : 0U;
         folder.bytes += entry.size;
     }
     return folder;
@@ -25,18 +25,11 @@ FolderFinding lookAt(const fs::path& makerFolder, const std::string& name) {
 
 KeyComparison compareWith(const fs::path& key, const fs::path& makerFolder) {
     KeyComparison comparison;
-    const InstalledFiles wanted = installedFiles(makerFolderOf(key));
-    const InstalledFiles installed = installedFiles(makerFolder);
-    for (const auto& [path, file] : wanted) {
-        const auto present = installed.find(path);
-        if (present == installed.end())
-            comparison.missing.push_back(path);
-        else if (!sameContent(present->second, file))
-            comparison.different.push_back(path);
-    }
-    for (const auto& [path, file] : installed)
-        if (wanted.count(path) == 0)
-            comparison.tooMany.push_back(path);
+    std::vector<std::string>* const lists[] = {&comparison.tooMany, &comparison.different,
+                                               &comparison.missing};
+    for (const FileChange& change :
+         compareFiles(installedFiles(makerFolderOf(key)), installedFiles(makerFolder)))
+        lists[static_cast<std::size_t>(change.kind)]->push_back(change.path);
     return comparison;
 }
 

@@ -4,7 +4,6 @@
 #include <iterator>
 
 #include "tools/diagnosis/installation.h"
-#include "tools/host/key_tree.h"
 #include "tools/updatekey/check/key_device.h"
 #include "tools/updatekey/check/key_paths.h"
 #include "tools/updatekey/check/prediction.h"
@@ -17,7 +16,7 @@ struct Side {
     bool isKey = false;
     std::string version;
     std::vector<std::string> notes;
-    InstalledFiles files;
+    FileSet files;
 };
 
 // For a key, the files that the device would copy; for anything else, the installed files.
@@ -57,20 +56,11 @@ Difference compareKeys(const fs::path& key, const fs::path& other) {
     difference.bothAreKeys = before.isKey && after.isKey;
     difference.notesBefore = before.notes;
     difference.notesAfter = after.notes;
-    for (const auto& [path, file] : before.files)
-        if (after.files.count(path) == 0)
-            difference.files.push_back({path, FileDifference::Kind::Gone, file.size, 0});
-    for (const auto& [path, file] : after.files) {
-        const auto old = before.files.find(path);
-        if (old == before.files.end())
-            difference.files.push_back({path, FileDifference::Kind::Added, 0, file.size});
-        else if (!sameContent(old->second, file))
-            difference.files.push_back(
-                {path, FileDifference::Kind::Changed, old->second.size, file.size});
-        else
-            ++difference.same;
-    }
-    std::sort(difference.files.begin(), difference.files.end(),
-              [](const FileDifference& a, const FileDifference& b) { return a.path < b.path; });
+    difference.files = compareFiles(before.files, after.files);
+    const auto notOnKey =
+        std::count_if(difference.files.begin(), difference.files.end(),
+                      [](const FileChange& c) { return c.kind == FileChange::Kind::Gone; });
+    difference.same =
+        after.files.size() - difference.files.size() + static_cast<std::size_t>(notOnKey);
     return difference;
 }

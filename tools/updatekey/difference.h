@@ -1,19 +1,11 @@
 // The changes that an update from a key makes on a device, or the differences between two keys.
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
 
-struct FileDifference {
-    enum class Kind { Added, Changed, Gone };
-
-    std::string path;  // below the maker's folder: "KSTRL/KSTRL.exe"
-    Kind kind;
-    uint64_t before;  // bytes; 0 when added
-    uint64_t after;   // bytes; 0 when the file is gone
-};
+#include "tools/host/file_changes.h"
 
 struct Difference {
     std::string versionBefore;  // empty when unknown
@@ -21,8 +13,8 @@ struct Difference {
     bool bothAreKeys = false;              // a device has no release notes to compare
     std::vector<std::string> notesBefore;  // lines, UTF-8
     std::vector<std::string> notesAfter;
-    std::vector<FileDifference> files;  // by path
-    std::size_t same = 0;               // number of identical files
+    std::vector<FileChange> files;  // by path below the maker's folder: "KSTRL/KSTRL.exe"
+    std::size_t same = 0;           // number of identical files
 
     bool notesDiffer() const { return bothAreKeys && notesBefore != notesAfter; }
     bool empty() const;

@@ -8,8 +8,8 @@
 
 namespace {
 
-void count(const KeyEntry& entry, FolderInfo& folder) {
-    if (entry.kind != KeyEntry::Kind::File || !startsWith(entry.path, folder.path))
+void count(const TreeEntry& entry, FolderInfo& folder) {
+    if (entry.kind != TreeEntry::Kind::File || !startsWith(entry.path, folder.path))
         return;
     ++folder.files;
     folder.bytes += entry.size;
@@ -41,7 +41,7 @@ KeyInfo describeKey(const std::filesystem::path& key) {
     info.application.path = keypaths::APPLICATION + "/";
     info.guiData.path = keypaths::GUI_DATA + "/";
     info.tree = readTree(key);
-    for (const KeyEntry& entry : info.tree) {
+    for (const TreeEntry& entry : info.tree) {
         count(entry, info.whole);
         count(entry, info.application);
         count(entry, info.guiData);

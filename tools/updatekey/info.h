@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/host/key_tree.h"
+#include "tools/host/folder_tree.h"
 
 struct FolderInfo {
     std::string path;
@@ -28,7 +28,7 @@ struct KeyInfo {
     FolderInfo whole;
     FolderInfo application;
     FolderInfo guiData;
-    std::vector<KeyEntry> tree;
+    std::vector<TreeEntry> tree;
 };
 
 KeyInfo describeKey(const std::filesystem::path& key);

@@ -11,9 +11,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-void requireRoomFor(const std::vector<KeyEntry>& tree, const fs::path& scratch) {
+void requireRoomFor(const std::vector<TreeEntry>& tree, const fs::path& scratch) {
     uint64_t largest = 0;
-    for (const KeyEntry& entry : tree)
+    for (const TreeEntry& entry : tree)
         largest = std::max(largest, entry.size);
     // A file that is too large for FAT32 is reported as a finding.
     if (largest <= FAT32_FILE_LIMIT && fs::space(scratch).available <= largest)
@@ -42,14 +42,14 @@ std::set<Script> KeyUnderCheck::scripts() const {
     return scripts;
 }
 
-const KeyEntry* KeyUnderCheck::find(const std::string& path) const {
+const TreeEntry* KeyUnderCheck::find(const std::string& path) const {
     const auto entry = std::lower_bound(tree.begin(), tree.end(), path,
-                                        [](const KeyEntry& candidate, const std::string& sought) {
+                                        [](const TreeEntry& candidate, const std::string& sought) {
                                             return candidate.path < sought;
                                         });
     if (entry != tree.end() && entry->path == path)
         return &*entry;
-    const auto other = std::find_if(tree.begin(), tree.end(), [&](const KeyEntry& candidate) {
+    const auto other = std::find_if(tree.begin(), tree.end(), [&](const TreeEntry& candidate) {
         return candidate.path.size() == path.size() && foldCase(candidate.path) == foldCase(path);
     });
     return other != tree.end() ? &*other : nullptr;
@@ -66,7 +66,7 @@ CheckReport checkKey(const fs::path& folder, const CheckOptions& options) {
     checkApplication(key, report);
     // A folder with the wrong case is an error, although the device finds it. Its content is
     // checked once it has the right name.
-    const KeyEntry* const guiData = key.find(keypaths::GUI_DATA);
+    const TreeEntry* const guiData = key.find(keypaths::GUI_DATA);
     const bool isWellNamed = guiData == nullptr || guiData->path == keypaths::GUI_DATA;
     if (isWellNamed)
         checkDropped(key, report);

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "support/languages.h"
-#include "tools/host/key_tree.h"
+#include "tools/host/folder_tree.h"
 #include "tools/updatekey/check/finding.h"
 #include "tools/updatekey/check/prediction.h"
 
@@ -40,12 +40,12 @@ struct CheckReport {
 // current device.
 struct KeyUnderCheck {
     std::filesystem::path folder;
-    std::vector<KeyEntry> tree;
+    std::vector<TreeEntry> tree;
     CheckOptions options;
 
     // Returns the entry with this path or, as FAT and the device would, one that differs in case;
     // null when there is neither.
-    const KeyEntry* find(const std::string& path) const;
+    const TreeEntry* find(const std::string& path) const;
 
     // The scripts of the languages that the key must support.
     std::set<Script> scripts() const;

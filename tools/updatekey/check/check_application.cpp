@@ -59,7 +59,7 @@ uint64_t lastByte(const Header& header, std::size_t start) {
 }  // namespace
 
 void checkApplication(const KeyUnderCheck& key, CheckReport& report) {
-    const KeyEntry* const entry = key.find(keypaths::PROGRAM);
+    const TreeEntry* const entry = key.find(keypaths::PROGRAM);
     const std::string& machine = key.options.machine;
     if (entry == nullptr || entry->size == 0 || machine == "any")
         return;

@@ -9,7 +9,7 @@
 
 namespace {
 
-using Kind = KeyEntry::Kind;
+using Kind = TreeEntry::Kind;
 
 const std::string MAKER = keypaths::MAKER + "/";
 const std::string GUI_DATA = keypaths::GUI_DATA + "/";
@@ -42,9 +42,9 @@ std::string countOf(std::size_t files) {
 
 void checkDropped(const KeyUnderCheck& key, CheckReport& report) {
     const Prediction& prediction = report.prediction;
-    const KeyEntry* const notes = key.find(keypaths::NOTES);
+    const TreeEntry* const notes = key.find(keypaths::NOTES);
     std::map<std::string, std::size_t> dropped;
-    for (const KeyEntry& entry : key.tree) {
+    for (const TreeEntry& entry : key.tree) {
         const bool copied = prediction.copied.count(entry.path) != 0;
         if (copied) {
             report.copiedBytes += entry.size;

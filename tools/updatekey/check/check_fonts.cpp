@@ -48,7 +48,7 @@ std::string glyphFault(const FontData& face) {
 
 void checkRaw(const KeyUnderCheck& key, const std::string& path, uint64_t size, const char* what,
               Findings& findings) {
-    const KeyEntry* const entry = key.find(path);
+    const TreeEntry* const entry = key.find(path);
     if (entry == nullptr)
         addError(findings, std::string(what) + "-missing", path,
                  "is missing; the updater's screen needs it");
@@ -59,7 +59,7 @@ void checkRaw(const KeyUnderCheck& key, const std::string& path, uint64_t size, 
 }
 
 std::string bytesOf(const KeyUnderCheck& key, const std::string& path) {
-    const KeyEntry* const entry = key.find(path);
+    const TreeEntry* const entry = key.find(path);
     return entry != nullptr ? host::readFile((key.folder / entry->path).string()) : std::string();
 }
 

@@ -6,21 +6,21 @@
 
 namespace {
 
-using Kind = KeyEntry::Kind;
+using Kind = TreeEntry::Kind;
 using keypaths::APPLICATION;
 using keypaths::GUI;
 using keypaths::GUI_DATA;
 using keypaths::MAKER;
 
 bool isFolder(const KeyUnderCheck& key, const std::string& path) {
-    const KeyEntry* const entry = key.find(path);
+    const TreeEntry* const entry = key.find(path);
     return entry != nullptr && entry->kind == Kind::Folder;
 }
 
 // Returns a hint when the folders of the update are on the key, but one folder too deep or too
 // high.
 std::string hintAtTree(const KeyUnderCheck& key) {
-    for (const KeyEntry& entry : key.tree) {
+    for (const TreeEntry& entry : key.tree) {
         const bool nested = entry.path.size() > 5 && entry.kind == Kind::Folder &&
                             entry.path.compare(entry.path.size() - 5, 5, "/VELD") == 0;
         if (nested && key.find(entry.path + "/KSTRL") != nullptr)
@@ -50,7 +50,7 @@ void explainWhyNotSeen(const KeyUnderCheck& key, Findings& findings) {
         return;
     bool applicationFile = false;
     bool guiEntry = false;
-    for (const KeyEntry& entry : key.tree) {
+    for (const TreeEntry& entry : key.tree) {
         const std::string parent = parentOf(entry.path);
         applicationFile |= parent == APPLICATION && entry.kind == Kind::File;
         guiEntry |= parent == GUI_DATA;
@@ -66,7 +66,7 @@ void explainWhyNotSeen(const KeyUnderCheck& key, Findings& findings) {
 void checkCase(const KeyUnderCheck& key, Findings& findings) {
     for (const std::string& required :
          {MAKER, APPLICATION, GUI, GUI_DATA, keypaths::NOTES, keypaths::PROGRAM}) {
-        const KeyEntry* const entry = key.find(required);
+        const TreeEntry* const entry = key.find(required);
         if (entry == nullptr || nameOf(entry->path) == nameOf(required))
             continue;
         findings.push_back({entry->kind == Kind::Folder ? Severity::Error : Severity::Warning,
@@ -84,7 +84,7 @@ void checkLayout(const KeyUnderCheck& key, CheckReport& report) {
     if (!isFolder(key, APPLICATION))
         return;
     const std::string& application = keypaths::PROGRAM;
-    const KeyEntry* const entry = key.find(application);
+    const TreeEntry* const entry = key.find(application);
     if (entry == nullptr || entry->kind != Kind::File)
         addError(report.findings, "no-application", application,
                  "is missing; the device could not start an application after the update");

@@ -7,7 +7,7 @@
 #include "tools/updatekey/make/manifest.h"
 
 void checkManifest(const KeyUnderCheck& key, CheckReport& report) {
-    const KeyEntry* const entry = key.find(MANIFEST_NAME);
+    const TreeEntry* const entry = key.find(MANIFEST_NAME);
     if (entry == nullptr)
         return;
     const std::optional<Manifest> stated =
@@ -16,8 +16,8 @@ void checkManifest(const KeyUnderCheck& key, CheckReport& report) {
         return addError(report.findings, "manifest-damaged", MANIFEST_NAME,
                         "is not a list of checksums and paths");
 
-    for (const KeyEntry& candidate : key.tree) {
-        if (candidate.kind != KeyEntry::Kind::File ||
+    for (const TreeEntry& candidate : key.tree) {
+        if (candidate.kind != TreeEntry::Kind::File ||
             !startsWith(candidate.path, keypaths::MAKER + "/"))
             continue;
         const auto line = stated->find(candidate.path);

@@ -25,7 +25,7 @@ std::size_t longestDevicePath(const std::string& path) {
 void checkNames(const KeyUnderCheck& key, CheckReport& report) {
     Findings& findings = report.findings;
     std::map<std::string, std::string> byFoldedPath;
-    for (const KeyEntry& entry : key.tree) {
+    for (const TreeEntry& entry : key.tree) {
         const auto [other, isNew] = byFoldedPath.emplace(foldCase(entry.path), entry.path);
         if (!isNew)
             addError(findings, "case-clash", entry.path,

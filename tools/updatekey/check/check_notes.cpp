@@ -104,8 +104,8 @@ void checkDrawing(const KeyUnderCheck& key, CheckReport& report) {
 }  // namespace
 
 void checkNotes(const KeyUnderCheck& key, CheckReport& report) {
-    const KeyEntry* const entry = key.find(NOTES);
-    if (entry == nullptr || entry->kind != KeyEntry::Kind::File)
+    const TreeEntry* const entry = key.find(NOTES);
+    if (entry == nullptr || entry->kind != TreeEntry::Kind::File)
         return addError(report.findings, "notes-missing", NOTES,
                         "is missing; the device accepts the key, but with an empty version");
     const std::string bytes = host::readFile(key.folder / entry->path);

@@ -18,7 +18,7 @@ uint64_t sizeOnFlash(uint64_t bytes) {
 
 void checkSpace(const KeyUnderCheck& key, CheckReport& report) {
     uint64_t staged = 0;
-    for (const KeyEntry& entry : key.tree)
+    for (const TreeEntry& entry : key.tree)
         if (report.prediction.copied.count(entry.path) != 0)
             staged += sizeOnFlash(entry.size);
     // The installed folders and the backups are assumed to be as large as the key's.

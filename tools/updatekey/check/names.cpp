@@ -5,7 +5,7 @@
 #include <set>
 
 #include "platform/posix/utf.h"
-#include "tools/host/key_tree.h"
+#include "tools/host/folder_tree.h"
 
 namespace {
 

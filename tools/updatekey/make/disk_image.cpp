@@ -9,7 +9,7 @@
 #include <stdexcept>
 
 #include "tools/host/external_program.h"
-#include "tools/host/key_tree.h"
+#include "tools/host/folder_tree.h"
 #include "tools/host/temporary_folder.h"
 #include "tools/updatekey/check/names.h"
 #include "tools/updatekey/make/manifest.h"
@@ -45,15 +45,15 @@ uint64_t clusterSizeFor(uint64_t bytes) {
 
 // Returns the number of clusters for the files and folders of a tree. A folder has an entry of 32
 // bytes for each file, and another for every 13 characters of its long name.
-uint64_t clustersOf(const std::vector<KeyEntry>& tree, uint64_t cluster) {
+uint64_t clustersOf(const std::vector<TreeEntry>& tree, uint64_t cluster) {
     constexpr uint64_t ENTRY_SIZE = 32;
     constexpr uint64_t CHARACTERS_PER_ENTRY = 13;
     std::map<std::string, uint64_t> folders = {{"", 2 * ENTRY_SIZE}};
     uint64_t clusters = 0;
-    for (const KeyEntry& entry : tree) {
+    for (const TreeEntry& entry : tree) {
         const uint64_t entries = 2 + deviceLength(nameOf(entry.path)) / CHARACTERS_PER_ENTRY;
         folders[parentOf(entry.path)] += entries * ENTRY_SIZE;
-        if (entry.kind == KeyEntry::Kind::Folder)
+        if (entry.kind == TreeEntry::Kind::Folder)
             folders[entry.path] += 2 * ENTRY_SIZE;
         clusters += roundUp(entry.size, cluster) / cluster;
     }
@@ -68,9 +68,9 @@ struct Layout {
     uint64_t clusterSectors;  // sectors per cluster
 };
 
-Layout layOut(const std::vector<KeyEntry>& tree, const ImageOptions& options) {
+Layout layOut(const std::vector<TreeEntry>& tree, const ImageOptions& options) {
     uint64_t bytes = options.size;
-    for (const KeyEntry& entry : tree)
+    for (const TreeEntry& entry : tree)
         bytes += options.size == 0 ? entry.size : 0;
     const uint64_t cluster = clusterSizeFor(bytes);
     const uint64_t needed = std::max(LEAST_CLUSTERS, clustersOf(tree, cluster));
@@ -94,9 +94,9 @@ std::string driveOf(const fs::path& image, uint64_t start) {
     return image.string() + "@@" + std::to_string(start * SECTOR);
 }
 
-std::string newestTime(const fs::path& folder, const std::vector<KeyEntry>& tree) {
+std::string newestTime(const fs::path& folder, const std::vector<TreeEntry>& tree) {
     time_t newest = 0;
-    for (const KeyEntry& entry : tree) {
+    for (const TreeEntry& entry : tree) {
         struct stat status {};
         if (::stat((folder / entry.path).c_str(), &status) == 0)
             newest = std::max(newest, status.st_mtime);
@@ -106,14 +106,14 @@ std::string newestTime(const fs::path& folder, const std::vector<KeyEntry>& tree
 
 // Copies the files in sorted order, so that the image does not depend on the key's file system, and
 // at most 500 at a time, because the length of a command line is limited.
-void fill(const std::string& drive, const fs::path& key, const std::vector<KeyEntry>& tree) {
+void fill(const std::string& drive, const fs::path& key, const std::vector<TreeEntry>& tree) {
     const std::vector<std::string> clock = {"env", "MTOOLS_SKIP_CHECK=1",
                                             "SOURCE_DATE_EPOCH=" + newestTime(key, tree)};
     std::map<std::string, std::vector<std::string>> filesOf;
     std::vector<std::string> makeFolders = clock;
     makeFolders.insert(makeFolders.end(), {"mmd", "-i", drive});
-    for (const KeyEntry& entry : tree) {
-        if (entry.kind == KeyEntry::Kind::Folder)
+    for (const TreeEntry& entry : tree) {
+        if (entry.kind == TreeEntry::Kind::Folder)
             makeFolders.push_back("::/" + entry.path);
         else
             filesOf[parentOf(entry.path)].push_back((key / entry.path).string());
@@ -178,7 +178,7 @@ ImageReport makeImage(const ImageOptions& options) {
     report.check = checkKey(options.key, options.check);
     if (report.check.hasErrors())
         return report;
-    const std::vector<KeyEntry> tree = readTree(options.key);
+    const std::vector<TreeEntry> tree = readTree(options.key);
     const Layout layout = layOut(tree, options);
     const TemporaryFolder workshop(fs::absolute(options.out));
     const fs::path image = workshop.path() / "image";

@@ -68,16 +68,16 @@ void copyFile(const fs::path& from, const fs::path& to) {
 // the check reports them; a special file, such as a pipe, throws std::runtime_error.
 void copyTree(const fs::path& from, const fs::path& to, std::vector<std::string>& leftOut) {
     fs::create_directories(to);
-    for (const KeyEntry& entry : readTree(from)) {
+    for (const TreeEntry& entry : readTree(from)) {
         if (isJunkPath(parentOf(entry.path)))
             continue;
         if (isJunkFile(nameOf(entry.path)))
             leftOut.push_back((from / entry.path).string());
-        else if (entry.kind == KeyEntry::Kind::Folder)
+        else if (entry.kind == TreeEntry::Kind::Folder)
             fs::create_directory(to / entry.path);
-        else if (entry.kind == KeyEntry::Kind::File)
+        else if (entry.kind == TreeEntry::Kind::File)
             copyFile(from / entry.path, to / entry.path);
-        else if (entry.kind == KeyEntry::Kind::Link)
+        else if (entry.kind == TreeEntry::Kind::Link)
             fs::copy_symlink(from / entry.path, to / entry.path);
         else
             throw std::runtime_error((from / entry.path).string() +
@@ -87,9 +87,9 @@ void copyTree(const fs::path& from, const fs::path& to, std::vector<std::string>
 
 time_t newestTime(const fs::path& folder) {
     time_t newest = 0;
-    for (const KeyEntry& entry : readTree(folder)) {
+    for (const TreeEntry& entry : readTree(folder)) {
         struct stat status {};
-        const bool isFile = entry.kind == KeyEntry::Kind::File;
+        const bool isFile = entry.kind == TreeEntry::Kind::File;
         if (isFile && ::stat((folder / entry.path).c_str(), &status) == 0)
             newest = std::max(newest, status.st_mtime);
     }
@@ -110,7 +110,7 @@ time_t keyTime(const MakeOptions& options) {
 
 void setTimes(const fs::path& folder, time_t time) {
     const timespec times[2] = {{time, 0}, {time, 0}};
-    for (const KeyEntry& entry : readTree(folder))
+    for (const TreeEntry& entry : readTree(folder))
         ::utimensat(AT_FDCWD, (folder / entry.path).c_str(), times, AT_SYMLINK_NOFOLLOW);
     ::utimensat(AT_FDCWD, folder.c_str(), times, 0);
 }

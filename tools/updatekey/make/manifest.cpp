@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "tools/host/key_tree.h"
+#include "tools/host/folder_tree.h"
 #include "tools/updatekey/check/key_paths.h"
 
 namespace {
@@ -61,9 +61,9 @@ std::string sha256Of(const std::filesystem::path& file) {
 
 Manifest computeManifest(const std::filesystem::path& key) {
     Manifest manifest;
-    for (const KeyEntry& entry : readTree(key / keypaths::MAKER)) {
+    for (const TreeEntry& entry : readTree(key / keypaths::MAKER)) {
         const std::string path = keypaths::MAKER + "/" + entry.path;
-        if (entry.kind == KeyEntry::Kind::File)
+        if (entry.kind == TreeEntry::Kind::File)
             manifest[path] = sha256Of(key / path);
     }
     return manifest;

@@ -64,8 +64,8 @@ class Stage {
 
 Manifest contentOf(const fs::path& folder) {
     Manifest content;
-    for (const KeyEntry& entry : readTree(folder)) {
-        if (entry.kind == KeyEntry::Kind::File)
+    for (const TreeEntry& entry : readTree(folder)) {
+        if (entry.kind == TreeEntry::Kind::File)
             content[entry.path] = sha256Of(folder / entry.path);
         else
             content[entry.path + "/"] = "";
@@ -188,7 +188,7 @@ RehearseReport rehearse(const RehearseOptions& options) {
     RehearseReport report;
     CheckOptions check = options.check;
     check.installedSize = 0;
-    for (const KeyEntry& entry : readTree(options.device / FLASH))
+    for (const TreeEntry& entry : readTree(options.device / FLASH))
         *check.installedSize += sizeOnFlash(entry.size);
     report.check = checkKey(options.key, check);
     if (!report.check.prediction.seen)

@@ -99,11 +99,11 @@ std::string infoText(const KeyInfo& info) {
     for (const std::string& line : info.notes)
         text += "  | " + printable(line) + "\n";
     text += "files and folders:\n";
-    for (const KeyEntry& entry : info.tree) {
+    for (const TreeEntry& entry : info.tree) {
         const auto depth =
             static_cast<std::size_t>(std::count(entry.path.begin(), entry.path.end(), '/'));
         text += std::string(2 * depth + 2, ' ') + printable(nameOf(entry.path));
-        text += entry.kind == KeyEntry::Kind::Folder ? "/\n" : "  " + sizeWords(entry.size) + "\n";
+        text += entry.kind == TreeEntry::Kind::Folder ? "/\n" : "  " + sizeWords(entry.size) + "\n";
     }
     return text;
 }

@@ -19,11 +19,11 @@ std::string padded(const std::string& text, std::size_t width) {
     return text + std::string(text.size() < width ? width - text.size() : 1, ' ');
 }
 
-std::string fileLine(const FileDifference& file) {
+std::string fileLine(const FileChange& file) {
     switch (file.kind) {
-        case FileDifference::Kind::Added:
+        case FileChange::Kind::Added:
             return "  new      " + printable(file.path) + "  " + sizeWords(file.after) + "\n";
-        case FileDifference::Kind::Gone:
+        case FileChange::Kind::Gone:
             return "  gone     " + printable(file.path) + "  " + sizeWords(file.before) + "\n";
         default:
             return "  changed  " + printable(file.path) + "  " + sizeWords(file.before) + " -> " +
@@ -69,7 +69,7 @@ std::string differenceText(const Difference& difference) {
     };
     std::string text = "Version: " + version(difference.versionBefore) + " -> " +
                        version(difference.versionAfter) + "\n";
-    for (const FileDifference& file : difference.files)
+    for (const FileChange& file : difference.files)
         text += fileLine(file);
     text += countWords(difference.files.size(), "file") + " differ" +
             (difference.files.size() == 1 ? "s, " : ", ") + std::to_string(difference.same) +

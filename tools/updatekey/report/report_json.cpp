@@ -42,13 +42,13 @@ std::string print(const Json& report) {
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
-const char* kindName(KeyEntry::Kind kind) {
+const char* kindName(TreeEntry::Kind kind) {
     switch (kind) {
-        case KeyEntry::Kind::File:
+        case TreeEntry::Kind::File:
             return "file";
-        case KeyEntry::Kind::Folder:
+        case TreeEntry::Kind::Folder:
             return "folder";
-        case KeyEntry::Kind::Link:
+        case TreeEntry::Kind::Link:
             return "link";
         default:
             return "other";
@@ -70,7 +70,7 @@ std::string makeJson(const MakeReport& report, const std::filesystem::path& out)
 
 std::string infoJson(const KeyInfo& info) {
     Json tree = Json::array();
-    for (const KeyEntry& entry : info.tree)
+    for (const TreeEntry& entry : info.tree)
         tree.push_back(
             {{"path", entry.path}, {"kind", kindName(entry.kind)}, {"bytes", entry.size}});
     return print({{"seen", info.seen},
@@ -123,7 +123,7 @@ std::string writeJson(const WriteReport& report) {
 std::string differenceJson(const Difference& difference) {
     constexpr const char* KINDS[] = {"new", "changed", "gone"};
     Json files = Json::array();
-    for (const FileDifference& file : difference.files)
+    for (const FileChange& file : difference.files)
         files.push_back({{"path", file.path},
                          {"change", KINDS[static_cast<std::size_t>(file.kind)]},
                          {"bytesBefore", file.before},

@@ -13,7 +13,7 @@
 #include <system_error>
 
 #include "platform/posix/files/descriptor.h"
-#include "tools/host/key_tree.h"
+#include "tools/host/folder_tree.h"
 #include "tools/updatekey/check/key_paths.h"
 #include "tools/updatekey/check/names.h"
 #include "tools/updatekey/write/sticks.h"
@@ -198,8 +198,8 @@ void writeStick(const fs::path& key, const Manifest& manifest, const fs::path& s
     const auto onStick = [&](const std::string& path) {
         return unfinished / path.substr(keypaths::MAKER.size() + 1);
     };
-    for (const KeyEntry& entry : readTree(key / keypaths::MAKER))
-        if (entry.kind == KeyEntry::Kind::Folder)
+    for (const TreeEntry& entry : readTree(key / keypaths::MAKER))
+        if (entry.kind == TreeEntry::Kind::Folder)
             fs::create_directories(unfinished / entry.path);
     for (const auto& [path, checksum] : manifest)
         copyFile(key / path, onStick(path), buffer, meter);

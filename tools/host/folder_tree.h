@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-struct KeyEntry {
+struct TreeEntry {
     enum class Kind { File, Folder, Link, Other };
 
     std::string path;  // relative to the folder, with "/"
@@ -16,7 +16,7 @@ struct KeyEntry {
 
 // Returns everything below `folder`, sorted by path. Links are listed, not followed; unreadable
 // folders are skipped.
-std::vector<KeyEntry> readTree(const std::filesystem::path& folder);
+std::vector<TreeEntry> readTree(const std::filesystem::path& folder);
 
 // Returns the part after the last "/".
 std::string nameOf(const std::string& path);

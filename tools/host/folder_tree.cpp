@@ -1,4 +1,4 @@
-#include "tools/host/key_tree.h"
+#include "tools/host/folder_tree.h"
 
 #include <algorithm>
 
@@ -6,24 +6,24 @@ namespace fs = std::filesystem;
 
 namespace {
 
-KeyEntry::Kind kindOf(const fs::directory_entry& entry) {
+TreeEntry::Kind kindOf(const fs::directory_entry& entry) {
     std::error_code error;
     switch (entry.symlink_status(error).type()) {
         case fs::file_type::regular:
-            return KeyEntry::Kind::File;
+            return TreeEntry::Kind::File;
         case fs::file_type::directory:
-            return KeyEntry::Kind::Folder;
+            return TreeEntry::Kind::Folder;
         case fs::file_type::symlink:
-            return KeyEntry::Kind::Link;
+            return TreeEntry::Kind::Link;
         default:
-            return KeyEntry::Kind::Other;
+            return TreeEntry::Kind::Other;
     }
 }
 
 }  // namespace
 
-std::vector<KeyEntry> readTree(const fs::path& folder) {
-    std::vector<KeyEntry> entries;
+std::vector<TreeEntry> readTree(const fs::path& folder) {
+    std::vector<TreeEntry> entries;
     std::error_code error;
     fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied,
                                            error);
@@ -32,13 +32,13 @@ std::vector<KeyEntry> readTree(const fs::path& folder) {
          entry.increment(error)) {
         const std::string full = entry->path().string();
         const std::size_t start = full.find_first_not_of('/', rootLength);
-        const KeyEntry::Kind kind = kindOf(*entry);
+        const TreeEntry::Kind kind = kindOf(*entry);
         std::error_code noSize;
-        const uint64_t size = kind == KeyEntry::Kind::File ? entry->file_size(noSize) : 0;
+        const uint64_t size = kind == TreeEntry::Kind::File ? entry->file_size(noSize) : 0;
         entries.push_back({full.substr(start), kind, noSize ? 0 : size});
     }
     std::sort(entries.begin(), entries.end(),
-              [](const KeyEntry& a, const KeyEntry& b) { return a.path < b.path; });
+              [](const TreeEntry& a, const TreeEntry& b) { return a.path < b.path; });
     return entries;
 }
 
