@@ -1,5 +1,5 @@
-// Tests that the simulator cannot end a process outside the device, and finds every one in it:
-// scripts, deleted programs, programs of the same name.
+// Tests that the simulator cannot end a process outside the device, and finds every program in
+// it: deleted ones, those of the same name, those whose main thread has ended.
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -8,10 +8,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <fstream>
 
 #include "platform/posix/files/device.h"
 #include "platform/posix/files/read_file.h"
+#include "platform/posix/processes/proc_files.h"
 #include "platform/posix/signals.h"
 #include "platform/posix/utf.h"
 #include "platform/win32.h"
@@ -68,28 +68,22 @@ class ProcessesPosix : public ::testing::Test {
     DeviceFolder device;
 };
 
-TEST_F(ProcessesPosix, ProgramsAndScriptsAreSeenAndEndedOnce) {
+TEST_F(ProcessesPosix, ProgramsAreSeenAndEndedOnce) {
     installSleep();
-    const auto script = [this](const std::string& folder, const std::string& text) {
-        device.write(folder + "/KSTRL.exe", text);
-        fs::permissions(host(folder + "/KSTRL.exe"), fs::perms::owner_all);
-        return host(folder);
-    };
+    fs::copy_file(HEADLESS_PROGRAM, host("KSTRL.exe"));
     ChildProcess first({host(), "1000"});
     ChildProcess second({host(), "1000"});
-    ChildProcess absolute({script("a", "#!/bin/sh -e \nkill -STOP $$\n") + "/KSTRL.exe"});
-    ChildProcess byEnv({script("b", "#!/usr/bin/env bash\nkill -STOP $$\n") + "/KSTRL.exe"});
-    ChildProcess relative(
-        {"env", "-C", script("c", "#!/bin/sh\ncd /\nkill -STOP $$\n"), "./KSTRL.exe"});
-    ChildProcess* const all[] = {&first, &second, &absolute, &byEnv, &relative};
+    ChildProcess headless({host("KSTRL.exe")});
+    ChildProcess* const all[] = {&first, &second, &headless};
     fs::remove(host());  // deleted, but still programs of the device
+    EXPECT_TRUE(waitUntil(
+        [&] { return host::readLink("/proc/" + std::to_string(headless.id()) + "/exe").empty(); }));
 
     std::vector<DWORD> ids;
     for (const ChildProcess* const process : all)
         ids.push_back(idOf(*process));
     std::sort(ids.begin(), ids.end());
-    // The kernel loads a script's interpreter a moment after its start.
-    EXPECT_TRUE(waitUntil([&] { return processesNamed("KSTRL.exe") == ids; }));
+    EXPECT_EQ(processesNamed("KSTRL.exe"), ids);
     for (const DWORD id : ids)
         EXPECT_EQ(end(id), TRUE);
     // The ended processes are zombies until the test waits for them.
@@ -101,43 +95,30 @@ TEST_F(ProcessesPosix, ProgramsAndScriptsAreSeenAndEndedOnce) {
 
 TEST_F(ProcessesPosix, ProcessesOutsideTheDeviceCannotBeOpened) {
     const std::string folder = host("FlashDisk/VELD/KSTRL");
-    device.write(PROGRAM, "#!/bin/sh\n");
+    device.write(PROGRAM, "#!/bin/sh\nkill -STOP $$\n");
+    fs::permissions(host(), fs::perms::owner_all);
+    fs::copy_file("/bin/sleep", host("apart"));
     const fs::path elsewhere = makeScratchFolder();
     fs::copy_file("/bin/sleep", elsewhere / "KSTRL.exe");
-    fs::create_symlink("/bin/tail", elsewhere / "follow");
-    fs::create_directory(elsewhere / "script");
-    std::ofstream(elsewhere / "script/KSTRL.exe")
-        << "#!/bin/sh\ncd " << folder << "\nkill -STOP $$\n";
-    fs::permissions(elsewhere / "script/KSTRL.exe", fs::perms::owner_all);
-    device.write("FlashDisk/VELD/KSTRL/follow");
     {
         const ChildProcess sameName({elsewhere / "KSTRL.exe", "1000"});
-        const ChildProcess givenAPath({"/bin/tail", host(), "-f"});
-        // The kernel gives this process the name of the file that it was passed.
-        const ChildProcess namesake({"bash", "-c", "exec -a tool $0 -f $1", elsewhere / "follow",
-                                     host("FlashDisk/VELD/KSTRL/follow")});
-        // In the test's current folder, its relative path would name the application.
-        const ChildProcess visitor({"env", "-C", elsewhere / "script", "./KSTRL.exe"});
-        EXPECT_TRUE(waitUntil([&] {
-            std::error_code gone;
-            return fs::read_symlink("/proc/" + std::to_string(visitor.id()) + "/cwd", gone) ==
-                   folder;
-        }));
+        const ChildProcess script({host()});
+        const ChildProcess reader({"env", "-C", folder, "tail", "-f", "KSTRL.exe"});
         // A process in a separate mount namespace. It exits at once where that is not permitted.
-        fs::copy_file("/bin/sleep", folder + "/apart");
-        ChildProcess apart({"unshare", "-rm", folder + "/apart", "1000"});
+        ChildProcess apart({"unshare", "-rm", host("apart"), "1000"});
         EXPECT_TRUE(waitUntil([&] {
             return !apart.isRunning() ||
                    host::readFile("/proc/" + std::to_string(apart.id()) + "/comm") == "apart\n";
         }));
-        for (const DWORD id : {idOf(sameName), idOf(givenAPath), idOf(namesake), idOf(visitor),
+        for (const DWORD id : {idOf(sameName), idOf(script), idOf(reader),
                                static_cast<DWORD>(::getpid()), DWORD{1}}) {
             EXPECT_EQ(OpenProcess(PROCESS_ALL_ACCESS, FALSE, id), nullptr);
             EXPECT_EQ(GetLastError(), DWORD{5});
         }
-        for (const char* const name : {"KSTRL.exe", "follow", "tail", "apart"})
+        for (const char* const name : {"KSTRL.exe", "tail", "apart"})
             EXPECT_TRUE(processesNamed(name).empty()) << name;
     }
+    removeScratchFolder(elsewhere);
 }
 
 TEST_F(ProcessesPosix, AStartedProgramIsDetachedAndInheritsNoFiles) {

@@ -12,9 +12,7 @@
 
 #include "platform/posix/files/descriptor.h"
 #include "platform/posix/files/device.h"
-#include "platform/posix/files/read_file.h"
 #include "platform/posix/processes/proc_files.h"
-#include "platform/posix/processes/running_script.h"
 
 namespace host {
 
@@ -46,22 +44,27 @@ bool isBelow(std::string path, const std::vector<FileIdentity>& folders) {
 // Returns the name of the file that `link` refers to when it lies on the device, otherwise an empty
 // text. The kernel reports the file's current path, or the last one of a deleted file.
 std::string nameOnDevice(const std::string& link, const std::vector<FileIdentity>& folders) {
+    const std::string deletedMark = " (deleted)";
     const Descriptor file(::open(link.c_str(), O_PATH | O_CLOEXEC));
     struct stat status {};
-    if (!file.isOpen() || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (!file.isOpen() || ::fstat(file.number(), &status) != 0)
         return {};
     std::string path = readLink("/proc/self/fd/" + std::to_string(file.number()));
-    // Another file may have been mounted over the path.
-    if (identityOf(path) != FileIdentity{status} && !removeDeletedMark(path))
-        return {};
+    if (identityOf(path) != FileIdentity{status}) {
+        // Deleted, or another file has been mounted over the path.
+        const std::size_t end = path.rfind(deletedMark);
+        if (end == std::string::npos || end + deletedMark.size() != path.size())
+            return {};
+        path.resize(end);
+    }
     return isBelow(path, folders) ? baseName(path) : std::string();
 }
 
-// The namespaces in which a process sees files and process ids.
+// The namespaces in which a thread sees files and process ids.
 struct View {
-    explicit View(const std::string& process)
-        : parts{identityOf(process + "/ns/mnt"), identityOf(process + "/ns/pid"),
-                identityOf(process + "/root")} {}
+    explicit View(const std::string& thread)
+        : parts{identityOf(thread + "/ns/mnt"), identityOf(thread + "/ns/pid"),
+                identityOf(thread + "/root")} {}
     bool isOurs() const {
         static const View OURS("/proc/self");
         return parts == OURS.parts && parts[0].exists() && parts[1].exists();
@@ -69,32 +72,18 @@ struct View {
     std::array<FileIdentity, 3> parts;
 };
 
-// Returns the name of the program or script that process `id` runs when it belongs to the device,
-// otherwise an empty text.
+// Returns the name of the program that process `id` runs when it belongs to the device, otherwise
+// an empty text.
 std::string nameOfDeviceProcess(const std::string& id, const std::vector<FileIdentity>& folders) {
-    const std::string process = "/proc/" + id;
-    if (!View(process).isOurs())
-        return {};
-    std::string name = nameOnDevice(process + "/exe", folders);
-    const std::vector<std::string> arguments = argumentsOf(process);
-    for (std::size_t i = 1; name.empty() && i < arguments.size() && i <= LAST_SCRIPT_ARGUMENT;
-         ++i) {
-        const std::string script = fileOfArgument(process, arguments[i]);
-        name = nameOnDevice(script, folders);
-        if (!name.empty() &&
-            !isRunBy(process, script, std::vector<std::string>(&arguments[1], &arguments[i])))
-            name.clear();
+    const std::string threads = "/proc/" + id + "/task/";
+    for (const std::string& number : namesIn(threads)) {
+        const std::string thread = threads + number;
+        // All threads run the same program. The main thread, which stands for the process, has none
+        // once it has ended, while the others may go on.
+        if (identityOf(thread + "/exe").exists())
+            return View(thread).isOurs() ? nameOnDevice(thread + "/exe", folders) : std::string();
     }
-    return name;
-}
-
-// Returns the process id behind a process descriptor, as /proc reports it; negative when the
-// process has ended.
-long numberOf(int process) {
-    const std::string information = readFile("/proc/self/fdinfo/" + std::to_string(process));
-    const std::string label = "\nPid:";
-    const std::size_t at = information.find(label);
-    return at == std::string::npos ? -1 : std::strtol(&information[at + label.size()], nullptr, 10);
+    return {};
 }
 
 }  // namespace
@@ -118,9 +107,10 @@ int openDeviceProcess(DWORD id) {
         errno = ESRCH;
         return -1;
     }
-    // When the id still means the same process afterwards, /proc described that process.
+    // When the process can still be signalled afterwards, its id was not reused, and /proc
+    // described this process.
     if (nameOfDeviceProcess(std::to_string(id), deviceFolders()).empty() ||
-        numberOf(process) != static_cast<long>(id)) {
+        ::syscall(SYS_pidfd_send_signal, process, 0, nullptr, 0) != 0) {
         ::close(process);
         errno = EPERM;
         return -1;

@@ -1,7 +1,7 @@
-// Finds the host processes that belong to the simulated device: those whose program, or the script
-// that it runs, lies below the device folder. Files are compared by device and inode. A process in
-// another mount or process namespace (a container, for example) does not belong to the device. A
-// process that cannot be identified with certainty is never ended.
+// Finds the host processes that belong to the simulated device: those whose program lies below the
+// device folder. Files are compared by device and inode. A process in another mount or process
+// namespace (a container, for example) does not belong to the device, nor does a script, whose
+// program is its interpreter. A process that cannot be identified with certainty is never ended.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ namespace host {
 
 struct DeviceProcess {
     DWORD id;
-    std::string name;  // file name of the program or script
+    std::string name;  // file name of the program
 };
 
 // Returns the running processes of the device, sorted by process id.

@@ -18,15 +18,6 @@ std::string readLink(const std::string& path) {
     return length > 0 ? std::string(target, static_cast<std::size_t>(length)) : std::string();
 }
 
-bool removeDeletedMark(std::string& path) {
-    const std::string mark = " (deleted)";
-    if (path.size() < mark.size() ||
-        path.compare(path.size() - mark.size(), mark.size(), mark) != 0)
-        return false;
-    path.resize(path.size() - mark.size());
-    return true;
-}
-
 std::string baseName(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }

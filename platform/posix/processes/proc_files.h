@@ -29,10 +29,6 @@ FileIdentity identityOf(const std::string& path);
 // Returns the target of a link; empty when there is none.
 std::string readLink(const std::string& path);
 
-// Removes the mark that the kernel appends to the path of a deleted file. Returns whether it was
-// present.
-bool removeDeletedMark(std::string& path);
-
 std::string baseName(const std::string& path);
 
 // Returns the entries of a folder in any order; empty when it cannot be read.
