@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -36,6 +37,7 @@ ChildProcess::ChildProcess(std::vector<std::string> command, const Variables& va
         ::close(started[0]);
         return;
     }
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM);  // ends the program with a test that is killed
     int stream = STDIN_FILENO;
     for (const std::string& path : {std::string("/dev/null"), folder_ + "/out", folder_ + "/err"})
         ::dup2(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600), stream++);

@@ -1,5 +1,5 @@
 // An empty folder that is the device's file system for one test. On Windows it is the root of the
-// current drive.
+// current drive. Its destructor ends the applications started on it.
 #pragma once
 
 #include <filesystem>

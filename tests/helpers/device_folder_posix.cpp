@@ -1,9 +1,12 @@
+#include <signal.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
 #include "platform/posix/call_hook.h"
 #include "platform/posix/files/device.h"
+#include "platform/posix/processes/device_processes.h"
 #include "tests/helpers/device_folder.h"
 #include "tests/helpers/scratch.h"
 
@@ -13,6 +16,9 @@ DeviceFolder::DeviceFolder() : root_(makeScratchFolder()) {
 
 DeviceFolder::~DeviceFolder() {
     setCallHook({});
+    setDeviceRoot(root_.string());
+    for (const host::DeviceProcess& application : host::deviceProcesses())
+        ::kill(static_cast<pid_t>(application.id), SIGKILL);
     namespace fs = std::filesystem;
     std::error_code closed;
     const auto isOnDevice = [&](const fs::directory_entry& descriptor) {

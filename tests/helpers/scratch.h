@@ -1,11 +1,11 @@
-// Temporary folders for tests, removed however the test ends.
+// Temporary folders for tests. A test that is killed leaves its own behind; scripts/in-memory, in
+// which the tests run, deletes them.
 #pragma once
 
 #include <filesystem>
 
-// Creates a new folder. When this process has ended, even by a signal, the folder is removed, and
-// its forked children and every program started meanwhile are ended.
+// Creates a new folder in the temporary folder.
 std::filesystem::path makeScratchFolder();
 
-// Removes such a folder at once.
+// Removes such a folder and what it contains.
 void removeScratchFolder(const std::filesystem::path& folder);
