@@ -1,4 +1,4 @@
-// The program that scripts/check-instructions measures: frames of the screen and steps of the
+// The program that scripts/lib/check-instructions measures: frames of the screen and steps of the
 // engine.
 
 #include "bench/instructions.h"

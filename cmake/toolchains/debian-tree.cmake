@@ -1,5 +1,5 @@
 # The GNU cross compiler for Linux with the name prefix TOOLS_PREFIX, and the headers and libraries of
-# the packages that scripts/debian-tree unpacks into SYSROOT.
+# the packages that scripts/lanes/debian-tree unpacks into SYSROOT.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_CXX_COMPILER ${TOOLS_PREFIX}-g++)
 set(CMAKE_SYSROOT ${SYSROOT})
