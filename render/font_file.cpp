@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "render/font_layout.h"
 #include "support/logger.h"
 #include "support/open_file.h"
 #include "support/text.h"
@@ -11,12 +12,9 @@
 
 namespace {
 
-constexpr unsigned char HEADER[] = {'B', 'M', 'F', 3};
 constexpr int BLOCK_COUNT = 5;
 constexpr std::size_t BLOCK_HEADER_SIZE = 5;
 constexpr std::size_t COMMON_SIZE_USED = 6;
-constexpr std::size_t GLYPH_SIZE = 20;
-constexpr std::size_t KERNING_PAIR_SIZE = 10;
 constexpr std::size_t SHORTEST_KERNING_LINE = 4;
 
 // A glyph refers to its page with one byte, so no glyph can use further pages.
@@ -29,23 +27,26 @@ constexpr uint64_t TABLE_ENTRY_BYTES = 64;  // memory of a glyph or a kerning pa
 // Large enough for a glyph for every 16-bit character and as many kerning pairs as a face may have.
 constexpr uint64_t MAX_FONT_FILE_SIZE = uint64_t{16} << 20;
 
-enum BlockType : unsigned char {
-    CommonBlock = 2,
-    PagesBlock = 3,
-    CharsBlock = 4,
-    KerningBlock = 5
-};
-
-uint16_t readU16(const unsigned char* bytes) {
-    return static_cast<uint16_t>(bytes[0] | (bytes[1] << 8));
+// Reads a number of the width of its type. Returns the byte behind it.
+template <typename Number>
+const unsigned char* readField(const unsigned char* bytes, Number& number) {
+    uint32_t bits = 0;
+    for (std::size_t i = 0; i < sizeof number; ++i)
+        bits |= static_cast<uint32_t>(bytes[i]) << (8 * i);
+    number = static_cast<Number>(bits);
+    return bytes + sizeof number;
 }
 
-int16_t readI16(const unsigned char* bytes) {
-    return static_cast<int16_t>(readU16(bytes));
+uint16_t readU16(const unsigned char* bytes) {
+    uint16_t number = 0;
+    readField(bytes, number);
+    return number;
 }
 
 uint32_t readU32(const unsigned char* bytes) {
-    return readU16(bytes) | (static_cast<uint32_t>(readU16(bytes + 2)) << 16);
+    uint32_t number = 0;
+    readField(bytes, number);
+    return number;
 }
 
 void parseCommon(const unsigned char* content, std::size_t size, FontData& font) {
@@ -76,18 +77,9 @@ void parsePages(const unsigned char* content, std::size_t size, FontData& font) 
 
 void parseChars(const unsigned char* content, std::size_t size, FontData& font) {
     for (std::size_t i = 0; i < size / GLYPH_SIZE; ++i) {
-        const unsigned char* const record = content + i * GLYPH_SIZE;
+        const unsigned char* next = content + i * GLYPH_SIZE;
         Glyph glyph{};
-        glyph.id = readU32(record);
-        glyph.x = readU16(record + 4);
-        glyph.y = readU16(record + 6);
-        glyph.width = readU16(record + 8);
-        glyph.height = readU16(record + 10);
-        glyph.xoffset = readI16(record + 12);
-        glyph.yoffset = readI16(record + 14);
-        glyph.xadvance = readI16(record + 16);
-        glyph.page = record[18];
-        glyph.channel = record[19];
+        forEachField(glyph, [&next](auto& field) { next = readField(next, field); });
         font.glyphs[static_cast<uint16_t>(glyph.id)] = glyph;
     }
 }
@@ -95,7 +87,8 @@ void parseChars(const unsigned char* content, std::size_t size, FontData& font) 
 void parseKerningPairs(const unsigned char* content, std::size_t size, FontData& font) {
     for (std::size_t i = 0; i < size / KERNING_PAIR_SIZE && !asksForTooMuch(font); ++i) {
         const unsigned char* const record = content + i * KERNING_PAIR_SIZE;
-        font.kerning[{readU32(record), readU32(record + 4)}] = readI16(record + 8);
+        font.kerning[{readU32(record), readU32(record + 4)}] =
+            static_cast<int16_t>(readU16(record + 8));
     }
 }
 
@@ -114,9 +107,9 @@ void parseBlock(unsigned char type, const unsigned char* content, std::size_t si
 }  // namespace
 
 void parseFont(const unsigned char* bytes, std::size_t size, FontData& font) {
-    if (size < sizeof HEADER || std::memcmp(bytes, HEADER, sizeof HEADER) != 0)
+    if (size < sizeof FONT_HEADER || std::memcmp(bytes, FONT_HEADER, sizeof FONT_HEADER) != 0)
         return;
-    std::size_t position = sizeof HEADER;
+    std::size_t position = sizeof FONT_HEADER;
     for (int i = 0; i < BLOCK_COUNT && size - position >= BLOCK_HEADER_SIZE; ++i) {
         const unsigned char type = bytes[position];
         const int32_t stated = static_cast<int32_t>(readU32(bytes + position + 1));

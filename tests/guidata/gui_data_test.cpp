@@ -8,37 +8,25 @@
 #include "support/system_settings.h"
 #include "tests/helpers/device_folder.h"
 #include "tools/guidata/font_reader.h"
+#include "tools/guidata/source_lines.h"
 #include "tools/guidata/text_fit.h"
-#include "tools/host/host_file.h"
 #include "ui/screen_layout.h"
 
 namespace {
-
-std::string contentOf(const std::string& path) {
-    std::string content;
-    std::string error;
-    EXPECT_TRUE(readHostFile(path, content, error)) << error;
-    return content;
-}
 
 TEST(GuiData, ShowsEveryTextAndIsReadBackUnchanged) {
     const DeviceFolder device;
     std::filesystem::copy(GUIDATA "lang", device.root() / "lang");
     SystemSettings::instance().dataFolder = "/";
-    std::string error;
     const ScreenKeys keys = screenKeys();
     for (const Language& known : LANGUAGES) {
         const std::string language = known.suffix;
         const std::string face = faceName(known.script, layout::TEXT_FONT_SIZE);
-        const std::string source = contentOf(LANG_SOURCES + language + ".txt");
-        MessageList messages;
-        FontData font;
-        EXPECT_TRUE(readFont(std::string(GUIDATA) + "fonts/" + face + ".fnt", font, error));
-        const auto entries = parseTextSource(source, language, keys, messages);
+        const std::string source = readSource(LANG_SOURCES + language + ".txt");
+        const FontData font = readFont(std::string(GUIDATA) + "fonts/" + face + ".fnt");
+        const auto entries = parseTextSource(source, language, keys);
         EXPECT_EQ(entries.size(), keys.size());
-        checkTexts(entries, language, keys, font, messages);
-        EXPECT_EQ(messages.errors, std::vector<std::string>{});
-        EXPECT_EQ(messages.warnings, std::vector<std::string>{});
+        EXPECT_EQ(checkTexts(entries, language, keys, font), std::vector<std::string>{});
 
         StringTable::instance().setLanguage(known.number);
         for (const TextEntry& entry : entries)

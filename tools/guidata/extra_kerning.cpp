@@ -3,6 +3,8 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <optional>
+#include <stdexcept>
 
 #include "tools/guidata/source_lines.h"
 #include "tools/guidata/text_encoding.h"
@@ -26,21 +28,16 @@ std::optional<int> parseAmount(const std::u16string& text) {
 
 }  // namespace
 
-std::optional<ExtraKerning> parseExtraKerning(const std::string& source,
-                                              const std::string& fileName, std::string& error) {
-    const std::optional<std::vector<SourceLine>> lines = sourceLines(source, fileName, error);
-    if (!lines)
-        return std::nullopt;
+ExtraKerning parseExtraKerning(const std::string& source, const std::string& fileName) {
     ExtraKerning pairs;
-    for (const SourceLine& line : *lines) {
+    for (const SourceLine& line : sourceLines(source, fileName)) {
         const bool whole = line.text.size() > AMOUNT_START;
         const std::optional<int> amount =
             whole ? parseAmount(line.text.substr(AMOUNT_START)) : std::nullopt;
-        if (!amount) {
-            error = at(fileName, line.number) +
-                    "expected two characters, a blank and a number from -1000 to 1000";
-            return std::nullopt;
-        }
+        if (!amount)
+            throw std::runtime_error(
+                at(fileName, line.number) +
+                "expected two characters, a blank and a number from -1000 to 1000");
         pairs[{line.text[0], line.text[1]}] = *amount;
     }
     return pairs;

@@ -6,7 +6,6 @@
 #pragma once
 
 #include <map>
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -15,9 +14,8 @@
 // Kerning in thousandths of the em, by first and second character.
 using ExtraKerning = std::map<std::pair<char16_t, char16_t>, int>;
 
-// Parses a source. Returns nothing, with `error` naming file and line, when it is malformed.
-std::optional<ExtraKerning> parseExtraKerning(const std::string& source,
-                                              const std::string& fileName, std::string& error);
+// Parses a source. Throws std::runtime_error, naming file and line, when it is malformed.
+ExtraKerning parseExtraKerning(const std::string& source, const std::string& fileName);
 
 // Converts the pairs to pixels for an em of `emSize` pixels.
 KerningTable scaledKerning(const ExtraKerning& pairs, double emSize);

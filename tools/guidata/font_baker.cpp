@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <stdexcept>
 
 #include "tools/guidata/atlas.h"
 #include "tools/guidata/bmfont_writer.h"
+#include "tools/guidata/source_lines.h"
 #include "tools/guidata/text_encoding.h"
 #include "tools/guidata/typeface.h"
-#include "tools/host/host_file.h"
 
 namespace {
 
@@ -25,32 +26,23 @@ int commonInset(Typeface& typeface, const std::set<char16_t>& characters) {
     return inset;
 }
 
-bool fitsLine(const BakeRequest& request, const RenderedGlyph& glyph, std::string& error) {
+void requireThatItFits(const BakeRequest& request, const RenderedGlyph& glyph) {
     const int top = request.base - glyph.image.top;
     const int bottom = top + glyph.image.height;
-    if (glyph.image.height == 0 || (top >= 0 && bottom <= request.lineHeight))
-        return true;
-    error = request.faceName + ": " + characterName(glyph.character) + " extends from row " +
-            std::to_string(top) + " to row " + std::to_string(bottom) +
-            ", but its line has only the rows 0 to " + std::to_string(request.lineHeight);
-    return false;
+    if (glyph.image.height != 0 && (top < 0 || bottom > request.lineHeight))
+        throw std::runtime_error(request.faceName + ": " + characterName(glyph.character) +
+                                 " extends from row " + std::to_string(top) + " to row " +
+                                 std::to_string(bottom) + ", but its line has only the rows 0 to " +
+                                 std::to_string(request.lineHeight));
 }
 
-std::optional<std::vector<RenderedGlyph>> renderGlyphs(const BakeRequest& request,
-                                                       Typeface& typeface,
-                                                       const std::set<char16_t>& characters,
-                                                       std::string& error) {
+std::vector<RenderedGlyph> renderGlyphs(const BakeRequest& request, Typeface& typeface,
+                                        const std::set<char16_t>& characters) {
     std::vector<RenderedGlyph> glyphs;
     const int inset = commonInset(typeface, characters);
     for (const char16_t character : characters) {
-        std::optional<GlyphImage> image = typeface.render(character, inset);
-        if (!image) {
-            error = request.fontPath + ": " + characterName(character) + " cannot be rendered";
-            return std::nullopt;
-        }
-        glyphs.push_back({character, std::move(*image)});
-        if (!fitsLine(request, glyphs.back(), error))
-            return std::nullopt;
+        glyphs.push_back({character, typeface.render(character, inset)});
+        requireThatItFits(request, glyphs.back());
     }
     return glyphs;
 }
@@ -128,60 +120,48 @@ std::set<char16_t> latin1() {
     return characters;
 }
 
-std::optional<BakedFace> bakeFace(const BakeRequest& request, std::string& error) {
-    const std::unique_ptr<Typeface> typeface =
-        Typeface::open(request.fontPath, request.faceIndex, request.emSize, error);
-    if (typeface == nullptr)
-        return std::nullopt;
-
+BakedFace bakeFace(const BakeRequest& request) {
+    Typeface typeface(request.fontPath, request.faceIndex, request.emSize);
     BakedFace face;
     std::set<char16_t> characters;
     for (const char16_t character : request.characters) {
-        if (typeface->hasGlyph(character))
+        if (typeface.hasGlyph(character))
             characters.insert(character);
         else
             face.missing.push_back(character);
     }
-    const std::optional<std::vector<RenderedGlyph>> glyphs =
-        renderGlyphs(request, *typeface, characters, error);
-    if (!glyphs)
-        return std::nullopt;
+    const std::vector<RenderedGlyph> glyphs = renderGlyphs(request, typeface, characters);
 
-    const Atlas atlas = packAtlas(cellSizes(*glyphs), request.maxPageSide);
+    const Atlas atlas = packAtlas(cellSizes(glyphs), request.maxPageSide);
     constexpr int MAX_PAGES = 256;
-    if (atlas.pages == 0 || atlas.pages > MAX_PAGES) {
-        error = request.faceName + ": the glyphs do not fit on pages of " +
-                std::to_string(request.maxPageSide) + " pixels";
-        return std::nullopt;
-    }
+    if (atlas.pages == 0 || atlas.pages > MAX_PAGES)
+        throw std::runtime_error(request.faceName + ": the glyphs do not fit on pages of " +
+                                 std::to_string(request.maxPageSide) + " pixels");
     const auto side = static_cast<std::size_t>(atlas.side);
     face.pages.assign(static_cast<std::size_t>(atlas.pages), std::vector<uint8_t>(side * side));
-    for (std::size_t i = 0; i < glyphs->size(); ++i) {
-        const RenderedGlyph& glyph = (*glyphs)[i];
+    for (std::size_t i = 0; i < glyphs.size(); ++i) {
+        const RenderedGlyph& glyph = glyphs[i];
         const CellPlace& place = atlas.places[i];
         face.font.glyphs[glyph.character] = placedGlyph(glyph, place, request.base);
         drawGlyph(glyph.image, place, atlas.side, face.pages[static_cast<std::size_t>(place.page)]);
     }
-    face.fontName = typeface->familyName();
+    face.fontName = typeface.familyName();
     face.emSize = static_cast<int>(std::lround(request.emSize));
     face.font.lineHeight = static_cast<uint32_t>(request.lineHeight);
     face.font.base = static_cast<uint32_t>(request.base);
     face.font.atlasSize = static_cast<uint32_t>(atlas.side);
     face.font.pageNames = pageNames(request.faceName, atlas.pages);
-    face.font.kerning = fontKerning(*typeface, characters);
+    face.font.kerning = fontKerning(typeface, characters);
     face.extraKerning = scaledKerning(request.extraKerning, request.emSize);
     return face;
 }
 
-bool writeFace(const BakedFace& face, const std::string& faceName, const std::string& folder,
-               std::string& error) {
+void writeFace(const BakedFace& face, const std::string& faceName, const std::string& folder) {
     const std::string prefix = folder + "/";
     for (std::size_t page = 0; page < face.pages.size(); ++page) {
         const std::string bytes(face.pages[page].begin(), face.pages[page].end());
-        if (!writeHostFile(prefix + face.font.pageNames[page], bytes, error))
-            return false;
+        writeResult(prefix + face.font.pageNames[page], bytes);
     }
-    return writeHostFile(prefix + faceName + ".kern", encodeKernFile(face.extraKerning), error) &&
-           writeHostFile(prefix + faceName + ".fnt",
-                         encodeBmFont(face.font, face.fontName, face.emSize), error);
+    writeResult(prefix + faceName + ".kern", encodeKernFile(face.extraKerning));
+    writeResult(prefix + faceName + ".fnt", encodeBmFont(face.font, face.fontName, face.emSize));
 }

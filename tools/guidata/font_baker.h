@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -34,12 +33,11 @@ struct BakedFace {
 // Returns the printable characters of Latin-1.
 std::set<char16_t> latin1();
 
-// Renders the face. Returns nothing, and the reason in `error`, when the font file is unusable or a
-// glyph extends above or below its line: the lines of the screen must not touch, and the device has
-// no negative offsets.
-std::optional<BakedFace> bakeFace(const BakeRequest& request, std::string& error);
+// Renders the face. Throws std::runtime_error when the font file is unusable or a glyph extends
+// above or below its line: the lines of the screen must not touch, and the device has no negative
+// offsets.
+BakedFace bakeFace(const BakeRequest& request);
 
-// Writes N.fnt, N.kern and the pages N_0.raw, ... of face N into `folder`. Returns false, with
-// `error` naming the file, on failure.
-bool writeFace(const BakedFace& face, const std::string& faceName, const std::string& folder,
-               std::string& error);
+// Writes N.fnt, N.kern and the pages N_0.raw, ... of face N into `folder`. Throws
+// std::runtime_error, naming the file, on failure.
+void writeFace(const BakedFace& face, const std::string& faceName, const std::string& folder);

@@ -1,13 +1,14 @@
 #include "tools/guidata/font_reader.h"
 
-#include "tools/host/host_file.h"
+#include <stdexcept>
 
-bool readFont(const std::string& path, FontData& font, std::string& error) {
-    std::string bytes;
-    if (!readHostFile(path, bytes, error))
-        return false;
+#include "tools/guidata/source_lines.h"
+
+FontData readFont(const std::string& path) {
+    const std::string bytes = readSource(path);
+    FontData font;
     parseFont(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), font);
     if (font.glyphs.empty())
-        error = path + ": is not a .fnt file, or has no glyphs";
-    return !font.glyphs.empty();
+        throw std::runtime_error(path + ": is not a .fnt file, or has no glyphs");
+    return font;
 }

@@ -5,6 +5,6 @@
 
 #include "render/font_file.h"
 
-// Reads the ".fnt" file at `path` on this computer. Returns false, with `error` naming the file,
-// when it cannot be read or contains no glyphs.
-bool readFont(const std::string& path, FontData& font, std::string& error);
+// Reads the ".fnt" file at `path` on this computer. Throws std::runtime_error,
+// naming the file, when it cannot be read or contains no glyphs.
+FontData readFont(const std::string& path);

@@ -7,11 +7,8 @@
 #include "tools/guidata/source_lines.h"
 #include "tools/guidata/text_encoding.h"
 #include "tools/guidata/tool_main.h"
-#include "tools/host/host_file.h"
 
 namespace {
-
-constexpr const char* TOOL = "fontbake";
 
 struct Arguments {
     BakeRequest request;
@@ -58,62 +55,28 @@ void addOptions(CLI::App& app, Arguments& arguments) {
     work->add_option("--dump", arguments.dump, "Print the content of this .fnt file as JSON");
 }
 
-bool addCharacters(const std::string& path, std::set<char16_t>& characters, std::string& error) {
-    std::string source;
-    if (!readHostFile(path, source, error))
-        return false;
-    const std::optional<std::vector<SourceLine>> lines = sourceLines(source, path, error);
-    if (!lines)
-        return false;
-    for (const SourceLine& line : *lines)
-        characters.insert(line.text.begin(), line.text.end());
+void readInputs(Arguments& arguments) {
+    std::set<char16_t>& characters = arguments.request.characters = latin1();
+    for (const std::string& path : arguments.textSources)
+        for (const SourceLine& line : sourceLines(readSource(path), path))
+            characters.insert(line.text.begin(), line.text.end());
     characters.erase(u'\t');
-    return true;
+    const std::string& kerning = arguments.kerningSource;
+    if (!kerning.empty())
+        arguments.request.extraKerning = parseExtraKerning(readSource(kerning), kerning);
 }
 
-bool readInputs(Arguments& arguments, std::string& error) {
-    arguments.request.characters = latin1();
-    for (const std::string& path : arguments.textSources) {
-        if (!addCharacters(path, arguments.request.characters, error))
-            return false;
+void run(Arguments& arguments) {
+    if (!arguments.dump.empty()) {
+        std::fputs(fontAsJson(readFont(arguments.dump)).c_str(), stdout);
+        return;
     }
-    if (arguments.kerningSource.empty())
-        return true;
-    std::string source;
-    if (!readHostFile(arguments.kerningSource, source, error))
-        return false;
-    std::optional<ExtraKerning> pairs = parseExtraKerning(source, arguments.kerningSource, error);
-    if (!pairs)
-        return false;
-    arguments.request.extraKerning = std::move(*pairs);
-    return true;
-}
-
-ExitCode bake(Arguments& arguments) {
-    std::string error;
-    if (!readInputs(arguments, error))
-        return fail(TOOL, error);
-    const std::optional<BakedFace> face = bakeFace(arguments.request, error);
-    if (!face || !writeFace(*face, arguments.request.faceName, arguments.outputFolder, error))
-        return fail(TOOL, error);
-    for (const char16_t character : face->missing) {
+    readInputs(arguments);
+    const BakedFace face = bakeFace(arguments.request);
+    writeFace(face, arguments.request.faceName, arguments.outputFolder);
+    for (const char16_t character : face.missing)
         std::fprintf(stderr, "fontbake: warning: %s: no glyph for %s\n",
                      arguments.request.fontPath.c_str(), characterName(character).c_str());
-    }
-    return ExitDone;
-}
-
-ExitCode dump(const std::string& path) {
-    std::string error;
-    FontData font;
-    if (!readFont(path, font, error))
-        return fail(TOOL, error);
-    std::fputs(fontAsJson(font).c_str(), stdout);
-    return ExitDone;
-}
-
-ExitCode run(Arguments& arguments) {
-    return arguments.dump.empty() ? bake(arguments) : dump(arguments.dump);
 }
 
 }  // namespace
@@ -121,7 +84,8 @@ ExitCode run(Arguments& arguments) {
 int main(int argc, char** argv) {
     Arguments arguments;
     return runTool(
-        {TOOL, "Renders a font at one size into the .fnt, .kern and .raw files of the device.",
+        {"fontbake",
+         "Renders a font at one size into the .fnt, .kern and .raw files of the device.",
          [&](CLI::App& app) { addOptions(app, arguments); }, [&] { return run(arguments); }},
         argc, argv);
 }

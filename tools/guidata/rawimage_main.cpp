@@ -1,13 +1,11 @@
 // rawimage: converts a PNG picture to a background picture of the device.
 
 #include "tools/guidata/raw_image.h"
+#include "tools/guidata/source_lines.h"
 #include "tools/guidata/tool_main.h"
-#include "tools/host/host_file.h"
 #include "ui/screen_layout.h"
 
 namespace {
-
-constexpr const char* TOOL = "rawimage";
 
 struct Arguments {
     std::string picture;
@@ -15,13 +13,9 @@ struct Arguments {
     uint32_t side = layout::BACKGROUND_SIDE;
 };
 
-ExitCode convert(const Arguments& arguments) {
-    std::string error;
-    const std::optional<std::vector<uint8_t>> square =
-        luminanceSquare(arguments.picture, arguments.side, error);
-    if (!square || !writeHostFile(arguments.output, {square->begin(), square->end()}, error))
-        return fail(TOOL, error);
-    return ExitDone;
+void convert(const Arguments& arguments) {
+    const std::vector<uint8_t> square = luminanceSquare(arguments.picture, arguments.side);
+    writeResult(arguments.output, {square.begin(), square.end()});
 }
 
 void addOptions(CLI::App& app, Arguments& arguments) {
@@ -38,7 +32,7 @@ void addOptions(CLI::App& app, Arguments& arguments) {
 int main(int argc, char** argv) {
     Arguments arguments;
     return runTool(
-        {TOOL,
+        {"rawimage",
          "Converts a PNG file to a background picture of the device: a square with one byte of "
          "luminance per pixel.",
          [&](CLI::App& app) { addOptions(app, arguments); }, [&] { return convert(arguments); }},

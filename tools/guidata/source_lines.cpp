@@ -1,8 +1,10 @@
 #include "tools/guidata/source_lines.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "tools/guidata/text_encoding.h"
+#include "tools/host/host_file.h"
 
 namespace {
 
@@ -16,9 +18,7 @@ std::string at(const std::string& fileName, int line) {
     return fileName + ":" + std::to_string(line) + ": ";
 }
 
-std::optional<std::vector<SourceLine>> sourceLines(const std::string& source,
-                                                   const std::string& fileName,
-                                                   std::string& error) {
+std::vector<SourceLine> sourceLines(const std::string& source, const std::string& fileName) {
     std::vector<SourceLine> lines;
     int number = 0;
     for (std::size_t start = 0; start < source.size();) {
@@ -29,16 +29,27 @@ std::optional<std::vector<SourceLine>> sourceLines(const std::string& source,
         if (!bytes.empty() && bytes.back() == '\r')
             bytes.pop_back();
         const std::optional<std::u16string> text = utf16FromUtf8(bytes);
-        if (!text) {
-            error = at(fileName, number) + "the line is not UTF-8 text";
-            return std::nullopt;
-        }
-        if (std::any_of(text->begin(), text->end(), isControl)) {
-            error = at(fileName, number) + "the line contains a control character";
-            return std::nullopt;
-        }
+        if (!text)
+            throw std::runtime_error(at(fileName, number) + "the line is not UTF-8 text");
+        if (std::any_of(text->begin(), text->end(), isControl))
+            throw std::runtime_error(at(fileName, number) +
+                                     "the line contains a control character");
         if (!text->empty() && text->front() != u'#')
             lines.push_back({number, *text});
     }
     return lines;
+}
+
+std::string readSource(const std::string& path) {
+    std::string content;
+    std::string error;
+    if (!readHostFile(path, content, error))
+        throw std::runtime_error(error);
+    return content;
+}
+
+void writeResult(const std::string& path, const std::string& content) {
+    std::string error;
+    if (!writeHostFile(path, content, error))
+        throw std::runtime_error(error);
 }

@@ -1,7 +1,6 @@
 // The significant lines of a UTF-8 source file.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,7 +13,10 @@ struct SourceLine {
 std::string at(const std::string& fileName, int line);
 
 // Returns all lines of `source` except empty ones and those that begin with "#". Lines end with LF
-// or CR LF. Returns nothing, with `error` naming file and line, when the text is not UTF-8 or
-// contains a control character other than a tab.
-std::optional<std::vector<SourceLine>> sourceLines(const std::string& source,
-                                                   const std::string& fileName, std::string& error);
+// or CR LF. Throws std::runtime_error, naming file and line, when the text is not UTF-8 or contains
+// a control character other than a tab.
+std::vector<SourceLine> sourceLines(const std::string& source, const std::string& fileName);
+
+// Read and replace a whole file. Throw std::runtime_error, naming it, on failure.
+std::string readSource(const std::string& path);
+void writeResult(const std::string& path, const std::string& content);

@@ -6,16 +6,14 @@
 
 #include "render/faces.h"
 #include "tools/guidata/font_reader.h"
+#include "tools/guidata/source_lines.h"
 #include "tools/guidata/text_fit.h"
 #include "tools/guidata/text_source.h"
 #include "tools/guidata/tool_main.h"
-#include "tools/host/host_file.h"
 #include "tools/screen_keys.h"
 #include "ui/screen_layout.h"
 
 namespace {
-
-constexpr const char* TOOL = "stringtable";
 
 struct Arguments {
     std::string source;
@@ -32,33 +30,17 @@ std::string faceFile(const Arguments& arguments) {
     return arguments.fonts + "/" + faceName(language->script, layout::TEXT_FONT_SIZE) + ".fnt";
 }
 
-void print(const std::vector<std::string>& messages) {
-    for (const std::string& message : messages)
-        std::fprintf(stderr, "%s\n", message.c_str());
-}
-
-ExitCode convert(const Arguments& arguments) {
-    std::string error;
-    std::string source;
-    FontData face;
+void convert(const Arguments& arguments) {
+    const std::string source = readSource(arguments.source);
     const bool isOfScreen = !arguments.language.empty();
-    if (!readHostFile(arguments.source, source, error) ||
-        (isOfScreen && !readFont(faceFile(arguments), face, error)))
-        return fail(TOOL, error);
-
     const ScreenKeys keys = isOfScreen ? screenKeys() : ScreenKeys{};
-    MessageList messages;
-    const std::vector<TextEntry> entries =
-        parseTextSource(source, arguments.source, keys, messages);
-    if (isOfScreen)
-        checkTexts(entries, arguments.source, keys, face, messages);
-    print(messages.errors);
-    print(messages.warnings);
-    if (!messages.errors.empty())
-        return ExitFailed;
-    if (!writeHostFile(arguments.output, encodeStringTable(entries), error))
-        return fail(TOOL, error);
-    return ExitDone;
+    const std::vector<TextEntry> entries = parseTextSource(source, arguments.source, keys);
+    if (isOfScreen) {
+        const FontData face = readFont(faceFile(arguments));
+        for (const std::string& warning : checkTexts(entries, arguments.source, keys, face))
+            std::fprintf(stderr, "%s\n", warning.c_str());
+    }
+    writeResult(arguments.output, encodeStringTable(entries));
 }
 
 void addOptions(CLI::App& app, Arguments& arguments) {
@@ -87,7 +69,7 @@ void addOptions(CLI::App& app, Arguments& arguments) {
 int main(int argc, char** argv) {
     Arguments arguments;
     return runTool(
-        {TOOL, "Converts a UTF-8 text file to a string table of the device.",
+        {"stringtable", "Converts a UTF-8 text file to a string table of the device.",
          [&](CLI::App& app) { addOptions(app, arguments); }, [&] { return convert(arguments); }},
         argc, argv);
 }

@@ -7,7 +7,8 @@
 #include "render/font_file.h"
 #include "tools/guidata/text_source.h"
 
-// Adds warnings about characters that the face lacks, about texts that extend beyond their right
+// Returns warnings about characters that the face lacks, about texts that extend beyond their right
 // limit in `keys`, and about START and STOP outside their markers.
-void checkTexts(const std::vector<TextEntry>& entries, const std::string& fileName,
-                const ScreenKeys& keys, const FontData& face, MessageList& messages);
+std::vector<std::string> checkTexts(const std::vector<TextEntry>& entries,
+                                    const std::string& fileName, const ScreenKeys& keys,
+                                    const FontData& face);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <map>
-#include <optional>
+#include <stdexcept>
 
 #include "tools/guidata/source_lines.h"
 #include "tools/guidata/text_encoding.h"
@@ -20,72 +20,53 @@ bool isKeyCharacter(char16_t character) {
            character == u'_';
 }
 
-// Parses a line. Returns nothing, and the reason in `problem`, when the device would misread it.
-std::optional<TextEntry> parseEntry(const SourceLine& line, std::string& problem) {
+// Parses a line. Throws std::runtime_error when the device would misread it.
+TextEntry parseEntry(const SourceLine& line) {
     const std::u16string& text = line.text;
-    if (text.size() + LINE_END_LENGTH > MAX_LINE) {
-        problem = "the line has " + std::to_string(text.size() + LINE_END_LENGTH) +
-                  " characters with its line end; the device reads only " +
-                  std::to_string(MAX_LINE);
-        return std::nullopt;
-    }
+    const std::size_t length = text.size() + LINE_END_LENGTH;
+    if (length > MAX_LINE)
+        throw std::runtime_error("the line has " + std::to_string(length) +
+                                 " characters with its line end; the device reads only " +
+                                 std::to_string(MAX_LINE));
     const std::size_t keyEnd = std::min(text.find_first_of(BLANKS), text.size());
-    if (keyEnd == 0) {
-        problem = "there is a blank before the key";
-        return std::nullopt;
-    }
-    if (!std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(keyEnd),
-                     isKeyCharacter)) {
-        problem = "a key may contain only capitals, digits and underscores";
-        return std::nullopt;
-    }
-    const std::string key(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(keyEnd));
+    if (keyEnd == 0)
+        throw std::runtime_error("there is a blank before the key");
+    const std::u16string key = text.substr(0, keyEnd);
+    if (!std::all_of(key.begin(), key.end(), isKeyCharacter))
+        throw std::runtime_error("a key may contain only capitals, digits and underscores");
+    const TextEntry entry = {line.number, std::string(key.begin(), key.end()), {}};
     const std::size_t textStart = text.find_first_not_of(BLANKS, keyEnd);
-    if (textStart == std::u16string::npos) {
-        problem = key + " has no text";
-        return std::nullopt;
-    }
-    return TextEntry{line.number, key, text.substr(textStart)};
-}
-
-void reportMissingKeys(const std::map<std::string, int>& lineOfKey, const std::string& fileName,
-                       const ScreenKeys& keys, MessageList& messages) {
-    for (const auto& [key, use] : keys) {
-        if (lineOfKey.count(key) == 0)
-            messages.errors.push_back(std::string(fileName).append(": " + key + " is missing"));
-    }
+    if (textStart == std::u16string::npos)
+        throw std::runtime_error(entry.key + " has no text");
+    return {entry.line, entry.key, text.substr(textStart)};
 }
 
 }  // namespace
 
 std::vector<TextEntry> parseTextSource(const std::string& source, const std::string& fileName,
-                                       const ScreenKeys& keys, MessageList& messages) {
-    std::string problem;
-    const std::optional<std::vector<SourceLine>> lines = sourceLines(source, fileName, problem);
-    if (!lines) {
-        messages.errors.push_back(problem);
-        return {};
-    }
+                                       const ScreenKeys& keys) {
+    std::string errors;
     std::vector<TextEntry> entries;
     std::map<std::string, int> lineOfKey;
-    for (const SourceLine& line : *lines) {
-        const std::optional<TextEntry> entry = parseEntry(line, problem);
-        if (!entry) {
-            messages.errors.push_back(at(fileName, line.number) + problem);
-            continue;
+    for (const SourceLine& line : sourceLines(source, fileName)) {
+        try {
+            const TextEntry& entry = entries.emplace_back(parseEntry(line));
+            const auto [earlier, isNew] = lineOfKey.insert({entry.key, line.number});
+            if (!isNew)
+                throw std::runtime_error(entry.key + " is already defined in line " +
+                                         std::to_string(earlier->second));
+            if (!keys.empty() && keys.count(entry.key) == 0)
+                throw std::runtime_error(entry.key + " is not a key of the screen");
+        } catch (const std::runtime_error& problem) {
+            errors += "\n" + at(fileName, line.number) + problem.what();
         }
-        const auto [earlier, isNew] = lineOfKey.insert({entry->key, line.number});
-        if (!isNew) {
-            messages.errors.push_back(at(fileName, line.number) + entry->key +
-                                      " is already defined in line " +
-                                      std::to_string(earlier->second));
-        } else if (!keys.empty() && keys.count(entry->key) == 0) {
-            messages.errors.push_back(at(fileName, line.number) + entry->key +
-                                      " is not a key of the screen");
-        }
-        entries.push_back(*entry);
     }
-    reportMissingKeys(lineOfKey, fileName, keys, messages);
+    for (const auto& [key, use] : keys) {
+        if (lineOfKey.count(key) == 0)
+            errors.append("\n").append(fileName).append(": ").append(key).append(" is missing");
+    }
+    if (!errors.empty())
+        throw std::runtime_error(fileName + " cannot be used:" + errors);
     return entries;
 }
 

@@ -3,34 +3,22 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <optional>
-
-namespace {
-
-// Returns an exit code when the tool has nothing more to do.
-std::optional<ExitCode> parse(CLI::App& app, int argc, char** argv) {
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& problem) {
-        return app.exit(problem) == 0 ? ExitDone : ExitUsage;
-    }
-    return std::nullopt;
-}
-
-}  // namespace
 
 int runTool(const Tool& tool, int argc, char** argv) {
+    constexpr int FAILED = 2;
+    CLI::App app(tool.description, tool.name);
     try {
-        CLI::App app(tool.description, tool.name);
         app.set_version_flag("--version", std::string(tool.name) + " " + TOOLS_VERSION);
         tool.addOptions(app);
-        app.footer(
-            "Exit codes: 0 success, warnings included; 1 an input cannot be used or the output "
-            "cannot be written; 2 wrong usage.");
-        const std::optional<ExitCode> end = parse(app, argc, argv);
-        return end ? *end : tool.work();
+        app.footer("Exit codes: 0 success, warnings included; 2 wrong usage, or failure.");
+        app.parse(argc, argv);
+        tool.work();
+        return 0;
+    } catch (const CLI::ParseError& problem) {
+        return app.exit(problem) == 0 ? 0 : FAILED;
     } catch (const std::exception& problem) {
-        return fail(tool.name, problem.what());
+        std::fprintf(stderr, "%s: %s\n", tool.name, problem.what());
+        return FAILED;
     }
 }
 
@@ -43,9 +31,4 @@ CLI::Option* limit(CLI::Option* option, int least, int most) {
     };
     option->description(option->get_description() + ", " + range);
     return option->check(problemOf)->type_name("NUMBER");
-}
-
-ExitCode fail(const char* tool, const std::string& message) {
-    std::fprintf(stderr, "%s: %s\n", tool, message.c_str());
-    return ExitFailed;
 }

@@ -6,8 +6,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <stdexcept>
 
 #include "render/narrowing.h"
+#include "tools/guidata/text_encoding.h"
 
 namespace {
 
@@ -42,26 +44,18 @@ struct Typeface::Library {
     FT_Face face = nullptr;
 };
 
-std::unique_ptr<Typeface> Typeface::open(const std::string& path, int index, double emSize,
-                                         std::string& error) {
-    auto library = std::make_unique<Library>();
-    if (FT_Init_FreeType(&library->library) != 0) {
-        error = "FreeType cannot be started";
-        return nullptr;
-    }
-    if (FT_New_Face(library->library, path.c_str(), index, &library->face) != 0) {
-        error = path + ": is not a font file, or has no face " + std::to_string(index);
-        return nullptr;
-    }
+Typeface::Typeface(const std::string& path, int index, double emSize)
+    : library_(std::make_unique<Library>()) {
+    if (FT_Init_FreeType(&library_->library) != 0)
+        throw std::runtime_error("FreeType cannot be started");
+    if (FT_New_Face(library_->library, path.c_str(), index, &library_->face) != 0)
+        throw std::runtime_error(path + ": is not a font file, or has no face " +
+                                 std::to_string(index));
     const auto size = static_cast<FT_F26Dot6>(std::lround(emSize * UNITS_PER_PIXEL));
-    if (!FT_IS_SCALABLE(library->face) || FT_Set_Char_Size(library->face, 0, size, 72, 72) != 0) {
-        error = path + ": cannot be scaled to " + std::to_string(emSize) + " pixels";
-        return nullptr;
-    }
-    return std::unique_ptr<Typeface>(new Typeface(std::move(library)));
+    if (!FT_IS_SCALABLE(library_->face) || FT_Set_Char_Size(library_->face, 0, size, 72, 72) != 0)
+        throw std::runtime_error(path + ": cannot be scaled to " + std::to_string(emSize) +
+                                 " pixels");
 }
-
-Typeface::Typeface(std::unique_ptr<Library> library) : library_(std::move(library)) {}
 
 Typeface::~Typeface() = default;
 
@@ -92,12 +86,12 @@ int Typeface::leftOverhang(char16_t character) {
     return std::max(0, static_cast<int>(std::ceil(overhang)));
 }
 
-std::optional<GlyphImage> Typeface::render(char16_t character, int inset) {
-    if (!load(character, inset))
-        return std::nullopt;
+GlyphImage Typeface::render(char16_t character, int inset) {
+    const bool loaded = load(character, inset);
     const FT_GlyphSlot slot = library_->face->glyph;
-    if (FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0 || slot->bitmap_left < 0)
-        return std::nullopt;
+    if (!loaded || FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0 || slot->bitmap_left < 0)
+        throw std::runtime_error(familyName() + ": " + characterName(character) +
+                                 " cannot be rendered");
 
     GlyphImage image;
     const double advance = static_cast<double>(slot->linearHoriAdvance) / UNITS_PER_LINEAR_PIXEL;

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,10 +16,9 @@ struct GlyphImage {
 
 class Typeface {
   public:
-    // Opens face `index` of the font file at `path` with an em of `emSize` pixels. Returns null,
-    // with `error` naming the file, on failure.
-    static std::unique_ptr<Typeface> open(const std::string& path, int index, double emSize,
-                                          std::string& error);
+    // Opens face `index` of the font file at `path` with an em of `emSize` pixels. Throws
+    // std::runtime_error, naming the file, on failure.
+    Typeface(const std::string& path, int index, double emSize);
 
     Typeface(const Typeface&) = delete;
     Typeface& operator=(const Typeface&) = delete;
@@ -36,16 +34,15 @@ class Typeface {
     int leftOverhang(char16_t character);
 
     // Renders the glyph into a cell whose left edge is `inset` screen pixels to the left of the
-    // pen. A glyph that the device draws narrower is rendered wider to compensate. Returns nothing
-    // on failure.
-    std::optional<GlyphImage> render(char16_t character, int inset);
+    // pen. A glyph that the device draws narrower is rendered wider to compensate. Throws
+    // std::runtime_error on failure.
+    GlyphImage render(char16_t character, int inset);
 
     // Returns the font's kerning of a pair in pixels; 0 when the font has no kerning table.
     double kerning(char16_t first, char16_t second) const;
 
   private:
     struct Library;
-    explicit Typeface(std::unique_ptr<Library> library);
     bool load(char16_t character, int inset);
 
     std::unique_ptr<Library> library_;
