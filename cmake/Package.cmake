@@ -4,7 +4,7 @@ set(own_folder libexec/kestrel-updater)
 set(doc_folder ${CMAKE_INSTALL_DATADIR}/doc/kestrel-updater)
 set(sources ${PROJECT_SOURCE_DIR}/tools/updatekey/share)
 set(packaged_pages
-  operator-card.md release-engineers-guide.md safety.md technicians-guide.md updatekey-json.md)
+  release-engineers-guide.md safety.md technicians-guide.md updatekey-json.md)
 
 install(TARGETS updatekey fontbake stringtable rawimage RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 # updatekey rehearse looks for the updater here.
