@@ -1,0 +1,86 @@
+"""A virtual X server: the picture that it shows, and its keyboard."""
+
+import os
+import subprocess
+import time
+
+import numpy
+from Xlib import X, XK, display, error, protocol
+from Xlib.ext import xtest
+
+
+class Screen:
+    """An X server of a size and depth that ends with this process."""
+
+    def __init__(self, width, height, depth):
+        self.size, self.depth = (width, height), depth
+        ready, told = os.pipe()
+        self.server = subprocess.Popen(
+            ['setpriv', '--pdeathsig', 'TERM', 'Xvfb', '-displayfd', str(told), '-nolisten', 'tcp',
+             '-screen', '0', f'{width}x{height}x{depth}'], pass_fds=[told], stderr=subprocess.DEVNULL)
+        os.close(told)
+        with os.fdopen(ready) as lines:
+            self.name = ':' + lines.readline().strip()
+        self.connection = display.Display(self.name)
+        self.root = self.connection.screen().root
+        # The first key makes the server change its keyboard, and a window may lose it.
+        for kind in (X.KeyPress, X.KeyRelease):
+            xtest.fake_input(self.connection, kind, self.connection.keysym_to_keycode(XK.XK_Shift_L))
+        self.connection.sync()
+
+    def picture(self):
+        """What is shown, as rows of red, green and blue."""
+        width, height = self.size
+        data = self.root.get_image(0, 0, width, height, X.ZPixmap, 0xFFFFFFFF).data
+        if self.depth == 24:
+            return numpy.frombuffer(data, numpy.uint8).reshape(height, width, 4)[:, :, 2::-1]
+        pixels = numpy.frombuffer(data, numpy.uint16).reshape(height, width).astype(int)
+        return numpy.stack([(pixels >> shift & most) * 255 // most
+                            for shift, most in ((11, 31), (5, 63), (0, 31))], axis=2).astype(numpy.uint8)
+
+    def windows(self):
+        """The windows shown, with their sizes."""
+        try:
+            return [(window, window.get_geometry()) for window in self.root.query_tree().children
+                    if window.get_attributes().map_state == X.IsViewable]
+        except error.XError:  # one has just gone
+            return []
+
+    def has_focus(self):
+        return not isinstance(self.connection.get_input_focus().focus, int)
+
+    def press(self, names):
+        """Presses and releases keys, given by their X names, and waits until the window has them.
+        "F4*2" is F4 held until it repeats."""
+        window = self.connection.get_input_focus().focus
+        window.change_attributes(event_mask=X.KeyReleaseMask)
+        for name in names.split():
+            name, _, repeated = name.partition('*')
+            key = self.connection.keysym_to_keycode(XK.string_to_keysym(name))
+            xtest.fake_input(self.connection, X.KeyPress, key)
+            if repeated:
+                self.connection.sync()
+                window.send_event(protocol.event.KeyPress(
+                    window=window, root=self.root, child=X.NONE, detail=key, state=0, same_screen=1,
+                    time=int(time.monotonic() * 1000) + 1, root_x=0, root_y=0, event_x=0, event_y=0))
+            xtest.fake_input(self.connection, X.KeyRelease, key)
+            self.connection.sync()
+            while self.connection.next_event().type != X.KeyRelease:
+                pass
+            time.sleep(0.005)  # two presses of a key within a millisecond count as one
+        self.settle()
+
+    def close_window(self):
+        """Does what a window manager does when its close button is pressed."""
+        atom = self.connection.intern_atom
+        window = self.windows()[0][0]
+        window.send_event(protocol.event.ClientMessage(
+            window=window, client_type=atom('WM_PROTOCOLS'),
+            data=(32, [atom('WM_DELETE_WINDOW'), X.CurrentTime, 0, 0, 0])))
+        self.settle()
+
+    def settle(self):
+        """Waits until the server has passed on what it was sent: it answers the second time only
+        after it has written to all programs what it had for them when it answered the first."""
+        self.connection.sync()
+        self.connection.sync()

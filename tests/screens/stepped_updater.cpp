@@ -1,0 +1,82 @@
+// The updater, changed to wait before each frame for a line of its standard input, and to print its
+// process, window and frame calls. A line may hold what is to happen before the frame.
+
+#include <dlfcn.h>
+
+#include <cstdio>
+#include <iostream>
+#include <string>
+
+#include "app/the_screen.h"
+#include "platform/entry_point.h"
+#include "platform/gles.h"
+#include "platform/posix/call_hook.h"
+#include "platform/posix/command_line.h"
+#include "platform/posix/window/window_messages.h"
+
+namespace {
+
+// Gives access to the engine's state, because the screen also draws states that the engine never
+// enters.
+struct Engine : Updater {
+    using Updater::state;
+};
+struct Screen : SimpleUI {
+    static Updater& engine(SimpleUI& screen) { return screen.*(&Screen::updater); }
+};
+
+void obey(const std::string& line) {
+    if (line.rfind("state ", 0) == 0)
+        Screen::engine(theScreen).*(&Engine::state) = std::stoi(line.substr(6));
+    if (line == "quit, then STOP") {
+        PostQuitMessage(0);
+        host::postMessage(nullptr, WM_KEYDOWN, VK_END);
+    }
+}
+
+DWORD tell(const HookedCall& call) {
+    const std::string name = call.name;
+    for (const char* const told :
+         {"OpenProcess", "CreateProcess", "Snapshot", "Terminate", "CloseHandle", "Class", "Window",
+          "Metrics", "Sleep", "Translate", "Dispatch", "Quit"}) {
+        if (name.find(told) == std::string::npos)
+            continue;
+        std::printf("%s", call.name);
+        // The process id is omitted: it differs in each run.
+        for (std::size_t i = 0; i < call.arguments.size() && (i < 2 || told != name); ++i)
+            std::printf(" %s", call.arguments[i].c_str());
+        std::printf("\n");
+    }
+    if (name != "Sleep")
+        return ERROR_SUCCESS;
+    std::string line;
+    if (call.arguments[0] == "2" && std::getline(std::cin, line))
+        obey(line);
+    return ERROR_INVALID_PARAMETER;  // the pauses are skipped
+}
+
+template <typename Function>
+Function driversOwn(Function, const char* name) {
+    return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
+}
+
+}  // namespace
+
+void glClear(GLbitfield mask) {
+    GLfloat color[4] = {};
+    glGetFloatv(GL_COLOR_CLEAR_VALUE, color);
+    std::printf("glClear %u %.1f %.1f %.1f\n", mask, color[0], color[1], color[2]);
+    driversOwn(glClear, "glClear")(mask);
+}
+
+EGLBoolean eglSwapBuffers(EGLDisplay display, EGLSurface surface) {
+    std::printf("eglSwapBuffers%s\n", glGetError() == GL_NO_ERROR ? "" : " after a GL error");
+    return driversOwn(eglSwapBuffers, "eglSwapBuffers")(display, surface);
+}
+
+int main(int argc, char** argv) {
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    setCallHook(tell);
+    host::setCommandLine(argc, argv);
+    return runUpdater();
+}

@@ -1,0 +1,326 @@
+"""What the program does, step by step.
+
+A step is an event, and what holds after it:
+  event   start [ARGUMENT ...]   starts the program
+          plug in, unplug        the key
+          frame [LINE]           lets the stepped program run one frame, after what LINE says
+          close, SIGTERM         from outside
+          otherwise the keys pressed, by their X names
+  shows   the picture in tests/golden that the window shows; the language and an unusual size are
+          added to its name
+  log     what the log gains
+  disk    the folders of the installation with their versions; None: as before
+  prints  the standard output from now on; for the stepped program the calls of the frame; a list
+          has texts that must be in the standard output or the standard error; None: anything
+  exits   the exit code, when the program ends; False: it does not end
+  runs    the programs of the device that run then; None: none when the program ends
+Everything holds as soon as it is reached, and nothing else may be in the log."""
+
+import pathlib
+import re
+from typing import NamedTuple, Optional
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+LANGUAGES = re.findall(r'^    {\d+, ".*", "(.*)", Script', (ROOT / 'support/languages.h').read_text(), re.M)
+
+# The largest difference of a level, by the depth of the screen.
+BOUNDS = {24: 2, 16: 16}
+
+
+class Step(NamedTuple):
+    event: str
+    shows: Optional[str] = None
+    log: str = ''
+    disk: Optional[str] = None
+    prints: object = None
+    exits: object = False
+    runs: Optional[str] = None
+
+
+class Run(NamedTuple):
+    group: str
+    name: str
+    steps: list
+    device: str = ''  # see device.py
+    language: int = 0
+    size: tuple = (1024, 768)
+    depth: int = 24
+    background: str = 'card'
+    unlike_the_card: bool = False  # whether comparing it with the upright card must fail
+    stepped: bool = False  # whether the program runs frame by frame
+    wine: bool = False  # whether the run is made under Wine too
+    variables: dict = {}
+    shell: Optional[str] = None  # a command of bash that starts the program as "$0"
+
+
+KEY_NOTES = ('KSTRL Release 2.14.3\r\n\r\nAVATAR To Ty 1% 7% v1\r\n- Quick (100%) & safe, "as before"\r\n'
+             '- 400 MHz: \xd8 \xe9\xfc \x7f\r\n'.encode('latin-1')
+             + b''.join(b'- %d\n' % line for line in range(6, 31)) + b'not shown')
+
+
+def error(text):
+    return f'\n    *** ERROR *** {text}\n\n'
+
+
+def warning(text):
+    return f'  ** Warning ** {text}\n'
+
+
+UNKNOWN = warning('Unrecognized Char: 127  7f')
+FAILED = error('Error 145 ::RemoveDirectory(/FlashDisk/VELD/Update)') + error('Update failed.')
+SUCCEEDED = warning('Update succeeded at TIME')
+INSTALLED, STAGED = 'KSTRL=1 ORBUI=1', 'KSTRL=1 ORBUI=1 Update'
+UPDATED = 'KSTRL=2 KSTRL_old=1 ORBUI=2 ORBUI_old=1'
+NO_NOTES = 'Release notes not found.\n'
+TEARDOWN = 'eglDestroyContext SUCCESS\neglDestroySurface SUCCESS\neglTerminate SUCCESS\n'
+SEQUENCE = 'F1 F4 F4 F3 F6 F6 F5 F2 F2 F1 F1 F3 F3 F5'
+CLEAR, SHOW, PAUSE, NEXT = 'glClear 16384 0.2 0.2 0.2\n', 'eglSwapBuffers\n', 'Sleep 100\n', 'Sleep 2\n'
+MESSAGE = 'TranslateMessage\nDispatchMessageW\n'
+LAUNCH = 'CreateProcessW \\FlashDisk\\VELD\\KSTRL\\KSTRL.exe\n'
+
+END_PROCESS = 'OpenProcess 2035711 0\nTerminateProcess 0\nCloseHandle\n'
+
+# An operator whose update fails, and whose application is missing.
+FAILING = [
+    Step('start', 'waiting', disk=STAGED),
+    Step('Home'),
+    Step('plug in', 'ready', log=UNKNOWN),
+    Step('space Delete', 'ready'),
+    Step('Home', 'failed', log=FAILED, disk=UPDATED + ' Update'),
+    Step('space', 'failed-restart'),
+    Step('Home', exits=0, prints=''),
+]
+WITHOUT_NOTES = [step._replace(log=step.log.replace(UNKNOWN, ''), prints=None) for step in FAILING]
+COMPLETE = [
+    Step('start', 'waiting', disk=INSTALLED),
+    Step('plug in', 'ready', log=UNKNOWN),
+    Step('Home', 'complete-restart', log=SUCCEEDED, disk=UPDATED),
+    Step('space Home F1', 'complete-restart'),
+    Step('End', exits=0, prints=''),
+]
+# The same frame by frame. Each frame shows the state before its step.
+FAILING_BY_FRAMES = [
+    Step('plug in'),
+    Step('start'),
+    Step('frame', 'waiting', disk=STAGED),
+    Step('frame', 'ready'),
+    Step('Home'),
+    Step('frame', 'ready'),
+    Step('frame'),
+    Step('frame'),
+    Step('frame'),
+    Step('frame', log=FAILED, disk=UPDATED + ' Update'),
+    Step('frame', 'failed'),
+    Step('Home'),
+    Step('frame', 'failed', prints=CLEAR + SHOW + MESSAGE + LAUNCH + MESSAGE + NEXT),
+    Step('frame', 'failed-restart'),
+    Step('Home'),
+    Step('frame', exits=0, prints=CLEAR + SHOW + MESSAGE),
+]
+COMPLETE_BY_FRAMES = [
+    Step('plug in'),
+    Step('start'),
+    Step('frame', 'waiting', disk=INSTALLED, prints=CLEAR + NO_NOTES + PAUSE + SHOW + NEXT),
+    Step('frame', prints=CLEAR + SHOW + NEXT),
+    Step('Home'),
+    Step('frame', disk=STAGED),
+    Step('frame'),
+    Step('Home'),
+    Step('frame', 'updating-33', prints=CLEAR + SHOW + 2 * MESSAGE + NEXT),
+    Step('frame'),
+    Step('frame', disk=UPDATED, log=SUCCEEDED, prints=CLEAR + SHOW + NEXT),
+    Step('frame', 'complete', prints=CLEAR + LAUNCH + SHOW + NEXT),
+    Step('frame', prints=CLEAR + SHOW + NEXT),
+    Step('Home'),
+    Step('frame', prints=CLEAR + SHOW + 2 * MESSAGE + NEXT),
+    Step('End'),
+    Step('frame', exits=0, prints=CLEAR + SHOW + MESSAGE),
+]
+SHOWN = [
+    Step('start', 'waiting'),
+    Step('plug in', 'ready', log=UNKNOWN),
+    Step('End', 'ready-restart'),
+    Step('BackSpace', exits=0, prints=''),
+]
+
+RUNS = [
+    Run('english', 'failing', FAILING, 'stray', wine=True),
+    Run('english', 'complete', COMPLETE, 'application 1', wine=True),
+    Run('english', 'smaller screen', SHOWN, size=(800, 600)),
+    Run('english', 'larger screen', SHOWN, size=(1280, 800)),
+    Run('english', 'unknown language', SHOWN, language=len(LANGUAGES)),
+    Run('english', 'STOP twice without an application', [
+        Step('start', 'waiting'),
+        Step('End', 'waiting-restart'),
+        Step('End', exits=0, prints='')]),
+    Run('english', '16 bits', SHOWN, depth=16),
+    Run('english', "the demo's background", SHOWN, background='demo', wine=True),
+    Run('english', 'a card upside down', [
+        Step('start', 'waiting'),
+        Step('BackSpace', exits=0)], depth=16, background='turned', unlike_the_card=True),
+    Run('english', 'no background', [
+        Step('start', 'waiting', log=error(r'File \FlashDisk\VELD\/ORBUI/data/KSTRL-menubg4.raw not found.')),
+        Step('End', 'waiting-restart'),
+        Step('BackSpace', exits=0)], background='none'),
+    Run('english', 'no fonts', [
+        Step('start', 'background', log=''.join(
+            error(rf'Font file \FlashDisk\VELD\/ORBUI/data/fonts/SegoeUI_{size}px.fnt not found.' + '\n')
+            for size in (10, 13, 18, 24))),
+        Step('plug in', 'ready-without-texts'),
+        Step('BackSpace', exits=0)], 'no fonts'),
+    Run('english', 'no texts', [
+        Step('start', 'waiting-without-texts'),
+        Step('BackSpace', exits=0)], 'no texts'),
+
+    *(Run('languages', f'language {language}, failing', FAILING_BY_FRAMES, 'stray, no notes', language, stepped=True)
+      for language in range(1, len(LANGUAGES))),
+    *(Run('languages', f'language {language}, by keys', WITHOUT_NOTES, 'stray, no notes', language, wine=True)
+      for language in (4, 5)),
+    *(Run('languages', f'language {language}, complete', COMPLETE_BY_FRAMES, 'no notes', language, stepped=True)
+      for language in range(len(LANGUAGES))),
+
+    Run('endings', 'Backspace', [
+        Step('start', 'waiting'),
+        Step('BackSpace', exits=0, prints='')], 'application 1'),
+    Run('endings', 'service keys', [
+        Step('start', 'waiting'),
+        Step('F1 F4*2 F3 F6*2 F5 F2*2 F1*2 F3*2 F5', exits=0, prints=TEARDOWN + 'DestroyWindow SUCCESS\n')],
+        'application 1'),
+    Run('endings', 'SIGTERM', [
+        Step('start', 'waiting'),
+        Step('SIGTERM', exits=0, prints=TEARDOWN)], 'application 1'),
+    Run('endings', 'STOP without a key', [
+        Step('start', 'waiting'),
+        Step('End', exits=0, prints='', runs='KSTRL.exe')], 'application 1'),
+    Run('endings', 'STOP with a key', [
+        Step('start first;second/auto;', 'waiting'),
+        Step('plug in', 'ready', log=UNKNOWN),
+        Step('End', exits=0, prints='', runs='KSTRL.exe', disk=INSTALLED)], 'application 1'),
+    Run('endings', 'any key after a failed update', [
+        Step('start', 'waiting'),
+        Step('plug in', 'ready', log=UNKNOWN),
+        Step('Home', 'failed', log=FAILED),
+        Step('Delete', exits=0, prints='', runs='KSTRL.exe')], 'application 2, stray'),
+    Run('endings', 'Backspace after a failed update', [
+        Step('start', 'waiting'),
+        Step('plug in', 'ready', log=UNKNOWN),
+        Step('Home', 'failed', log=FAILED),
+        Step('BackSpace', exits=0, prints='', runs='KSTRL.exe')], 'application 2, stray'),
+    Run('endings', 'a complete update', [
+        Step('start', 'waiting', disk=INSTALLED),
+        Step('plug in', 'ready', log=UNKNOWN),
+        Step('Home', exits=0, prints='', runs='KSTRL.exe', log=SUCCEEDED, disk=UPDATED)],
+        'application 1, application 2'),
+    Run('endings', 'automatic mode', [
+        Step('start /auto', 'waiting', disk=INSTALLED),
+        Step('plug in', exits=0, prints=NO_NOTES, runs='KSTRL.exe', log=SUCCEEDED, disk=UPDATED)],
+        'application 2, no notes'),
+    Run('endings', 'the automatic switch in capitals', [
+        Step('start /AUTO', 'waiting'),
+        Step('plug in', 'ready', log=UNKNOWN, disk=INSTALLED),
+        Step('BackSpace', exits=0)]),
+    Run('endings', 'running applications', [
+        Step('start', 'waiting', runs='kstrl.exe'),
+        Step('BackSpace', exits=0, runs='kstrl.exe')], 'applications run'),
+
+    # The desktop may pass on keys and the like only after the second frame.
+    Run('frames', 'start and close', [
+        Step('start', prints=(
+            'CreateToolhelp32Snapshot 2 0\n' + 2 * END_PROCESS + 'CloseHandle\n'
+            'CreateToolhelp32Snapshot 2 0\n' + END_PROCESS + 'CloseHandle\n'
+            'RegisterClassW EGLWndClass\nCreateWindowExW EGLWndClass 147587072\nShowWindow 1\n'
+            'GetSystemMetrics 0\nGetSystemMetrics 1\nSetWindowLongW -16 -2147483648\n'
+            'SetWindowPos 0 0 1024 768 32\nSetForegroundWindow\nShowWindow 1\n' + NEXT)),
+        Step('frame', prints=CLEAR + PAUSE + SHOW + NEXT, runs='kstrl.exe'),
+        Step('frame'),
+        Step('close'),
+        Step('frame', exits=0, prints=CLEAR + PAUSE + SHOW + MESSAGE + 'DestroyWindow\nPostQuitMessage 0\nTranslateMessage\n' + TEARDOWN + 'DestroyWindow\n', runs='kstrl.exe')], 'applications run', stepped=True),
+    Run('frames', 'all messages of a frame', [
+        Step('start'),
+        Step('frame'),
+        Step('frame', 'waiting'),
+        Step(SEQUENCE),
+        Step('frame', exits=0)], 'application 1', stepped=True),
+    Run('frames', 'no message behind the quit message', [
+        Step('start'),
+        Step('frame', 'waiting'),
+        Step('frame quit, then STOP', exits=0)], 'application 1', stepped=True),
+    Run('frames', 'service keys with errors', [
+        Step('start'),
+        Step('frame'),
+        Step('frame', 'waiting'),
+        Step('F1 ' + SEQUENCE),
+        Step('frame', 'waiting'),
+        Step('space ' + SEQUENCE[:-3] + ' space F5'),
+        Step('frame', 'waiting'),
+        Step('F1 F7 ' + SEQUENCE),
+        Step('frame', exits=0)], 'application 1', stepped=True),
+    Run('frames', 'STOP during an update', [
+        Step('plug in'),
+        Step('start'),
+        Step('frame', 'waiting', disk=INSTALLED),
+        Step('frame', log=UNKNOWN),
+        Step('Home'),
+        Step('frame', 'ready', disk=STAGED),
+        Step('frame'),
+        Step('End'),
+        Step('frame', exits=0, runs='KSTRL.exe', disk=STAGED)], 'application 1', stepped=True),
+    Run('frames', 'a failed update in automatic mode', [
+        Step('plug in'),
+        Step('start /auto'),
+        # The frame that finds the key also copies the first file.
+        Step('frame', 'waiting', disk=STAGED),
+        Step('frame', 'updating-25', log=UNKNOWN),
+        Step('frame', 'updating-50'),
+        Step('frame', 'updating-75'),
+        Step('frame', 'updating-100', log=FAILED, disk=UPDATED + ' Update'),
+        Step('frame', 'failed', prints=CLEAR + SHOW + NEXT),
+        Step('frame', 'failed', prints=CLEAR + SHOW + NEXT)], 'application 2, stray', stepped=True),
+    Run('frames', 'no application in automatic mode', [
+        Step('plug in'),
+        Step('start /auto'),
+        Step('frame', 'waiting', disk=STAGED),
+        Step('frame', 'updating-33'),
+        Step('frame'),
+        Step('frame', log=SUCCEEDED, disk=UPDATED),
+        Step('frame', prints=CLEAR + LAUNCH + LAUNCH + SHOW + NEXT),
+        Step('frame', prints=CLEAR + LAUNCH + SHOW + NEXT)], 'no notes', stepped=True),
+    Run('frames', 'an incomplete key', [
+        Step('start /auto'),
+        Step('frame', 'waiting', disk=INSTALLED, prints=CLEAR + PAUSE + SHOW + NEXT),
+        Step('plug in'),
+        Step('frame', 'waiting', prints=CLEAR + PAUSE + SHOW + NEXT),
+        Step('frame', 'waiting', prints=CLEAR + PAUSE + SHOW + NEXT)], 'incomplete key', stepped=True),
+    Run('frames', 'states that the engine never enters', [
+        Step('start'),
+        Step('frame'),
+        Step('frame state 5'),
+        Step('frame', 'no-application'),
+        Step('Home'),
+        Step('frame', 'no-application'),
+        Step('End'),
+        Step('frame'),
+        Step('frame', 'no-application-restart'),
+        Step('frame state 9', 'no-state-restart')], stepped=True),
+
+    # The large file cannot be copied. If the X connection had the number of a closed standard stream, output would corrupt it.
+    *(Run('surroundings', f'standard error {stream}', [
+        Step('plug in'),
+        Step('start /auto', exits=0, log=error('Error 2 ::SetFileAttributes') + SUCCEEDED, disk=UPDATED,
+             runs='KSTRL.exe')],
+        'application 2, large file, no notes', shell='ulimit -f 10000; exec "$0" "$@" ' + stream)
+      for stream in ('2>&-', '2> >(exit)')),
+    Run('surroundings', 'no windows', [
+        Step('start /auto', exits=1, prints='No matching EGL configs found!\n')],
+        variables={'EGL_PLATFORM': 'surfaceless'}),
+    *(Run('surroundings', f'no display, device folder {folder}', [
+        Step('start', exits=255, prints=[f'"{folder}" does not exist', 'UPDATER_SCREEN is "640x480px", which is no size'])],
+        variables={'DISPLAY': '', 'UPDATER_DEVICE': folder, 'UPDATER_SCREEN': '640x480px'})
+      for folder in ('/nowhere/at all', '/etc/passwd')),
+    Run('surroundings', 'no display', [
+        Step('start', exits=255, prints='')],
+        variables={'DISPLAY': ''}),
+    Run('surroundings', 'help', [
+        Step('start --help', exits=0, prints=['UPDATER_DEVICE', 'UPDATER_SCREEN', '/auto', 'Home', 'End', 'USB HD'])],
+        variables={'DISPLAY': ''}),
+]
