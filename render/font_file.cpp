@@ -106,21 +106,25 @@ void parseBlock(unsigned char type, const unsigned char* content, std::size_t si
 
 }  // namespace
 
-void parseFont(const unsigned char* bytes, std::size_t size, FontData& font) {
+bool parseFont(const unsigned char* bytes, std::size_t size, FontData& font) {
     if (size < sizeof FONT_HEADER || std::memcmp(bytes, FONT_HEADER, sizeof FONT_HEADER) != 0)
-        return;
+        return false;
     std::size_t position = sizeof FONT_HEADER;
-    for (int i = 0; i < BLOCK_COUNT && size - position >= BLOCK_HEADER_SIZE; ++i) {
+    int blocks = 0;
+    for (; blocks < BLOCK_COUNT && size - position >= BLOCK_HEADER_SIZE; ++blocks) {
         const unsigned char type = bytes[position];
         const int32_t stated = static_cast<int32_t>(readU32(bytes + position + 1));
         position += BLOCK_HEADER_SIZE;
         if (stated < 0)
-            return;
+            return false;
         // Of a truncated file, the complete records before the cut are used.
         const std::size_t present = std::min(static_cast<std::size_t>(stated), size - position);
         parseBlock(type, bytes + position, present, font);
         position += present;
+        if (present < static_cast<std::size_t>(stated))
+            return false;
     }
+    return blocks == BLOCK_COUNT && position == size;
 }
 
 void parseKerningLine(const WideString& line, KerningTable& kerning) {

@@ -45,7 +45,7 @@ struct Text {
 
 constexpr int32_t EVERY_STATE = -1;
 
-// The string tables in the field spell these keys with "UDPATE". Kept.
+// The string tables in the field spell two of these keys with "UDPATE". Kept.
 constexpr Text TEXTS[] = {
     {EVERY_STATE, 15, "STR_KESTRELUPDATER", TEXT(" v1.1")},
     {WaitingForMedia, 155, "STR_PLEASEINSERTUPDATEKEY", TEXT("")},

@@ -41,7 +41,9 @@ AdviceOutcome followAdvice(const DeviceFolder& instrument) {
     {
         const DeviceFolder copy;
         fs::copy(instrument.root(), copy.root(), fs::copy_options::recursive);
-        const Diagnosis diagnosis = diagnose(copy.root(), copy.root() / "USB HD");
+        DiagnoseOptions options;
+        options.key = copy.root() / "USB HD";
+        const Diagnosis diagnosis = diagnose(copy.root(), options);
         outcome.step = diagnosis.step;
         for (const Advice& advice : diagnosis.advice) {
             outcome.actions[static_cast<std::size_t>(advice.action)] = true;

@@ -6,7 +6,7 @@
 #include "tests/helpers/device_folder.h"
 #include "tools/diagnosis/diagnosis.h"
 
-constexpr std::size_t ACTION_COUNT = 5;
+constexpr std::size_t ACTION_COUNT = 6;
 
 struct AdviceOutcome {
     UpdateStep step = UpdateStep::None;

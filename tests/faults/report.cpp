@@ -70,8 +70,8 @@ const char* const INVARIANT_TEXTS[INVARIANT_COUNT] = {
 
 // Prints where the update stopped, as "updatekey diagnose" names it, and whether its advice helped.
 void printAdvice(const std::vector<MatrixRow>& rows) {
-    std::printf("\n%-20s %7s %7s %7s %7s %7s %12s %7s\n", "diagnosis", "cases", "cured", "save",
-                "remove", "rename", "update-again", "start");
+    std::printf("\n%-20s %7s %7s %7s %7s %7s %12s %7s %12s\n", "diagnosis", "cases", "cured",
+                "save", "remove", "rename", "update-again", "start", "check-disk");
     for (std::size_t i = 0; i <= static_cast<std::size_t>(UpdateStep::Unclear); ++i) {
         const auto step = static_cast<UpdateStep>(i);
         const auto count = [&](const Predicate& holds) {
@@ -81,7 +81,8 @@ void printAdvice(const std::vector<MatrixRow>& rows) {
         std::printf("%-20s %7zu %7zu", textOf(step).name,
                     count([](const CaseResult&) { return true; }),
                     count([](const CaseResult& r) { return r.advice.cured; }));
-        for (const auto& [action, width] : {std::pair(0U, 7), {1U, 7}, {2U, 7}, {3U, 12}, {4U, 7}})
+        for (const auto& [action, width] :
+             {std::pair(0U, 7), {1U, 7}, {2U, 7}, {3U, 12}, {4U, 7}, {5U, 12}})
             std::printf(" %*zu", width, count([action = action](const CaseResult& r) {
                             return r.advice.actions[action];
                         }));

@@ -2,12 +2,18 @@
 // and the actions that repair it.
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <functional>
 
 #include "platform/posix/files/read_file.h"
 #include "tests/helpers/device_folder.h"
+#include "tests/updatekey/sound_key.h"
 #include "tools/diagnosis/diagnosis.h"
 
 namespace {
+
+namespace fs = std::filesystem;
 
 const std::string OPENED = "Opening log at 2026/11/24 22:44\n";
 const std::string FAILED = OPENED + "\n    *** ERROR *** Update failed.\n\n";
@@ -17,8 +23,8 @@ struct Instrument {
     std::vector<const char*> files;  // below FlashDisk/VELD
     std::string log;
     const char* step;
+    const char* findings;
     const char* advice;  // the actions and their folders
-    int contradictions = 0;
 };
 
 constexpr const char* APP = "KSTRL/KSTRL.exe";
@@ -27,26 +33,99 @@ constexpr const char* GUI = "ORBUI/data/a";
 constexpr const char* OLD_GUI = "ORBUI_old/data/a";
 constexpr const char* NEW_APP = "Update/KSTRL/KSTRL.exe";
 constexpr const char* NEW_GUI = "Update/ORBUI/data/a";
+const std::string NOT_COPIED = "\n    *** ERROR *** Error 2 ::SetFileAttributes\n\n";
 
 const Instrument INSTRUMENTS[] = {
-    {{APP, GUI}, SUCCEEDED, "none", "start"},
-    {{APP, OLD_APP, GUI, OLD_GUI}, "", "none", "start"},
-    {{APP, OLD_APP, GUI, OLD_GUI}, FAILED, "none", "update-again"},
-    {{APP, GUI, NEW_APP, NEW_GUI}, OPENED, "copying", "remove Update, update-again"},
+    {{APP, GUI}, SUCCEEDED, "none", "", "start"},
+    {{APP, OLD_APP, GUI, OLD_GUI}, "", "none", "", "start"},
+    {{APP, OLD_APP, GUI, OLD_GUI}, FAILED, "none", "", "update-again"},
+    {{APP, GUI, NEW_APP, NEW_GUI},
+     OPENED,
+     "copying",
+     "",
+     "check-disk, remove Update, update-again"},
     {{OLD_APP, GUI, NEW_APP, NEW_GUI},
      OPENED,
      "application-moved",
-     "save KSTRL_old, rename KSTRL_old, remove Update, update-again"},
-    {{APP, OLD_APP, GUI, NEW_GUI}, OPENED, "application-replaced", "remove Update, update-again"},
+     "no-application-folder",
+     "check-disk, save KSTRL_old, rename KSTRL_old, remove Update, update-again"},
+    {{APP, OLD_APP, GUI, NEW_GUI},
+     OPENED,
+     "application-replaced",
+     "",
+     "check-disk, remove Update, update-again"},
     {{APP, OLD_APP, OLD_GUI, NEW_GUI},
      OPENED,
      "gui-data-moved",
-     "save ORBUI_old, rename ORBUI_old, remove Update, update-again"},
-    {{APP, OLD_APP, GUI, OLD_GUI, NEW_APP}, FAILED, "gui-data-only", "remove Update, update-again"},
-    {{NEW_APP, NEW_GUI}, "", "unclear", "save Update, remove Update, update-again", 1},
-    {{"KSTRL/lost.exe", OLD_APP, GUI}, SUCCEEDED, "none", "save KSTRL_old, update-again"},
-    {{APP, NEW_APP, NEW_GUI}, SUCCEEDED, "unclear", "remove Update, update-again", 2},
+     "no-gui-folder",
+     "check-disk, save ORBUI_old, save KSTRL_old, rename ORBUI_old, remove Update, update-again"},
+    {{APP, OLD_APP, GUI, OLD_GUI, NEW_APP},
+     FAILED,
+     "gui-data-only",
+     "",
+     "check-disk, remove Update, update-again"},
+    {{NEW_APP, NEW_GUI},
+     "",
+     "unclear",
+     "log-contradicts no-application-folder no-gui-folder",
+     "check-disk, save Update, remove Update, update-again"},
+    {{"KSTRL/lost.exe", OLD_APP, GUI},
+     SUCCEEDED,
+     "none",
+     "no-application",
+     "save KSTRL_old, update-again"},
+    {{APP, NEW_APP, NEW_GUI},
+     SUCCEEDED,
+     "unclear",
+     "log-contradicts no-gui-folder",
+     "check-disk, save Update, remove Update, update-again"},
+
+    // Names are found without regard to case, and the advice names them as they are written.
+    {{"Kstrl/KSTRL.EXE", "orbui/DATA/a"}, SUCCEEDED, "none", "", "start"},
+    {{"Kstrl_OLD/KSTRL.exe", GUI},
+     OPENED,
+     "unclear",
+     "no-application-folder",
+     "check-disk, save Kstrl_OLD, rename Kstrl_OLD, update-again"},
+
+    // Instruments that are broken although no update was interrupted.
+    {{APP, OLD_APP, GUI, OLD_GUI},
+     OPENED + NOT_COPIED + SUCCEEDED,
+     "none",
+     "disk-space files-not-copied",
+     "save KSTRL_old, save ORBUI_old, update-again"},
+    {{APP, OLD_GUI, "ORBUI/readme"},
+     SUCCEEDED,
+     "none",
+     "gui-data-empty",
+     "save ORBUI_old, update-again"},
+    {{"KSTRL", OLD_APP, GUI},
+     FAILED,
+     "unclear",
+     "no-application-folder not-a-folder",
+     "check-disk, save KSTRL_old, remove KSTRL, rename KSTRL_old, update-again"},
+    {{APP, GUI, "Update/a", "Update/b"},
+     FAILED,
+     "unclear",
+     "stray-files",
+     "check-disk, remove Update, update-again"},
+    {{APP, GUI}, "make: all\n", "none", "log-odd", "start"},
 };
+
+std::string adviceOf(const Diagnosis& diagnosis) {
+    std::string advice;
+    for (const Advice& step : diagnosis.advice)
+        advice += (advice.empty() ? "" : ", ") + std::string(nameOf(step.action)) +
+                  (step.folder.empty() ? "" : " " + step.folder);
+    return advice;
+}
+
+std::string findingsOf(const Diagnosis& diagnosis) {
+    std::string all;
+    for (const std::string& code : codesOf(diagnosis.findings))
+        all += (all.empty() ? "" : " ") + code;
+    return all;
+}
 
 TEST(Diagnosis, FindsWhereAnUpdateStoppedAndItsRepair) {
     for (const Instrument& instrument : INSTRUMENTS) {
@@ -55,14 +134,71 @@ TEST(Diagnosis, FindsWhereAnUpdateStoppedAndItsRepair) {
             device.write(std::string("FlashDisk/VELD/") + file, "bytes");
         device.write("FlashDisk/VELD/Updater-log.txt", instrument.log);
         const Diagnosis diagnosis = diagnose(device.root());
-        std::string advice;
-        for (const Advice& step : diagnosis.advice)
-            advice += (advice.empty() ? "" : ", ") + std::string(nameOf(step.action)) +
-                      (step.folder.empty() ? "" : " " + step.folder);
-        EXPECT_EQ(advice, instrument.advice) << instrument.step;
-        EXPECT_STREQ(textOf(diagnosis.step).name, instrument.step) << advice;
-        EXPECT_EQ(diagnosis.contradictions.size(), instrument.contradictions) << advice;
+        EXPECT_EQ(adviceOf(diagnosis), instrument.advice) << instrument.step;
+        EXPECT_EQ(findingsOf(diagnosis), instrument.findings) << instrument.advice;
+        EXPECT_STREQ(textOf(diagnosis.step).name, instrument.step) << instrument.advice;
     }
+}
+
+struct Spoiled {
+    std::function<void(const fs::path& flash)> spoil;  // of an instrument in order
+    const char* findings;
+    bool starts = true;
+};
+
+std::function<void(const fs::path&)> removing(const std::string& path) {
+    return [=](const fs::path& flash) { fs::remove_all(flash / path); };
+}
+
+const Spoiled SPOILED[] = {
+    {[](const fs::path&) {}, ""},
+    {removing("VELD/ORBUI/data/fonts/SegoeUI_24px.fnt"), "font-missing"},
+    {removing("VELD/ORBUI/data/lang/StringTable_en.txt"), "table-missing"},
+    {removing("VELD/ORBUI/data/lang/StringTable_jp.txt"), ""},  // not the instrument's language
+    {removing("VELD/ORBUI/data/KSTRL-menubg4.raw"), "background-missing"},
+    {removing("VELD/KSTRL/KSTRL.exe"), "no-application", false},
+    {[](const fs::path& flash) { fs::resize_file(flash / "VELD/KSTRL/KSTRL.exe", 60); },
+     "application-damaged", false},
+    {[](const fs::path& flash) { fs::resize_file(flash / "VELD/KSTRL/KSTRL.exe", 0); },
+     "application-damaged", false},
+    {[](const fs::path& flash) { writeFile(flash / "VELD/KSTRL/a\\b", "x"); }, "name-not-fat"},
+    {[](const fs::path& flash) { ::mkfifo((flash / "VELD/ORBUI/data/pipe").c_str(), 0600); },
+     "not-a-file"},
+    {[](const fs::path& flash) { writeFile(flash / "../registry.reg", "nonsense"); },
+     "language-unknown"},
+    {[](const fs::path& flash) { fs::rename(flash / "VELD", flash / "veld"); }, ""},
+};
+
+TEST(Diagnosis, ChecksWhatIsInstalledAsOnAKey) {
+    for (const Spoiled& spoiled : SPOILED) {
+        const DeviceFolder device;
+        const fs::path flash = device.root() / "FlashDisk";
+        writeSoundKey(flash);
+        fs::remove(flash / "VELD/kstrXReleaseNotes.txt");
+        device.setLanguage(0);
+        spoiled.spoil(flash);
+        DiagnoseOptions options;
+        options.check = [&](const fs::path& makerFolder) {
+            return checkInstallation(device.root(), makerFolder, {});
+        };
+        const Diagnosis diagnosis = diagnose(device.root(), options);
+        EXPECT_EQ(findingsOf(diagnosis), spoiled.findings);
+        EXPECT_EQ(diagnosis.hindrances.empty(), spoiled.starts) << spoiled.findings;
+    }
+}
+
+TEST(Diagnosis, NamesAFullDiskAndRefusesAKey) {
+    const DeviceFolder device;
+    writeSoundKey(device.root() / "key");
+    device.write(std::string("FlashDisk/VELD/") + APP, "bytes");
+    device.write(std::string("FlashDisk/VELD/") + GUI, "bytes");
+    DiagnoseOptions options;
+    options.key = device.root() / "key";
+    options.disk = fs::space_info{5000000, 1000, 1000};
+    const Diagnosis diagnosis = diagnose(device.root(), options);
+    EXPECT_EQ(findingsOf(diagnosis), "disk-full");
+    EXPECT_NE(diagnosis.findings[0].text.find("1000 of 5000000 bytes free"), std::string::npos);
+    EXPECT_THROW(diagnose(device.root() / "key"), std::runtime_error);
 }
 
 TEST(Diagnosis, ComparesWithTheKeyThatWasInstalled) {
@@ -71,10 +207,13 @@ TEST(Diagnosis, ComparesWithTheKeyThatWasInstalled) {
         device.write(std::string("FlashDisk/VELD/") + file, "bytes");
     for (const char* const file : {APP, "KSTRL/lost", GUI})
         device.write(std::string("key/VELD/") + file, file == GUI ? "other" : "bytes");
-    const Diagnosis diagnosis = diagnose(device.root(), device.root() / "key");
-    EXPECT_EQ(diagnosis.comparison->different, std::vector<std::string>{GUI});
-    EXPECT_EQ(diagnosis.comparison->missing, std::vector<std::string>{"KSTRL/lost"});
-    EXPECT_EQ(diagnosis.comparison->tooMany, std::vector<std::string>{"ORBUI/data/extra"});
+    DiagnoseOptions options;
+    options.key = device.root() / "key";
+    const Diagnosis diagnosis = diagnose(device.root(), options);
+    std::string changes;
+    for (const FileChange& change : *diagnosis.changes)
+        changes += nameOf(change.kind) + (" " + change.path + "\n");
+    EXPECT_EQ(changes, "gone KSTRL/lost\nchanged ORBUI/data/a\nnew ORBUI/data/extra\n");
     EXPECT_STREQ(nameOf(diagnosis.advice.back().action), "update-again");
     EXPECT_THROW(diagnose(device.root() / "key/VELD/KSTRL"), std::runtime_error);
 }

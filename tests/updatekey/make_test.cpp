@@ -9,8 +9,10 @@
 
 #include "tests/helpers/device_folder.h"
 #include "tests/updatekey/sound_key.h"
+#include "tools/host/folder_tree.h"
 #include "tools/updatekey/make/make.h"
 #include "tools/updatekey/make/manifest.h"
+#include "tools/updatekey/make/notes_text.h"
 
 namespace {
 
@@ -76,13 +78,14 @@ TEST(ComposeNotes, WritesWhatTheDeviceReadsAndShows) {
     const std::pair<const char*, const char*> notes[] = {
         {"KSTRL Release 3.0\r\nNews\r\n", "KSTRL Release 3.0\nNews\n"},
         {"KSTRL Release 3.0", "KSTRL Release 3.0\n"},
-        {"", "KSTRL Release 3.0\n"},
         {"\xEF\xBB\xBF\x5A\xC3\xBC\n", "KSTRL Release 3.0\nZ\xFC\n"},
     };
     for (const auto& [text, composed] : notes)
         EXPECT_EQ(composeNotes(text, "3.0"), composed);
-    for (const char* const beyondLatin1 : {"\xE6\xBC\xA2\n", "\xF0\x9F\x93\x9D\n"})
+    for (const char* const beyondLatin1 :
+         {"\xE6\xBC\xA2\n", "\xF0\x9F\x93\x9D\n", "\x93quoted\x94\n"})
         EXPECT_THROW(composeNotes(beyondLatin1, "3.0"), std::runtime_error);
+    EXPECT_THROW(composeNotes("", "3.0"), std::runtime_error);
     EXPECT_THROW(composeNotes("KSTRL Release 2.0\n", "3.0"), std::runtime_error);
     EXPECT_THROW(composeNotes("News\n", "3\n0"), std::runtime_error);
 }
@@ -95,14 +98,15 @@ TEST_F(MakeKey, ChecksTheSpaceOnTheFlashDiskAndTheLanguageData) {
     CheckOptions check;
     for (const auto& [size, codes] : sizes) {
         check.flashSize = size;
-        EXPECT_EQ(codesOf(checkKey(key, check)), codes);
+        EXPECT_EQ(codesOf(checkKey(key, check).findings), codes);
     }
     fs::remove(options.guiData / "fonts/MeiryoUI_36px.fnt");
     fs::remove(options.guiData / "lang/StringTable_jp.txt");
-    EXPECT_EQ(codesOf(checkKey(key, {})), (std::set<std::string>{"font-missing", "table-missing"}));
+    EXPECT_EQ(codesOf(checkKey(key, {}).findings),
+              (std::set<std::string>{"font-missing", "table-missing"}));
     CheckOptions latinOnly;
     latinOnly.languages = {0, 1};
-    EXPECT_EQ(codesOf(checkKey(key, latinOnly)), std::set<std::string>{});
+    EXPECT_EQ(codesOf(checkKey(key, latinOnly).findings), std::set<std::string>{});
 }
 
 }  // namespace

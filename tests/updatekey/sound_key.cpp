@@ -73,9 +73,9 @@ void writeSoundKey(const fs::path& folder) {
         writeFile(data / "lang" / stringTableFile(language.suffix), tableBytes(language.suffix));
 }
 
-std::set<std::string> codesOf(const CheckReport& report) {
+std::set<std::string> codesOf(const Findings& findings) {
     std::set<std::string> codes;
-    for (const Finding& finding : report.findings)
+    for (const Finding& finding : findings)
         codes.insert(finding.code);
     return codes;
 }

@@ -20,4 +20,4 @@ std::string programBytes(uint16_t machine, char sections = 0);
 // Writes a file and creates its parent folders.
 void writeFile(const std::filesystem::path& path, const std::string& bytes);
 
-std::set<std::string> codesOf(const CheckReport& report);
+std::set<std::string> codesOf(const Findings& findings);

@@ -1,149 +1,156 @@
 #include "tools/diagnosis/diagnosis.h"
 
-#include "platform/posix/files/read_file.h"
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+
+#include "tools/diagnosis/advice.h"
 #include "tools/diagnosis/installation.h"
 #include "tools/host/folder_tree.h"
-#include "update/key_layout.h"
+#include "tools/host/host_file.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-using Action = Advice::Action;
+// The codes of findings with which the application cannot be started.
+const std::set<std::string> HINDRANCES = {"no-application-folder", "no-application",
+                                          "application-damaged",   "application-machine",
+                                          "no-gui-folder",         "gui-data-empty"};
 
-FolderFinding lookAt(const fs::path& makerFolder, const std::string& name) {
-    FolderFinding folder;
-    folder.name = name;
-    folder.there = fs::is_directory(makerFolder / name);
-    folder.version = applicationVersion(makerFolder / name);
-    for (const TreeEntry& entry : readTree(makerFolder / name)) {
-        folder.files += entry.kind == TreeEntry::Kind::File ? 1U : 0U;
-        folder.bytes += entry.size;
+FolderFinding lookAt(const fs::path& folder) {
+    FolderFinding found;
+    found.name = folder.filename().string();
+    found.there = fs::is_directory(folder);
+    if (!found.there)
+        return found;
+    for (const auto& [path, file] : filesIn(folder)) {
+        ++found.files;
+        found.bytes += file.size;
     }
-    return folder;
+    found.version = applicationVersion(folder);
+    return found;
 }
 
-KeyComparison compareWith(const fs::path& key, const fs::path& makerFolder) {
-    KeyComparison comparison;
-    std::vector<std::string>* const lists[] = {&comparison.tooMany, &comparison.different,
-                                               &comparison.missing};
-    for (const FileChange& change :
-         compareFiles(installedFiles(makerFolderOf(key)), installedFiles(makerFolder)))
-        lists[static_cast<std::size_t>(change.kind)]->push_back(change.path);
-    return comparison;
+void checkFolders(const fs::path& makerFolder, const DiskState& state, Findings& findings) {
+    for (const std::string& name : UPDATE_FOLDERS) {
+        const fs::path entry = entryAt(makerFolder, name);
+        if (fs::exists(entry) && !fs::is_directory(entry))
+            addFinding(findings, "not-a-folder", entry.filename().string(),
+                       "is a file; the update needs a folder of this name");
+    }
+    const fs::path program =
+        entryAt(makerFolder, fs::path(keylayout::APPLICATION) / keylayout::PROGRAM);
+    const std::string name = fs::path(program).lexically_relative(makerFolder).generic_string();
+    if (!state.application)
+        addFinding(findings, "no-application-folder", keylayout::APPLICATION,
+                   "there is no such folder");
+    else if (!fs::is_regular_file(program))
+        addFinding(findings, "no-application", name, "is missing");
+    else if (fs::file_size(program) == 0)
+        addFinding(findings, "application-damaged", name, "is empty");
+    if (!state.guiData)
+        addFinding(findings, "no-gui-folder", keylayout::GUI, "there is no such folder");
+    else if (readTree(entryAt(makerFolder, keylayout::GUI_DATA)).empty())
+        addFinding(findings, "gui-data-empty", keylayout::GUI_DATA, "is missing or empty");
+    if (state.strayFiles != 0)
+        addFinding(findings, "stray-files", keylayout::STAGING,
+                   "contains files or folders that no update puts there (" +
+                       std::to_string(state.strayFiles) +
+                       "); while they are there, every update fails");
 }
 
-// Collects the advice for one diagnosis, in the order in which it must be followed.
-class Adviser {
-  public:
-    Adviser(Diagnosis& diagnosis, const DiskState& state, const fs::path& makerFolder)
-        : diagnosis_(diagnosis), state_(state), folder_(makerFolder) {}
-
-    void advise() {
-        const bool applicationThere = runs(state_.application ? "KSTRL" : "KSTRL_old");
-        const bool guiDataThere = state_.guiData || state_.guiDataBackup;
-        bringBack("KSTRL", state_.application, state_.applicationBackup, "application");
-        bringBack("ORBUI", state_.guiData, state_.guiDataBackup, "GUI data");
-        if (state_.application && !applicationThere && runs("KSTRL_old"))
-            save("KSTRL_old");
-        if (state_.staging)
-            removeStaging();
-        diagnosis_.startsAsItIs = runs("KSTRL") && state_.guiData;
-        const bool foundWrong = diagnosis_.comparison && !diagnosis_.comparison->same();
-        const bool finished = diagnosis_.step == UpdateStep::None;
-        if (!applicationThere || !guiDataThere || !finished || foundWrong ||
-            diagnosis_.log.outcome == LogOutcome::Failed)
-            updateAgain();
-        else
-            add(Action::Start, "", "", "Start the instrument; nothing else is needed.");
-    }
-
-  private:
-    bool runs(const std::string& folder) const {
-        std::error_code error;
-        return fs::file_size(folder_ / folder / keylayout::PROGRAM, error) > 0 && !error;
-    }
-
-    void add(Action action, const std::string& folder, const std::string& to,
-             const std::string& text) {
-        diagnosis_.advice.push_back({action, folder, to, text});
-    }
-
-    void save(const std::string& name) {
-        for (FolderFinding& folder : diagnosis_.folders)
-            folder.onlyCopy |= folder.name == name;
-        add(Action::Save, name, "",
-            "Copy " + name + " to another disk first: it is the only copy of its files.");
-    }
-
-    void bringBack(const std::string& name, bool there, bool backupThere, const std::string& what) {
-        const std::string backup = name + keylayout::BACKUP_SUFFIX;
-        if (there || !backupThere)
-            return;
-        save(backup);
-        add(Action::Rename, backup, name,
-            "Rename " + backup + " to " + name + ": this restores the previous " + what + ".");
-    }
-
-    void removeStaging() {
-        if (!state_.application && !state_.applicationBackup && state_.stagedApplication)
-            save("Update");
-        add(Action::Remove, "Update", "",
-            "Delete the folder Update: the next update would install its files together with the "
-            "key's.");
-    }
-
-    void updateAgain() {
-        const bool noGuiData = !state_.guiData && !state_.guiDataBackup;
-        add(Action::UpdateAgain, "", "",
-            std::string(
-                "Update again, with the same key if it has no errors, or with a newer one.") +
-                (noGuiData ? " Without GUI data the first update ends with \"Update failed\", "
-                             "although it installs everything: update a second time."
-                           : ""));
-    }
-
-    Diagnosis& diagnosis_;
-    const DiskState& state_;
-    const fs::path& folder_;
-};
-
-void compareLogAndDisk(Diagnosis& diagnosis, const DiskState& state) {
-    const auto contradict = [&](const char* text) { diagnosis.contradictions.emplace_back(text); };
-    const bool succeeded = diagnosis.log.outcome == LogOutcome::Succeeded;
+void checkLog(const Diagnosis& diagnosis, const DiskState& state, Findings& findings) {
+    const LogReading& log = diagnosis.log;
+    const auto contradict = [&](const char* text) {
+        addFinding(findings, "log-contradicts", keylayout::LOG, text);
+    };
+    const bool succeeded = log.outcome == LogOutcome::Succeeded;
     if (succeeded && state.staging)
         contradict(
-            "The log says that an update succeeded, but the folder Update exists: another update "
-            "was started, or files were added, afterwards.");
+            "says that an update succeeded, but the folder Update exists: another update was "
+            "started or files were added afterwards, or the disk has become read-only, so that "
+            "this is the log of an earlier update");
     if (succeeded && (!state.application || !state.guiData))
-        contradict(
-            "The log says that an update succeeded, but a folder that it installed is missing.");
-    if (diagnosis.log.outcome == LogOutcome::NoLog && state.staging)
-        contradict("The folder Update exists, but there is no log of an update.");
+        contradict("says that an update succeeded, but a folder that it installed is missing");
+    if (log.outcome == LogOutcome::NoLog && state.staging)
+        contradict("does not exist, although the folder Update does");
+    const std::size_t lines = log.earlier + log.lines.size();
+    if (log.foreign != 0)
+        addFinding(findings, "log-odd", keylayout::LOG,
+                   std::to_string(log.foreign) + " of its " + std::to_string(lines) +
+                       " lines are not the updater's; it may be the log of another program");
+    if (log.notCopied != 0)
+        addFinding(findings, "files-not-copied", keylayout::LOG,
+                   "reports that files were not copied (" + std::to_string(log.notCopied) +
+                       "): the disk was full, or the key was faulty or was pulled out");
+}
+
+// While an update copies its files, they need room beside all folders that exist already.
+void checkSpace(const Diagnosis& diagnosis, const FileSet& key,
+                const std::optional<fs::space_info>& disk, Findings& findings) {
+    uint64_t onKey = 0;
+    for (const auto& [path, file] : key)
+        onKey += file.size;
+    uint64_t present = 0;
+    for (const FolderFinding& folder : diagnosis.folders)
+        present += folder.bytes;
+    const uint64_t staged = diagnosis.folders.back().bytes;
+    // Without the key, the larger one of the installed and the previous version stands for it.
+    const uint64_t needed = key.empty()
+                                ? std::max(diagnosis.folders[0].bytes + diagnosis.folders[2].bytes,
+                                           diagnosis.folders[1].bytes + diagnosis.folders[3].bytes)
+                                : onKey;
+    const bool full = disk && disk->available + staged < needed;
+    if (!full && diagnosis.log.notCopied == 0)
+        return;
+    const std::string has = disk ? "has " + std::to_string(disk->available) + " of " +
+                                       std::to_string(disk->capacity) + " bytes free"
+                                 : "holds folders of " + std::to_string(present) + " bytes";
+    addFinding(findings, full ? "disk-full" : "disk-space", "",
+               "the flash disk " + has + "; an update needs " + std::to_string(needed) +
+                   " bytes beside what is installed");
 }
 
 }  // namespace
 
 const char* nameOf(Advice::Action action) {
-    constexpr const char* NAMES[] = {"save", "remove", "rename", "update-again", "start"};
+    constexpr const char* NAMES[] = {"save",         "remove", "rename",
+                                     "update-again", "start",  "check-disk"};
     return NAMES[static_cast<std::size_t>(action)];
 }
 
 bool Diagnosis::sound() const {
-    return advice.size() == 1 && advice.front().action == Action::Start && contradictions.empty();
+    return advice.size() == 1 && advice.front().action == Advice::Action::Start && findings.empty();
 }
 
-Diagnosis diagnose(const fs::path& device, const std::optional<fs::path>& key) {
+Diagnosis diagnose(const fs::path& device, const DiagnoseOptions& options) {
     const fs::path makerFolder = makerFolderOf(device);
+    if (isOnKey(makerFolder))
+        throw std::runtime_error(device.string() +
+                                 " is an update key and not the flash disk of an instrument; "
+                                 "examine it with updatekey check");
     Diagnosis diagnosis;
-    for (const char* const name : UPDATE_FOLDERS)
-        diagnosis.folders.push_back(lookAt(makerFolder, name));
+    for (const std::string& name : UPDATE_FOLDERS)
+        diagnosis.folders.push_back(lookAt(entryAt(makerFolder, name)));
     const DiskState state = readDiskState(makerFolder);
     diagnosis.step = stepOf(state);
-    diagnosis.log = readLog(host::readFile(makerFolder / keylayout::LOG));
-    if (key)
-        diagnosis.comparison = compareWith(*key, makerFolder);
-    compareLogAndDisk(diagnosis, state);
-    Adviser(diagnosis, state, makerFolder).advise();
+    const fs::path log = entryAt(makerFolder, keylayout::LOG);
+    if (fs::exists(log))
+        diagnosis.log = readLog(readHostFile(log.string()));
+    const FileSet key = options.key ? installedFiles(makerFolderOf(*options.key)) : FileSet();
+    if (options.key)
+        diagnosis.changes = compareFiles(key, installedFiles(makerFolder));
+
+    checkFolders(makerFolder, state, diagnosis.findings);
+    checkLog(diagnosis, state, diagnosis.findings);
+    checkSpace(diagnosis, key, options.disk, diagnosis.findings);
+    if (options.check)
+        for (const Finding& finding : options.check(makerFolder))
+            diagnosis.findings.push_back(finding);
+    for (const Finding& finding : diagnosis.findings)
+        if (HINDRANCES.count(finding.code) != 0)
+            diagnosis.hindrances.push_back(finding.path + ": " + finding.text);
+    advise(diagnosis, state);
     return diagnosis;
 }

@@ -2,29 +2,23 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "tools/diagnosis/disk_state.h"
+#include "tools/diagnosis/finding.h"
 #include "tools/diagnosis/log_lines.h"
+#include "tools/host/file_changes.h"
 
 struct FolderFinding {
-    std::string name;  // "KSTRL_old"
+    std::string name;  // as it is written on the disk: "KSTRL_old"
     bool there = false;
     std::size_t files = 0;
     uint64_t bytes = 0;
     std::string version;    // from the files; empty when unknown
     bool onlyCopy = false;  // its content exists nowhere else on the disk
-};
-
-// Compares the installed files with those of a key.
-struct KeyComparison {
-    std::vector<std::string> different;
-    std::vector<std::string> missing;  // on the key and not installed
-    std::vector<std::string> tooMany;  // installed and not on the key
-
-    bool same() const { return different.empty() && missing.empty() && tooMany.empty(); }
 };
 
 // A step of the repair. Follow the steps in the given order.
@@ -35,6 +29,7 @@ struct Advice {
         Rename,       // rename `folder` to `to`
         UpdateAgain,  // run the updater with a good key
         Start,        // start the instrument
+        CheckDisk,    // check the file system of a FAT disk
     };
 
     Action action;
@@ -43,23 +38,28 @@ struct Advice {
     std::string text;    // a sentence for the technician
 };
 
-// "save", "remove", "rename", "update-again" or "start".
+// "save", "remove", "rename", "update-again", "start" or "check-disk".
 const char* nameOf(Advice::Action action);
 
 struct Diagnosis {
     std::vector<FolderFinding> folders;
     UpdateStep step = UpdateStep::None;
     LogReading log;
-    std::vector<std::string> contradictions;  // between the log and the disk
-    std::optional<KeyComparison> comparison;  // with the key that was given
-    bool startsAsItIs = false;  // there is an application that can be started, with GUI data
+    Findings findings;  // of the folders, the installed files and the log
+    std::optional<std::vector<FileChange>> changes;  // since the key that was given was installed
+    std::vector<std::string> hindrances;  // why the instrument cannot be started; empty when it can
     std::vector<Advice> advice;
 
     // Whether the instrument is in order and only has to be started.
     bool sound() const;
 };
 
-// Examines `device`, a device folder or a copy of its flash disk, and compares the installation
-// with `key` if given. Throws std::runtime_error when `device` is neither.
-Diagnosis diagnose(const std::filesystem::path& device,
-                   const std::optional<std::filesystem::path>& key = std::nullopt);
+struct DiagnoseOptions {
+    std::optional<std::filesystem::path> key;         // compared with what is installed
+    std::optional<std::filesystem::space_info> disk;  // the flash disk's size and free space
+    std::function<Findings(const std::filesystem::path& makerFolder)> check;  // of installed files
+};
+
+// Examines `device`, a device folder or a copy of its flash disk. Throws std::runtime_error when
+// `device` is neither, is an update key, or cannot be read.
+Diagnosis diagnose(const std::filesystem::path& device, const DiagnoseOptions& options = {});

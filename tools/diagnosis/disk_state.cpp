@@ -1,5 +1,8 @@
 #include "tools/diagnosis/disk_state.h"
 
+#include "tools/diagnosis/installation.h"
+#include "tools/host/folder_tree.h"
+
 namespace fs = std::filesystem;
 
 const UpdateStepText& textOf(UpdateStep step) {
@@ -24,19 +27,27 @@ const UpdateStepText& textOf(UpdateStep step) {
 }
 
 DiskState readDiskState(const fs::path& makerFolder) {
-    const auto there = [&](const char* folder) { return fs::is_directory(makerFolder / folder); };
+    const auto there = [](const fs::path& folder, const std::string& name) {
+        return fs::is_directory(entryAt(folder, name));
+    };
+    const fs::path staging = entryAt(makerFolder, keylayout::STAGING);
     DiskState state;
-    state.application = there("KSTRL");
-    state.applicationBackup = there("KSTRL_old");
-    state.guiData = there("ORBUI");
-    state.guiDataBackup = there("ORBUI_old");
-    state.staging = there("Update");
-    state.stagedGuiData = there("Update/ORBUI");
+    state.application = there(makerFolder, keylayout::APPLICATION);
+    state.applicationBackup = there(makerFolder, APPLICATION_BACKUP);
+    state.guiData = there(makerFolder, keylayout::GUI);
+    state.guiDataBackup = there(makerFolder, GUI_BACKUP);
+    state.staging = fs::is_directory(staging);
+    state.stagedGuiData = there(staging, keylayout::GUI);
     // The update creates all folders before it copies the first file: an empty Update/KSTRL without
     // Update/ORBUI means that nothing is staged yet.
-    const fs::path staged = makerFolder / "Update/KSTRL";
+    const fs::path staged = entryAt(staging, keylayout::APPLICATION);
     state.stagedApplication =
         fs::is_directory(staged) && (state.stagedGuiData || !fs::is_empty(staged));
+    for (const TreeEntry& entry : readTree(staging))
+        state.strayFiles += !startsWith(entry.path, staged.filename().string()) &&
+                                    !startsWith(entry.path, keylayout::GUI)
+                                ? 1U
+                                : 0U;
     return state;
 }
 
@@ -54,5 +65,5 @@ UpdateStep stepOf(const DiskState& state) {
         return UpdateStep::ApplicationReplaced;
     if (state.stagedGuiData && state.guiDataBackup)
         return UpdateStep::GuiDataMoved;
-    return bothInPlace ? UpdateStep::BothReplaced : UpdateStep::Unclear;
+    return bothInPlace && state.strayFiles == 0 ? UpdateStep::BothReplaced : UpdateStep::Unclear;
 }

@@ -34,7 +34,9 @@ struct DiskState {
     bool stagedApplication =
         false;                   // Update/KSTRL, with a file in it or with Update/ORBUI beside it
     bool stagedGuiData = false;  // Update/ORBUI
+    std::size_t strayFiles = 0;  // in Update, but in neither of these folders
 };
 
+// Throws std::runtime_error when a folder cannot be read.
 DiskState readDiskState(const std::filesystem::path& makerFolder);
 UpdateStep stepOf(const DiskState& state);

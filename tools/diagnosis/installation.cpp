@@ -1,34 +1,70 @@
 #include "tools/diagnosis/installation.h"
 
+#include <algorithm>
 #include <stdexcept>
 
-#include "platform/posix/files/read_file.h"
-#include "update/key_layout.h"
+#include "platform/posix/utf.h"
+#include "tools/host/host_file.h"
 
 namespace fs = std::filesystem;
 
+namespace {
+
+fs::path childNamed(const fs::path& folder, const std::string& name) {
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(folder / name, error)))
+        return folder / name;
+    const fs::directory_iterator entries(folder, error);
+    if (error == std::errc::permission_denied || error == std::errc::io_error)
+        throw std::runtime_error(folder.string() + " cannot be read: " + error.message());
+    const auto found = std::find_if(begin(entries), end(entries), [&](const auto& entry) {
+        return host::foldCase(entry.path().filename().string()) == host::foldCase(name);
+    });
+    return found == end(entries) ? folder / name : found->path();
+}
+
+}  // namespace
+
+fs::path entryAt(const fs::path& folder, const fs::path& relative) {
+    fs::path place = folder;
+    for (const fs::path& name : relative)
+        if (!name.empty())
+            place = childNamed(place, name.string());
+    return place;
+}
+
 fs::path makerFolderOf(const fs::path& folder) {
-    for (const char* const place : {"FlashDisk/VELD", "VELD"})
-        if (fs::is_directory(folder / place))
-            return folder / place;
-    for (const char* const name : UPDATE_FOLDERS)
-        if (fs::is_directory(folder / name))
+    for (const char* const place : {keylayout::FLASH_ROOT, keylayout::MAKER_FOLDER}) {
+        const fs::path found = entryAt(folder, fs::path(place).relative_path());
+        if (fs::is_directory(found))
+            return found;
+    }
+    std::string names;
+    for (const std::string& name : UPDATE_FOLDERS) {
+        if (fs::is_directory(entryAt(folder, name)))
             return folder;
-    throw std::runtime_error(
-        folder.string() +
-        " is neither a key nor a device: it has none of the folders FlashDisk/VELD, VELD, KSTRL, "
-        "KSTRL_old, ORBUI, ORBUI_old and Update");
+        names += ", " + name;
+    }
+    throw std::runtime_error(folder.string() +
+                             " is neither a key nor a device: it has none of the folders "
+                             "FlashDisk/VELD, VELD" +
+                             names);
+}
+
+bool isOnKey(const fs::path& makerFolder) {
+    return fs::exists(entryAt(makerFolder, keylayout::RELEASE_NOTES));
 }
 
 FileSet installedFiles(const fs::path& makerFolder) {
     FileSet files;
     for (const std::string component : {keylayout::APPLICATION, keylayout::GUI})
-        files.merge(filesIn(makerFolder / component, component + "/"));
+        files.merge(filesIn(entryAt(makerFolder, component), component + "/"));
     return files;
 }
 
 std::string applicationVersion(const fs::path& application) {
-    const std::string text = host::readFile(application / "version.txt");
+    const fs::path file = application / "version.txt";
+    const std::string text = fs::is_regular_file(file) ? readHostFile(file.string()) : "";
     const std::string line = text.substr(0, text.find('\n'));
     return line.substr(0, line.find_last_not_of(" \t\r") + 1);
 }

@@ -1,8 +1,10 @@
 #include "tools/diagnosis/log_lines.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <sstream>
+#include <string_view>
 
 #include "platform/posix/utf.h"
 #include "support/text.h"
@@ -10,14 +12,16 @@
 
 const std::vector<LogLineKind> LOG_LINE_KINDS = {
     {"Opening log at %", "the updater was started at this local time"},
-    {"  ** Warning ** Update succeeded at %", "the update succeeded; logged as a warning"},
-    {"    *** ERROR *** Update failed.", "the update failed; the lines above give the reason"},
+    {"  ** Warning ** Update succeeded at %", "the update succeeded; logged as a warning",
+     LogEvent::Success},
+    {"    *** ERROR *** Update failed.", "the update failed; the lines above give the reason",
+     LogEvent::Failure},
     {"    *** ERROR *** Error % ::MoveFile: % -> % :", "a folder could not be moved"},
     {"    *** ERROR *** Error % deleting file: %", "a file of the old backup could not be deleted"},
     {"    *** ERROR *** Error % ::RemoveDirectory(%)",
      "a folder of the old backup, or the staging folder, could not be removed"},
     {"    *** ERROR *** Error % ::SetFileAttributes",
-     "a file was not copied (error 2), or stayed read-only"},
+     "a file was not copied (error 2), or stayed read-only", LogEvent::NotCopied},
     {"    *** ERROR *** File % not found.", "a picture or font page of the GUI data is missing"},
     {"    *** ERROR *** File % is too short.",
      "a picture or font page of the GUI data is incomplete"},
@@ -38,22 +42,35 @@ const std::vector<LogLineKind> LOG_LINE_KINDS = {
 
 namespace {
 
-// The first part of the pattern must begin the text and the last part must end it; the others must
-// occur in between.
-bool matches(const std::string& text, const std::string& pattern) {
-    std::size_t at = 0;
-    std::size_t start = 0;
-    for (std::size_t wildcard = 0; (wildcard = pattern.find('%', start)) != std::string::npos;
-         start = wildcard + 1) {
-        const std::string piece = pattern.substr(start, wildcard - start);
-        const std::size_t found = text.find(piece, at);
-        if (found == std::string::npos || (start == 0 && found != 0))
-            return false;
-        at = found + piece.size();
-    }
-    const std::string last = pattern.substr(start);
-    return text.size() >= at + last.size() && (start > 0 || text == pattern) &&
-           text.compare(text.size() - last.size(), last.size(), last) == 0;
+// Whether the pattern's part before its first "%" begins the text, and the part after it matches
+// the rest of the text from some position on.
+bool matches(std::string_view text, std::string_view pattern) {
+    const std::size_t wildcard = pattern.find('%');
+    const std::string_view start = pattern.substr(0, wildcard);
+    if (text.substr(0, start.size()) != start)
+        return false;
+    if (wildcard == std::string_view::npos)
+        return text.size() == start.size();
+    for (std::size_t rest = start.size(); rest <= text.size(); ++rest)
+        if (matches(text.substr(rest), pattern.substr(wildcard + 1)))
+            return true;
+    return false;
+}
+
+const LogLineKind* kindOf(const std::string& line) {
+    const auto kind =
+        std::find_if(LOG_LINE_KINDS.begin(), LOG_LINE_KINDS.end(),
+                     [&](const LogLineKind& known) { return matches(line, known.pattern); });
+    return kind == LOG_LINE_KINDS.end() ? nullptr : &*kind;
+}
+
+// Returns the system error number in a line of a kind that contains one; 0 for the others.
+int errorNumber(const LogLineKind& kind, const std::string& line) {
+    static const std::string WORD = "Error ";
+    const std::size_t at = std::string_view(kind.pattern).find(WORD + "% ");
+    return at == std::string_view::npos
+               ? 0
+               : static_cast<int>(std::strtol(line.c_str() + at + WORD.size(), nullptr, 10));
 }
 
 // Returns the meaning of a system error number in the log; empty for rare ones.
@@ -75,23 +92,11 @@ std::string errorMeaning(int number) {
     return meaning == MEANINGS.end() ? std::string() : meaning->second;
 }
 
-std::string meaningOf(const std::string& line) {
-    for (const LogLineKind& kind : LOG_LINE_KINDS) {
-        if (!matches(line, kind.pattern))
-            continue;
-        const std::size_t number = line.find("Error ");
-        const bool numbered = std::string(kind.pattern).find("Error % ") != std::string::npos;
-        const std::string error = numbered ? errorMeaning(static_cast<int>(std::strtol(
-                                                 line.c_str() + number + 6, nullptr, 10)))
-                                           : std::string();
-        return kind.meaning + (error.empty() ? error : " (" + error + ")");
-    }
-    return {};
-}
-
 }  // namespace
 
 LogReading readLog(const std::string& bytes) {
+    constexpr std::size_t SHOWN = 20;
+    constexpr std::size_t LONGEST = 2100;  // the updater's own lines are cut at 2047 characters
     LogReading reading;
     std::istringstream stream(bytes);
     for (std::string line; std::getline(stream, line);) {
@@ -99,13 +104,27 @@ LogReading readLog(const std::string& bytes) {
             line.pop_back();
         if (line.empty())
             continue;
-        reading.outcome =
-            reading.outcome == LogOutcome::NoLog ? LogOutcome::NoUpdate : reading.outcome;
-        if (matches(line, "  ** Warning ** Update succeeded at %"))
+        line.resize(std::min(line.size(), LONGEST));
+        const LogLineKind* const kind = kindOf(line);
+        const int number = kind != nullptr ? errorNumber(*kind, line) : 0;
+        const std::string error = errorMeaning(number);
+        const LogEvent event = kind != nullptr ? kind->event : LogEvent::Other;
+        if (event == LogEvent::Success)
             reading.outcome = LogOutcome::Succeeded;
-        if (line == "    *** ERROR *** Update failed.")
+        else if (event == LogEvent::Failure)
             reading.outcome = LogOutcome::Failed;
-        reading.lines.push_back({printable(host::toUtf8(widen(line))), meaningOf(line)});
+        else if (reading.outcome == LogOutcome::NoLog)
+            reading.outcome = LogOutcome::NoUpdate;
+        reading.foreign += kind == nullptr ? 1U : 0U;
+        reading.notCopied += event == LogEvent::NotCopied && number != 5 ? 1U : 0U;
+        reading.lines.push_back({printable(host::toUtf8(widen(line))),
+                                 kind == nullptr ? std::string()
+                                 : error.empty() ? kind->meaning
+                                                 : kind->meaning + (" (" + error + ")")});
+        if (reading.lines.size() > SHOWN) {
+            reading.lines.pop_front();
+            ++reading.earlier;
+        }
     }
     return reading;
 }

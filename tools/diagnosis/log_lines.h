@@ -1,13 +1,18 @@
 // Reads the updater's log, and explains its lines to a technician.
 #pragma once
 
+#include <deque>
 #include <string>
 #include <vector>
+
+// What a line tells about the update.
+enum class LogEvent { Other, Success, Failure, NotCopied };
 
 // A kind of line. "%" in the pattern matches any text.
 struct LogLineKind {
     const char* pattern;
     const char* meaning;
+    LogEvent event = LogEvent::Other;
 };
 
 // All kinds of lines that the updater writes. The README has the same list.
@@ -28,7 +33,10 @@ struct LogLine {
 
 struct LogReading {
     LogOutcome outcome = LogOutcome::NoLog;
-    std::vector<LogLine> lines;  // without the empty ones
+    std::deque<LogLine> lines;  // the last ones, without the empty ones
+    std::size_t earlier = 0;    // the number of lines before them
+    std::size_t foreign = 0;    // of all lines, those that the updater does not write
+    std::size_t notCopied = 0;  // of all lines, reports of a file that was not copied
 };
 
 LogReading readLog(const std::string& bytes);

@@ -24,6 +24,11 @@ bool sameContent(const HostFile& a, const HostFile& b) {
 
 }  // namespace
 
+const char* nameOf(FileChange::Kind kind) {
+    constexpr const char* NAMES[] = {"new", "changed", "gone"};
+    return NAMES[static_cast<std::size_t>(kind)];
+}
+
 std::vector<FileChange> compareFiles(const FileSet& before, const FileSet& after) {
     using Kind = FileChange::Kind;
     std::vector<FileChange> changes;

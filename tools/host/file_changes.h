@@ -24,6 +24,9 @@ struct FileChange {
     uint64_t after;   // bytes; 0 when the file is gone
 };
 
+// "new", "changed" or "gone".
+const char* nameOf(FileChange::Kind kind);
+
 // Returns the files that differ, by path. Files are read only when their sizes are equal. Throws
 // std::runtime_error when one cannot be read.
 std::vector<FileChange> compareFiles(const FileSet& before, const FileSet& after);

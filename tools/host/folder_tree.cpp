@@ -1,6 +1,7 @@
 #include "tools/host/folder_tree.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace fs = std::filesystem;
 
@@ -25,18 +26,21 @@ TreeEntry::Kind kindOf(const fs::directory_entry& entry) {
 std::vector<TreeEntry> readTree(const fs::path& folder) {
     std::vector<TreeEntry> entries;
     std::error_code error;
-    fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied,
-                                           error);
+    fs::recursive_directory_iterator entry(folder, error);
+    fs::path lastListed = folder;
     const std::size_t rootLength = folder.string().size();
     for (const fs::recursive_directory_iterator end; !error && entry != end;
          entry.increment(error)) {
-        const std::string full = entry->path().string();
+        lastListed = entry->path();
+        const std::string full = lastListed.string();
         const std::size_t start = full.find_first_not_of('/', rootLength);
         const TreeEntry::Kind kind = kindOf(*entry);
         std::error_code noSize;
         const uint64_t size = kind == TreeEntry::Kind::File ? entry->file_size(noSize) : 0;
         entries.push_back({full.substr(start), kind, noSize ? 0 : size});
     }
+    if (error && fs::is_directory(lastListed))
+        throw std::runtime_error(lastListed.string() + " cannot be read: " + error.message());
     std::sort(entries.begin(), entries.end(),
               [](const TreeEntry& a, const TreeEntry& b) { return a.path < b.path; });
     return entries;

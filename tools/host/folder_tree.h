@@ -14,8 +14,8 @@ struct TreeEntry {
     uint64_t size;  // bytes; 0 for all but files
 };
 
-// Returns everything below `folder`, sorted by path. Links are listed, not followed; unreadable
-// folders are skipped.
+// Returns everything below `folder`, sorted by path; nothing when it is not a folder. Links are
+// listed, not followed. Throws std::runtime_error when a folder cannot be read.
 std::vector<TreeEntry> readTree(const std::filesystem::path& folder);
 
 // Returns the part after the last "/".

@@ -3,6 +3,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 
 #include "platform/posix/files/read_file.h"
 
@@ -13,6 +14,14 @@ bool readHostFile(const std::string& path, std::string& content, std::string& er
     if (failure != 0)
         error = path + ": cannot be read: " + std::strerror(failure);
     return failure == 0;
+}
+
+std::string readHostFile(const std::string& path) {
+    std::string content;
+    std::string error;
+    if (!readHostFile(path, content, error))
+        throw std::runtime_error(error);
+    return content;
 }
 
 bool writeHostFile(const std::string& path, const std::string& content, std::string& error) {

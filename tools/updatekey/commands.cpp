@@ -1,16 +1,19 @@
 #include "tools/updatekey/commands.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <stdexcept>
 
+#include "tools/updatekey/check/flash_size.h"
 #include "tools/updatekey/completion.h"
 #include "tools/updatekey/key_source.h"
 #include "tools/updatekey/options.h"
-#include "tools/updatekey/report/output.h"
 #include "tools/updatekey/report/progress_bar.h"
 #include "tools/updatekey/report/report.h"
 #include "tools/updatekey/values.h"
 #include "update/updater.h"
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -25,7 +28,7 @@ int runMake(Arguments& arguments) {
     arguments.make.out = arguments.out;
     arguments.make.check = arguments.check;
     const MakeReport report = makeKey(arguments.make);
-    show(arguments, makeText(report, arguments.out), findingsText(report.check.findings),
+    show(arguments.output, makeText(report, arguments.out), findingsText(report.check.findings),
          makeJson(report, arguments.out));
     return codeOf(report.check, report.written);
 }
@@ -33,14 +36,14 @@ int runMake(Arguments& arguments) {
 int runCheck(Arguments& arguments) {
     const KeySource key(arguments.key);
     const CheckReport report = checkKey(key.folder(), arguments.check);
-    show(arguments, checkText(report), findingsText(report.findings), checkJson(report));
+    show(arguments.output, checkText(report), findingsText(report.findings), checkJson(report));
     return codeOf(report);
 }
 
 int runInfo(Arguments& arguments) {
     const KeySource key(arguments.key);
     const KeyInfo info = describeKey(key.folder());
-    show(arguments, infoText(info), "", infoJson(info));
+    show(arguments.output, infoText(info), "", infoJson(info));
     return ExitFine;
 }
 
@@ -50,7 +53,7 @@ int runImage(Arguments& arguments) {
     arguments.image.partitionTable = !arguments.noPartitionTable;
     arguments.image.check = arguments.check;
     const ImageReport report = makeImage(arguments.image);
-    show(arguments, imageText(report, arguments.out), findingsText(report.check.findings),
+    show(arguments.output, imageText(report, arguments.out), findingsText(report.check.findings),
          imageJson(report, arguments.out));
     return codeOf(report.check, report.written);
 }
@@ -61,10 +64,10 @@ int runWrite(Arguments& arguments) {
     options.key = key.folder();
     options.sticks.assign(arguments.sticks.begin(), arguments.sticks.end());
     options.check = arguments.check;
-    if (!arguments.quiet)
+    if (!arguments.output.quiet)
         options.progress = makeStickBars(arguments.sticks);
     const WriteReport report = writeSticks(options);
-    show(arguments, writeText(report), stickProblems(report), writeJson(report));
+    show(arguments.output, writeText(report), stickProblems(report), writeJson(report));
     if (report.sticks.empty())
         return ExitNotWritten;
     return report.allGood() ? codeOf(report.check) : ExitFindings;
@@ -74,17 +77,38 @@ int runDiff(Arguments& arguments) {
     const KeySource key(arguments.key);
     const KeySource other(arguments.other);
     const Difference difference = compareKeys(key.folder(), other.folder());
-    show(arguments, differenceText(difference), "", differenceJson(difference));
+    show(arguments.output, differenceText(difference), "", differenceJson(difference));
     return difference.empty() ? ExitFine : ExitFindings;
 }
 
+// The size of the flash disk is known when the technician gives an image, or a file system of its
+// own and not a copy in a folder.
+std::optional<fs::space_info> flashDisk(const fs::path& given, const fs::path& folder) {
+    if (!fs::is_directory(given)) {
+        uint64_t used = 0;
+        for (const TreeEntry& entry : readTree(folder))
+            used += sizeOnFlash(entry.size);
+        const uint64_t size = fs::file_size(given);
+        return fs::space_info{size, size - std::min(size, used), size - std::min(size, used)};
+    }
+    const fs::space_info disk = fs::space(folder);
+    const bool isMounted = disk.capacity != fs::space(folder / "..").capacity;
+    return isMounted ? std::optional(disk) : std::nullopt;
+}
+
 int runDiagnose(Arguments& arguments) {
+    const KeySource device(arguments.key);
     std::optional<KeySource> key;
+    DiagnoseOptions options;
     if (!arguments.other.empty())
-        key.emplace(arguments.other);
-    const Diagnosis diagnosis =
-        diagnose(arguments.key, key ? std::optional(key->folder()) : std::nullopt);
-    show(arguments, diagnosisText(diagnosis), adviceText(diagnosis), diagnosisJson(diagnosis));
+        options.key = key.emplace(arguments.other).folder();
+    options.disk = flashDisk(arguments.key, device.folder());
+    options.check = [&](const fs::path& makerFolder) {
+        return checkInstallation(device.folder(), makerFolder, arguments.check);
+    };
+    const Diagnosis diagnosis = diagnose(device.folder(), options);
+    show(arguments.output, diagnosisText(diagnosis),
+         findingsText(diagnosis.findings) + adviceText(diagnosis), diagnosisJson(diagnosis));
     return diagnosis.sound() ? ExitFine : ExitFindings;
 }
 
@@ -92,10 +116,10 @@ int runRehearse(Arguments& arguments) {
     const KeySource key(arguments.key);
     arguments.rehearse.key = key.folder();
     arguments.rehearse.check = arguments.check;
-    if (!arguments.quiet)
+    if (!arguments.output.quiet)
         arguments.rehearse.waited = makeClock(arguments.rehearse.timeout);
     const RehearseReport report = rehearse(arguments.rehearse);
-    show(arguments, rehearseText(report), findingsText(report.check.findings),
+    show(arguments.output, rehearseText(report), findingsText(report.check.findings),
          rehearseJson(report));
     const bool fine = report.check.findings.empty() && report.rehearsed && report.asPredicted &&
                       report.state == UpdateComplete &&
@@ -107,13 +131,8 @@ void addKey(CLI::App* command, Arguments& arguments) {
     addChecked(command, "KEY", arguments.key, KEY_TEXT, CLI::ExistingPath, "PATH")->required();
 }
 
-void addCheckOptions(CLI::App* command, Arguments& arguments) {
-    CheckOptions& check = arguments.check;
-    addParsed(
-        command, "--flash-size", "SIZE",
-        "Size of the device's flash disk, in bytes or with the unit kb, mb or gb, such as 64mb "
-        "(default: the space is not checked)",
-        [&](const std::string& text) { check.flashSize = parseSize(text); });
+// The options that tell what an instrument needs.
+void addInstrumentOptions(CLI::App* command, CheckOptions& check) {
     addParsed(command, "--languages", "LIST",
               "Languages that the key must support, by number or suffix, such as 0,fr,jp "
               "(default: all)",
@@ -123,12 +142,19 @@ void addCheckOptions(CLI::App* command, Arguments& arguments) {
         "Processor that the application must be built for: arm, x86 or x64; any accepts every "
         "file, for a simulated instrument (default: arm)",
         CLI::IsMember({"arm", "x86", "x64", "any"}), "NAME");
-    command
-        ->add_option(
-            "--accept", check.accepted,
-            "Findings to ignore, by their codes, such as notes-utf8,litter (default: none)")
-        ->delimiter(',')
-        ->type_name("CODES");
+}
+
+void addCheckOptions(CLI::App* command, Arguments& arguments) {
+    CheckOptions& check = arguments.check;
+    addParsed(
+        command, "--flash-size", "SIZE",
+        "Size of the device's flash disk, in bytes or with the unit kb, mb or gb, such as 64mb "
+        "(default: the space is not checked)",
+        [&](const std::string& text) { check.flashSize = parseSize(text); });
+    addInstrumentOptions(command, check);
+    addParsed(command, "--accept", "CODES",
+              "Findings to ignore, by their codes, such as notes-utf8,litter (default: none)",
+              [&](const std::string& text) { check.accepted = parseFindings(text); });
 }
 
 void describeMake(CLI::App* command, Arguments& arguments) {
@@ -203,11 +229,14 @@ void describeDiff(CLI::App* command, Arguments& arguments) {
 }
 
 void describeDiagnose(CLI::App* command, Arguments& arguments) {
-    addFolder(command, "DEVICE", arguments.key, "Device folder, or a copy of its flash disk")
+    addChecked(command, "DEVICE", arguments.key,
+               "Device folder, or a copy or a disk image of its flash disk", CLI::ExistingPath,
+               "PATH")
         ->required();
     addChecked(command, "--manifest", arguments.other,
                "Update key to compare the installed files with (default: no comparison)",
                CLI::ExistingPath, "PATH");
+    addInstrumentOptions(command, arguments.check);
 }
 
 struct Command {
@@ -242,8 +271,8 @@ constexpr Command COMMANDS[] = {
 void describeCommands(CLI::App& app, Arguments& arguments) {
     app.set_version_flag("--version", std::string("updatekey ") + UPDATEKEY_VERSION);
     app.set_help_all_flag("--help-all", "Print the help of all commands and exit");
-    app.add_flag("--json", arguments.json, "Write the report as JSON, for scripts");
-    app.add_flag("--quiet", arguments.quiet,
+    app.add_flag("--json", arguments.output.json, "Write the report as JSON, for scripts");
+    app.add_flag("--quiet", arguments.output.quiet,
                  "Write only findings, faulty sticks and repair steps, and no progress bar");
     app.add_option("--completion", arguments.shell,
                    "Write the completion script for bash, zsh or fish, and exit")
@@ -265,7 +294,7 @@ int runCommand(const CLI::App& app, Arguments& arguments) {
         writeOut(completionScript(app, arguments.shell));
         return ExitFine;
     }
-    if (!arguments.quiet)
+    if (!arguments.output.quiet)
         arguments.check.progress = makeProgressBar();
     for (const Command& command : COMMANDS)
         if (app.got_subcommand(command.name))

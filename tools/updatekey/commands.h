@@ -13,6 +13,7 @@
 #include "tools/updatekey/make/disk_image.h"
 #include "tools/updatekey/make/make.h"
 #include "tools/updatekey/rehearse/rehearse.h"
+#include "tools/updatekey/report/output.h"
 #include "tools/updatekey/write/sticks.h"
 
 enum ExitCode {
@@ -24,8 +25,7 @@ enum ExitCode {
 
 // The values of the command line.
 struct Arguments {
-    bool json = false;
-    bool quiet = false;
+    OutputOptions output;
     std::string key;    // a folder or a disk image; for diagnose, the device
     std::string other;  // what `key` is compared with
     std::string out;

@@ -1,7 +1,9 @@
 #include "tools/updatekey/difference.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <iterator>
+#include <sstream>
 
 #include "tools/diagnosis/installation.h"
 #include "tools/updatekey/check/key_device.h"
@@ -11,6 +13,18 @@
 namespace fs = std::filesystem;
 
 namespace {
+
+// Returns the numbers of a version such as "2.14.3"; nothing for another kind of text.
+std::vector<long> numbersOf(const std::string& version) {
+    std::vector<long> numbers;
+    std::istringstream parts(version);
+    for (std::string part; std::getline(parts, part, '.');) {
+        if (part.empty() || part.find_first_not_of("0123456789") != std::string::npos)
+            return {};
+        numbers.push_back(std::strtol(part.c_str(), nullptr, 10));
+    }
+    return numbers;
+}
 
 struct Side {
     bool isKey = false;
@@ -24,9 +38,8 @@ Side look(const fs::path& folder) {
     Side side;
     const fs::path maker = makerFolderOf(folder);
     side.files = installedFiles(maker);
-    side.version = applicationVersion(maker / keylayout::APPLICATION);
-    if (maker.lexically_relative(folder) != keypaths::MAKER ||
-        !fs::exists(maker / keylayout::RELEASE_NOTES))
+    side.version = applicationVersion(entryAt(maker, keylayout::APPLICATION));
+    if (!isOnKey(maker))
         return side;
     side.isKey = true;
     const KeyDevice device(folder);
@@ -42,6 +55,16 @@ Side look(const fs::path& folder) {
 }
 
 }  // namespace
+
+void checkVersions(const std::string& before, const std::string& after, Findings& findings) {
+    const std::vector<long> old = numbersOf(before);
+    const std::vector<long> update = numbersOf(after);
+    if (!after.empty() && before == after)
+        addFinding(findings, "version-same", "", "the version stays " + after);
+    else if (!old.empty() && !update.empty() && update < old)
+        addFinding(findings, "version-older", "",
+                   "the update goes back from version " + before + " to " + after);
+}
 
 bool Difference::empty() const {
     return files.empty() && versionBefore == versionAfter && !notesDiffer();
@@ -62,5 +85,7 @@ Difference compareKeys(const fs::path& key, const fs::path& other) {
                       [](const FileChange& c) { return c.kind == FileChange::Kind::Gone; });
     difference.same =
         after.files.size() - difference.files.size() + static_cast<std::size_t>(notOnKey);
+    if (!difference.files.empty())
+        checkVersions(before.version, after.version, difference.findings);
     return difference;
 }

@@ -1,10 +1,9 @@
 #include "tools/updatekey/info.h"
 
-#include "tools/updatekey/check/check.h"
+#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/key_device.h"
 #include "tools/updatekey/check/key_paths.h"
 #include "tools/updatekey/check/prediction.h"
-#include "tools/updatekey/make/manifest.h"
 
 namespace {
 
@@ -15,26 +14,13 @@ void count(const TreeEntry& entry, FolderInfo& folder) {
     folder.bytes += entry.size;
 }
 
-ManifestState manifestState(const KeyUnderCheck& key) {
-    if (key.find(MANIFEST_NAME) == nullptr)
-        return ManifestState::Absent;
-    CheckReport report;
-    checkManifest(key, report);
-    return report.findings.empty() ? ManifestState::Matches : ManifestState::Differs;
-}
-
 }  // namespace
-
-const char* textOf(ManifestState state) {
-    constexpr const char* TEXTS[] = {"none", "matches", "does not match"};
-    return TEXTS[static_cast<std::size_t>(state)];
-}
 
 KeyInfo describeKey(const std::filesystem::path& key) {
     const KeyDevice device(key);
     KeyInfo info;
     const Prediction prediction = lookAtKey();
-    info.seen = prediction.seen;
+    info.accepted = prediction.accepted;
     info.version = prediction.version;
     for (const std::string& line : prediction.notes)
         info.notes.push_back(toDisplay(line));
@@ -45,7 +31,11 @@ KeyInfo describeKey(const std::filesystem::path& key) {
         count(entry, info.whole);
         count(entry, info.application);
         count(entry, info.guiData);
+        if (entry.kind == TreeEntry::Kind::File)
+            info.checksums[entry.path] = sha256Of(key / entry.path);
     }
-    info.manifest = manifestState({key, info.tree, {}});
+    CheckReport compared;
+    checkManifest({key, info.tree, {}}, compared);
+    info.manifest = compared.manifest;
     return info;
 }

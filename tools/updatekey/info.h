@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "tools/host/folder_tree.h"
+#include "tools/updatekey/check/check.h"
+#include "tools/updatekey/make/manifest.h"
 
 struct FolderInfo {
     std::string path;
@@ -14,14 +16,8 @@ struct FolderInfo {
     uint64_t bytes = 0;
 };
 
-// Whether the key has a manifest, and whether the files match it.
-enum class ManifestState { Absent, Matches, Differs };
-
-// "none", "matches" or "does not match".
-const char* textOf(ManifestState state);
-
 struct KeyInfo {
-    bool seen = false;  // whether the device accepts the key
+    bool accepted = false;  // whether the device accepts the key
     std::string version;
     std::vector<std::string> notes;  // UTF-8
     ManifestState manifest = ManifestState::Absent;
@@ -29,6 +25,7 @@ struct KeyInfo {
     FolderInfo application;
     FolderInfo guiData;
     std::vector<TreeEntry> tree;
+    Manifest checksums;  // of all files
 };
 
 KeyInfo describeKey(const std::filesystem::path& key);

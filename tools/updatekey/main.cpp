@@ -6,7 +6,7 @@
 #include <string>
 
 #include "tools/updatekey/commands.h"
-#include "tools/updatekey/report/output.h"
+#include "tools/updatekey/report/report.h"
 
 namespace {
 
@@ -27,6 +27,21 @@ std::string unknownCommand(const CLI::App& app, int argc, char** argv) {
     return std::any_of(commands.begin(), commands.end(), named) ? std::string() : *word;
 }
 
+// Returns the first word that looks like an option and is none of the program or of the command.
+std::string unknownOption(const CLI::App& app, int argc, char** argv) {
+    std::vector<const CLI::App*> places = app.get_subcommands({});
+    places.push_back(&app);
+    const auto known = [&](const std::string& word) {
+        return std::any_of(places.begin(), places.end(), [&](const CLI::App* place) {
+            return place->get_option_no_throw(word.substr(0, word.find('='))) != nullptr;
+        });
+    };
+    const auto unknown = std::find_if(argv + 1, argv + argc, [&](const std::string& word) {
+        return word.rfind("--", 0) == 0 && word.size() > 2 && !known(word);
+    });
+    return unknown == argv + argc ? std::string() : *unknown;
+}
+
 int run(int argc, char** argv, bool json) {
     Arguments arguments;
     CLI::App app(
@@ -39,9 +54,12 @@ int run(int argc, char** argv, bool json) {
     } catch (const CLI::Success& help) {
         return app.exit(help);
     } catch (const CLI::ParseError& error) {
-        const std::string unknown = unknownCommand(app, argc, argv);
-        return fail(json, (unknown.empty() ? error.what() : unknown + " is not a command") +
-                              std::string("; updatekey --help explains the usage"));
+        const std::string command = unknownCommand(app, argc, argv);
+        const std::string option = unknownOption(app, argc, argv);
+        const std::string fault = !option.empty()    ? option + " is not an option"
+                                  : !command.empty() ? command + " is not a command"
+                                                     : error.what();
+        return fail(json, fault + "; updatekey --help explains the usage");
     }
     return runCommand(app, arguments);
 }

@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "support/languages.h"
+#include "tools/diagnosis/finding.h"
 #include "tools/updatekey/check/names.h"
 
 namespace {
@@ -62,6 +63,19 @@ std::vector<int32_t> parseLanguages(const std::string& text) {
     if (numbers.empty())
         throw std::runtime_error("give at least one language");
     return numbers;
+}
+
+std::set<std::string> parseFindings(const std::string& text) {
+    std::set<std::string> codes;
+    std::istringstream stream(text);
+    for (std::string code; std::getline(stream, code, ',');) {
+        if (findFindingKind(code) == nullptr)
+            throw std::runtime_error("\"" + code +
+                                     "\" is not the code of a finding; the code stands in brackets "
+                                     "at the start of each");
+        codes.insert(code);
+    }
+    return codes;
 }
 
 int64_t sourceDateEpoch() {

@@ -1,4 +1,4 @@
-// Checks a key before it is shipped.
+// Checks a key before it is shipped, and the files that are installed on an instrument.
 #pragma once
 
 #include <cstdint>
@@ -8,9 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "support/languages.h"
-#include "tools/host/folder_tree.h"
-#include "tools/updatekey/check/finding.h"
+#include "tools/diagnosis/finding.h"
 #include "tools/updatekey/check/prediction.h"
 
 // The numbers of all languages.
@@ -26,45 +24,28 @@ struct CheckOptions {
     Progress progress;
 };
 
+// Whether the key has a manifest, and whether the files match it.
+enum class ManifestState { Absent, Matches, Differs };
+
+// "none", "matches" or "does not match".
+const char* textOf(ManifestState state);
+
 struct CheckReport {
     Prediction prediction;
     Findings findings;
+    ManifestState manifest = ManifestState::Absent;
     std::vector<std::string> notCopied;  // files in the key's "VELD" that the device ignores
     uint64_t copiedBytes = 0;
     uint64_t flashNeeded = 0;  // peak use of the flash disk during the update, in bytes
-
-    bool hasErrors() const;
 };
 
-// A key during its check. `folder` has the content of the storage device and is plugged into the
-// current device.
-struct KeyUnderCheck {
-    std::filesystem::path folder;
-    std::vector<TreeEntry> tree;
-    CheckOptions options;
-
-    // Returns the entry with this path or, as FAT and the device would, one that differs in case;
-    // null when there is neither.
-    const TreeEntry* find(const std::string& path) const;
-
-    // The scripts of the languages that the key must support.
-    std::set<Script> scripts() const;
-};
-
-// Checks the key in `folder`, which must exist. Throws std::runtime_error when there is not enough
-// space for the trial run.
+// Checks the key in `folder`, which must exist. Throws std::runtime_error when a file cannot be
+// read, or when there is not enough space for the trial run.
 CheckReport checkKey(const std::filesystem::path& folder, const CheckOptions& options);
 
-// The individual checks. Each adds its findings.
-void checkLayout(const KeyUnderCheck& key, CheckReport& report);
-void checkApplication(const KeyUnderCheck& key, CheckReport& report);
-void checkDropped(const KeyUnderCheck& key, CheckReport& report);
-void checkNames(const KeyUnderCheck& key, CheckReport& report);
-void checkNotes(const KeyUnderCheck& key, CheckReport& report);
-void checkFonts(const KeyUnderCheck& key, CheckReport& report);
-void checkTexts(const KeyUnderCheck& key, CheckReport& report);
-void checkSpace(const KeyUnderCheck& key, CheckReport& report);
-void checkManifest(const KeyUnderCheck& key, CheckReport& report);
-
-// Returns the space in bytes that a file takes on the flash disk: whole clusters of 4096 bytes.
-uint64_t sizeOnFlash(uint64_t bytes);
+// Checks what is installed in the maker's folder of `device` as the same files would be checked on
+// a key. Of the options only the machine and the languages count; the language that the device's
+// registry names counts before them. Returns the errors, with paths relative to the maker's folder.
+// Throws std::runtime_error when a file cannot be read.
+Findings checkInstallation(const std::filesystem::path& device,
+                           const std::filesystem::path& makerFolder, const CheckOptions& options);

@@ -2,8 +2,7 @@
 
 #include <cstdint>
 
-#include "platform/posix/files/read_file.h"
-#include "tools/updatekey/check/check.h"
+#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/key_paths.h"
 
 namespace {
@@ -64,9 +63,9 @@ void checkApplication(const KeyUnderCheck& key, CheckReport& report) {
     if (entry == nullptr || entry->size == 0 || machine == "any")
         return;
     const auto damaged = [&](const std::string& text) {
-        addError(report.findings, "application-damaged", keypaths::PROGRAM, text);
+        addFinding(report.findings, "application-damaged", keypaths::PROGRAM, text);
     };
-    const std::string bytes = host::readFile((key.folder / entry->path).string());
+    const std::string bytes = key.read(keypaths::PROGRAM);
     const Header header(bytes);
     const std::size_t start = header.number(0x3C, 4);
     if (!header.has(0, "MZ") || !header.has(start, std::string("PE\0\0", 4)))
@@ -77,7 +76,7 @@ void checkApplication(const KeyUnderCheck& key, CheckReport& report) {
         return damaged("is truncated; copy it again");
     const std::string built = machineOf(header.number(start + 4, 2));
     if (built != machine)
-        addError(report.findings, "application-machine", keypaths::PROGRAM,
-                 "is built for " + built + ", not for " + machine +
-                     "; build it for the instrument, or set --machine");
+        addFinding(report.findings, "application-machine", keypaths::PROGRAM,
+                   "is built for " + built + ", not for " + machine +
+                       "; build it for the instrument, or set --machine");
 }

@@ -3,7 +3,7 @@
 #include <map>
 #include <set>
 
-#include "tools/updatekey/check/check.h"
+#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/key_paths.h"
 #include "tools/updatekey/check/names.h"
 
@@ -49,28 +49,23 @@ void checkDropped(const KeyUnderCheck& key, CheckReport& report) {
         if (copied) {
             report.copiedBytes += entry.size;
             if (isJunkPath(entry.path))
-                addError(report.findings, "litter", entry.path,
-                         "is a junk file of a desktop system or a programming tool, which the "
-                         "device would install; delete it");
-            if (isCopyName(nameOf(entry.path)))
-                addWarning(report.findings, "second-copy", entry.path,
-                           "is named like a second copy of a file; the device would install both; "
-                           "delete the wrong one");
+                addFinding(report.findings, "litter", entry.path,
+                           "is a junk file of a desktop system or a programming tool, which the "
+                           "device would install; delete it");
         }
         const bool judged = startsWith(entry.path, MAKER) && &entry != notes;
-        if (copied || !judged || !prediction.seen || entry.kind == Kind::Folder)
+        if (copied || !judged || !prediction.accepted || entry.kind == Kind::Folder)
             continue;
         report.notCopied.push_back(entry.path);
         if (entry.kind != Kind::File)
-            addError(report.findings, "not-a-file", entry.path,
-                     "is neither a file nor a folder; FAT32 and the device support nothing else");
-        else if (prediction.lost.count(entry.path) != 0)
-            addError(report.findings, "copy-fails", entry.path,
-                     "the device lists this file but cannot copy it, and reports no error");
+            continue;
+        if (prediction.lost.count(entry.path) != 0)
+            addFinding(report.findings, "copy-fails", entry.path,
+                       "the device lists this file but cannot copy it, and reports no error");
         else if (!isJunkPath(entry.path) && isLatin1(entry.path))
             ++dropped[droppedTop(entry.path)];
     }
     for (const auto& [top, files] : dropped)
-        addError(report.findings, "not-copied", top,
-                 "the device does not copy this (" + countOf(files) + ")");
+        addFinding(report.findings, "not-copied", top,
+                   "the device does not copy this (" + countOf(files) + ")");
 }

@@ -1,8 +1,8 @@
 // Checks whether the device will accept the key, and whether the update contains the application.
 
-#include "tools/updatekey/check/check.h"
+#include "tools/diagnosis/installation.h"
+#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/key_paths.h"
-#include "tools/updatekey/check/names.h"
 
 namespace {
 
@@ -12,37 +12,38 @@ using keypaths::GUI;
 using keypaths::GUI_DATA;
 using keypaths::MAKER;
 
-bool isFolder(const KeyUnderCheck& key, const std::string& path) {
-    const TreeEntry* const entry = key.find(path);
-    return entry != nullptr && entry->kind == Kind::Folder;
-}
-
-// Returns a hint when the folders of the update are on the key, but one folder too deep or too
-// high.
+// Returns a hint when the update is elsewhere in the folder that was given as the key.
 std::string hintAtTree(const KeyUnderCheck& key) {
+    const std::string ending = "/" + MAKER;
     for (const TreeEntry& entry : key.tree) {
-        const bool nested = entry.path.size() > 5 && entry.kind == Kind::Folder &&
-                            entry.path.compare(entry.path.size() - 5, 5, "/VELD") == 0;
-        if (nested && key.find(entry.path + "/KSTRL") != nullptr)
+        const bool nested =
+            entry.path.size() > ending.size() &&
+            entry.path.compare(entry.path.size() - ending.size(), std::string::npos, ending) == 0;
+        if (nested && key.hasFolder(entry.path + "/" + keylayout::APPLICATION))
             return "; there is one at " + entry.path + ": move it to the key's root";
     }
-    return key.find("KSTRL") != nullptr && key.find("ORBUI") != nullptr
-               ? "; the folders KSTRL and ORBUI are in the key's root: move them into VELD"
-               : "; check whether KEY is the root of the storage device";
+    if (key.hasFolder(keypaths::UNFINISHED))
+        return ", only " + keypaths::UNFINISHED +
+               ": writing this stick was interrupted; write it again";
+    if (!key.hasFolder(keylayout::APPLICATION) || !key.hasFolder(keylayout::GUI))
+        return "; check whether KEY is the root of the storage device";
+    return std::filesystem::weakly_canonical(key.folder).filename() == MAKER
+               ? "; this is the folder VELD itself: give its parent folder"
+               : "; the folders KSTRL and ORBUI are in the key's root: move them into VELD";
 }
 
-void explainWhyNotSeen(const KeyUnderCheck& key, Findings& findings) {
-    if (!isFolder(key, MAKER))
-        return addError(findings, "no-maker-folder", MAKER,
-                        "there is no folder VELD on the key" + hintAtTree(key));
+void explainWhyNotAccepted(const KeyUnderCheck& key, Findings& findings) {
+    if (!key.hasFolder(MAKER))
+        return addFinding(findings, "no-maker-folder", MAKER,
+                          "there is no folder VELD on the key" + hintAtTree(key));
     const std::size_t before = findings.size();
-    if (!isFolder(key, APPLICATION))
-        addError(findings, "no-application-folder", APPLICATION,
-                 "there is no folder KSTRL" + hintAtTree(key));
-    if (!isFolder(key, GUI))
-        addError(findings, "no-gui-folder", GUI, "there is no folder ORBUI");
-    else if (!isFolder(key, GUI_DATA))
-        addError(findings, "no-gui-data", GUI_DATA, "ORBUI has no folder data");
+    if (!key.hasFolder(APPLICATION))
+        addFinding(findings, "no-application-folder", APPLICATION,
+                   "there is no folder KSTRL" + hintAtTree(key));
+    if (!key.hasFolder(GUI))
+        addFinding(findings, "no-gui-folder", GUI, "there is no folder ORBUI");
+    else if (!key.hasFolder(GUI_DATA))
+        addFinding(findings, "no-gui-data", GUI_DATA, "ORBUI has no folder data");
     if (findings.size() > before)
         return;
     const bool misnamed = key.find(APPLICATION)->path != APPLICATION || key.find(GUI)->path != GUI;
@@ -56,9 +57,9 @@ void explainWhyNotSeen(const KeyUnderCheck& key, Findings& findings) {
         guiEntry |= parent == GUI_DATA;
     }
     if (!applicationFile)
-        addError(findings, "application-empty", APPLICATION, "KSTRL contains no file");
+        addFinding(findings, "application-empty", APPLICATION, "KSTRL contains no file");
     if (!guiEntry)
-        addError(findings, "gui-data-empty", GUI_DATA, "ORBUI/data is empty");
+        addFinding(findings, "gui-data-empty", GUI_DATA, "ORBUI/data is empty");
 }
 
 // FAT32 and the device ignore case, but the engine looks for the folders KSTRL and ORBUI by their
@@ -67,27 +68,31 @@ void checkCase(const KeyUnderCheck& key, Findings& findings) {
     for (const std::string& required :
          {MAKER, APPLICATION, GUI, GUI_DATA, keypaths::NOTES, keypaths::PROGRAM}) {
         const TreeEntry* const entry = key.find(required);
-        if (entry == nullptr || nameOf(entry->path) == nameOf(required))
-            continue;
-        findings.push_back({entry->kind == Kind::Folder ? Severity::Error : Severity::Warning,
-                            "name-case", entry->path,
-                            "must be named " + nameOf(required) + "; rename it"});
+        if (entry != nullptr && nameOf(entry->path) != nameOf(required))
+            addFinding(findings, entry->kind == Kind::Folder ? "name-case" : "file-name-case",
+                       entry->path, "must be named " + nameOf(required) + "; rename it");
     }
 }
 
 }  // namespace
 
 void checkLayout(const KeyUnderCheck& key, CheckReport& report) {
-    if (!report.prediction.seen)
-        explainWhyNotSeen(key, report.findings);
+    if (!report.prediction.accepted)
+        explainWhyNotAccepted(key, report.findings);
+    // A flash disk has the folders of a key too, and the device would accept it.
+    for (const std::string& name : {keylayout::LOG + std::string(), APPLICATION_BACKUP, GUI_BACKUP})
+        if (const TreeEntry* const entry = key.find(MAKER + "/" + name))
+            return addFinding(report.findings, "not-a-key", entry->path,
+                              "is on no key: this is the flash disk of an instrument; examine it "
+                              "with updatekey diagnose");
     checkCase(key, report.findings);
-    if (!isFolder(key, APPLICATION))
+    if (!key.hasFolder(APPLICATION))
         return;
     const std::string& application = keypaths::PROGRAM;
     const TreeEntry* const entry = key.find(application);
     if (entry == nullptr || entry->kind != Kind::File)
-        addError(report.findings, "no-application", application,
-                 "is missing; the device could not start an application after the update");
+        addFinding(report.findings, "no-application", application,
+                   "is missing; the device could not start an application after the update");
     else if (entry->size == 0)
-        addError(report.findings, "application-damaged", application, "the application is empty");
+        addFinding(report.findings, "application-damaged", application, "the application is empty");
 }

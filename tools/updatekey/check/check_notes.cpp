@@ -1,13 +1,12 @@
 // Checks the release notes: the version in the first line, and whether the screen can show the
 // rest.
 
-#include "platform/posix/files/read_file.h"
 #include "render/faces.h"
 #include "support/text.h"
 #include "tools/diagnosis/installation.h"
 #include "tools/drawn_text.h"
 #include "tools/host/printable.h"
-#include "tools/updatekey/check/check.h"
+#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/face.h"
 #include "tools/updatekey/check/key_paths.h"
 #include "ui/screen_layout.h"
@@ -22,17 +21,17 @@ void checkVersionLine(const std::string& bytes, Findings& findings) {
     const std::string line = bytes.substr(0, bytes.find_first_of("\r\n"));
     const std::size_t prefix = line.rfind(VERSION_PREFIX);
     if (prefix == std::string::npos)
-        addError(findings, "notes-no-version", NOTES,
-                 "the first line must be \"" + VERSION_PREFIX + "\" and the version");
+        addFinding(findings, "notes-no-version", NOTES,
+                   "the first line must be \"" + VERSION_PREFIX + "\" and the version");
     else if (prefix != 0)
-        addError(findings, "notes-prefix-misplaced", NOTES,
-                 "the device removes the first 14 characters of the first line, so \"" +
-                     VERSION_PREFIX + "\" must be at the very start of the file, and only there");
+        addFinding(findings, "notes-prefix-misplaced", NOTES,
+                   "the device removes the first 14 characters of the first line, so \"" +
+                       VERSION_PREFIX + "\" must be at the very start of the file, and only there");
     else if (line.find_first_not_of(' ', VERSION_PREFIX.size()) == std::string::npos)
-        addError(findings, "notes-no-version", NOTES, "the first line contains no version");
+        addFinding(findings, "notes-no-version", NOTES, "the first line contains no version");
     const std::size_t second = bytes.find(VERSION_PREFIX, line.size());
     if (second != std::string::npos && prefix != std::string::npos)
-        addWarning(findings, "notes-second-version", NOTES,
+        addFinding(findings, "notes-second-version", NOTES,
                    "a later line also contains \"" + VERSION_PREFIX +
                        "\"; only the first line counts; delete the other");
 }
@@ -41,7 +40,7 @@ void checkVersionLine(const std::string& bytes, Findings& findings) {
 void checkVersionFile(const KeyUnderCheck& key, CheckReport& report) {
     const std::string version = applicationVersion(key.folder / keypaths::APPLICATION);
     if (!version.empty() && version != report.prediction.version)
-        addWarning(report.findings, "version-differs", NOTES,
+        addFinding(report.findings, "version-differs", NOTES,
                    "has version \"" + printable(report.prediction.version) +
                        "\", but the application's version.txt has \"" + printable(version) +
                        "\"; correct one of them");
@@ -51,21 +50,22 @@ void checkLineEnds(const std::string& bytes, Findings& findings) {
     const bool bareReturns =
         bytes.find('\r') != std::string::npos && bytes.find('\n') == std::string::npos;
     if (bareReturns)
-        return addError(findings, "notes-carriage-return", NOTES,
-                        "ends its lines with a carriage return alone; the device reads the text as "
-                        "one line and does not show it; end lines with a line feed");
+        return addFinding(
+            findings, "notes-carriage-return", NOTES,
+            "ends its lines with a carriage return alone; the device reads the text as "
+            "one line and does not show it; end lines with a line feed");
     const std::size_t nul = bytes.find('\0');
     const std::size_t ctrlZ = bytes.find('\x1A');
     if (nul != std::string::npos)
-        addError(findings, "notes-nul", NOTES,
-                 "contains NUL characters (is it UTF-16?); the screen shows each line only up to "
-                 "the first one");
+        addFinding(findings, "notes-nul", NOTES,
+                   "contains NUL characters (is it UTF-16?); the screen shows each line only up to "
+                   "the first one");
     if (ctrlZ != std::string::npos)
-        addError(findings, "notes-cut", NOTES,
-                 "contains a Ctrl-Z, at which the device stops reading");
+        addFinding(findings, "notes-cut", NOTES,
+                   "contains a Ctrl-Z, at which the device stops reading");
     else if (bytes.empty() || bytes.back() != '\n')
-        addError(findings, "notes-no-final-line-feed", NOTES,
-                 "the last line does not end with a line feed; the device does not show it");
+        addFinding(findings, "notes-no-final-line-feed", NOTES,
+                   "the last line does not end with a line feed; the device does not show it");
 }
 
 bool isUtf8BeyondAscii(const std::string& bytes) {
@@ -84,20 +84,30 @@ void checkDrawing(const KeyUnderCheck& key, CheckReport& report) {
             continue;
         std::set<WCHAR> missing;
         int number = 0;
+        int firstMissing = 0;
         for (const std::string& line : report.prediction.notes) {
             ++number;
             const DrawnText drawn = drawnText(face, widen(line));
+            if (missing.empty() && !drawn.missing.empty())
+                firstMissing = number;
             missing.insert(drawn.missing.begin(), drawn.missing.end());
             const int beyond =
                 static_cast<int>(layout::NOTES_LEFT + drawn.right) - layout::SCREEN_WIDTH;
             if (beyond > 0)
-                addWarning(report.findings, "notes-line-too-wide", NOTES,
+                addFinding(report.findings, "notes-line-too-wide", NOTES,
                            "line " + std::to_string(number) + " extends " + std::to_string(beyond) +
                                " pixels beyond the screen's edge in " + notesFace);
         }
+        const bool isOfWindows = std::any_of(missing.begin(), missing.end(),
+                                             [](WCHAR c) { return c >= 0x80 && c < 0xA0; });
         if (!missing.empty())
-            addWarning(report.findings, "notes-missing-glyph", NOTES,
-                       notesFace + " has no glyph for " + listCharacters(missing));
+            addFinding(
+                report.findings, "notes-missing-glyph", NOTES,
+                notesFace + " has no glyph for " + listCharacters(missing) + ", first in line " +
+                    std::to_string(firstMissing) +
+                    (isOfWindows ? "; this is Windows-1252: save the notes as UTF-8 and make "
+                                   "the key again"
+                                 : ""));
     }
 }
 
@@ -106,18 +116,18 @@ void checkDrawing(const KeyUnderCheck& key, CheckReport& report) {
 void checkNotes(const KeyUnderCheck& key, CheckReport& report) {
     const TreeEntry* const entry = key.find(NOTES);
     if (entry == nullptr || entry->kind != TreeEntry::Kind::File)
-        return addError(report.findings, "notes-missing", NOTES,
-                        "is missing; the device accepts the key, but with an empty version");
-    const std::string bytes = host::readFile(key.folder / entry->path);
+        return addFinding(report.findings, "notes-missing", NOTES,
+                          "is missing; the device accepts the key, but with an empty version");
+    const std::string bytes = key.read(NOTES);
     checkVersionLine(bytes, report.findings);
     checkVersionFile(key, report);
     checkLineEnds(bytes, report.findings);
     if (isUtf8BeyondAscii(bytes))
-        addWarning(report.findings, "notes-utf8", NOTES,
+        addFinding(report.findings, "notes-utf8", NOTES,
                    "looks like UTF-8; the device shows each byte as a Latin-1 character");
     const std::size_t lines = report.prediction.notes.size();
     if (lines > layout::NOTES_LINES)
-        addWarning(report.findings, "notes-too-many-lines", NOTES,
+        addFinding(report.findings, "notes-too-many-lines", NOTES,
                    "has " + std::to_string(lines) + " lines, of which the screen shows only " +
                        std::to_string(layout::NOTES_LINES));
     checkDrawing(key, report);

@@ -1,7 +1,8 @@
 // Checks the space on the flash disk. The update stages new folders while the installed ones and
 // the old backups still exist; a file that does not fit is lost without a message.
 
-#include "tools/updatekey/check/check.h"
+#include "tools/updatekey/check/checks.h"
+#include "tools/updatekey/check/flash_size.h"
 
 namespace {
 
@@ -10,11 +11,6 @@ std::string shown(uint64_t bytes) {
 }
 
 }  // namespace
-
-uint64_t sizeOnFlash(uint64_t bytes) {
-    constexpr uint64_t CLUSTER = 4096;
-    return (bytes + CLUSTER - 1) / CLUSTER * CLUSTER;
-}
 
 void checkSpace(const KeyUnderCheck& key, CheckReport& report) {
     uint64_t staged = 0;
@@ -29,14 +25,14 @@ void checkSpace(const KeyUnderCheck& key, CheckReport& report) {
     const uint64_t flash = *key.options.flashSize;
     const std::string ofDisk = " of a flash disk of " + shown(flash);
     if (staged > flash)
-        addError(report.findings, "flash-too-small", "",
-                 "the key alone takes " + shown(staged) + ofDisk + "; make the key smaller");
+        addFinding(report.findings, "flash-too-small", "",
+                   "the key alone takes " + shown(staged) + ofDisk + "; make the key smaller");
     else if (report.flashNeeded > flash && key.options.installedSize)
-        addError(report.findings, "flash-too-small", "",
-                 "the key takes " + shown(staged) + " and the files on the device " +
-                     shown(installed) + ofDisk + "; delete some of them first");
+        addFinding(report.findings, "flash-too-small", "",
+                   "the key takes " + shown(staged) + " and the files on the device " +
+                       shown(installed) + ofDisk + "; delete some of them first");
     else if (report.flashNeeded > flash)
-        addWarning(report.findings, "flash-tight", "",
+        addFinding(report.findings, "flash-tight", "",
                    "if the installed folders and their backups are as large as the key's, the "
                    "update takes " +
                        shown(report.flashNeeded) + ofDisk + "; rehearse it with a real device");

@@ -3,14 +3,13 @@
 
 #include <map>
 
-#include "platform/posix/files/read_file.h"
 #include "render/faces.h"
 #include "support/string_table.h"
 #include "support/system_settings.h"
 #include "support/utf16_reader.h"
 #include "tools/screen_fit.h"
 #include "tools/screen_keys.h"
-#include "tools/updatekey/check/check.h"
+#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/face.h"
 #include "tools/updatekey/check/key_paths.h"
 #include "ui/screen_layout.h"
@@ -43,12 +42,13 @@ void checkLineEnds(const std::string& name, Findings& findings) {
         if (ended || line[0] == TEXT('#'))
             continue;
         const bool lineFeed = line.back() == TEXT('\n');
-        return addError(findings, "table-line-end", LANG + name,
-                        "line " + std::to_string(number) +
-                            (lineFeed ? " ends with a line feed alone; the device removes the last "
-                                        "character of its text; end lines with CR LF"
-                                      : " does not end with CR LF within 511 characters; the "
-                                        "device cuts its text; shorten it or end it"));
+        return addFinding(
+            findings, "table-line-end", LANG + name,
+            "line " + std::to_string(number) +
+                (lineFeed ? " ends with a line feed alone; the device removes the last "
+                            "character of its text; end lines with CR LF"
+                          : " does not end with CR LF within 511 characters; the "
+                            "device cuts its text; shorten it or end it"));
     }
 }
 
@@ -64,7 +64,7 @@ void checkLanguage(const Language& language, Findings& findings) {
     for (const auto& [key, text] : texts)
         same += text == table.lookup(key) && text != TEXT("<NO STRING>") ? 1U : 0U;
     if (2 * same > texts.size())
-        addWarning(findings, "table-language", LANG + stringTableFile(language.suffix),
+        addFinding(findings, "table-language", LANG + stringTableFile(language.suffix),
                    "has " + std::to_string(same) +
                        " texts that equal the English ones; check whether it is the table of " +
                        std::string(language.name));
@@ -78,12 +78,12 @@ void checkTable(const Language& language, Findings& findings) {
     std::set<WCHAR> missing;
     const auto warn = [&](const char* code, const std::string& text, const std::string& fault) {
         if (!fault.empty())
-            addWarning(findings, code, path, text + " " + fault);
+            addFinding(findings, code, path, text + " " + fault);
     };
     for (const auto& [key, use] : screenKeys()) {
         const WideString& shown = table.lookup(key);
         if (shown.empty() || shown == TEXT("<NO STRING>")) {
-            addError(findings, "text-missing", path, "has no text for " + key);
+            addFinding(findings, "text-missing", path, "has no text for " + key);
             continue;
         }
         if (face.glyphs.empty())
@@ -96,7 +96,7 @@ void checkTable(const Language& language, Findings& findings) {
     const DrawnText note = drawnText(face, layout::RESTART_NOTE);
     warn("text-too-wide", "the restart note", widthFault(note, layout::NOTES_EDGE));
     if (!missing.empty())
-        addWarning(findings, "text-missing-glyph", path,
+        addFinding(findings, "text-missing-glyph", path,
                    textFace + " has no glyph for " + listCharacters(missing));
 }
 
@@ -106,7 +106,7 @@ void checkTexts(const KeyUnderCheck& key, CheckReport& report) {
     SystemSettings::instance().dataFolder = keylayout::USB_ROOT + keypaths::GUI_DATA + "/";
     const std::string numerals = stringTableFile(NUMERALS);
     if (key.find(LANG + numerals) == nullptr)
-        addWarning(report.findings, "table-missing", LANG + numerals,
+        addFinding(report.findings, "numerals-missing", LANG + numerals,
                    "is missing; the device reads it for every language");
     else
         checkLineEnds(numerals, report.findings);
@@ -114,15 +114,15 @@ void checkTexts(const KeyUnderCheck& key, CheckReport& report) {
         const Language& language = *findLanguage(number);
         const std::string file = stringTableFile(language.suffix);
         if (key.find(LANG + file) == nullptr) {
-            addError(report.findings, "table-missing", LANG + file,
-                     "is missing; the updater's screen would have no texts in this language");
+            addFinding(report.findings, "table-missing", LANG + file,
+                       "is missing; the updater's screen would have no texts in this language");
             continue;
         }
-        const std::string encoding =
-            encodingFault(host::readFile((key.folder / key.find(LANG + file)->path).string()));
+        const std::string encoding = encodingFault(key.read(LANG + file));
         if (!encoding.empty()) {
-            addError(report.findings, "table-encoding", LANG + file,
-                     encoding + "; make it with stringtable, in UTF-16 with the lower byte first");
+            addFinding(
+                report.findings, "table-encoding", LANG + file,
+                encoding + "; make it with stringtable, in UTF-16 with the lower byte first");
             continue;
         }
         checkLineEnds(file, report.findings);

@@ -18,9 +18,11 @@ DWORD keepTracesQuiet(const HookedCall& call) {
 
 KeyDevice::KeyDevice(const fs::path& key)
     : previousRoot_(deviceRoot()), folder_(fs::temp_directory_path() / "updatekey-device") {
-    for (const std::string& folder : {keypaths::APPLICATION, keypaths::GUI})
-        fs::create_directories(root() / "FlashDisk" / folder);
-    fs::create_directory_symlink(fs::canonical(key), root() / "USB HD");
+    const fs::path flash = root() / fs::path(keylayout::FLASH_ROOT).relative_path();
+    for (const std::string folder : {keylayout::APPLICATION, keylayout::GUI})
+        fs::create_directories(flash / folder);
+    const fs::path plug = fs::path(keylayout::USB_ROOT).relative_path().parent_path();
+    fs::create_directory_symlink(fs::canonical(key), root() / plug);
     setDeviceRoot(root().string());
     setCallHook(keepTracesQuiet);
     Logger::instance().setPath(std::string(keylayout::FLASH_ROOT) + keylayout::LOG);

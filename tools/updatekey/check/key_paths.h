@@ -13,6 +13,8 @@ inline std::string withoutSeparator(std::string folder) {
 }
 
 inline const std::string MAKER = withoutSeparator(keylayout::MAKER_FOLDER);
+// The name of the update's folder while it is written to a stick. The device ignores it.
+inline const std::string UNFINISHED = MAKER + ".unfinished";
 inline const std::string NOTES = MAKER + "/" + keylayout::RELEASE_NOTES;
 inline const std::string APPLICATION = MAKER + "/" + keylayout::APPLICATION;
 inline const std::string PROGRAM = APPLICATION + "/" + keylayout::PROGRAM;

@@ -69,16 +69,6 @@ bool isJunkPath(const std::string& path) {
     return false;
 }
 
-bool isCopyName(const std::string& name) {
-    const std::string stem = lowerAscii(name.substr(0, name.rfind('.')));
-    const std::size_t open = stem.rfind('(');
-    const bool numbered = open != std::string::npos && stem.size() > open + 2 &&
-                          stem.find_first_not_of("0123456789", open + 1) == stem.size() - 1 &&
-                          stem.back() == ')';
-    return numbered || stem.rfind("copy of ", 0) == 0 ||
-           stem.find(" - copy") != std::string::npos || stem.find(" - kopie") != std::string::npos;
-}
-
 bool isLatin1(const std::string& utf8) {
     const std::u16string wide = host::toUtf16(utf8);
     return std::all_of(wide.begin(), wide.end(), [](char16_t c) { return c <= 0xFF; });
@@ -92,6 +82,25 @@ bool isFatName(const std::string& name) {
     });
     return !name.empty() && !badCharacter && !isDeviceName(name) && name.back() != '.' &&
            name.back() != ' ' && deviceLength(name) <= LONGEST_FAT_NAME;
+}
+
+std::string shortNameOf(const std::string& name) {
+    constexpr std::size_t STEM = 8;
+    constexpr std::size_t ENDING = 3;
+    const std::size_t dot = name.rfind('.');
+    const auto kept = [](const std::string& text) {
+        std::string result;
+        for (const char c : text)
+            if (c != ' ' && c != '.')
+                result += std::string("+,;=[]").find(c) != std::string::npos ? '_' : c;
+        return result;
+    };
+    const std::string stem = kept(name.substr(0, dot));
+    const std::string ending = dot == std::string::npos ? "" : kept(name.substr(dot + 1));
+    if (stem.size() <= STEM && ending.size() <= ENDING && stem == name.substr(0, dot))
+        return {};
+    return foldCase(stem.substr(0, STEM - 2) + "~1" +
+                    (ending.empty() ? "" : "." + ending.substr(0, ENDING)));
 }
 
 std::size_t deviceLength(const std::string& utf8) {

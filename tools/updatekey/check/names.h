@@ -14,9 +14,6 @@ bool isJunkFile(const std::string& name);
 // Whether the file at this path, or a folder in the path, is such a file.
 bool isJunkPath(const std::string& path);
 
-// Whether the name looks like a file manager's second copy: "KSTRL - Copy.exe", "a (1).dat".
-bool isCopyName(const std::string& name);
-
 // Returns the text with its ASCII letters in lower case.
 std::string lowerAscii(std::string text);
 
@@ -29,6 +26,10 @@ constexpr uint64_t FAT32_FILE_LIMIT = (uint64_t{1} << 32) - 1;
 
 // Whether FAT32 can store this as a file name.
 bool isFatName(const std::string& name);
+
+// The short name of eight and three characters that FAT gives to a long name which is the first of
+// its kind in a folder: "ANTENN~1.DAT". Empty for a name that is short itself.
+std::string shortNameOf(const std::string& name);
 
 // Folds case for comparing names as FAT32 does.
 using host::foldCase;

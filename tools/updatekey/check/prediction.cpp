@@ -48,7 +48,7 @@ class ObservedUpdater : public Updater {
 
 void look(Updater& updater, Prediction& prediction) {
     updater.pollMedia();
-    prediction.seen = updater.isMediaReady();
+    prediction.accepted = updater.isMediaReady();
     prediction.notes = updater.getMessageLines();
     prediction.version = toDisplay(updater.getUpdateVersion());
     prediction.state = updater.getState();
@@ -69,7 +69,7 @@ Prediction predict(const Progress& progress) {
     Prediction prediction;
     ObservedUpdater updater(prediction);
     look(updater, prediction);
-    if (prediction.seen)
+    if (prediction.accepted)
         run(updater, progress);
     prediction.state = updater.getState();
     // Two names on the key can be the same to the device, which then copies that file twice.

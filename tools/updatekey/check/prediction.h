@@ -8,7 +8,7 @@
 #include <vector>
 
 struct Prediction {
-    bool seen = false;               // whether the device accepts the key
+    bool accepted = false;           // whether the device accepts the key
     int32_t state = 0;               // the engine's final state, an UpdateState
     std::string version;             // UTF-8
     std::vector<std::string> notes;  // the lines of the release notes, in Latin-1

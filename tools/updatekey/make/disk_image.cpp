@@ -9,10 +9,11 @@
 #include <stdexcept>
 
 #include "tools/host/external_program.h"
+#include "tools/host/file_changes.h"
 #include "tools/host/folder_tree.h"
 #include "tools/host/temporary_folder.h"
+#include "tools/updatekey/check/key_paths.h"
 #include "tools/updatekey/check/names.h"
-#include "tools/updatekey/make/manifest.h"
 
 namespace fs = std::filesystem;
 
@@ -160,12 +161,13 @@ uint64_t startOf(const fs::path& image) {
     }
 }
 
-// Extracts the image and compares the checksum of every file with that of the key's file. Throws
-// std::runtime_error when they differ.
+// Extracts the image and compares its files with those of the key. Throws std::runtime_error when
+// they differ.
 void requireSameFiles(const fs::path& key, const fs::path& image) {
     const TemporaryFolder copy(fs::temp_directory_path() / "updatekey-image");
     unpackImage(image, copy.path());
-    if (computeManifest(copy.path()) != computeManifest(key))
+    if (!compareFiles(filesIn(key / keypaths::MAKER), filesIn(copy.path() / keypaths::MAKER))
+             .empty())
         throw std::runtime_error("the image differs from the key when it is read back");
 }
 
@@ -176,7 +178,7 @@ ImageReport makeImage(const ImageOptions& options) {
         throw std::runtime_error(options.out.string() + " already exists; choose another name");
     ImageReport report;
     report.check = checkKey(options.key, options.check);
-    if (report.check.hasErrors())
+    if (hasErrors(report.check.findings))
         return report;
     const std::vector<TreeEntry> tree = readTree(options.key);
     const Layout layout = layOut(tree, options);

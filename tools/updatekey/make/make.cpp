@@ -8,10 +8,12 @@
 #include <stdexcept>
 
 #include "platform/posix/files/read_file.h"
+#include "tools/host/folder_tree.h"
 #include "tools/host/temporary_folder.h"
 #include "tools/updatekey/check/key_paths.h"
 #include "tools/updatekey/check/names.h"
 #include "tools/updatekey/make/manifest.h"
+#include "tools/updatekey/make/notes_text.h"
 #include "tools/updatekey/values.h"
 
 namespace fs = std::filesystem;
@@ -120,6 +122,14 @@ void setTimes(const fs::path& folder, time_t time) {
 MakeReport makeKey(const MakeOptions& options) {
     requireFolder(options.application);
     requireFolder(options.guiData);
+    const auto holdsGuiData = [](const fs::path& folder) {
+        return fs::is_directory(folder / "lang") && fs::is_directory(folder / "fonts");
+    };
+    require(!holdsGuiData(options.application) || holdsGuiData(options.guiData),
+            "--app names the GUI data; are --app and --gui swapped?");
+    const fs::path data = options.guiData / fs::path(keylayout::GUI_DATA).parent_path().filename();
+    require(holdsGuiData(options.guiData) || !holdsGuiData(data),
+            "--gui names the folder above the GUI data; give " + data.string());
     const fs::path out = fs::absolute(options.out / "").parent_path();
     requireFree(out);
     const std::string notes = composeNotes(readAll(options.notes), options.version);
@@ -131,7 +141,7 @@ MakeReport makeKey(const MakeOptions& options) {
     copyTree(options.guiData, key / keypaths::GUI_DATA, report.leftOut);
     writeAll(key / keypaths::NOTES, notes);
     report.check = checkKey(key, options.check);
-    if (report.check.hasErrors())
+    if (hasErrors(report.check.findings))
         return report;
 
     writeAll(key / MANIFEST_NAME, toText(computeManifest(key)));

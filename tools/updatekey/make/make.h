@@ -27,8 +27,3 @@ struct MakeReport {
 // are SOURCE_DATE_EPOCH, or else the newest of the input, rounded down to even seconds. Throws
 // std::runtime_error when the input cannot be read or the key cannot be written.
 MakeReport makeKey(const MakeOptions& options);
-
-// Returns the release notes as the device reads them: Latin-1, line feeds, the version in the first
-// line. Throws std::runtime_error for a version that is not one line of Latin-1, for notes that
-// contain another version, and for characters outside Latin-1.
-std::string composeNotes(const std::string& text, const std::string& version);

@@ -9,11 +9,14 @@
 #include <thread>
 
 #include "platform/posix/files/read_file.h"
+#include "tools/diagnosis/installation.h"
 #include "tools/diagnosis/log_lines.h"
 #include "tools/host/child_process.h"
+#include "tools/host/folder_tree.h"
 #include "tools/host/temporary_folder.h"
+#include "tools/updatekey/check/flash_size.h"
 #include "tools/updatekey/check/key_paths.h"
-#include "tools/updatekey/make/manifest.h"
+#include "tools/updatekey/difference.h"
 #include "update/updater.h"
 
 namespace fs = std::filesystem;
@@ -62,44 +65,17 @@ class Stage {
     TemporaryFolder folder_;
 };
 
-Manifest contentOf(const fs::path& folder) {
-    Manifest content;
-    for (const TreeEntry& entry : readTree(folder)) {
-        if (entry.kind == TreeEntry::Kind::File)
-            content[entry.path] = sha256Of(folder / entry.path);
-        else
-            content[entry.path + "/"] = "";
-    }
-    return content;
-}
-
-std::map<std::string, char> compare(const Manifest& before, const Manifest& after) {
-    std::map<std::string, char> differences;
-    for (const auto& [path, checksum] : before)
-        if (after.count(path) == 0)
-            differences[path] = '-';
-    for (const auto& [path, checksum] : after) {
-        const auto old = before.find(path);
-        if (old == before.end())
-            differences[path] = '+';
-        else if (old->second != checksum)
-            differences[path] = '~';
-    }
-    return differences;
-}
-
 // Whether the installed application and GUI data match the prediction byte for byte.
-bool installedAsPredicted(const RehearseOptions& options, const CheckReport& check,
-                          const Manifest& flash) {
-    Manifest expected;
-    for (const std::string& path : check.prediction.copied)
-        expected[path] = sha256Of(options.key / path);
-    Manifest installed;
-    for (const auto& [path, checksum] : flash)
-        if (!checksum.empty() && (startsWith(path, keypaths::APPLICATION + "/") ||
-                                  startsWith(path, keypaths::GUI + "/")))
-            installed[path] = checksum;
-    return installed == expected;
+bool installedAsPredicted(const fs::path& key, const Prediction& prediction, const FileSet& flash) {
+    FileSet expected;
+    for (const std::string& path : prediction.copied)
+        expected[path] = {key / path, fs::file_size(key / path)};
+    FileSet installed;
+    for (const auto& file : flash)
+        if (startsWith(file.first, keypaths::APPLICATION + "/") ||
+            startsWith(file.first, keypaths::GUI + "/"))
+            installed.insert(file);
+    return compareFiles(expected, installed).empty();
 }
 
 fs::path updaterBesideThisProgram() {
@@ -191,12 +167,16 @@ RehearseReport rehearse(const RehearseOptions& options) {
     for (const TreeEntry& entry : readTree(options.device / FLASH))
         *check.installedSize += sizeOnFlash(entry.size);
     report.check = checkKey(options.key, check);
-    if (!report.check.prediction.seen)
+    if (!report.check.prediction.accepted)
         return report;
+    checkVersions(applicationVersion(options.device / FLASH / keypaths::APPLICATION),
+                  report.check.prediction.version, report.check.findings);
+    removeFindings(report.check.findings, check.accepted);
 
     const Stage stage(options.device, options.key);
     fs::remove(stage.device() / LOG);
-    const Manifest before = contentOf(stage.device() / FLASH);
+    FileSet before = filesIn(options.device / FLASH);
+    before.erase(keypaths::MAKER + "/" + keylayout::LOG);
     runUpdater(options, updater, stage, report);
     report.rehearsed = true;
     report.applicationStarted = stage.endApplication();
@@ -211,10 +191,10 @@ RehearseReport rehearse(const RehearseOptions& options) {
                                  "--hidden. The updater's output: " +
                                  report.output);
     report.state = outcomeOf(report.log);
-    const Manifest after = contentOf(stage.device() / FLASH);
-    report.differences = compare(before, after);
+    const FileSet after = filesIn(stage.device() / FLASH);
+    report.changes = compareFiles(before, after);
     report.asPredicted = report.state == report.check.prediction.state &&
-                         installedAsPredicted(options, report.check, after);
+                         installedAsPredicted(options.key, report.check.prediction, after);
     const std::string frames = host::readFile(stage.framesFile());
     if (!frames.empty())
         report.frames = std::strtol(frames.c_str(), nullptr, 10);

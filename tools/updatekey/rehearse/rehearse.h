@@ -3,10 +3,10 @@
 
 #include <filesystem>
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
+#include "tools/host/file_changes.h"
 #include "tools/updatekey/check/check.h"
 
 struct RehearseOptions {
@@ -32,8 +32,8 @@ struct RehearseReport {
     double seconds = 0;
     long frames = -1;  // drawn by the updater; -1 when they were not counted
     std::string log;
-    std::string output;  // what the updater wrote to the standard output and error
-    std::map<std::string, char> differences;  // '+', '-' or '~' by path below "FlashDisk"
+    std::string output;               // what the updater wrote to the standard output and error
+    std::vector<FileChange> changes;  // on the flash disk, by path below "FlashDisk"
 };
 
 // Runs the rehearsal. Throws std::runtime_error when it cannot be set up, or when the updater does

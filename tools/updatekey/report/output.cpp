@@ -9,8 +9,6 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "tools/updatekey/commands.h"
-
 namespace {
 
 bool wantsColours() {
@@ -37,11 +35,11 @@ std::string coloured(const std::string& text) {
 
 }  // namespace
 
-void show(const Arguments& arguments, const std::string& text, const std::string& shortText,
+void show(const OutputOptions& options, const std::string& text, const std::string& shortText,
           const std::string& json) {
-    if (arguments.json)
+    if (options.json)
         return writeOut(json);
-    const std::string& shown = arguments.quiet ? shortText : text;
+    const std::string& shown = options.quiet ? shortText : text;
     writeOut(wantsColours() ? coloured(shown) : shown);
 }
 

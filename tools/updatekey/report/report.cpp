@@ -3,9 +3,8 @@
 #include "tools/updatekey/report/report.h"
 
 #include <algorithm>
-#include <cstdio>
 
-#include "support/file_util.h"
+#include "tools/host/printable.h"
 #include "tools/updatekey/report/report_words.h"
 
 namespace {
@@ -22,7 +21,7 @@ std::string summary(const Findings& findings) {
 
 std::string predictionText(const CheckReport& report) {
     const Prediction& prediction = report.prediction;
-    if (!prediction.seen)
+    if (!prediction.accepted)
         return "The device will not accept this key.\n";
     std::string text = "The device will accept this key, version \"" +
                        printable(prediction.version) + "\", and copy " +
@@ -30,6 +29,8 @@ std::string predictionText(const CheckReport& report) {
                        sizeWords(report.copiedBytes) + ").\n";
     text += "Space needed on the flash disk during the update: " + sizeWords(report.flashNeeded) +
             ".\n";
+    if (report.manifest == ManifestState::Absent && !hasErrors(report.findings))
+        text += "It has no manifest, so its bytes were not compared.\n";
     return text;
 }
 
@@ -38,16 +39,6 @@ std::string folderText(const FolderInfo& folder) {
 }
 
 }  // namespace
-
-std::string sizeWords(uint64_t bytes) {
-    const std::string rounded = sizeText(static_cast<int64_t>(bytes));
-    const std::string exact = std::to_string(bytes) + " bytes";
-    return rounded == exact ? exact : rounded + " (" + exact + ")";
-}
-
-std::string countWords(std::size_t count, const std::string& noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
 
 std::string findingsText(const Findings& findings) {
     std::string text;
@@ -89,8 +80,8 @@ std::string imageText(const ImageReport& report, const std::filesystem::path& ou
 
 std::string infoText(const KeyInfo& info) {
     std::string text;
-    text += "accepted by device:  " + std::string(info.seen ? "yes" : "no") + "\n";
-    text += "version:             " + (info.seen ? printable(info.version) : "-") + "\n";
+    text += "accepted by device:  " + std::string(info.accepted ? "yes" : "no") + "\n";
+    text += "version:             " + (info.accepted ? printable(info.version) : "-") + "\n";
     text += "application:         " + folderText(info.application) + "\n";
     text += "GUI data:            " + folderText(info.guiData) + "\n";
     text += "whole key:           " + folderText(info.whole) + "\n";

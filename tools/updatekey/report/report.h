@@ -36,3 +36,6 @@ std::string writeJson(const WriteReport& report);
 std::string differenceJson(const Difference& difference);
 std::string rehearseJson(const RehearseReport& report);
 std::string diagnosisJson(const Diagnosis& diagnosis);
+
+// Formats a failure of the tool as JSON.
+std::string failureJson(const std::string& message);

@@ -1,44 +1,11 @@
 // The reports on sticks, devices and rehearsals.
 
 #include <algorithm>
-#include <cstdio>
 
+#include "tools/host/printable.h"
 #include "tools/updatekey/report/report.h"
 #include "tools/updatekey/report/report_words.h"
 #include "update/updater.h"
-
-namespace {
-
-std::string secondsWords(double seconds) {
-    char text[40];
-    std::snprintf(text, sizeof text, "%.2f seconds", seconds);
-    return text;
-}
-
-std::string padded(const std::string& text, std::size_t width) {
-    return text + std::string(text.size() < width ? width - text.size() : 1, ' ');
-}
-
-std::string fileLine(const FileChange& file) {
-    switch (file.kind) {
-        case FileChange::Kind::Added:
-            return "  new      " + printable(file.path) + "  " + sizeWords(file.after) + "\n";
-        case FileChange::Kind::Gone:
-            return "  gone     " + printable(file.path) + "  " + sizeWords(file.before) + "\n";
-        default:
-            return "  changed  " + printable(file.path) + "  " + sizeWords(file.before) + " -> " +
-                   sizeWords(file.after) + "\n";
-    }
-}
-
-std::string listed(const char* title, const std::vector<std::string>& paths) {
-    std::string text;
-    for (const std::string& path : paths)
-        text += std::string("  ") + title + "  " + printable(path) + "\n";
-    return text;
-}
-
-}  // namespace
 
 std::string writeText(const WriteReport& report) {
     std::string text = checkText(report.check);
@@ -69,8 +36,7 @@ std::string differenceText(const Difference& difference) {
     };
     std::string text = "Version: " + version(difference.versionBefore) + " -> " +
                        version(difference.versionAfter) + "\n";
-    for (const FileChange& file : difference.files)
-        text += fileLine(file);
+    text += findingsText(difference.findings) + changesText(difference.files);
     text += countWords(difference.files.size(), "file") + " differ" +
             (difference.files.size() == 1 ? "s, " : ", ") + std::to_string(difference.same) +
             " the same.\n";
@@ -88,14 +54,14 @@ std::string adviceText(const Diagnosis& diagnosis) {
     std::string text;
     std::size_t number = 0;
     for (const Advice& advice : diagnosis.advice)
-        text += "  " + std::to_string(++number) + ". " + advice.text + "\n";
+        text += "  " + std::to_string(++number) + ". " + printable(advice.text) + "\n";
     return text;
 }
 
 std::string diagnosisText(const Diagnosis& diagnosis) {
     std::string text = "Installed:\n";
     for (const FolderFinding& folder : diagnosis.folders) {
-        text += "  " + padded(folder.name, 11);
+        text += "  " + padded(printable(folder.name), 11);
         text += folder.there ? countWords(folder.files, "file") + ", " + sizeWords(folder.bytes)
                              : "not there";
         text += folder.version.empty() ? "" : ", version " + printable(folder.version);
@@ -103,22 +69,24 @@ std::string diagnosisText(const Diagnosis& diagnosis) {
     }
     const UpdateStepText& step = textOf(diagnosis.step);
     text += std::string(step.happened) + " On the disk: " + step.onDisk + ".\n";
-    text += diagnosis.log.lines.empty() ? "There is no log.\n" : "The log:\n";
-    for (const LogLine& line : diagnosis.log.lines)
+    const LogReading& log = diagnosis.log;
+    text += log.lines.empty() ? "There is no log.\n"
+            : log.earlier == 0
+                ? "The log:\n"
+                : "The end of the log, after " + countWords(log.earlier, "other line") + ":\n";
+    for (const LogLine& line : log.lines)
         text += "  " + line.text + "\n      " +
                 (line.meaning.empty() ? "the updater writes no such line" : line.meaning) + "\n";
-    for (const std::string& contradiction : diagnosis.contradictions)
-        text += "warning: " + contradiction + "\n";
-    if (diagnosis.comparison) {
-        text += diagnosis.comparison->same()
-                    ? "The installed files are those of the key.\n"
-                    : "The installed files differ from those of the key:\n";
-        text += listed("changed", diagnosis.comparison->different);
-        text += listed("missing", diagnosis.comparison->missing);
-        text += listed("extra  ", diagnosis.comparison->tooMany);
-    }
-    text += diagnosis.startsAsItIs ? "The instrument can be started as it is.\n"
-                                   : "The instrument cannot be started as it is.\n";
+    text += findingsText(diagnosis.findings);
+    if (diagnosis.changes)
+        text +=
+            (diagnosis.changes->empty() ? "The installed files are those of the key.\n"
+                                        : "The installed files differ from those of the key:\n") +
+            changesText(*diagnosis.changes);
+    text += diagnosis.hindrances.empty() ? "The instrument can be started as it is.\n"
+                                         : "The instrument cannot be started as it is:\n";
+    for (const std::string& hindrance : diagnosis.hindrances)
+        text += "  " + printable(hindrance) + "\n";
     return text + "What to do:\n" + adviceText(diagnosis);
 }
 
@@ -127,9 +95,7 @@ std::string rehearseText(const RehearseReport& report) {
     if (!report.rehearsed)
         return text + "The updater was not run, because the device would not accept the key.\n";
     text += "\nDifferences on the flash disk:\n";
-    for (const auto& [path, kind] : report.differences)
-        text += std::string("  ") + kind + " " + printable(path) + "\n";
-    text += "\nThe log:\n" + report.log + "\n";
+    text += changesText(report.changes) + "\nThe log:\n" + report.log + "\n";
     text += "Took " + secondsWords(report.seconds);
     text += report.frames < 0 ? ".\n" : " and " + std::to_string(report.frames) + " frames.\n";
     if (report.timedOut)

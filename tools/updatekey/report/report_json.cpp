@@ -2,7 +2,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "tools/updatekey/report/output.h"
 #include "tools/updatekey/report/report.h"
 
 namespace {
@@ -19,12 +18,22 @@ Json toJson(const Findings& findings) {
     return list;
 }
 
+Json toJson(const std::vector<FileChange>& changes) {
+    Json list = Json::array();
+    for (const FileChange& change : changes)
+        list.push_back({{"path", change.path},
+                        {"change", nameOf(change.kind)},
+                        {"bytesBefore", change.before},
+                        {"bytesAfter", change.after}});
+    return list;
+}
+
 Json toJson(const CheckReport& report) {
-    return {{"seen", report.prediction.seen},       {"state", stateName(report.prediction.state)},
-            {"version", report.prediction.version}, {"copied", report.prediction.copied},
-            {"lost", report.prediction.lost},       {"notCopied", report.notCopied},
-            {"copiedBytes", report.copiedBytes},    {"flashNeeded", report.flashNeeded},
-            {"findings", toJson(report.findings)}};
+    return {{"accepted", report.prediction.accepted}, {"state", stateName(report.prediction.state)},
+            {"version", report.prediction.version},   {"copied", report.prediction.copied},
+            {"lost", report.prediction.lost},         {"notCopied", report.notCopied},
+            {"copiedBytes", report.copiedBytes},      {"flashNeeded", report.flashNeeded},
+            {"manifest", textOf(report.manifest)},    {"findings", toJson(report.findings)}};
 }
 
 Json toJson(const FolderInfo& folder) {
@@ -33,7 +42,7 @@ Json toJson(const FolderInfo& folder) {
 
 // The version of the format. It is raised when a field is removed or changes its meaning, but not
 // when a field is added.
-constexpr int FORMAT = 1;
+constexpr int FORMAT = 2;
 
 // Replaces invalid UTF-8 in names by replacement characters.
 std::string print(const Json& report) {
@@ -70,10 +79,14 @@ std::string makeJson(const MakeReport& report, const std::filesystem::path& out)
 
 std::string infoJson(const KeyInfo& info) {
     Json tree = Json::array();
-    for (const TreeEntry& entry : info.tree)
-        tree.push_back(
-            {{"path", entry.path}, {"kind", kindName(entry.kind)}, {"bytes", entry.size}});
-    return print({{"seen", info.seen},
+    for (const TreeEntry& entry : info.tree) {
+        Json item = {{"path", entry.path}, {"kind", kindName(entry.kind)}, {"bytes", entry.size}};
+        const auto checksum = info.checksums.find(entry.path);
+        if (checksum != info.checksums.end())
+            item["sha256"] = checksum->second;
+        tree.push_back(item);
+    }
+    return print({{"accepted", info.accepted},
                   {"version", info.version},
                   {"notes", info.notes},
                   {"manifest", textOf(info.manifest)},
@@ -84,9 +97,6 @@ std::string infoJson(const KeyInfo& info) {
 }
 
 std::string rehearseJson(const RehearseReport& report) {
-    Json differences = Json::array();
-    for (const auto& [path, kind] : report.differences)
-        differences.push_back({{"path", path}, {"change", std::string(1, kind)}});
     return print({{"check", toJson(report.check)},
                   {"rehearsed", report.rehearsed},
                   {"state", stateName(report.state)},
@@ -99,7 +109,7 @@ std::string rehearseJson(const RehearseReport& report) {
                   {"frames", report.frames},
                   {"log", report.log},
                   {"output", report.output},
-                  {"differences", differences}});
+                  {"changes", toJson(report.changes)}});
 }
 
 std::string imageJson(const ImageReport& report, const std::filesystem::path& out) {
@@ -121,20 +131,14 @@ std::string writeJson(const WriteReport& report) {
 }
 
 std::string differenceJson(const Difference& difference) {
-    constexpr const char* KINDS[] = {"new", "changed", "gone"};
-    Json files = Json::array();
-    for (const FileChange& file : difference.files)
-        files.push_back({{"path", file.path},
-                         {"change", KINDS[static_cast<std::size_t>(file.kind)]},
-                         {"bytesBefore", file.before},
-                         {"bytesAfter", file.after}});
     return print({{"versionBefore", difference.versionBefore},
                   {"versionAfter", difference.versionAfter},
                   {"notesDiffer", difference.notesDiffer()},
                   {"notesBefore", difference.notesBefore},
                   {"notesAfter", difference.notesAfter},
+                  {"findings", toJson(difference.findings)},
                   {"same", difference.same},
-                  {"files", files}});
+                  {"changes", toJson(difference.files)}});
 }
 
 std::string diagnosisJson(const Diagnosis& diagnosis) {
@@ -156,17 +160,16 @@ std::string diagnosisJson(const Diagnosis& diagnosis) {
                           {"to", step.to},
                           {"text", step.text}});
     Json json = {{"sound", diagnosis.sound()},
-                 {"startsAsItIs", diagnosis.startsAsItIs},
+                 {"startsAsItIs", diagnosis.hindrances.empty()},
+                 {"hindrances", diagnosis.hindrances},
                  {"step", textOf(diagnosis.step).name},
                  {"folders", folders},
                  {"log", log},
-                 {"contradictions", diagnosis.contradictions},
+                 {"logLinesBefore", diagnosis.log.earlier},
+                 {"findings", toJson(diagnosis.findings)},
                  {"advice", advice}};
-    if (diagnosis.comparison)
-        json["comparison"] = {{"same", diagnosis.comparison->same()},
-                              {"different", diagnosis.comparison->different},
-                              {"missing", diagnosis.comparison->missing},
-                              {"tooMany", diagnosis.comparison->tooMany}};
+    if (diagnosis.changes)
+        json["changes"] = toJson(*diagnosis.changes);
     return print(json);
 }
 

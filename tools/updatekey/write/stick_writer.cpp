@@ -24,8 +24,7 @@ namespace {
 
 using host::Descriptor;
 
-// The name of the update's folder while it is written. The device ignores it.
-const std::string UNFINISHED = keypaths::MAKER + ".unfinished";
+using keypaths::UNFINISHED;
 
 [[noreturn]] void fail(const std::string& reason) {
     throw std::runtime_error(reason);

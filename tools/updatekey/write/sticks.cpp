@@ -14,7 +14,7 @@ bool WriteReport::allGood() const {
 WriteReport writeSticks(const WriteOptions& options) {
     WriteReport report;
     report.check = checkKey(options.key, options.check);
-    if (report.check.hasErrors())
+    if (hasErrors(report.check.findings))
         return report;
     const Manifest manifest = computeManifest(options.key);
     for (const fs::path& stick : options.sticks)

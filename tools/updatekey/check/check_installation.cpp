@@ -1,0 +1,91 @@
+// Checks the installed files of an instrument as if they were those of a key.
+
+#include <algorithm>
+
+#include "support/languages.h"
+#include "support/path_constants.h"
+#include "support/system_config.h"
+#include "tools/diagnosis/installation.h"
+#include "tools/updatekey/check/checks.h"
+#include "tools/updatekey/check/key_device.h"
+#include "tools/updatekey/check/key_paths.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* REGISTRY = "registry.reg";
+
+// Returns a folder with the installed files in its "VELD": the flash disk itself or, when the
+// maker's folder has another name, a copy in `scratch`.
+fs::path keyFolderFor(const fs::path& makerFolder, const fs::path& scratch) {
+    const fs::path place = fs::canonical(makerFolder);
+    if (place.filename() == keypaths::MAKER)
+        return place.parent_path();
+    for (const auto& [path, file] : installedFiles(place)) {
+        const fs::path copy = scratch / keypaths::MAKER / path;
+        fs::create_directories(copy.parent_path());
+        fs::copy_file(file.file, copy);
+    }
+    return scratch;
+}
+
+std::vector<TreeEntry> treeOf(const fs::path& makerFolder, bool copied) {
+    std::vector<TreeEntry> tree;
+    for (const std::string& name : UPDATE_FOLDERS) {
+        const fs::path folder = entryAt(makerFolder, name);
+        if (!fs::is_directory(folder))
+            continue;
+        const std::string path =
+            keypaths::MAKER + "/" + (copied ? name : folder.filename().string());
+        tree.push_back({path, TreeEntry::Kind::Folder, 0});
+        for (const TreeEntry& entry : readTree(folder))
+            tree.push_back({path + "/" + entry.path, entry.kind, entry.size});
+    }
+    std::sort(tree.begin(), tree.end(),
+              [](const TreeEntry& a, const TreeEntry& b) { return a.path < b.path; });
+    return tree;
+}
+
+// Limits the languages to the one that the instrument's registry names, if the copy contains it.
+void readLanguage(const fs::path& device, const fs::path& root, CheckOptions& options,
+                  Findings& findings) {
+    const fs::path registry = entryAt(device, REGISTRY);
+    if (!fs::exists(registry))
+        return;
+    fs::copy_file(registry, root / REGISTRY);
+    const int32_t number = SystemConfig::instance().getDword(LANGUAGE);
+    if (findLanguage(number) != nullptr)
+        options.languages = {number};
+    else
+        addFinding(findings, "language-unknown", REGISTRY,
+                   "does not name one of the languages 0 to " + std::to_string(LANGUAGE_COUNT - 1) +
+                       " in LANGUAGE; the updater's screen is English");
+}
+
+}  // namespace
+
+Findings checkInstallation(const fs::path& device, const fs::path& makerFolder,
+                           const CheckOptions& options) {
+    const TemporaryFolder scratch(fs::temp_directory_path() / "updatekey-installation");
+    const fs::path folder = keyFolderFor(makerFolder, scratch.path());
+    const KeyDevice keyDevice(folder);
+    KeyUnderCheck key{folder, treeOf(makerFolder, folder == scratch.path()), options};
+    Findings findings;
+    readLanguage(device, keyDevice.root(), key.options, findings);
+
+    CheckReport report;
+    checkApplication(key, report);
+    checkNames(key, report);
+    if (key.hasFolder(keypaths::GUI_DATA)) {
+        checkFonts(key, report);
+        checkTexts(key, report);
+    }
+    for (Finding finding : report.findings) {
+        if (finding.severity != Severity::Error)
+            continue;
+        finding.path.erase(0, keypaths::MAKER.size() + 1);
+        findings.push_back(finding);
+    }
+    return findings;
+}

@@ -1,0 +1,29 @@
+// A key, or an installation, during its check.
+#pragma once
+
+#include <filesystem>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "support/languages.h"
+#include "tools/host/folder_tree.h"
+#include "tools/updatekey/check/check.h"
+
+// `folder` has the content of the storage device and is plugged into the current device.
+struct KeyUnderCheck {
+    std::filesystem::path folder;
+    std::vector<TreeEntry> tree;
+    CheckOptions options;
+
+    // Returns the entry with this path or, as FAT and the device would, one that differs in case;
+    // null when there is neither.
+    const TreeEntry* find(const std::string& path) const;
+    bool hasFolder(const std::string& path) const;
+
+    // Returns the file's bytes. Throws std::runtime_error when it is missing or cannot be read.
+    std::string read(const std::string& path) const;
+
+    // The scripts of the languages that the key must support.
+    std::set<Script> scripts() const;
+};
