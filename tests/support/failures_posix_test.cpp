@@ -1,7 +1,10 @@
 // Tests that failures which the services do not report to their callers leave a trace, a warning or
 // a fallback value, and that a percent sign in a name does not become a format conversion.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <functional>
 
@@ -62,6 +65,37 @@ TEST(ConfigCalls, FailuresAfterTheOpenAreLogged) {
     config.setWindowsUserName("u");
     // A text without a terminator would be stored in hexadecimal.
     EXPECT_NE(device.read("registry.reg").find("\"WINDOWS_USER_NAME\"=\"u\""), std::string::npos);
+}
+
+// Nobody reads the other end of a pipe, a terminal or a socket that is full.
+TEST(DebugOutput, IsDroppedWhenItCannotBeWrittenAtOnce) {
+    ::alarm(60);  // ends the test when a write waits
+    const int before = ::dup(STDERR_FILENO);
+    const std::function<bool(int*)> kinds[] = {
+        [](int* ends) { return ::pipe(ends) == 0; },
+        [](int* ends) {
+            return (ends[0] = ::posix_openpt(O_RDWR | O_NOCTTY)) >= 0 && ::unlockpt(ends[0]) == 0 &&
+                   (ends[1] = ::open(::ptsname(ends[0]), O_RDWR | O_NOCTTY)) >= 0;
+        },
+        [](int* ends) { return ::socketpair(AF_UNIX, SOCK_STREAM, 0, ends) == 0; },
+    };
+    for (const auto& open : kinds) {
+        int ends[2] = {};
+        ASSERT_TRUE(open(ends));
+        ::dup2(ends[1], STDERR_FILENO);
+        for (int i = 0; i < 1000; ++i)
+            OutputDebugStringW(WideString(1000, u'x').c_str());
+        ::dup2(before, STDERR_FILENO);
+        EXPECT_EQ(::fcntl(ends[1], F_GETFL) & O_NONBLOCK, 0)
+            << "those who share it would lose text";
+        std::string start(4, ' ');
+        EXPECT_EQ(::read(ends[0], start.data(), start.size()), 4);
+        EXPECT_EQ(start, "xxxx");
+        ::close(ends[0]);
+        ::close(ends[1]);
+    }
+    ::close(before);
+    ::alarm(0);
 }
 
 using Traces = std::vector<std::string>;
