@@ -2,9 +2,11 @@
 // entry routine.
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
@@ -14,6 +16,8 @@
 #include "platform/posix/signals.h"
 
 namespace {
+
+constexpr int EXIT_DEVICE_IN_USE = 3;
 
 constexpr const char* HELP = R"(Usage: updater [/auto]
   or:  updater [FIRST;SECOND]
@@ -43,6 +47,12 @@ Keys:
   F1 to F6    the keys of the service sequence, which also exits
 After a failed update any key starts the application. When the window is closed, or on Ctrl-C,
 SIGTERM or SIGHUP, the updater finishes the current step and exits.
+
+Exit codes:
+  0     the updater was left, or the application was started
+  1     the display cannot be drawn on; the output says why
+  3     another updater runs on the device folder; nothing was changed
+  255   no window can be made
 )";
 
 // Opens /dev/null for closed standard streams. Otherwise the next file opened, such as the log,
@@ -53,6 +63,16 @@ void openStandardStreams() {
         stream = ::open("/dev/null", O_RDWR);
     while (stream >= 0 && stream <= STDERR_FILENO);
     ::close(stream);
+}
+
+// Locks the device folder for as long as the process runs: two updaters at once would move each
+// other's folders. Returns false when another one holds it. The application that is started does
+// not inherit the lock.
+bool lockDevice() {
+    const int folder = ::open(deviceRoot().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    // A file system without locks, or a folder that cannot be read, does not keep the updater from
+    // its work.
+    return ::flock(folder, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
 }  // namespace
@@ -76,6 +96,11 @@ int main(int argc, char** argv) {
                      "updater: the device folder \"%s\" does not exist (see UPDATER_DEVICE in "
                      "updater --help)\n",
                      deviceRoot().c_str());
+    if (!lockDevice()) {
+        std::fprintf(stderr, "updater: another updater runs on the device folder \"%s\"\n",
+                     deviceRoot().c_str());
+        return EXIT_DEVICE_IN_USE;
+    }
     host::turnSignalsIntoCloseRequests();
     host::setCommandLine(argc, argv);
     return runUpdater();

@@ -1,7 +1,9 @@
 // Tests that the simulator cannot end a process outside the device, and finds every program in
 // it: deleted ones, those of the same name, those whose main thread has ended.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -153,6 +155,22 @@ TEST_F(ProcessesPosix, AStartedProgramIsDetachedAndInheritsNoFiles) {
     // The test process has no child left, not even a zombie.
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
     EXPECT_EQ(errno, ECHILD);
+}
+
+TEST_F(ProcessesPosix, ASecondUpdaterChangesNothing) {
+    installSleep();
+    ChildProcess application({host(), "1000"});
+    const int folder = ::open(device.root().c_str(), O_RDONLY | O_CLOEXEC);
+    for (const auto& [lock, exitCode] : {std::pair{LOCK_EX, 3}, std::pair{LOCK_UN, 255}}) {
+        ASSERT_EQ(::flock(folder, lock), 0);
+        ChildProcess updater({UPDATER_PROGRAM},
+                             {{"DISPLAY", ""}, {"UPDATER_DEVICE", device.root() / "."}});
+        EXPECT_EQ(updater.waitForEnd(), exitCode);
+        const std::string message = "updater: another updater runs on the device folder \"";
+        EXPECT_EQ(updater.errors().find(message), exitCode == 3 ? 0 : std::string::npos);
+        EXPECT_EQ(application.isRunning(), exitCode == 3);
+    }
+    ::close(folder);
 }
 
 TEST_F(ProcessesPosix, PosixErrorsBecomeWindowsErrors) {
