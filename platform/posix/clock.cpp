@@ -12,8 +12,10 @@
 #include <cstring>
 #include <ctime>
 #include <optional>
+#include <string>
 
 #include "platform/posix/call_hook.h"
+#include "platform/posix/files/device.h"
 #include "platform/posix/last_error.h"
 #include "platform/posix/registry/registry_file.h"
 
@@ -30,7 +32,10 @@ constexpr int64_t LATEST_SECOND = 884'541'340'800;
 constexpr char16_t ZONE_KEY[] = u"HKEY_LOCAL_MACHINE\\Time";
 constexpr char16_t ZONE_VALUE[] = u"TimeZoneInformation";
 
+// Cached, because every file that is listed needs it. `zoneOwner` is the device that it was read
+// from.
 std::optional<TIME_ZONE_INFORMATION> deviceZone;
+std::string zoneOwner;
 
 TIME_ZONE_INFORMATION hostZone() {
     const std::time_t now = std::time(nullptr);
@@ -42,8 +47,9 @@ TIME_ZONE_INFORMATION hostZone() {
 }
 
 const TIME_ZONE_INFORMATION& zone() {
-    if (!deviceZone) {
+    if (!deviceZone || zoneOwner != deviceRoot()) {
         deviceZone = hostZone();
+        zoneOwner = deviceRoot();
         host::Registry registry;
         host::loadRegistry(registry);
         const host::RegistryValue* stored = registry.find(ZONE_KEY, ZONE_VALUE);
@@ -140,6 +146,7 @@ BOOL SetTimeZoneInformation(const TIME_ZONE_INFORMATION* information) {
     if (const DWORD error = host::saveRegistry(registry))
         return host::fail(error);
     deviceZone = *information;
+    zoneOwner = deviceRoot();
     return TRUE;
 }
 

@@ -10,8 +10,7 @@ namespace host {
 // Ticks of 100 ns since 1601, UTC.
 FILETIME fileTime(const timespec& time);
 
-// Drops the cached time zone of the device. The zone is read once and cached; call this when the
-// device folder changes.
+// Makes the device's time zone be read again. For tests, which change its registry.
 void forgetTimeZone();
 
 }  // namespace host

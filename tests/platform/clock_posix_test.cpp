@@ -60,7 +60,7 @@ TEST(Clock, TheTimeZoneIsStoredOnTheDeviceOnly) {
     zone.DaylightBias = -60;
     ASSERT_TRUE(SetTimeZoneInformation(&zone));
     EXPECT_EQ(storedZone().Bias, 90);
-    EXPECT_NE(device.read("registry.reg").find("\"LANGUAGE\"=dword:5"), std::string::npos);
+    EXPECT_NE(device.read("registry.reg").find("\"LANGUAGE\"=dword:00000005"), std::string::npos);
     const FILETIME time = host::fileTime({1'457'341'500, 999'000'000});
     FILETIME local{};
     SYSTEMTIME calendar{};

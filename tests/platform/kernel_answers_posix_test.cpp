@@ -188,8 +188,9 @@ TEST(KernelAnswers, NamesOfLogsAndSettingsAreFlushed) {
     device.setLanguage(1);
     TIME_ZONE_INFORMATION zone{};
     EXPECT_TRUE(SetTimeZoneInformation(&zone));
-    EXPECT_EQ(flushed, (std::vector<std::string>{"fsync T", "fsync registry.reg.new",
-                                                 "fsync " + device.root().filename().string()}));
+    EXPECT_EQ(flushed,
+              (std::vector<std::string>{"fsync T", "fsync registry.reg.new", "fsync registry.reg",
+                                        "fsync " + device.root().filename().string()}));
     answers = {{"write", {-ENOSPC}}};
     EXPECT_FALSE(SetTimeZoneInformation(&zone));
     EXPECT_EQ(GetLastError(), DWORD{112});

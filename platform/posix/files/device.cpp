@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "platform/posix/clock.h"
 #include "platform/posix/utf.h"
 
 namespace {
@@ -51,7 +50,6 @@ const std::string& deviceRoot() {
 
 void setDeviceRoot(const std::string& folder) {
     root() = folder;
-    host::forgetTimeZone();
 }
 
 namespace host {

@@ -1,15 +1,17 @@
 #include "platform/posix/registry/registry_file.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 
+#include "platform/input_limits.h"
+#include "platform/posix/debug_output.h"
+#include "platform/posix/files/descriptor.h"
 #include "platform/posix/files/device.h"
 #include "platform/posix/files/durable.h"
-#include "platform/posix/files/read_file.h"
 #include "platform/posix/last_error.h"
 
 namespace host {
@@ -19,40 +21,73 @@ std::string registryPath() {
     return deviceRoot() + "/registry.reg";
 }
 
+// Returns 0 or the errno of the failure.
+int readWhole(const std::string& path, std::string& text) {
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    struct stat status {};
+    if (!file.isOpen() || ::fstat(file.number(), &status) != 0)
+        return errno;
+    if (!S_ISREG(status.st_mode))
+        return EACCES;
+    char piece[4096];
+    ssize_t got = 0;
+    while ((got = ::read(file.number(), piece, sizeof piece)) > 0) {
+        text.append(piece, static_cast<std::size_t>(got));
+        if (text.size() > limits::REGISTRY)
+            return EFBIG;
+    }
+    return got < 0 ? errno : 0;
+}
+
+int writeWhole(const Descriptor& file, const std::string& text) {
+    const ssize_t written = ::write(file.number(), text.data(), text.size());
+    if (written < 0)
+        return errno;
+    return static_cast<std::size_t>(written) < text.size() ? ENOSPC : 0;
+}
+
 }  // namespace
 
 DWORD loadRegistry(Registry& registry) {
     std::string text;
-    const int error = readFile(registryPath(), text);
-    if (error == 0 || error == ENOENT) {
-        registry = Registry::fromText(text);
-        return ERROR_SUCCESS;
+    const int error = readWhole(registryPath(), text);
+    if (error != 0 && error != ENOENT) {
+        tell(std::string("registry.reg cannot be read: ") + std::strerror(error));
+        return windowsError(error, registryPath());
     }
-    std::fprintf(stderr, "registry.reg cannot be read: %s\n", std::strerror(error));
-    return windowsError(error, registryPath());
+    registry = Registry::fromText(text);
+    // Told once, although each call reads the file again.
+    static std::size_t toldLine = 0;
+    if (registry.unknownLine() != 0 && registry.unknownLine() != toldLine) {
+        toldLine = registry.unknownLine();
+        tell("registry.reg: line " + std::to_string(toldLine) + " is not understood");
+    }
+    return ERROR_SUCCESS;
 }
 
 DWORD saveRegistry(const Registry& registry) {
+    if (!registry.isComplete()) {
+        tell("registry.reg is not changed, because its comments or other lines would be lost");
+        return ERROR_ACCESS_DENIED;
+    }
     const std::string path = registryPath();
     const std::string temporary = path + ".new";
-    const std::string text = registry.toText();
     // Removes a file left by a run that was killed, or a link planted to redirect the write.
     ::unlink(temporary.c_str());
-    const int file =
-        ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
-    if (file < 0)
-        return windowsError(errno, temporary);
-    const bool written =
-        ::write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size()) &&
-        ::fsync(file) == 0;
-    DWORD error = written ? ERROR_SUCCESS : windowsError(errno, temporary);
-    ::close(file);
-    if (error == ERROR_SUCCESS &&
-        (::rename(temporary.c_str(), path.c_str()) != 0 || !flushFolderOf(path)))
-        error = windowsError(errno, path);
-    if (error != ERROR_SUCCESS)
-        ::unlink(temporary.c_str());
-    return error;
+    const Descriptor file(
+        ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
+    int error = file.isOpen() ? writeWhole(file, registry.toText()) : errno;
+    // The flush before the rename brings the content to the disk. The one after it is for FAT,
+    // where the new name would otherwise lead to the blocks of the old file.
+    const bool done = error == 0 && ::fsync(file.number()) == 0 &&
+                      ::rename(temporary.c_str(), path.c_str()) == 0 &&
+                      ::fsync(file.number()) == 0 && flushFolderOf(path);
+    if (done)
+        return ERROR_SUCCESS;
+    if (error == 0)
+        error = errno;
+    ::unlink(temporary.c_str());
+    return windowsError(error, path);
 }
 
 }  // namespace host

@@ -11,49 +11,55 @@
 
 namespace host {
 
-// The lines of the file, applied in order as a registry editor imports them: a later value replaces
-// an earlier one, and "NAME"=- and [-KEY] remove. Lines that cannot be parsed have no effect. Keys
-// and value names are compared without regard to the case of ASCII letters.
+// Keys and value names are compared without regard to the case of ASCII letters. A later value
+// replaces an earlier one.
 class Registry {
   public:
+    // A key also exists as the parent of another key.
     bool hasKey(std::u16string_view key) const;
     const RegistryValue* find(std::u16string_view key, std::u16string_view name) const;
 
-    // Rewrites the value's line, or adds one to the key; a missing key is added too. All other
-    // lines stay unchanged, including comments and lines that cannot be parsed.
+    // Adds the key when it is missing.
     void set(std::u16string_view key, std::u16string_view name, RegistryValue value);
 
-    // The file is UTF-8, or UTF-16 with a byte-order mark. toText writes the same encoding.
+    // Parses UTF-8, Latin-1, or UTF-16LE with a byte-order mark. Lines that cannot be parsed have
+    // no effect.
     static Registry fromText(std::string_view bytes);
+
+    // Returns the keys and values as text, in the encoding that was parsed; Latin-1 becomes UTF-8.
     std::string toText() const;
 
+    // The number of the first line that cannot be parsed; 0 when there is none.
+    std::size_t unknownLine() const { return unknownLine_; }
+
+    // Whether toText leaves out nothing of the parsed text: no comment and no unknown line.
+    bool isComplete() const { return unknownLine_ == 0 && !hasComments_; }
+
   private:
-    enum class Effect { None, Key, NoKey, Value, NoValue };
-    struct Line {
-        std::u16string text;  // with its continuation lines and line end
-        Effect effect = Effect::None;
-        std::u16string key;
+    struct Value {
         std::u16string name;
         RegistryValue value;
-        std::u16string remark;  // the comment after the value
     };
-    static constexpr std::size_t NONE = static_cast<std::size_t>(-1);
+    struct Key {
+        std::u16string path;
+        std::vector<Value> values;
+    };
 
-    template <class Fits>
-    std::size_t lastLine(std::u16string_view key, Fits fits) const;
-    std::size_t valueLine(std::u16string_view key, std::u16string_view name) const;
-    void add(std::size_t at, Line line);
-    void addRead(std::u16string_view text, std::u16string_view joined, std::u16string& key);
+    Key* findKey(std::u16string_view path);
+    bool addLine(std::u16string_view line, std::u16string& key);
 
-    std::vector<Line> lines_;
+    std::vector<Key> keys_;
     std::string mark_;  // the byte-order mark
+    std::size_t unknownLine_ = 0;
+    bool hasComments_ = false;
 };
 
 // A missing file is an empty registry. Returns 0, or the error number when an existing file cannot
-// be read.
+// be read. Only a regular file is read, without waiting.
 DWORD loadRegistry(Registry& registry);
 
-// Replaces the file atomically. Returns 0 or the error number.
+// Replaces the file atomically. Returns 0 or the error number: 5 when comments or lines that cannot
+// be parsed would be lost.
 DWORD saveRegistry(const Registry& registry);
 
 }  // namespace host

@@ -1,68 +1,52 @@
 #include "platform/posix/registry/registry_value.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
-#include <cstdlib>
-#include <string>
 
 #include "platform/posix/utf.h"
 
 namespace host {
 namespace {
 
-std::vector<BYTE> textBytes(const std::u16string& text) {
-    std::vector<BYTE> bytes;
-    for (std::size_t i = 0; i <= text.size(); ++i) {
-        const unsigned unit = i < text.size() ? text[i] : 0;
-        bytes.push_back(static_cast<BYTE>(unit & 0xFF));
-        bytes.push_back(static_cast<BYTE>(unit >> 8));
-    }
-    return bytes;
+bool startsWith(std::string_view text, std::string_view start) {
+    return text.substr(0, start.size()) == start;
 }
 
-// Parses at most `digits` hexadecimal digits, with optional blanks around them.
-bool readDigits(std::u16string_view text, std::size_t digits, DWORD& number) {
-    const std::string narrow = toUtf8(trimmed(text));
-    if (narrow.empty() || narrow.size() > digits ||
-        narrow.find_first_not_of("0123456789abcdefABCDEF") != std::string::npos)
-        return false;
-    number = static_cast<DWORD>(std::strtoul(narrow.c_str(), nullptr, 16));
-    return true;
+// Parses one to `most` hexadecimal digits.
+bool readNumber(std::string_view text, std::size_t most, DWORD& number) {
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number, 16);
+    return text.size() <= most && error == std::errc() && stop == end;
 }
 
-// Parses "dword:0000001f".
-bool readNumber(std::u16string_view text, RegistryValue& value) {
-    DWORD number = 0;
-    if (!readDigits(text, 8, number))
-        return false;
-    value.type = REG_DWORD;
-    for (unsigned shift = 0; shift < 32; shift += 8)
-        value.data.push_back(static_cast<BYTE>((number >> shift) & 0xFF));
-    return true;
+void appendUnit(std::vector<BYTE>& bytes, unsigned unit) {
+    bytes.push_back(static_cast<BYTE>(unit & 0xFF));
+    bytes.push_back(static_cast<BYTE>(unit >> 8));
 }
 
-// Parses "hex:01,02" and "hex(2):01,02"; the number in brackets is the type.
-bool readHex(std::u16string_view text, RegistryValue& value) {
-    const std::size_t colon = text.find(u':');
-    if (colon == std::u16string_view::npos)
+// Parses what follows "hex": ":01,02", or "(2):01,02" with the number of the type.
+bool readBytes(std::string_view text, RegistryValue& value) {
+    const std::size_t colon = text.find(':');
+    if (colon == std::string_view::npos)
         return false;
-    const std::u16string_view type = text.substr(0, colon);
+    const std::string_view type = text.substr(0, colon);
     value.type = REG_BINARY;
-    if (!type.empty() && (type.size() < 3 || type.front() != u'(' || type.back() != u')' ||
-                          !readDigits(type.substr(1, type.size() - 2), 8, value.type)))
+    if (!type.empty() && (type.size() < 3 || type.front() != '(' || type.back() != ')' ||
+                          !readNumber(type.substr(1, type.size() - 2), 8, value.type)))
         return false;
-    text = trimmed(text.substr(colon + 1));
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find(u','), text.size());
+    for (std::size_t at = colon + 1; at < text.size();) {
+        const std::size_t end = std::min(text.find(',', at), text.size());
         DWORD byte = 0;
-        if (!readDigits(text.substr(0, end), 2, byte))
+        if (!readNumber(text.substr(at, end - at), 2, byte))
             return false;
         value.data.push_back(static_cast<BYTE>(byte));
-        text.remove_prefix(std::min(end + 1, text.size()));
+        at = end + 1;
     }
     return true;
 }
 
+// Whether the value is a text that ends in its terminator and fits in a line of any encoding.
 bool isPlainText(const RegistryValue& value) {
     const std::size_t size = value.data.size();
     if (value.type != REG_SZ || size < 2 || size % 2 != 0)
@@ -70,25 +54,14 @@ bool isPlainText(const RegistryValue& value) {
     for (std::size_t i = 0; i < size; i += 2) {
         const unsigned unit = unsigned{value.data[i]} | (unsigned{value.data[i + 1]} << 8U);
         const bool last = i + 2 == size;
-        if (last ? unit != 0 : unit < 0x20)
+        const bool isSurrogate = unit >= 0xD800 && unit <= 0xDFFF;
+        if (last ? unit != 0 : unit < 0x20 || isSurrogate)
             return false;
     }
     return true;
 }
 
 }  // namespace
-
-bool startsWith(std::u16string_view text, std::u16string_view start) {
-    return text.substr(0, start.size()) == start;
-}
-
-std::u16string_view trimmed(std::u16string_view text) {
-    constexpr char16_t BLANKS[] = u" \t\r\n";
-    const std::size_t first = text.find_first_not_of(BLANKS);
-    if (first == std::u16string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(BLANKS) - first + 1);
-}
 
 bool takeQuoted(std::u16string_view& line, std::u16string& text) {
     if (line.empty() || line[0] != u'"')
@@ -115,17 +88,25 @@ std::u16string quoted(std::u16string_view text) {
     return result + u"\"";
 }
 
-bool takeValue(std::u16string_view& text, RegistryValue& value) {
-    std::u16string plain;
-    if (takeQuoted(text, plain)) {
-        value = {REG_SZ, textBytes(plain)};
-        return true;
+bool readValue(std::u16string_view text, RegistryValue& value) {
+    value = {};
+    if (std::u16string plain; takeQuoted(text, plain)) {
+        value.type = REG_SZ;
+        for (const char16_t unit : plain)
+            appendUnit(value.data, unit);
+        appendUnit(value.data, 0);
+        return text.empty();
     }
-    const std::u16string_view form = text.substr(0, text.find(u';'));
-    text.remove_prefix(form.size());
-    if (startsWith(form, u"dword:"))
-        return readNumber(form.substr(6), value);
-    return startsWith(form, u"hex") && readHex(form.substr(3), value);
+    const std::string form = toUtf8(text);
+    if (startsWith(form, "hex"))
+        return readBytes(std::string_view(form).substr(3), value);
+    DWORD number = 0;
+    if (!startsWith(form, "dword:") || !readNumber(std::string_view(form).substr(6), 8, number))
+        return false;
+    value.type = REG_DWORD;
+    appendUnit(value.data, number & 0xFFFF);
+    appendUnit(value.data, number >> 16);
+    return true;
 }
 
 std::u16string valueText(const RegistryValue& value) {

@@ -15,11 +15,6 @@ struct RegistryValue {
     std::vector<BYTE> data;
 };
 
-bool startsWith(std::u16string_view text, std::u16string_view start);
-
-// Returns `text` without leading and trailing blanks and line ends.
-std::u16string_view trimmed(std::u16string_view text);
-
 // Parses a quoted text at the start of `line`, appends it to `text` and removes it from `line`.
 // Returns false when there is none.
 bool takeQuoted(std::u16string_view& line, std::u16string& text);
@@ -27,11 +22,10 @@ bool takeQuoted(std::u16string_view& line, std::u16string& text);
 // Returns `text` in quotes, as takeQuoted parses it.
 std::u16string quoted(std::u16string_view text);
 
-// Parses a value at the start of `text` and removes it from `text`. Returns false when there is
-// none.
-bool takeValue(std::u16string_view& text, RegistryValue& value);
+// Parses the text form of a value. Returns false when it is none.
+bool readValue(std::u16string_view text, RegistryValue& value);
 
-// Returns the text form of a value, as takeValue parses it.
+// Returns the text form of a value, as readValue parses it.
 std::u16string valueText(const RegistryValue& value);
 
 }  // namespace host
