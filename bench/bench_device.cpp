@@ -6,55 +6,11 @@
 #include <fstream>
 
 #include "platform/posix/files/device.h"
-#include "render/faces.h"
-#include "tests/helpers/font_bytes.h"
-#include "ui/screen_layout.h"
+#include "update/key_layout.h"
 
 namespace fs = std::filesystem;
 
-namespace {
-
 constexpr std::size_t FILES_PER_SUBFOLDER = 500;
-constexpr int FIRST_GLYPH = 0x20;
-constexpr int LAST_GLYPH = 0xFF;
-constexpr int GLYPHS_PER_ROW = 16;
-constexpr unsigned PAGE_SIDE = 512;
-
-// Returns a Latin face with one square page and kerning for every pair of letters.
-std::string fontFile(int pixels) {
-    std::vector<Glyph> glyphs;
-    for (int code = FIRST_GLYPH; code <= LAST_GLYPH; ++code) {
-        const int index = code - FIRST_GLYPH;
-        const int cell = pixels + pixels / 2;
-        Glyph glyph{};
-        glyph.id = static_cast<uint32_t>(code);
-        glyph.x = static_cast<uint16_t>(index % GLYPHS_PER_ROW * cell);
-        glyph.y = static_cast<uint16_t>(index / GLYPHS_PER_ROW * cell);
-        glyph.width = static_cast<uint16_t>(pixels / 2);
-        glyph.height = static_cast<uint16_t>(pixels);
-        glyph.yoffset = 2;
-        glyph.xadvance = static_cast<int16_t>(pixels / 2 + 1);
-        glyphs.push_back(glyph);
-    }
-    std::string kerning;
-    for (uint32_t first = 'A'; first <= 'Z'; ++first)
-        for (uint32_t second = 'a'; second <= 'z'; ++second)
-            kerning += kerningRecord(first, second, -1);
-    return fontBytes(static_cast<unsigned>(pixels) + 4, PAGE_SIDE, glyphs, kerning);
-}
-
-std::string stringTable() {
-    std::string texts;
-    for (const layout::Text& text : layout::TEXTS)
-        texts += text.key + std::string("  A text of the screen\r\n");
-    return texts;
-}
-
-std::string subfolder(std::size_t index) {
-    return "d" + std::to_string(index / FILES_PER_SUBFOLDER) + "/";
-}
-
-}  // namespace
 
 BenchDevice::BenchDevice() {
     std::string pattern = (fs::temp_directory_path() / "bench-XXXXXX").string();
@@ -82,7 +38,10 @@ void BenchDevice::makeKey(std::size_t files, std::size_t size, std::size_t lines
         // order.
         const std::string number = std::to_string(i);
         const std::string name = "file" + std::string(6 - number.size(), '0') + number + ".dat";
-        write(key + (i < half ? "KSTRL/" : "ORBUI/data/" + subfolder(i - half)) + name, bytes);
+        const std::string folder =
+            i < half ? "KSTRL/"
+                     : "ORBUI/data/d" + std::to_string((i - half) / FILES_PER_SUBFOLDER) + "/";
+        write(key + folder + name, bytes);
     }
     std::string notes = std::string(keylayout::VERSION_PREFIX) + "2.14.3\n";
     for (std::size_t i = 1; i < lines; ++i)
@@ -102,19 +61,10 @@ void BenchDevice::makeInstallation() const {
           "Windows Registry Editor Version 5.00\n\n"
           "[HKEY_LOCAL_MACHINE\\SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG]\n"
           "\"LANGUAGE\"=dword:00000000\n");
-    makeGuiData("FlashDisk/VELD/ORBUI/data/");
+    makeGuiData("FlashDisk/VELD/ORBUI/data");
 }
 
 void BenchDevice::makeGuiData(const std::string& folder) const {
-    for (const int pixels : {10, 13, 18, 24})
-        write(folder + "fonts/" + faceName(Script::Latin, pixels) + ".fnt", fontFile(pixels));
-    write(folder + "fonts/page.raw", std::string(PAGE_SIDE * PAGE_SIDE, '\x80'));
-    write(folder + "lang/" + stringTableFile("en"),
-          utf16Bytes(TEXT("\xFEFF") + widen(stringTable())));
-    write(folder + layout::BACKGROUND_FILE,
-          std::string(layout::BACKGROUND_SIDE * layout::BACKGROUND_SIDE, '\x40'));
-}
-
-void settleDisk() {
-    ::sync();
+    fs::create_directories((root_ / folder).parent_path());
+    fs::copy(GUIDATA, root_ / folder, fs::copy_options::recursive);
 }

@@ -29,12 +29,9 @@ class BenchDevice {
     // Creates an installation whose "KSTRL.exe" is a program that exits at once.
     void makeInstallation() const;
 
-    // Creates GUI data of the instrument's size: four faces, texts and the background.
+    // Creates the GUI data of the simulated instrument.
     void makeGuiData(const std::string& folder) const;
 
   private:
     std::filesystem::path root_;
 };
-
-// Flushes the disk, so that a measurement does not wait for the writes of the previous one.
-void settleDisk();

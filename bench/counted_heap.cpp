@@ -3,9 +3,10 @@
 #include <malloc.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <new>
+#include <string>
 
 namespace {
 
@@ -40,17 +41,12 @@ HeapCount heapCount() {
 }
 
 uint64_t peakResidentBytes() {
-    std::FILE* const status = std::fopen("/proc/self/status", "r");
-    if (status == nullptr)
-        return 0;
-    unsigned long kilobytes = 0;
-    char line[256];
-    while (std::fgets(line, sizeof line, status) != nullptr) {
-        if (std::sscanf(line, "VmHWM: %lu", &kilobytes) == 1)
-            break;
-    }
-    std::fclose(status);
-    return uint64_t{kilobytes} * 1024;
+    std::ifstream status("/proc/self/status");
+    uint64_t kilobytes = 0;
+    for (std::string word; status >> word;)
+        if (word == "VmHWM:")
+            status >> kilobytes;
+    return kilobytes * 1024;
 }
 
 void* operator new(std::size_t size) {

@@ -1,14 +1,10 @@
 #include "bench/measure.h"
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
+
+#include "tools/host/external_program.h"
 
 double now() {
     timespec time{};
@@ -23,43 +19,11 @@ double median(std::vector<double> values) {
 }
 
 double runCommand(const std::vector<std::string>& command, std::string* output) {
-    std::vector<char*> arguments;
-    for (const std::string& argument : command)
-        arguments.push_back(const_cast<char*>(argument.c_str()));
-    arguments.push_back(nullptr);
-
-    int ends[2] = {-1, -1};
-    if (::pipe2(ends, O_CLOEXEC) != 0)
-        std::abort();
-    posix_spawn_file_actions_t actions;
-    ::posix_spawn_file_actions_init(&actions);
-    if (output != nullptr)
-        ::posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-    else
-        ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-
     const double start = now();
-    pid_t process = 0;
-    const int failure =
-        ::posix_spawnp(&process, arguments[0], &actions, nullptr, arguments.data(), environ);
-    ::close(ends[1]);
-    char buffer[4096];
-    ssize_t got = 0;
-    while (failure == 0 && (got = ::read(ends[0], buffer, sizeof buffer)) > 0) {
-        if (output != nullptr)
-            output->append(buffer, static_cast<std::size_t>(got));
-    }
-    int status = -1;
-    if (failure == 0)
-        ::waitpid(process, &status, 0);
+    const std::string printed = runExternalProgram(command);
     const double seconds = now() - start;
-
-    ::close(ends[0]);
-    ::posix_spawn_file_actions_destroy(&actions);
-    if (status != 0) {
-        std::fprintf(stderr, "%s failed\n", command[0].c_str());
-        std::exit(1);
-    }
+    if (output != nullptr)
+        *output = printed;
     return seconds;
 }
 
@@ -95,6 +59,10 @@ std::string numberText(double number, int digits) {
     char text[64];
     std::snprintf(text, sizeof text, "%.*f", digits, number);
     return text;
+}
+
+std::string megabytes(double bytes) {
+    return numberText(bytes / (1 << 20), 2) + " MiB";
 }
 
 std::string timeText(double seconds) {

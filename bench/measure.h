@@ -11,7 +11,7 @@ double now();
 double median(std::vector<double> values);
 
 // Runs a program until it exits. Its standard output is stored in `output`, or discarded. Returns
-// the seconds it took; ends this process when it fails.
+// the seconds it took; throws std::runtime_error when it fails.
 double runCommand(const std::vector<std::string>& command, std::string* output = nullptr);
 
 struct Comparison {
@@ -33,4 +33,5 @@ void printRow(const std::string& what, const Comparison& comparison, const std::
 
 // Format a time such as "12.3 ms", and a number such as "0.97".
 std::string timeText(double seconds);
+std::string megabytes(double bytes);
 std::string numberText(double number, int digits);

@@ -3,10 +3,8 @@
 // engine's time without a window.
 // Usage: measure_loop FOLDER_OF_THE_PROGRAMS
 
-#include <algorithm>
 #include <cstdio>
 #include <string>
-#include <vector>
 
 #include "bench/bench_device.h"
 #include "bench/measure.h"
@@ -17,10 +15,7 @@ constexpr double PAUSE = 0.002;
 constexpr std::size_t FILE_COUNT = 2000;
 
 struct Loop {
-    double frames = 0;
-    double wall = 0;
-    double draw = 0;
-    double swap = 0;
+    double frames = 0, wall = 0, draw = 0, swap = 0;
 };
 
 }  // namespace
@@ -34,7 +29,7 @@ int main(int argc, char** argv) {
     device.makeKey(FILE_COUNT, 1024, 20);
     std::filesystem::copy(device.root() / "FlashDisk/VELD/KSTRL/KSTRL.exe",
                           device.root() / "USB HD/VELD/KSTRL/KSTRL.exe");
-    device.makeGuiData("USB HD/VELD/ORBUI/data/");
+    device.makeGuiData("USB HD/VELD/ORBUI/data");
     const std::string report = (device.root() / "report").string();
 
     Loop loop;
@@ -45,7 +40,7 @@ int main(int argc, char** argv) {
     if (std::FILE* const file = std::fopen(report.c_str(), "r")) {
         char line[512];
         while (std::fgets(line, sizeof line, file) != nullptr) {
-            std::sscanf(line, "loop %lf %lf %*f %lf %lf", &loop.frames, &loop.wall, &loop.draw,
+            std::sscanf(line, "loop %lf %lf %lf %lf", &loop.frames, &loop.wall, &loop.draw,
                         &loop.swap);
             std::sscanf(line, "start %lf %lf %lf %lf %lf %lf", &start[0], &start[1], &start[2],
                         &start[3], &start[4], &start[5]);
@@ -61,16 +56,17 @@ int main(int argc, char** argv) {
     const double floor = loop.frames * PAUSE + loop.draw + loop.swap + engine;
     printRow("whole program, 2000 files, against its floor", {loop.wall, floor, loop.wall / floor},
              "1.05");
-    printRow("  a frame's drawing and swap", timeText((loop.draw + loop.swap) / loop.frames), "",
-             "", "");
-    printRow("start-up, entry to first swap", timeText(start[0]), "", "", "");
-    printRow("  fonts", timeText(start[1]), "", "", "");
-    printRow("  texts", timeText(start[2]), "", "", "");
-    printRow("  textures, of the fonts too", timeText(start[3]), "", "", "");
-    printRow("  GL programs", timeText(start[4]), "", "", "");
-    printRow("  whole set-up of the screen", timeText(start[5]), "", "", "");
-    printRow("  peak resident memory of the program", numberText(memory[0] / (1 << 20), 1) + " MiB",
-             "", "", "");
-    printRow("  peak heap of the program", numberText(memory[1] / (1 << 20), 2) + " MiB", "", "",
-             "");
+    const std::pair<const char*, std::string> rows[] = {
+        {"  a frame's drawing and swap", timeText((loop.draw + loop.swap) / loop.frames)},
+        {"start-up, entry to first swap", timeText(start[0])},
+        {"  fonts", timeText(start[1])},
+        {"  texts", timeText(start[2])},
+        {"  textures, of the fonts too", timeText(start[3])},
+        {"  GL programs", timeText(start[4])},
+        {"  whole set-up of the screen", timeText(start[5])},
+        {"  peak resident memory of the program", megabytes(memory[0])},
+        {"  peak heap of the program", megabytes(memory[1])},
+    };
+    for (const auto& [what, figure] : rows)
+        printRow(what, figure, "", "", "");
 }

@@ -21,13 +21,10 @@
 namespace {
 
 enum Step {
-    StepSleep,
     StepClear,
     StepInit,
     StepDraw,
-    StepTick,
     StepSwap,
-    StepEvents,
     StepFonts,
     StepTexts,
     StepTextures,
@@ -40,7 +37,6 @@ double entry;
 double firstSwap;
 std::array<double, StepCount> beforeLoop;
 unsigned long frames;
-uint64_t heapAfterStart;
 
 // Adds the time spent in a scope to a step.
 class Watch {
@@ -60,16 +56,13 @@ class Watch {
 void report() {
     const double end = now();
     const auto inLoop = [](Step step) { return seconds[step] - beforeLoop[step]; };
-    std::fprintf(stderr, "loop %lu %.6f %.6f %.6f %.6f %.6f %.6f\n", frames, end - firstSwap,
-                 inLoop(StepSleep), inLoop(StepClear) + inLoop(StepDraw), inLoop(StepSwap),
-                 inLoop(StepTick), inLoop(StepEvents));
+    std::fprintf(stderr, "loop %lu %.6f %.6f %.6f\n", frames, end - firstSwap,
+                 inLoop(StepClear) + inLoop(StepDraw), inLoop(StepSwap));
     std::fprintf(stderr, "start %.6f %.6f %.6f %.6f %.6f %.6f\n", firstSwap - entry,
                  seconds[StepFonts], seconds[StepTexts], seconds[StepTextures],
                  beforeLoop[StepPrograms], seconds[StepInit]);
-    std::fprintf(stderr, "memory %llu %llu %llu\n",
-                 static_cast<unsigned long long>(peakResidentBytes()),
-                 static_cast<unsigned long long>(heapCount().peakBytes),
-                 static_cast<unsigned long long>(heapAfterStart));
+    std::fprintf(stderr, "memory %llu %llu\n", static_cast<unsigned long long>(peakResidentBytes()),
+                 static_cast<unsigned long long>(heapCount().peakBytes));
 }
 
 }  // namespace
@@ -86,12 +79,7 @@ void report() {
         return real##name arguments;                             \
     }
 
-TIMED(StepSleep, void, Sleep, "_Z5Sleepj", (DWORD milliseconds), (milliseconds))
 TIMED(StepClear, void, Clear, "glClear", (GLbitfield mask), (mask))
-TIMED(StepTick, void, Tick, "_ZN8SimpleUI4tickEv", (SimpleUI * screen), (screen))
-TIMED(StepEvents, BOOL, Peek, "_Z12PeekMessageWP3MSGP12WindowHandlejjj",
-      (MSG * message, HWND window, UINT first, UINT last, UINT remove),
-      (message, window, first, last, remove))
 TIMED(StepFonts, bool, LoadFonts, "_ZN7FontSet9loadFontsEi", (FontSet * fonts, int32_t language),
       (fonts, language))
 TIMED(StepTexts, void, SetLanguage, "_ZN11StringTable11setLanguageEi",
@@ -101,11 +89,8 @@ TIMED(StepTextures, GLuint, LoadTexture, "_Z23loadRawLuminanceTexturePKcii",
 TIMED(StepPrograms, void, Compile, "glCompileShader", (GLuint shader), (shader))
 TIMED(StepPrograms, void, Link, "glLinkProgram", (GLuint program), (program))
 
-WRAPPED(void, Init, "_ZN8SimpleUI4initEjj", (SimpleUI * screen, uint32_t width, uint32_t height)) {
-    const Watch watch(StepInit);
-    realInit(screen, width, height);
-    heapAfterStart = heapCount().bytesInUse;
-}
+TIMED(StepInit, void, Init, "_ZN8SimpleUI4initEjj",
+      (SimpleUI * screen, uint32_t width, uint32_t height), (screen, width, height))
 
 WRAPPED(void, Draw, "_ZN8SimpleUI4drawEv", (SimpleUI * screen)) {
     const Watch watch(StepDraw);
