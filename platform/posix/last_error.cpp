@@ -1,10 +1,6 @@
 #include "platform/posix/last_error.h"
 
-#include <fcntl.h>
-
 #include <cerrno>
-
-#include "platform/posix/files/place.h"
 
 namespace {
 
@@ -69,14 +65,6 @@ DWORD windowsError(int error) {
         default:
             return ERROR_GEN_FAILURE;
     }
-}
-
-DWORD windowsError(int error, const std::string& hostPath) {
-    const auto hasFolder = [&] {
-        const std::string folder = hostPath.substr(0, hostPath.rfind('/'));
-        return Descriptor(openResolved(folder, O_PATH | O_DIRECTORY)).isOpen();
-    };
-    return error == ENOENT && !hasFolder() ? ERROR_PATH_NOT_FOUND : windowsError(error);
 }
 
 }  // namespace host

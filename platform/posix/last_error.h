@@ -1,8 +1,6 @@
 // The last error, and the mapping from errno to Windows error numbers.
 #pragma once
 
-#include <string>
-
 #include "platform/posix/win32_api.h"
 
 namespace host {
@@ -12,8 +10,5 @@ BOOL fail(DWORD error);
 
 // Returns the Windows error number for an errno.
 DWORD windowsError(int error);
-
-// Like windowsError; ENOENT gives 2 when the parent folder of `hostPath` exists, else 3.
-DWORD windowsError(int error, const std::string& hostPath);
 
 }  // namespace host

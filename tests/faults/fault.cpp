@@ -31,7 +31,7 @@ const std::map<std::string, std::vector<DWORD>>& errorsOfCalls() {
 }
 
 std::string hostPath(const std::string& path) {
-    return host::resolveOnText(host::toUtf16(path).c_str());
+    return host::toHostPath(host::toUtf16(path).c_str());
 }
 
 void copyHalf(const HookedCall& call) {

@@ -65,7 +65,7 @@ bool startsWith(const std::string& text, const std::string& start) {
 
 bool isOutside(const std::string& path) {
     const std::string installation = deviceRoot() + "/FlashDisk/VELD";
-    const std::string hostPath = host::resolveOnText(host::toUtf16(path).c_str());
+    const std::string hostPath = host::toHostPath(host::toUtf16(path).c_str());
     return hostPath != installation && !startsWith(hostPath, installation + "/");
 }
 

@@ -76,7 +76,13 @@ TEST_F(HostileKey, OddNamesAreCopiedUnchangedOrSkipped) {
     for (const std::string& name : names)
         device.write(KEY + ("KSTRL/" + name), "x");
     device.write(KEY + ("ORBUI/data/" + std::string(255, 'd') + "/f"), "x");
+    device.write(KEY + std::string("ORBUI/data/\u65E5/f"), "x");
+    ::testing::internal::CaptureStderr();
     EXPECT_EQ(run(), UpdateComplete);
+    EXPECT_NE(::testing::internal::GetCapturedStderr().find(
+                  "Not listed, because no path can contain such a name: "
+                  "/USB HD/VELD/ORBUI/data/?\\*\n"),
+              std::string::npos);
     EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL"), expected);
     EXPECT_EQ(device.read("FlashDisk/VELD/ORBUI/data/bg.raw"), "picture 2");
     EXPECT_NE(log().find("Error 123 ::SetFileAttributes"), std::string::npos);

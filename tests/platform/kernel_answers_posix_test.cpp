@@ -55,12 +55,6 @@ int flush(const char* call, long number, int folder) {
 
 }  // namespace
 
-ssize_t copy_file_range(int from, off64_t* fromAt, int to, off64_t* toAt, std::size_t size,
-                        unsigned int flags) {
-    const long most = answerTo("copy_file_range");
-    const std::size_t part = std::min(size, static_cast<std::size_t>(std::max(0L, most)));
-    return most < 0 ? -1 : ::syscall(SYS_copy_file_range, from, fromAt, to, toAt, part, flags);
-}
 ssize_t read(int file, void* bytes, std::size_t size) {
     return transfer("read", SYS_read, size, file, bytes);
 }
@@ -77,10 +71,10 @@ int fdatasync(int file) {
     return make("fdatasync", SYS_fdatasync, file);
 }
 off_t lseek(int file, off_t at, int whence) noexcept {
-    return make("lseek", SYS_lseek, file, static_cast<long>(at), whence);
-}
-int mkdirat(int folder, const char* name, mode_t mode) noexcept {
-    return make("mkdirat", SYS_mkdirat, folder, name, mode);
+    const long answer = answerTo("lseek");
+    if (answer == 0)  // another program empties the file
+        std::ofstream("/proc/self/fd/" + std::to_string(file)).close();
+    return answer < 0 ? -1 : ::syscall(SYS_lseek, file, static_cast<long>(at), whence);
 }
 int renameat2(int from, const char* name, int to, const char* newName,
               unsigned int flags) noexcept {
@@ -100,42 +94,28 @@ struct Case {
     std::vector<std::string> flushed = {};
 };
 
-const std::vector<std::string> RENAMED = {"syncfs T", "fsync U", "fsync T"};
-const std::vector<std::string> COPIED = {"syncfs T", "syncfs T", "fsync T", "fsync T", "fsync T"};
+const std::vector<std::string> FLUSHED = {"syncfs T", "syncfs T", "fsync U", "fsync T"};
 
 const Case CASES[] = {
-    {Call::Copy, "T/f", "U/f", {{"copy_file_range", {1, 65536, 2}}}},
-    {Call::Copy, "T/f", "U/f", {{"copy_file_range", {70'000, 0}}}},
-    {Call::Copy, "T/f", "U/f", {{"copy_file_range", {-ENOSYS}}, {"write", {1, 65535, 1, 1}}}},
-    {Call::Copy, "T/f", "U/f", {{"copy_file_range", {-EIO}}, {"read", {1, -EIO}}}, 1117},
-    {Call::Copy, "T/f", "U/f", {{"copy_file_range", {9, -EIO}}, {"write", {1, -ENOSPC}}}, 112},
+    {Call::Copy, "T/f", "U/f", {{"read", {1, 65535, 2}}, {"write", {1, 65535, 1, 1}}}},
+    {Call::Copy, "T/f", "U/f", {{"read", {1, -EIO}}}, 1117},
+    {Call::Copy, "T/f", "U/f", {{"write", {1, -ENOSPC}}}, 112},
+    // The file becomes shorter while it is copied.
+    {Call::Copy, "T/f", "U/f", {{"read", {65536, 0}}}, 38},
+    {Call::Copy, "T/holes", "U/f", {{"lseek", {1, 1, 1, 1, 1, 0}}}, 38},
     {Call::Copy, "T/holes", "U/f", {{"lseek", {-EINVAL}}}},
     {Call::Copy, "T/holes", "U/f", {{"lseek", {1, -EIO}}}, 1117},
     {Call::Copy, "T/holes", "U/f", {{"lseek", {1, 1, -EIO}}}, 1117},
     {Call::Copy, "T/d/g", "U/f", {{"fdatasync", {-EIO}}}, 1117},
-    {Call::Move, "T/f", "U/f", {}, 0, RENAMED},
-    {Call::Move, "T/f", "U/f", {{"renameat2", {-EINVAL}}}, 0, RENAMED},
-    {Call::Move,
-     "T/f",
-     "U/f",
-     {{"renameat2", {-EXDEV}}},
-     0,
-     {"syncfs T", "syncfs U", "fsync U", "fsync U", "fsync T"}},
-    // Folders do not cross drives.
-    {Call::Move, "T/d", "U/d", {{"renameat2", {-EXDEV}}}, 17, {"syncfs T"}},
-    {Call::Move, "T/d", "T/e", {{"renameat2", {-EXDEV}}}, 0, COPIED},
-    {Call::Move, "T/d", "T/e", {{"renameat2", {-EXDEV, -EIO}}}, 1117, {"syncfs T", "syncfs T"}},
-    {Call::Move,
-     "T/d",
-     "T/e",
-     {{"renameat2", {-EXDEV}}, {"mkdirat", {-ENOSPC}}},
-     112,
-     {"syncfs T"}},
+    {Call::Move, "T/f", "U/f", {}, 0, FLUSHED},
+    {Call::Move, "T/f", "U/f", {{"renameat2", {-EINVAL}}}, 0, FLUSHED},
+    {Call::Move, "T/f", "U/f", {{"renameat2", {-EXDEV}}}, 17, {"syncfs T"}},
+    {Call::Move, "T/d", "T/e", {{"renameat2", {-EXDEV}}}, 17, {"syncfs T"}},
     {Call::Move, "T/f", "U/f", {{"syncfs", {-EIO}}}, 1117, {"syncfs T"}},
-    {Call::Move, "T/f", "U/f", {{"fsync", {-EINVAL}}}, 0, RENAMED},
+    {Call::Move, "T/f", "U/f", {{"fsync", {-EINVAL}}}, 0, FLUSHED},
     // The disk does not confirm a move, which is not undone.
-    {Call::Move, "T/f", "U/f", {{"fsync", {LONG_MAX, -EIO}}}, 1117, RENAMED},
-    {Call::Move, "T/f", "U/f", {{"fsync", {-EIO}}}, 1117, {"syncfs T", "fsync U"}},
+    {Call::Move, "T/f", "U/f", {{"syncfs", {1, -EIO}}}, 1117, {"syncfs T", "syncfs T"}},
+    {Call::Move, "T/f", "U/f", {{"fsync", {1, -EIO}}}, 1117, FLUSHED},
 };
 
 TEST(KernelAnswers, ACopyOrAMoveIsCompleteOrNotThere) {
@@ -148,16 +128,14 @@ TEST(KernelAnswers, ACopyOrAMoveIsCompleteOrNotThere) {
         device.write("T/f", content);
         device.write("T/d/g", "g");
         device.setReadOnly("T/d/g");
-        std::filesystem::create_symlink("g", device.root() / "T/d/link");
         device.write("T/holes", content.substr(0, 5000));
         std::filesystem::resize_file(device.root() / "T/holes", 300'000);
         std::fstream(device.root() / "T/holes", std::ios::in | std::ios::out).seekp(99'999) << "x";
-        device.write("T/e.moving/stale");
         device.makeFolder("U");
         Tree expected = device.tree();
-        if (test.to == "T/e" && test.answers.at("renameat2")[0] == -EXDEV)
-            expected.erase("T/e.moving/"), expected.erase("T/e.moving/stale");
-        if (test.error == 0 || test.answers.count("fsync") != 0)
+        if (test.from == "T/holes" && test.error == 38)
+            expected[test.from].clear();
+        if (test.error == 0 || test.flushed.size() > 1)
             for (const auto& [path, bytes] : Tree(expected))
                 if (path.rfind(test.from, 0) == 0) {
                     expected[test.to + path.substr(test.from.size())] = bytes;

@@ -19,6 +19,8 @@ class Descriptor {
 
     // Returns false and sets errno when the file system reports an earlier write error only now.
     bool close() { return number_ < 0 || ::close(std::exchange(number_, -1)) == 0; }
+    // Gives the descriptor away, to be closed elsewhere.
+    int release() { return std::exchange(number_, -1); }
     bool isOpen() const { return number_ >= 0; }
     int number() const { return number_; }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "platform/posix/files/flush.h"
 #include "platform/posix/utf.h"
 
 namespace {
@@ -50,6 +51,7 @@ const std::string& deviceRoot() {
 
 void setDeviceRoot(const std::string& folder) {
     root() = folder;
+    host::forgetDisks();
 }
 
 namespace host {
@@ -59,7 +61,7 @@ bool endsInSeparator(LPCWSTR path) {
     return !text.empty() && (text.back() == u'/' || text.back() == u'\\');
 }
 
-std::string resolveOnText(LPCWSTR path) {
+std::string toHostPath(LPCWSTR path) {
     const std::u16string_view text(path);
     static const std::string CURRENT_FOLDER = ".";
     const std::string& base = isRelative(text) ? CURRENT_FOLDER : deviceRoot();
@@ -88,7 +90,7 @@ DWORD resolveName(LPCWSTR path, std::string& hostPath) {
         return ERROR_PATH_NOT_FOUND;
     if (std::any_of(text.begin(), text.end(), [](char16_t c) { return isForbidden(c); }))
         return ERROR_INVALID_NAME;
-    hostPath = resolveOnText(path);
+    hostPath = toHostPath(path);
     return ERROR_SUCCESS;
 }
 

@@ -24,7 +24,7 @@ bool endsInSeparator(LPCWSTR path);
 
 // Resolves a path of the device to one of the host, without a separator at its end. A path without
 // a leading separator is relative to the host's current folder.
-std::string resolveOnText(LPCWSTR path);
+std::string toHostPath(LPCWSTR path);
 
 // Resolves the path argument of a call. Returns 0, or the error with which the call must fail: 3
 // for a path of 260 characters or more, 123 for an invalid character.

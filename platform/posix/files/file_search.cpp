@@ -25,6 +25,8 @@ using host::refusedByHook;
 
 namespace {
 
+const std::u16string NOT_LISTED = u"Not listed, because no path can contain such a name: ";
+
 struct Search {
     host::Descriptor folder;
     std::vector<std::string> names;
@@ -33,12 +35,9 @@ struct Search {
 
 void findAll(Search& search) {
     search.names = {".", ".."};
-    host::readNames(search.folder.number(), search.names);
-    const auto isNoName = [](const std::string& name) {
-        return name.find('\\') != std::string::npos;
-    };
-    search.names.erase(std::remove_if(search.names.begin(), search.names.end(), isNoName),
-                       search.names.end());
+    for (const std::string& name : host::readNames(search.folder.number()))
+        if (name.find('\\') == std::string::npos)
+            search.names.push_back(name);
 }
 
 void findOne(Search& search, std::string name) {
@@ -132,6 +131,9 @@ HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* found) {
     if (error == ERROR_SUCCESS)
         return search;
     delete search;
+    // The caller sees an empty folder; whoever runs the program is told.
+    if (error == ERROR_INVALID_NAME)
+        OutputDebugStringW((NOT_LISTED + std::u16string(pattern)).c_str());
     fail(error);
     return INVALID_HANDLE_VALUE;
 }

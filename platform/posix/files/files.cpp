@@ -11,11 +11,12 @@
 
 #include "platform/posix/call_hook.h"
 #include "platform/posix/files/device.h"
-#include "platform/posix/files/durable.h"
 #include "platform/posix/files/file_status.h"
+#include "platform/posix/files/flush.h"
 #include "platform/posix/files/place.h"
 #include "platform/posix/last_error.h"
 
+using host::Descriptor;
 using host::fail;
 using host::Place;
 using host::refusedByHook;
@@ -27,6 +28,44 @@ BOOL failFromErrno() {
     return fail(windowsError(errno));
 }
 
+// Keeps room on the disk for what will be written to the file, so that an update that fills the
+// disk can still tell so in the log. Not every file system can; less room is better than none.
+void keepRoom(int file) {
+    constexpr off_t MOST = off_t{1} << 16;
+    constexpr off_t LEAST = off_t{1} << 12;
+    for (off_t room = MOST; room >= LEAST; room /= 2)
+        if (::fallocate(file, FALLOC_FL_KEEP_SIZE, 0, room) == 0)
+            return;
+}
+
+// Opens a regular file. For writing it may be new; what it had is removed.
+DWORD openStream(LPCWSTR path, bool writing, Descriptor& file) {
+    Place place;
+    if (host::endsInSeparator(path))
+        return ERROR_INVALID_NAME;
+    if (const DWORD error = host::locate(path, place))
+        return error;
+    // O_DSYNC: what is written is on the disk when the stream's flush returns. O_APPEND: a write
+    // that the disk refused may leave its text in the file all the same; the next one comes after
+    // it.
+    const int flags = writing ? O_WRONLY | O_CREAT | O_APPEND | O_DSYNC : O_RDONLY;
+    // O_NONBLOCK: opening a named pipe would wait for the other end.
+    file = Descriptor(host::openAt(place, flags | O_NONBLOCK, 0666));
+    struct stat status {};
+    if (!file.isOpen() || ::fstat(file.number(), &status) != 0)
+        return windowsError(errno);
+    if (!S_ISREG(status.st_mode) || (writing && host::isReadOnly(status)))
+        return ERROR_ACCESS_DENIED;
+    if (!writing)
+        return ERROR_SUCCESS;
+    if (::ftruncate(file.number(), 0) != 0)
+        return windowsError(errno);
+    // When this fails the log is written all the same, and tells of the moves that fail for it.
+    host::flushFolder(place.folder.number());
+    keepRoom(file.number());
+    return ERROR_SUCCESS;
+}
+
 }  // namespace
 
 BOOL CreateDirectoryW(LPCWSTR path, SECURITY_ATTRIBUTES*) {
@@ -35,6 +74,7 @@ BOOL CreateDirectoryW(LPCWSTR path, SECURITY_ATTRIBUTES*) {
     Place place;
     if (const DWORD error = host::locate(path, place))
         return fail(error);
+    host::watchDisk(place.folder.number());
     return ::mkdirat(place.folder.number(), place.name.c_str(), 0777) == 0 || failFromErrno();
 }
 
@@ -99,35 +139,11 @@ BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes) {
 FILE* _wfopen(LPCWSTR path, LPCWSTR mode) {
     if (refusedByHook("_wfopen", path, mode))
         return nullptr;
+    Descriptor file;
     const bool writing = mode[0] == u'w';
-    Place place;
-    const DWORD error =
-        host::endsInSeparator(path) ? ERROR_INVALID_NAME : host::locate(path, place);
-    if (error != ERROR_SUCCESS) {
+    if (const DWORD error = openStream(path, writing, file)) {
         fail(error);
         return nullptr;
     }
-    // O_NONBLOCK: opening a named pipe would wait for the other end. O_DSYNC: what is written is on
-    // the disk when the stream's flush returns.
-    const int flags = O_NONBLOCK | (writing ? O_WRONLY | O_CREAT | O_DSYNC : O_RDONLY);
-    const int file = host::openAt(place, flags, 0666);
-    struct stat status {};
-    if (file < 0) {
-        failFromErrno();
-        return nullptr;
-    }
-    const bool known = ::fstat(file, &status) == 0;
-    if (known && (!S_ISREG(status.st_mode) || (writing && host::isReadOnly(status)))) {
-        fail(ERROR_ACCESS_DENIED);
-    } else if (known && (!writing || ::ftruncate(file, 0) == 0)) {
-        // A failed flush is ignored: the log must be written even when its name may be lost.
-        if (writing)
-            host::flushFolder(place.folder.number());
-        if (FILE* stream = ::fdopen(file, writing ? "wb" : "rb"))
-            return stream;
-    } else {
-        failFromErrno();
-    }
-    ::close(file);
-    return nullptr;
+    return ::fdopen(file.release(), writing ? "wb" : "rb");
 }

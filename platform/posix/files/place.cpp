@@ -29,39 +29,34 @@ std::size_t baseLength(const std::string& hostPath) {
 // in case.
 int openIn(int folder, std::string& name, int flags, mode_t mode) {
     const int file = ::openat(folder, name.c_str(), flags, mode);
-    if (file >= 0 || errno != ENOENT || (flags & O_CREAT) != 0 || !findOtherCase(folder, name))
+    if (file >= 0 || errno != ENOENT || (flags & O_CREAT) != 0)
         return file;
+    findOtherCase(folder, name);
     return ::openat(folder, name.c_str(), flags, mode);
 }
 
-// Changes errno from ENOTDIR to ELOOP when `name` is a link.
-void tellLinks(int folder, const std::string& name) {
+bool isLink(int folder, const std::string& name) {
     struct stat status {};
-    if (errno != ENOTDIR)
-        return;
-    const bool found = ::fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
-    errno = found && S_ISLNK(status.st_mode) ? ELOOP : ENOTDIR;
+    return ::fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+           S_ISLNK(status.st_mode);
 }
 
-// Opens a path folder by folder.
+// Opens a path folder by folder, from the device folder or the current folder on.
 int openStepwise(const std::string& hostPath, int flags, mode_t mode) {
-    std::size_t at = baseLength(hostPath);
-    Descriptor folder(::open(hostPath.substr(0, at).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    for (bool isDrive = true; folder.isOpen(); isDrive = false) {
-        const std::size_t end = std::min(hostPath.find('/', at + 1), hostPath.size());
-        const bool isLast = end == hostPath.size();
-        std::string name = at == end ? "." : hostPath.substr(at + 1, end - at - 1);
-        const int step = isLast ? flags : O_PATH | O_DIRECTORY;
-        const int links = isDrive && (step & O_DIRECTORY) != 0 ? 0 : O_NOFOLLOW;
-        const int file = openIn(folder.number(), name, step | links | O_CLOEXEC, mode);
-        if (file < 0)
-            tellLinks(folder.number(), name);
-        if (file < 0 || isLast)
-            return file;
-        folder = Descriptor(file);
-        at = end;
-    }
-    return -1;
+    const std::size_t base = baseLength(hostPath);
+    if (hostPath.size() == base)
+        return ::open(hostPath.c_str(), flags | O_CLOEXEC);
+    const std::size_t slash = hostPath.rfind('/');
+    const Descriptor folder(openStepwise(hostPath.substr(0, slash), O_PATH | O_DIRECTORY, 0));
+    if (!folder.isOpen())
+        return -1;
+    std::string name = hostPath.substr(slash + 1);
+    const bool isDrive = slash == base && (flags & O_DIRECTORY) != 0;
+    const int links = isDrive ? 0 : O_NOFOLLOW;
+    const int file = openIn(folder.number(), name, flags | links | O_CLOEXEC, mode);
+    if (file < 0 && errno == ENOTDIR && isLink(folder.number(), name))
+        errno = ELOOP;
+    return file;
 }
 
 }  // namespace
@@ -96,15 +91,13 @@ DWORD locate(LPCWSTR path, Place& place) {
 DWORD find(LPCWSTR path, Place& place, struct stat& status, Case which) {
     if (const DWORD error = locate(path, place))
         return error;
-    const int folder = place.folder.number();
     const auto isThere = [&] {
-        return ::fstatat(folder, place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
+        return ::fstatat(place.folder.number(), place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) ==
+               0;
     };
-    const auto isThereInOtherCase = [&] {
-        return which == Case::Any && errno == ENOENT && findOtherCase(folder, place.name) &&
-               isThere();
-    };
-    if (!isThere() && !isThereInOtherCase())
+    const bool found = isThere() || (errno == ENOENT && which == Case::Any &&
+                                     findOtherCase(place.folder.number(), place.name) && isThere());
+    if (!found)
         return windowsError(errno);
     return endsInSeparator(path) && !S_ISDIR(status.st_mode) ? ERROR_INVALID_NAME : ERROR_SUCCESS;
 }
@@ -114,37 +107,37 @@ int openAt(Place& place, int flags, mode_t mode) {
 }
 
 bool findOtherCase(int folder, std::string& name) {
-    std::vector<std::string> names;
-    readNames(folder, names);
     const std::string folded = foldCase(name);
-    const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& other) {
-        return other.size() == name.size() && foldCase(other) == folded;
-    });
-    if (found == names.end()) {
-        errno = ENOENT;
-        return false;
-    }
-    name = *found;
-    return true;
+    for (const std::string& other : readNames(folder))
+        if (other.size() == name.size() && foldCase(other) == folded) {
+            name = other;
+            return true;
+        }
+    return false;
 }
 
-bool readNames(int folder, std::vector<std::string>& names) {
+std::vector<std::string> readNames(int folder) {
+    std::vector<std::string> names;
     const int readable = ::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     DIR* const entries = readable < 0 ? nullptr : ::fdopendir(readable);
     if (entries == nullptr)
-        return false;
-    const std::size_t before = names.size();
-    errno = 0;
+        return names;
     while (const dirent* entry = ::readdir(entries)) {
         const std::string_view name = entry->d_name;
         if (name != "." && name != "..")
             names.emplace_back(name);
     }
-    const int error = errno;
     ::closedir(entries);
-    errno = error;
-    std::sort(names.begin() + static_cast<std::ptrdiff_t>(before), names.end());
-    return error == 0;
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+DWORD windowsError(int error, const std::string& hostPath) {
+    const auto hasFolder = [&] {
+        const std::string folder = hostPath.substr(0, hostPath.rfind('/'));
+        return Descriptor(openResolved(folder, O_PATH | O_DIRECTORY)).isOpen();
+    };
+    return error == ENOENT && !hasFolder() ? ERROR_PATH_NOT_FOUND : windowsError(error);
 }
 
 }  // namespace host

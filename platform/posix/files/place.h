@@ -42,11 +42,14 @@ DWORD find(LPCWSTR path, Place& place, struct stat& status, Case which = Case::A
 int openAt(Place& place, int flags, mode_t mode = 0);
 
 // Replaces `name` with the first name in the folder that differs from it in case only. Returns
-// false with errno ENOENT when there is none.
+// whether there is one.
 bool findOtherCase(int folder, std::string& name);
 
-// Appends the names in a folder, without "." and "..", sorted by their bytes. Returns false and
-// sets errno when the folder cannot be read completely.
-bool readNames(int folder, std::vector<std::string>& names);
+// Returns the names in a folder, without "." and "..", sorted by their bytes, up to the first that
+// cannot be read.
+std::vector<std::string> readNames(int folder);
+
+// Like windowsError; ENOENT gives 2 when the parent folder of `hostPath` exists, else 3.
+DWORD windowsError(int error, const std::string& hostPath);
 
 }  // namespace host

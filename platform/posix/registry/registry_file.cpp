@@ -11,7 +11,8 @@
 #include "platform/posix/debug_output.h"
 #include "platform/posix/files/descriptor.h"
 #include "platform/posix/files/device.h"
-#include "platform/posix/files/durable.h"
+#include "platform/posix/files/flush.h"
+#include "platform/posix/files/place.h"
 #include "platform/posix/last_error.h"
 
 namespace host {

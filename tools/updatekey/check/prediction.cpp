@@ -40,7 +40,7 @@ class ObservedUpdater : public Updater {
 
   private:
     static std::string hostPath(const std::string& path) {
-        return host::resolveOnText(widen(path).c_str());
+        return host::toHostPath(widen(path).c_str());
     }
 
     Prediction& prediction_;
