@@ -83,7 +83,6 @@ END_PROCESS = 'OpenProcess 2035711 0\nTerminateProcess 0\nCloseHandle\n'
 # An operator whose update fails, and whose application is missing.
 FAILING = [
     Step('start', 'waiting', disk=STAGED),
-    Step('Home'),
     Step('plug in', 'ready', log=UNKNOWN),
     Step('space Delete', 'ready'),
     Step('Home', 'failed', log=FAILED, disk=UPDATED + ' Update'),
@@ -288,6 +287,9 @@ RUNS = [
     Run('frames', 'an incomplete key', [
         Step('start /auto'),
         Step('frame', 'waiting', disk=INSTALLED, prints=CLEAR + PAUSE + SHOW + NEXT),
+        Step('frame'),
+        Step('Home'),
+        Step('frame', 'waiting', prints=CLEAR + PAUSE + SHOW + 2 * MESSAGE + NEXT),
         Step('plug in'),
         Step('frame', 'waiting', prints=CLEAR + PAUSE + SHOW + NEXT),
         Step('frame', 'waiting', prints=CLEAR + PAUSE + SHOW + NEXT)], 'incomplete key', stepped=True),
