@@ -292,7 +292,8 @@ RUNS = [
         Step('frame', 'waiting', prints=CLEAR + PAUSE + SHOW + 2 * MESSAGE + NEXT),
         Step('plug in'),
         Step('frame', 'waiting', prints=CLEAR + PAUSE + SHOW + NEXT),
-        Step('frame', 'waiting', prints=CLEAR + PAUSE + SHOW + NEXT)], 'incomplete key', stepped=True),
+        Step('Home'),
+        Step('frame', 'waiting', prints=CLEAR + PAUSE + SHOW + 2 * MESSAGE + NEXT)], 'incomplete key', stepped=True),
     Run('frames', 'states that the engine never enters', [
         Step('start'),
         Step('frame'),
