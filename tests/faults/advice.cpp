@@ -34,6 +34,26 @@ void follow(const Advice& advice, const DeviceFolder& device) {
     }
 }
 
+// Whether the diagnosis tells what is on the disk, as the test itself reads it.
+bool agreesWithDisk(const Diagnosis& diagnosis, const Tree& disk) {
+    bool agrees = true;
+    for (const FolderFinding& folder : diagnosis.folders) {
+        const Tree content = below(disk, INSTALLATION + folder.name + "/");
+        const auto files = std::count_if(content.begin(), content.end(), [](const auto& entry) {
+            return entry.first.back() != '/';
+        });
+        agrees &= folder.there == (disk.count(INSTALLATION + folder.name + "/") != 0) &&
+                  folder.files == static_cast<std::size_t>(files);
+    }
+    const auto program = disk.find(INSTALLATION + "KSTRL/KSTRL.exe");
+    const bool starts = program != disk.end() && !program->second.empty() &&
+                        !below(disk, INSTALLATION + "ORBUI/data/").empty();
+    const bool same = std::all_of(COMPONENTS.begin(), COMPONENTS.end(), [&](const auto& name) {
+        return below(disk, INSTALLATION + name + "/") == filesOfKey(disk, name);
+    });
+    return agrees && diagnosis.hindrances.empty() == starts && diagnosis.changes->empty() == same;
+}
+
 }  // namespace
 
 AdviceOutcome followAdvice(const DeviceFolder& instrument) {
@@ -45,6 +65,7 @@ AdviceOutcome followAdvice(const DeviceFolder& instrument) {
         options.key = copy.root() / "USB HD";
         const Diagnosis diagnosis = diagnose(copy.root(), options);
         outcome.step = diagnosis.step;
+        outcome.agrees = agreesWithDisk(diagnosis, copy.tree());
         for (const Advice& advice : diagnosis.advice) {
             outcome.actions[static_cast<std::size_t>(advice.action)] = true;
             follow(advice, copy);

@@ -11,6 +11,7 @@ constexpr std::size_t ACTION_COUNT = 6;
 struct AdviceOutcome {
     UpdateStep step = UpdateStep::None;
     std::array<bool, ACTION_COUNT> actions{};  // the actions advised, by Advice::Action
+    bool agrees = false;  // the folders and the changes it names are those on the disk
     bool cured = false;  // exactly the plugged-in key's files are installed afterwards
 };
 

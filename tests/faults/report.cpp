@@ -107,7 +107,7 @@ std::size_t printTable(const std::vector<MatrixRow>& rows) {
     }
     printAdvice(rows);
     return countIn(rows, [](const CaseResult& r) {
-        bool bad = !r.done || !r.advice.cured;
+        bool bad = !r.done || !r.advice.cured || !r.advice.agrees;
         for (const unsigned char unexplained : r.unexplained)
             bad |= unexplained != 0;
         return bad;
@@ -125,7 +125,9 @@ void writeDetails(const std::vector<MatrixRow>& rows, std::ostream& file) {
                  << nameOf(result.first) << (result.unnoticed ? " unnoticed" : "")
                  << (result.mixed ? " mixed" : "") << (result.noApplication ? " no-app" : "")
                  << ", " << nameOf(result.second) << "; " << textOf(result.advice.step).name
-                 << (result.advice.cured ? "" : ", NOT CURED") << result.notes.data() << "\n";
+                 << (result.advice.cured ? "" : ", NOT CURED")
+                 << (result.advice.agrees ? "" : ", DIAGNOSIS WRONG") << result.notes.data()
+                 << "\n";
         }
     }
 }

@@ -5,11 +5,13 @@
 #include <sys/stat.h>
 
 #include <functional>
+#include <regex>
 
 #include "platform/posix/files/read_file.h"
 #include "tests/helpers/device_folder.h"
 #include "tests/updatekey/sound_key.h"
 #include "tools/diagnosis/diagnosis.h"
+#include "tools/host/folder_tree.h"
 
 namespace {
 
@@ -232,6 +234,29 @@ TEST(ReadLog, KnowsEveryLogLineInTheReadme) {
             row.replace(at, 1, "...");
         EXPECT_NE(readme.find(row), std::string::npos) << row;
     }
+}
+
+// Every line that the program logs must have a meaning for the technician, and no other line.
+TEST(LogLineKinds, AreThoseOfTheProgram) {
+    std::set<std::string> logged;
+    const std::regex call("(error|warning)\\(\\s*\"([^\"]+)\"");
+    for (const char* const folder : {"app", "ui", "update", "render", "support"}) {
+        for (const TreeEntry& entry : readTree(fs::path(SOURCES) / folder)) {
+            const std::string text = host::readFile(fs::path(SOURCES) / folder / entry.path);
+            for (std::sregex_iterator at(text.begin(), text.end(), call), end; at != end; ++at) {
+                const bool isError = (*at)[1] == "error";
+                std::string line =
+                    (isError ? "    *** ERROR *** " : "  ** Warning ** ") +
+                    std::regex_replace((*at)[2].str(), std::regex("%[0-9]*[a-zA-Z]"), "%");
+                logged.insert(std::regex_replace(line, std::regex("\\\\n$"), ""));
+            }
+        }
+    }
+    std::set<std::string> explained;
+    for (const LogLineKind& kind : LOG_LINE_KINDS)
+        if (kind.pattern != std::string("Opening log at %"))
+            explained.insert(kind.pattern);
+    EXPECT_EQ(explained, logged);
 }
 
 }  // namespace

@@ -1,8 +1,6 @@
-// Tests that scripts can rely on the program: its exit codes and its JSON.
+// Tests that scripts can rely on the program: its exit codes.
 
 #include <gtest/gtest.h>
-
-#include <nlohmann/json.hpp>
 
 #include "tests/helpers/child_process.h"
 #include "tests/helpers/device_folder.h"
@@ -65,22 +63,6 @@ TEST_F(Program, ReturnsTheRightExitCode) {
     EXPECT_EQ(work.read("stick/mine.txt"), "stays");
     EXPECT_EQ(run({"--version"}), 0);
     EXPECT_EQ(output, "updatekey " UPDATEKEY_VERSION "\n");
-}
-
-TEST_F(Program, WritesOnlyJsonWhenRequested) {
-    const std::string maker = key + "/VELD";
-    fs::remove(maker + "/kstrXReleaseNotes.txt");
-    writeFile(maker + "/KSTRL/k\xC3\xA4the", "x");
-    writeFile(maker + "/KSTRL/plugins/a\xFF", "x");
-    EXPECT_EQ(run({"--json", "check", key}), 1);
-    const nlohmann::json check = nlohmann::json::parse(output);
-    EXPECT_EQ(check["state"], "UpdateComplete");
-    EXPECT_EQ(check["version"], "");
-    EXPECT_EQ(check["notCopied"].size(), 1U);
-    EXPECT_EQ(check["copied"][2], "VELD/KSTRL/k\xC3\xA4the");
-    EXPECT_EQ(check["findings"][0]["severity"], "error");
-    EXPECT_EQ(run({"info", key, "--json"}), 0);
-    EXPECT_EQ(nlohmann::json::parse(output)["application"]["files"], 4);
 }
 
 }  // namespace

@@ -27,6 +27,8 @@ const std::vector<LogLineKind> LOG_LINE_KINDS = {
      "a picture or font page of the GUI data is incomplete"},
     {"    *** ERROR *** File % is too large.",
      "there was not enough memory for a picture or font page"},
+    {"    *** ERROR *** Failed to create GL texture.",
+     "the graphics driver had no room for a picture or font page"},
     {"    *** ERROR *** Font file % not found.", "a font of the GUI data is missing"},
     {"    *** ERROR *** Font file % is too large.", "a font of the GUI data is damaged"},
     {"    *** ERROR *** Font % asks for too much memory.",
@@ -35,9 +37,11 @@ const std::vector<LogLineKind> LOG_LINE_KINDS = {
      "the updater has no language with this number"},
     {"  ** Warning ** Error getting registry key [%].",
      "the configuration lacks this value; the updater used its default"},
+    {"  ** Warning ** Error setting registry key [%].",
+     "a value of the configuration could not be stored"},
     {"  ** Warning ** Error closing registry key [%].",
      "the registry reported an error after reading this value"},
-    {"  ** Warning ** Unrecognized Char: %", "a text contains a character that its font lacks"},
+    {"  ** Warning ** Unrecognized Char: %  %", "a text contains a character that its font lacks"},
 };
 
 namespace {
