@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "platform/input_limits.h"
 #include "render/font_layout.h"
 #include "support/logger.h"
 #include "support/open_file.h"
@@ -20,12 +21,7 @@ constexpr std::size_t SHORTEST_KERNING_LINE = 4;
 // A glyph refers to its page with one byte, so no glyph can use further pages.
 constexpr std::size_t MAX_PAGES = 256;
 
-// Sixteen pages of the instrument's largest texture; none of its faces has more.
-constexpr uint64_t MAX_FACE_BYTES = uint64_t{16} * 2048 * 2048;
 constexpr uint64_t TABLE_ENTRY_BYTES = 64;  // memory of a glyph or a kerning pair
-
-// Large enough for a glyph for every 16-bit character and as many kerning pairs as a face may have.
-constexpr uint64_t MAX_FONT_FILE_SIZE = uint64_t{16} << 20;
 
 // Reads a number of the width of its type. Returns the byte behind it.
 template <typename Number>
@@ -146,7 +142,7 @@ void loadFontFile(const std::string& path, FontData& font) {
         return;
     }
     const uint64_t length = bytesLeft(file.get());
-    if (length > MAX_FONT_FILE_SIZE) {
+    if (length > limits::FONT_FILE) {
         Logger::instance().error("Font file %s is too large.\n", path.c_str());
         return;
     }
@@ -156,7 +152,7 @@ void loadFontFile(const std::string& path, FontData& font) {
 }
 
 void loadKerningFile(const std::string& path, FontData& font) {
-    Utf16Reader file(path);
+    Utf16Reader file(path, limits::KERNING_FILE);
     WideString line;
     while (!asksForTooMuch(font) && file.readLine(line))
         parseKerningLine(line, font.kerning);
@@ -175,5 +171,5 @@ std::optional<int16_t> findKerning(const FontData& font, uint32_t first, uint32_
 bool asksForTooMuch(const FontData& font) {
     const uint64_t pageBytes = uint64_t{font.atlasSize} * font.atlasSize;
     const uint64_t entries = font.glyphs.size() + font.kerning.size();
-    return font.pageNames.size() * pageBytes + entries * TABLE_ENTRY_BYTES > MAX_FACE_BYTES;
+    return font.pageNames.size() * pageBytes + entries * TABLE_ENTRY_BYTES > limits::FACE_IN_MEMORY;
 }

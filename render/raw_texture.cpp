@@ -5,22 +5,17 @@
 #include <memory>
 #include <new>
 
+#include "platform/input_limits.h"
 #include "support/logger.h"
 #include "support/open_file.h"
 
 namespace {
-
-// The instrument's largest texture is 2048 pixels on each side. A font file can claim a page of
-// 65535 pixels; it must not cost 4 GB when the page's file holds less than half of it.
-constexpr uint64_t MAX_COMPLETED_BYTES = uint64_t{2048} * 2048 * 3;
 
 using Pixels = std::unique_ptr<unsigned char[]>;
 
 // Reads `size` bytes from the current position and fills up with zeros at the end of the file.
 // Returns null when memory runs out.
 Pixels readPixels(std::FILE* file, uint64_t size) {
-    if (size > std::numeric_limits<std::size_t>::max())
-        return nullptr;
     const std::size_t count = static_cast<std::size_t>(size);
     Pixels pixels(new (std::nothrow) unsigned char[count]);
     if (pixels == nullptr)
@@ -41,7 +36,7 @@ Pixels loadPixels(const char* path, int32_t offset, uint64_t size) {
         return nullptr;
     }
     std::fseek(file.get(), offset, SEEK_SET);
-    if (size > MAX_COMPLETED_BYTES && size / 2 > bytesLeft(file.get())) {
+    if (size > limits::COMPLETED_PICTURE && size / 2 > bytesLeft(file.get())) {
         Logger::instance().error("File %s is too short.", path);
         return nullptr;
     }
@@ -68,7 +63,7 @@ void uploadTexture(GLuint texture, GLenum format, GLsizei width, GLsizei height,
 }
 
 uint64_t byteCount(GLsizei width, GLsizei height, uint64_t bytesPerPixel) {
-    // A negative size gives a byte count that readPixels refuses.
+    // A negative size gives a byte count for which every file is too short.
     if (std::min(width, height) < 0)
         return std::numeric_limits<uint64_t>::max();
     return static_cast<uint64_t>(width) * static_cast<uint64_t>(height) * bytesPerPixel;

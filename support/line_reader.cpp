@@ -1,11 +1,10 @@
 #include "support/line_reader.h"
 
-LineReader::LineReader(const std::string& path) : file_(openFile(path, TEXT("rb"))) {}
+LineReader::LineReader(const std::string& path, std::size_t limit)
+    : bytes_(path, TEXT("rb"), limit) {}
 
 bool LineReader::readLine(std::string& line) {
     line.clear();
-    if (file_ == nullptr)
-        return false;
     for (int c = nextCharacter(); c != EOF; c = nextCharacter()) {
         if (c == '\n')
             return true;
@@ -16,16 +15,8 @@ bool LineReader::readLine(std::string& line) {
 
 int LineReader::nextCharacter() {
     constexpr int CTRL_Z = 0x1A;
-    int c = std::fgetc(file_.get());
-    if (c == '\r') {
-        const int next = std::fgetc(file_.get());
-        if (next == '\n')
-            return next;
-        std::ungetc(next, file_.get());
-    }
-    if (c == CTRL_Z) {
-        std::ungetc(c, file_.get());
-        c = EOF;
-    }
-    return c;
+    if (bytes_.peek() == CTRL_Z)
+        return EOF;
+    const int c = bytes_.next();
+    return c == '\r' && bytes_.peek() == '\n' ? bytes_.next() : c;
 }

@@ -4,14 +4,14 @@
 
 #include <string>
 
-#include "support/open_file.h"
+#include "support/byte_reader.h"
 
 class LineReader {
   public:
-    // Opens `path` for reading; other programs may read and write the file meanwhile.
-    explicit LineReader(const std::string& path);
+    // Opens `path` for reading. The text ends after `limit` bytes.
+    LineReader(const std::string& path, std::size_t limit);
 
-    bool isOpen() const { return file_ != nullptr; }
+    bool isOpen() const { return bytes_.isOpen(); }
 
     // Reads the next line, without its line feed, into `line`. Returns false when the text ends
     // before a line feed; `line` then holds the rest of the text. At the end of the text, or when
@@ -21,5 +21,5 @@ class LineReader {
   private:
     int nextCharacter();
 
-    FilePointer file_;
+    ByteReader bytes_;
 };

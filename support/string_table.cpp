@@ -1,5 +1,6 @@
 #include "support/string_table.h"
 
+#include "platform/input_limits.h"
 #include "support/languages.h"
 #include "support/logger.h"
 #include "support/system_settings.h"
@@ -35,7 +36,8 @@ void StringTable::setLanguage(int32_t language) {
 int StringTable::load(const char* fileName) {
     if (fileName == nullptr || *fileName == '\0')
         return 1;
-    Utf16Reader file(SystemSettings::instance().dataFolder + "lang/" + fileName);
+    Utf16Reader file(SystemSettings::instance().dataFolder + "lang/" + fileName,
+                     limits::STRING_TABLE);
     if (!file.isOpen())
         return 2;
     WideString line;

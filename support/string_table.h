@@ -27,7 +27,10 @@ class StringTable {
     // null or empty, 2 when the file cannot be opened.
     int load(const char* fileName);
 
-    // Returns the text for `key`, or "<NO STRING>" when there is none.
+    // What is shown for a key without a text.
+    static constexpr LPCWSTR NO_TEXT = TEXT("<NO STRING>");
+
+    // Returns the text for `key`, or NO_TEXT when there is none.
     const WideString& lookup(std::string_view key) const;
 
     int32_t language() const { return language_; }
@@ -39,7 +42,7 @@ class StringTable {
     void addLine(const WideString& line);
 
     std::map<std::string, WideString, std::less<>> entries_;
-    WideString fallback_ = TEXT("<NO STRING>");
+    WideString fallback_ = NO_TEXT;
     int32_t language_ = 0;
     bool loaded_ = false;
 };

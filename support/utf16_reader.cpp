@@ -1,16 +1,17 @@
 #include "support/utf16_reader.h"
 
-Utf16Reader::Utf16Reader(const std::string& path) : file_(openFile(path, TEXT("rb,ccs=UTF-16LE"))) {
-    constexpr WCHAR BYTE_ORDER_MARK = 0xFEFF;
-    WCHAR first{};
-    if (file_ != nullptr && !(readCharacter(first) && first == BYTE_ORDER_MARK))
-        std::rewind(file_.get());
-}
+#include <utility>
+
+Utf16Reader::Utf16Reader(const std::string& path, std::size_t limit)
+    : bytes_(path, TEXT("rb,ccs=UTF-16LE"), limit) {}
 
 bool Utf16Reader::readLine(WideString& line) {
+    constexpr WCHAR BYTE_ORDER_MARK = 0xFEFF;
     line.clear();
     WCHAR character{};
     while (line.size() < MAX_LINE && readCharacter(character)) {
+        if (std::exchange(atStart_, false) && character == BYTE_ORDER_MARK)
+            continue;
         line += character;
         if (character == TEXT('\n'))
             break;
@@ -19,9 +20,8 @@ bool Utf16Reader::readLine(WideString& line) {
 }
 
 bool Utf16Reader::readCharacter(WCHAR& character) {
-    unsigned char bytes[2];
-    if (file_ == nullptr || std::fread(bytes, 1, sizeof bytes, file_.get()) != sizeof bytes)
-        return false;
-    character = static_cast<WCHAR>(bytes[0] | (bytes[1] << 8));
-    return true;
+    const int low = bytes_.next();
+    const int high = bytes_.next();
+    character = static_cast<WCHAR>(low | (high << 8));
+    return high != EOF;
 }

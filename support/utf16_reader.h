@@ -3,17 +3,18 @@
 
 #include <string>
 
-#include "support/open_file.h"
+#include "support/byte_reader.h"
 
 class Utf16Reader {
   public:
     // Longer lines are returned in pieces of this many characters.
     static constexpr std::size_t MAX_LINE = 511;
 
-    // Opens `path` for reading and skips a byte-order mark at its start.
-    explicit Utf16Reader(const std::string& path);
+    // Opens `path` for reading. A byte-order mark at its start is skipped. The text ends after
+    // `limit` bytes.
+    Utf16Reader(const std::string& path, std::size_t limit);
 
-    bool isOpen() const { return file_ != nullptr; }
+    bool isOpen() const { return bytes_.isOpen(); }
 
     // Reads up to and including the next line feed, at most MAX_LINE characters, into `line`; the
     // next call returns the rest of a longer line. Returns false at the end of the file, on a read
@@ -23,5 +24,6 @@ class Utf16Reader {
   private:
     bool readCharacter(WCHAR& character);
 
-    FilePointer file_;
+    ByteReader bytes_;
+    bool atStart_ = true;
 };

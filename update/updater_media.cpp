@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "platform/input_limits.h"
 #include "support/file_util.h"
 #include "support/line_reader.h"
 #include "update/updater.h"
@@ -32,7 +33,7 @@ void Updater::pollMedia() {
         return;
     state = ReadyToUpdate;
 
-    LineReader notes(keyRoot() + releaseNotesName);
+    LineReader notes(keyRoot() + releaseNotesName, limits::RELEASE_NOTES);
     notes.readLine(updateVersion);
     // Wherever the prefix occurs in the line, its length is cut from the front of the line. Kept.
     if (updateVersion.rfind(keylayout::VERSION_PREFIX) != std::string::npos)
@@ -41,7 +42,7 @@ void Updater::pollMedia() {
 }
 
 void Updater::readReleaseNotes() {
-    LineReader notes(keyRoot() + releaseNotesName);
+    LineReader notes(keyRoot() + releaseNotesName, limits::RELEASE_NOTES);
     if (!notes.isOpen()) {
         std::printf("Release notes not found.\n");
         return;

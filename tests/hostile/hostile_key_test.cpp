@@ -3,6 +3,12 @@
 
 #include <sys/stat.h>
 
+#include <functional>
+
+#include "render/font_file.h"
+#include "support/string_table.h"
+#include "support/system_settings.h"
+#include "tests/helpers/bytes.h"
 #include "tests/helpers/update_on_device.h"
 
 namespace fs = std::filesystem;
@@ -101,6 +107,52 @@ TEST_F(HostileKey, NamesOutsideLatin1NeverDeleteOtherFiles) {
               std::string::npos);
     EXPECT_EQ(device.read("FlashDisk/VELD/survey.DZT"), "survey");
     EXPECT_EQ(device.read(APPLICATION + std::string("KSTRL.exe")), "application 1");
+}
+
+// Each file has 2 GiB, most of it a hole.
+TEST_F(HostileKey, EndlessFilesAreReadUpToTheirLimits) {
+    struct Input {
+        std::string path;
+        std::string start;
+        std::function<std::size_t()> load;  // returns what it has kept
+        std::string told = "  ** Warning ** File % is too long; its end was not read.\n";
+    };
+    Updater updater;
+    FontData font;
+    SystemSettings::instance().dataFolder = "/T/";
+    const Input inputs[] = {
+        {"/USB HD/VELD/kstrXReleaseNotes.txt", "KSTRL Release 2\n",
+         [&] {
+             updater.pollMedia();
+             EXPECT_EQ(updater.getUpdateVersion(), "2");
+             return updater.getMessageLines().size();
+         }},
+        {"/T/lang/StringTable_en.txt", utf16Bytes(u"# a\r\nK text\r\n"),
+         [] {
+             EXPECT_EQ(StringTable::instance().load("StringTable_en.txt"), 0);
+             return StringTable::instance().lookup("K").size() - 3;
+         }},
+        {"/T/f.kern", utf16Bytes(u"ab 1\r\n"),
+         [&] {
+             loadKerningFile("/T/f.kern", font);
+             return std::size_t{font.kerning.count({'a', 'b'})};
+         }},
+        {"/T/f.fnt", "BMF\3",
+         [&] {
+             loadFontFile("/T/f.fnt", font);
+             return font.glyphs.size() + 1;
+         },
+         "\n    *** ERROR *** Font file % is too large.\n\n\n"},
+    };
+    for (const Input& input : inputs) {
+        SCOPED_TRACE(input.path);
+        device.write(input.path, input.start);
+        fs::resize_file(device.root() / input.path.substr(1), uintmax_t{1} << 31);
+        const std::size_t before = log().size();
+        EXPECT_EQ(input.load(), 1U);
+        std::string told = input.told;
+        EXPECT_EQ(log().substr(before), told.replace(told.find('%'), 1, input.path));
+    }
 }
 
 }  // namespace

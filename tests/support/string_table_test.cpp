@@ -73,7 +73,7 @@ TEST_F(Strings, SurvivesWideKeysByteOrderMarksAndHalfCharacters) {
         {utf16Bytes(TEXT("\xFEFF# \x65E5\r\n\x0100\x0141 \x65E5 \xD83D\xDE00\r\n")),
          TEXT("\x65E5 \xD83D\xDE00")},
         {utf16Bytes(TEXT("?? text\r\n")) + "x", TEXT("text")},
-        {"\xFF", TEXT("<NO STRING>")},
+        {"\xFF", StringTable::NO_TEXT},
     };
     for (const auto& [bytes, text] : cases) {
         device.write("D/data/lang/StringTable_en.txt", bytes);

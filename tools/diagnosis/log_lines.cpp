@@ -41,6 +41,8 @@ const std::vector<LogLineKind> LOG_LINE_KINDS = {
      "a value of the configuration could not be stored"},
     {"  ** Warning ** Error closing registry key [%].",
      "the registry reported an error after reading this value"},
+    {"  ** Warning ** File % is too long; its end was not read.",
+     "the release notes, a table of texts or a list of kerning pairs is damaged"},
     {"  ** Warning ** Unrecognized Char: %  %", "a text contains a character that its font lacks"},
 };
 

@@ -3,6 +3,7 @@
 
 #include <map>
 
+#include "platform/input_limits.h"
 #include "render/faces.h"
 #include "support/string_table.h"
 #include "support/system_settings.h"
@@ -33,7 +34,7 @@ std::string encodingFault(const std::string& bytes) {
 }
 
 void checkLineEnds(const std::string& name, Findings& findings) {
-    Utf16Reader file(keylayout::USB_ROOT + LANG + name);
+    Utf16Reader file(keylayout::USB_ROOT + LANG + name, limits::STRING_TABLE);
     WideString line;
     int number = 0;
     while (file.readLine(line)) {
@@ -62,7 +63,7 @@ void checkLanguage(const Language& language, Findings& findings) {
     table.setLanguage(0);
     std::size_t same = 0;
     for (const auto& [key, text] : texts)
-        same += text == table.lookup(key) && text != TEXT("<NO STRING>") ? 1U : 0U;
+        same += text == table.lookup(key) && text != StringTable::NO_TEXT ? 1U : 0U;
     if (2 * same > texts.size())
         addFinding(findings, "table-language", LANG + stringTableFile(language.suffix),
                    "has " + std::to_string(same) +
@@ -82,7 +83,7 @@ void checkTable(const Language& language, Findings& findings) {
     };
     for (const auto& [key, use] : screenKeys()) {
         const WideString& shown = table.lookup(key);
-        if (shown.empty() || shown == TEXT("<NO STRING>")) {
+        if (shown.empty() || shown == StringTable::NO_TEXT) {
             addFinding(findings, "text-missing", path, "has no text for " + key);
             continue;
         }

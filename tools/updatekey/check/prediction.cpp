@@ -5,7 +5,7 @@
 
 #include "platform/posix/files/device.h"
 #include "platform/posix/utf.h"
-#include "support/line_reader.h"
+#include "support/open_file.h"
 #include "support/path_constants.h"
 #include "support/text.h"
 #include "update/key_layout.h"
@@ -20,7 +20,7 @@ class ObservedUpdater : public Updater {
   protected:
     // Missing notes are a finding of the check; the engine would also print a message.
     void readReleaseNotes() override {
-        if (LineReader(usbRoot + makerFolder + releaseNotesName).isOpen())
+        if (openFile(usbRoot + makerFolder + releaseNotesName, TEXT("rb")) != nullptr)
             Updater::readReleaseNotes();
     }
 
