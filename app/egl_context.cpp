@@ -72,8 +72,8 @@ bool initEgl(HWND window, EGLDisplay& display, EGLSurface& surface, EGLContext& 
         return fail("eglChooseConfig failed!\n");
     if (count == 0)
         return fail("No matching EGL configs found!\n");
-    // The messages below differ in their dots and blanks: "Exiting.." in one, a single blank in
-    // another. Kept.
+    // Two of the messages below are unlike the others: one ends in two dots, one has a single blank
+    // before "Exiting". Kept.
     EGLConfig const config = pickConfig(display, configs, count);
 
     context = eglCreateContext(display, config, EGL_NO_CONTEXT, CONTEXT_ATTRIBUTES);

@@ -51,10 +51,13 @@ HWND createMainWindow() {
 }
 
 void makeFullScreen(HWND window, uint32_t width, uint32_t height) {
-    // The new style clears WS_DISABLED, and WS_VISIBLE with it: the window has to be shown again.
+    // The new style has no WS_VISIBLE: the window has to be shown again. It has no WS_DISABLED
+    // either, but not every system takes that bit for more than a note: the window is enabled
+    // expressly.
     SetWindowLongW(window, GWL_STYLE, static_cast<LONG>(WS_POPUP));
     SetWindowPos(window, HWND_TOPMOST, 0, 0, static_cast<int>(width), static_cast<int>(height),
                  SWP_FRAMECHANGED);
+    EnableWindow(window, TRUE);
     SetForegroundWindow(window);
     ShowWindow(window, SW_SHOWNORMAL);
 }

@@ -1,4 +1,5 @@
-// Flat-coloured shapes, drawn with the "gui" program or one with the same inputs.
+// Flat-coloured shapes, drawn with the "gui" program or one with the same inputs. The instrument's
+// programs share them; the updater itself draws only filled rectangles.
 //
 // The caller binds the program and sets "prmtx" first. Coordinates are pixels of that projection,
 // colours are 0 to 1. The attribute arrays 0 (position) and 1 (second attribute) are enabled for

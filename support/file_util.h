@@ -1,4 +1,5 @@
-// Directory listings, and file times and sizes as text.
+// Directory listings, and file times and sizes as text. The instrument's programs share these
+// helpers; the updater itself uses only listDirectory.
 #pragma once
 
 #include <cstdint>

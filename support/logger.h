@@ -1,4 +1,5 @@
-// The program's text log, and traces to the debugger.
+// The program's text log, and traces to the debugger. The instrument's programs share the logger;
+// the updater itself writes no lines without a mark (write, writeLine).
 //
 // Every line is flushed at once, so that the file is complete up to a crash or a power cut. The
 // file is emptied whenever it is opened: it covers the last run only.

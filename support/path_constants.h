@@ -1,7 +1,7 @@
 // Names of folders and files that the updater shares with the instrument's main application.
 //
-// Every constant except INSTALL_ROOT is duplicated in each source file that includes this header.
-// The project constants belong to the main application; the updater does not use them.
+// Each source file that includes this header has its own copy of every constant but INSTALL_ROOT.
+// The names of projects are used by the main application only, but stay in this shared list.
 #pragma once
 
 #include <string>

@@ -8,15 +8,15 @@
 
 #include <cstdint>
 
+#include "platform/instrument_screen.h"
 #include "platform/win32.h"
 #include "render/gui_primitives.h"
 #include "update/updater.h"
 
 namespace layout {
 
-// The instrument's screen.
-constexpr int32_t SCREEN_WIDTH = 1024;
-constexpr int32_t SCREEN_HEIGHT = 768;
+using instrument::SCREEN_HEIGHT;
+using instrument::SCREEN_WIDTH;
 
 // The picture behind everything, in the GUI data: square, one byte per pixel.
 constexpr const char* BACKGROUND_FILE = "KSTRL-menubg4.raw";
@@ -45,7 +45,7 @@ struct Text {
 
 constexpr int32_t EVERY_STATE = -1;
 
-// The string tables in the field spell two of these keys with "UDPATE". Kept.
+// Two keys are misspelled "UDPATE": the tables on the instruments have them so. Kept.
 constexpr Text TEXTS[] = {
     {EVERY_STATE, 15, "STR_KESTRELUPDATER", TEXT(" v1.1")},
     {WaitingForMedia, 155, "STR_PLEASEINSERTUPDATEKEY", TEXT("")},
@@ -75,7 +75,7 @@ constexpr const WCHAR* RESTART_NOTE = TEXT("Attempted to restart...");
 constexpr int32_t restartNoteTop(int32_t state) {
     int32_t top = 105;
     for (const Text& text : TEXTS)
-        if (text.state == state)
+        if (text.state == state && state != EVERY_STATE)
             top = text.top + TEXT_SPACING;
     return top;
 }

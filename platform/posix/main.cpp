@@ -11,6 +11,7 @@
 #include <cstring>
 
 #include "platform/entry_point.h"
+#include "platform/instrument_screen.h"
 #include "platform/posix/command_line.h"
 #include "platform/posix/files/device.h"
 #include "platform/posix/signals.h"
@@ -19,7 +20,7 @@ namespace {
 
 constexpr int EXIT_DEVICE_IN_USE = 3;
 
-constexpr const char* HELP = R"(Usage: updater [/auto]
+constexpr char HELP[] = R"(Usage: updater [/auto]
   or:  updater [FIRST;SECOND]
   or:  updater --help | --version
 
@@ -37,7 +38,7 @@ A folder simulates the device's file system:
 
 Environment:
   UPDATER_DEVICE   the device folder (default: "device" in the current folder)
-  UPDATER_SCREEN   the size of the screen, WIDTHxHEIGHT (default: 1024x768)
+  UPDATER_SCREEN   the size of the screen, WIDTHxHEIGHT (default: %dx%d)
   DISPLAY          the X display on which the window is shown
 
 Keys:
@@ -81,7 +82,7 @@ int main(int argc, char** argv) {
     openStandardStreams();
     host::ignoreSignalsOfWrites();
     if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
-        std::fputs(HELP, stdout);
+        std::printf(HELP, instrument::SCREEN_WIDTH, instrument::SCREEN_HEIGHT);
         return 0;
     }
     if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {

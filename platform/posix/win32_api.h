@@ -287,6 +287,7 @@ BOOL ShowWindow(HWND window, int command);
 int GetSystemMetrics(int index);
 LONG SetWindowLongW(HWND window, int index, LONG value);
 BOOL SetWindowPos(HWND window, HWND insertAfter, int x, int y, int width, int height, UINT flags);
+BOOL EnableWindow(HWND window, BOOL enable);
 BOOL SetForegroundWindow(HWND window);
 LRESULT DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 BOOL PeekMessageW(MSG* message, HWND window, UINT first, UINT last, UINT remove);

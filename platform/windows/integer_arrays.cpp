@@ -53,9 +53,8 @@ void convertArrays(std::size_t vertexCount) {
     }
 }
 
-template <class Index>
 std::size_t verticesReached(const void* indices, GLsizei count) {
-    const Index* const first = static_cast<const Index*>(indices);
+    const auto* const first = static_cast<const GLushort*>(indices);
     return count > 0 ? std::size_t{*std::max_element(first, first + count)} + 1 : 0;
 }
 
@@ -71,10 +70,9 @@ void vertexAttribPointerWithIntegers(GLuint index, GLint size, GLenum type, GLbo
 }
 
 void drawElementsWithIntegers(GLenum mode, GLsizei count, GLenum type, const void* indices) {
-    if (type == GL_UNSIGNED_BYTE)
-        convertArrays(verticesReached<GLubyte>(indices, count));
-    else if (type == GL_UNSIGNED_SHORT)
-        convertArrays(verticesReached<GLushort>(indices, count));
+    // The program has no other indices.
+    if (type == GL_UNSIGNED_SHORT)
+        convertArrays(verticesReached(indices, count));
     glDrawElements(mode, count, type, indices);
 }
 

@@ -6,7 +6,7 @@
 void vertexAttribPointerWithIntegers(GLuint index, GLint size, GLenum type, GLboolean normalized,
                                      GLsizei stride, const void* pointer);
 
-// The indices are GL_UNSIGNED_BYTE or GL_UNSIGNED_SHORT, in client memory.
+// The indices are GL_UNSIGNED_SHORT, in client memory.
 void drawElementsWithIntegers(GLenum mode, GLsizei count, GLenum type, const void* indices);
 
 void drawArraysWithIntegers(GLenum mode, GLint first, GLsizei count);

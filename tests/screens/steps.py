@@ -229,7 +229,7 @@ RUNS = [
             'CreateToolhelp32Snapshot 2 0\n' + END_PROCESS + 'CloseHandle\n'
             'RegisterClassW EGLWndClass\nCreateWindowExW EGLWndClass 147587072\nShowWindow 1\n'
             'GetSystemMetrics 0\nGetSystemMetrics 1\nSetWindowLongW -16 -2147483648\n'
-            'SetWindowPos 0 0 1024 768 32\nSetForegroundWindow\nShowWindow 1\n' + NEXT)),
+            'SetWindowPos 0 0 1024 768 32\nEnableWindow 1\nSetForegroundWindow\nShowWindow 1\n' + NEXT)),
         Step('frame', prints=CLEAR + PAUSE + SHOW + NEXT, runs='kstrl.exe'),
         Step('frame'),
         Step('close'),

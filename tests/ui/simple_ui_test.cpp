@@ -12,10 +12,14 @@
 #include "platform/posix/call_hook.h"
 #include "support/logger.h"
 #include "tests/helpers/device_folder.h"
+#include "ui/screen_layout.h"
 
 namespace {
 
 constexpr WPARAM VK_RETURN = 0x0D;
+
+// A state without a row has the note in the place of "any other", whatever its number.
+static_assert(layout::restartNoteTop(-1) == 105 && layout::restartNoteTop(6) == 105);
 
 class Screen : public ::testing::Test {
   protected:

@@ -5,11 +5,13 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "platform/instrument_screen.h"
+
 namespace host {
 
 namespace {
 
-constexpr ScreenSize USUAL = {1024, 768};
+constexpr ScreenSize USUAL = {instrument::SCREEN_WIDTH, instrument::SCREEN_HEIGHT};
 
 // Parses a number from 1 to 16384. Returns 0 for any other text.
 int pixels(std::string_view text) {

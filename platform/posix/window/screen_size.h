@@ -8,8 +8,8 @@ struct ScreenSize {
     int height;
 };
 
-// Returns the size in UPDATER_SCREEN ("WIDTHxHEIGHT", each up to 16384), or 1024x768 when it is not
-// set. An invalid value is reported once on standard error and ignored.
+// Returns the size in UPDATER_SCREEN ("WIDTHxHEIGHT", each up to 16384), or the instrument's when
+// it is not set. An invalid value is reported once on standard error and ignored.
 ScreenSize screenSize();
 
 }  // namespace host

@@ -186,6 +186,14 @@ BOOL SetWindowPos(HWND window, HWND, int x, int y, int width, int height, UINT f
     return TRUE;
 }
 
+BOOL EnableWindow(HWND window, BOOL enable) {
+    if (refusedByHook("EnableWindow", enable))
+        return FALSE;
+    const bool wasDisabled = (window->style & WS_DISABLED) != 0;
+    window->style = enable ? window->style & ~WS_DISABLED : window->style | WS_DISABLED;
+    return wasDisabled;
+}
+
 BOOL SetForegroundWindow(HWND window) {
     if (refusedByHook("SetForegroundWindow"))
         return FALSE;
