@@ -57,10 +57,6 @@ void BenchDevice::makeKeyOfOneFile(std::size_t size) const {
 void BenchDevice::makeInstallation() const {
     write("FlashDisk/VELD/KSTRL/KSTRL.exe", "#!/bin/sh\n");
     fs::permissions(root_ / "FlashDisk/VELD/KSTRL/KSTRL.exe", fs::perms::owner_all);
-    write("registry.reg",
-          "Windows Registry Editor Version 5.00\n\n"
-          "[HKEY_LOCAL_MACHINE\\SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG]\n"
-          "\"LANGUAGE\"=dword:00000000\n");
     makeGuiData("FlashDisk/VELD/ORBUI/data");
 }
 

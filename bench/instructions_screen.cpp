@@ -15,9 +15,6 @@
 
 namespace {
 
-constexpr uint32_t WIDTH = 1024;
-constexpr uint32_t HEIGHT = 768;
-
 void countStartUp() {
     const BenchDevice device;
     device.makeInstallation();
@@ -45,7 +42,7 @@ void countStartUp() {
     });
     countInstructions("start-up: whole screen", [] {
         SimpleUI screen;
-        screen.init(WIDTH, HEIGHT);
+        screen.init(layout::SCREEN_WIDTH, layout::SCREEN_HEIGHT);
         return 1U;
     });
 }
@@ -70,7 +67,7 @@ void countFrames(std::size_t lines) {
     device.makeInstallation();
     const std::string notes = std::to_string(lines) + " lines";
     SimpleUI screen;
-    screen.init(WIDTH, HEIGHT);
+    screen.init(layout::SCREEN_WIDTH, layout::SCREEN_HEIGHT);
     if (lines == 0)
         countFrame(screen, "waiting");
     device.makeKey(2, 1, lines);

@@ -4,13 +4,14 @@
 #include <map>
 #include <stdexcept>
 
+#include "support/utf16_reader.h"
 #include "tools/guidata/source_lines.h"
 #include "tools/guidata/text_encoding.h"
 
 namespace {
 
 // The device reads at most this many characters of a line, its line end included.
-constexpr std::size_t MAX_LINE = 511;
+constexpr std::size_t MAX_LINE = Utf16Reader::MAX_LINE;
 constexpr std::size_t LINE_END_LENGTH = 2;
 
 constexpr const char16_t* BLANKS = u" \t";
