@@ -41,8 +41,8 @@ struct FontData {
     std::vector<std::string> pageNames;
 };
 
-// Adds the content of a ".fnt" file to `font`. Adds nothing when the header is wrong. Returns whether
-// the file is whole, without anything after its last block.
+// Adds the content of a ".fnt" file to `font`. Adds nothing when the header is wrong. Returns
+// whether the file is whole, without anything after its last block.
 bool parseFont(const unsigned char* bytes, std::size_t size, FontData& font);
 
 // Adds the kerning pair in a line of a ".kern" file. Ignores comments and lines that are too short.

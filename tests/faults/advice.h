@@ -12,7 +12,7 @@ struct AdviceOutcome {
     UpdateStep step = UpdateStep::None;
     std::array<bool, ACTION_COUNT> actions{};  // the actions advised, by Advice::Action
     bool agrees = false;  // the folders and the changes it names are those on the disk
-    bool cured = false;  // exactly the plugged-in key's files are installed afterwards
+    bool cured = false;   // exactly the plugged-in key's files are installed afterwards
 };
 
 // Follows the advice on a copy of `instrument`, step by step, with its key plugged in.
