@@ -116,7 +116,7 @@ std::vector<Fault> faultsOf(const std::string& name, uint32_t call) {
     return faults;
 }
 
-DWORD strike(const Fault& fault, const HookedCall& call) {
+DWORD applyFault(const Fault& fault, const HookedCall& call) {
     if (fault.kind == FaultKind::Fail)
         return fault.error;
     const FaultKind kind = fault.kind;

@@ -38,4 +38,4 @@ std::vector<Fault> faultsOf(const std::string& name, uint32_t call);
 
 // Applies `fault` to the file call `call`: returns the error number with which the call must fail,
 // or kills the process.
-DWORD strike(const Fault& fault, const HookedCall& call);
+DWORD applyFault(const Fault& fault, const HookedCall& call);

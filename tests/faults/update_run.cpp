@@ -114,7 +114,7 @@ class Surroundings {
             record_.wroteOutside |= (copies || moves) && isOutside(call.arguments[1]);
         }
         if (plan_.fault.kind != FaultKind::None && calls_ == plan_.fault.call)
-            return strike(plan_.fault, call);
+            return applyFault(plan_.fault, call);
         const bool movesGuiData =
             name == "MoveFileW" && call.arguments[0] == "/FlashDisk/VELD/ORBUI";
         return plan_.guiDataLocked && movesGuiData ? ERROR_SHARING_VIOLATION : ERROR_SUCCESS;

@@ -134,6 +134,9 @@ TEST(Files, Move) {
         {"s=1", [] { return MoveFileW(S, TEXT("/T/a|b")); }, 123, nullptr},
         {"s=1", [] { return MoveFileW(TEXT("/T/s/"), D); }, 123, nullptr},
         {"S/", [] { return MoveFileW(S, D); }, 0, "d/"},
+        {"s/ s/a=1", [] { return MoveFileW(S, TEXT("/T/S")); }, 0, "S/ S/a=1"},
+        {"s=1", [] { return MoveFileW(S, S); }, 0, nullptr},
+        {"s/", [] { return MoveFileW(S, TEXT("/T/s/d")); }, 32, nullptr},
         {"D/ s/", [] { return MoveFileW(S, D); }, 183, nullptr},
     });
 }

@@ -16,19 +16,9 @@ std::string& root() {
     return folder;
 }
 
-constexpr bool isForbidden(char16_t character) {
-    switch (character) {
-        case u'"':
-        case u'*':
-        case u':':
-        case u'<':
-        case u'>':
-        case u'?':
-        case u'|':
-            return true;
-        default:
-            return character < 0x20;
-    }
+bool isForbidden(char16_t character) {
+    constexpr std::u16string_view FORBIDDEN = u"\"*:<>?|";
+    return character < 0x20 || FORBIDDEN.find(character) != FORBIDDEN.npos;
 }
 
 bool isRelative(std::u16string_view path) {
@@ -88,7 +78,7 @@ DWORD resolveName(LPCWSTR path, std::string& hostPath) {
     const std::u16string_view text(path);
     if (text.empty() || text.size() >= MAX_PATH)
         return ERROR_PATH_NOT_FOUND;
-    if (std::any_of(text.begin(), text.end(), [](char16_t c) { return isForbidden(c); }))
+    if (std::any_of(text.begin(), text.end(), isForbidden))
         return ERROR_INVALID_NAME;
     hostPath = toHostPath(path);
     return ERROR_SUCCESS;

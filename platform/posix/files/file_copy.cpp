@@ -4,9 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <limits>
 
 #include "platform/posix/call_hook.h"
 #include "platform/posix/files/device.h"
@@ -23,8 +21,6 @@ using host::windowsError;
 
 namespace {
 
-constexpr off_t UNKNOWN_SIZE = std::numeric_limits<off_t>::max();
-
 DWORD writeAll(int to, const char* data, ssize_t size) {
     while (size > 0) {
         const ssize_t written = ::write(to, data, static_cast<std::size_t>(size));
@@ -36,59 +32,29 @@ DWORD writeAll(int to, const char* data, ssize_t size) {
     return ERROR_SUCCESS;
 }
 
-// Copies `size` bytes from the current positions.
-DWORD copyPiece(int from, int to, off_t size) {
+// Copies up to the end of the file, which may be longer than its `size`: some file systems do not
+// know it. A file that has become shorter meanwhile is not copied.
+DWORD copyContent(int from, int to, off_t size) {
     char buffer[std::size_t{1} << 16];
-    for (off_t left = size; left > 0;) {
-        const off_t piece = std::min(left, static_cast<off_t>(sizeof buffer));
-        const ssize_t got = ::read(from, buffer, static_cast<std::size_t>(piece));
+    for (off_t copied = 0;;) {
+        const ssize_t got = ::read(from, buffer, sizeof buffer);
         if (got < 0)
             return windowsError(errno);
-        if (got == 0)  // a file that has become shorter meanwhile is not copied
-            return size == UNKNOWN_SIZE ? ERROR_SUCCESS : ERROR_HANDLE_EOF;
+        if (got == 0)
+            return copied < size ? ERROR_HANDLE_EOF : ERROR_SUCCESS;
         if (const DWORD error = writeAll(to, buffer, got))
             return error;
-        left -= got;
+        copied += got;
     }
-    return ERROR_SUCCESS;
-}
-
-// Copies the data between holes only, so that a sparse file stays sparse.
-DWORD copySparse(int from, int to, off_t size) {
-    for (off_t at = 0; at < size;) {
-        const off_t data = ::lseek(from, at, SEEK_DATA);
-        if (data < 0 && errno == ENXIO)  // no data up to the end
-            break;
-        const off_t hole = data < 0 ? -1 : ::lseek(from, data, SEEK_HOLE);
-        if (hole < 0 || ::lseek(from, data, SEEK_SET) < 0 || ::lseek(to, data, SEEK_SET) < 0)
-            return windowsError(errno);
-        if (const DWORD error = copyPiece(from, to, hole - data))
-            return error;
-        at = hole;
-    }
-    if (::lseek(from, 0, SEEK_END) < size)
-        return ERROR_HANDLE_EOF;
-    return ::ftruncate(to, size) == 0 ? ERROR_SUCCESS : windowsError(errno);
-}
-
-DWORD copyContent(int from, int to, const struct stat& status) {
-    // st_size 0 may mean unknown (/proc): read to the end.
-    if (status.st_size == 0)
-        return copyPiece(from, to, UNKNOWN_SIZE);
-    constexpr off_t BLOCK_SIZE = 512;
-    const bool sparse = status.st_blocks * BLOCK_SIZE < status.st_size;
-    // Not every file system can report holes.
-    const bool seekable = sparse && (::lseek(from, 0, SEEK_DATA) >= 0 || errno != EINVAL);
-    return seekable ? copySparse(from, to, status.st_size) : copyPiece(from, to, status.st_size);
 }
 
 // Copies content, mode and times to the empty file `to`, and closes it.
 DWORD copyFile(int from, const struct stat& source, Descriptor& to) {
-    if (const DWORD error = copyContent(from, to.number(), source))
+    if (const DWORD error = copyContent(from, to.number(), source.st_size))
         return error;
     // Flushes the content before the file becomes read-only: a file that a power cut left empty and
     // read-only could not be replaced by the next copy.
-    if (host::isReadOnly(source) && ::fdatasync(to.number()) != 0)
+    if (host::isReadOnly(source.st_mode) && ::fdatasync(to.number()) != 0)
         return windowsError(errno);
     // Failures are ignored: FAT, for example, does not store these attributes.
     const timespec times[2] = {source.st_atim, source.st_mtim};
@@ -99,7 +65,7 @@ DWORD copyFile(int from, const struct stat& source, Descriptor& to) {
 
 // An existing destination must be a regular file that is not read-only.
 DWORD refusal(const struct stat& source, const struct stat& present) {
-    if (!S_ISREG(present.st_mode) || host::isReadOnly(present))
+    if (!S_ISREG(present.st_mode) || host::isReadOnly(present.st_mode))
         return ERROR_ACCESS_DENIED;
     return FileIdentity(source) == FileIdentity(present) ? ERROR_SHARING_VIOLATION : ERROR_SUCCESS;
 }

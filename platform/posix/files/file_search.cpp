@@ -1,8 +1,7 @@
 // FindFirstFileW, FindNextFileW and FindClose. A pattern that ends in "*" finds all entries of a
 // folder, one that ends in a name finds that entry; any other pattern finds nothing. Entries are
-// sorted by name after "." and "..", so that runs are reproducible. Only files, folders and links
-// are listed. A name that contains a backslash is not listed: used as a path, it would lead
-// elsewhere.
+// sorted by name after "." and "..", so that runs are reproducible. What is mounted into a folder
+// is not listed, because whoever deletes the folder would delete what is on another disk.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -25,19 +24,19 @@ using host::refusedByHook;
 
 namespace {
 
-const std::u16string NOT_LISTED = u"Not listed, because no path can contain such a name: ";
+const std::u16string NO_NAME = u"Not listed, because no path can contain such a name: ";
+const std::u16string MOUNTED = u"Not listed, because another disk is mounted there: ";
 
 struct Search {
     host::Descriptor folder;
     std::vector<std::string> names;
     std::size_t next = 0;
+    bool isInDrive = false;
 };
 
 void findAll(Search& search) {
-    search.names = {".", ".."};
-    for (const std::string& name : host::readNames(search.folder.number()))
-        if (name.find('\\') == std::string::npos)
-            search.names.push_back(name);
+    search.names = host::readNames(search.folder.number());
+    search.names.insert(search.names.begin(), {".", ".."});
 }
 
 void findOne(Search& search, std::string name) {
@@ -74,6 +73,7 @@ DWORD start(std::u16string pattern, Search& search) {
     search.folder = host::Descriptor(host::openResolved(path, O_PATH | O_DIRECTORY));
     if (!search.folder.isOpen())
         return openError(path);
+    search.isInDrive = path != deviceRoot();
     if (last == u"*")
         findAll(search);
     else if (!isWild)
@@ -90,8 +90,13 @@ bool fill(const Search& search, const std::string& name, WIN32_FIND_DATAW& found
     if (::statx(search.folder.number(), name.c_str(), AT_SYMLINK_NOFOLLOW,
                 STATX_BASIC_STATS | STATX_BTIME, &status) != 0)
         return false;
-    if (!S_ISREG(status.stx_mode) && !S_ISDIR(status.stx_mode) && !S_ISLNK(status.stx_mode))
+    if (!host::isListed(name, status.stx_mode))
         return false;
+    const bool isMounted = (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+    if (isMounted && search.isInDrive && name != "." && name != "..") {
+        OutputDebugStringW((MOUNTED + host::toUtf16(name)).c_str());
+        return false;
+    }
     const std::u16string wide = host::toUtf16(name);
     if (wide.size() >= MAX_PATH)
         return false;
@@ -133,7 +138,7 @@ HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* found) {
     delete search;
     // The caller sees an empty folder; whoever runs the program is told.
     if (error == ERROR_INVALID_NAME)
-        OutputDebugStringW((NOT_LISTED + std::u16string(pattern)).c_str());
+        OutputDebugStringW((NO_NAME + std::u16string(pattern)).c_str());
     fail(error);
     return INVALID_HANDLE_VALUE;
 }

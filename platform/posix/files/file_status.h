@@ -3,6 +3,8 @@
 
 #include <sys/stat.h>
 
+#include <string>
+
 #include "platform/posix/win32_api.h"
 
 namespace host {
@@ -11,16 +13,19 @@ inline bool isReadOnly(mode_t mode) {
     return S_ISREG(mode) && (mode & S_IWUSR) == 0;
 }
 
-inline bool isReadOnly(const struct stat& status) {
-    return isReadOnly(status.st_mode);
-}
-
 inline DWORD attributesOf(mode_t mode) {
     if (S_ISDIR(mode))
         return FILE_ATTRIBUTE_DIRECTORY;
     if (S_ISLNK(mode))
         return FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_REPARSE_POINT;
     return FILE_ATTRIBUTE_ARCHIVE | (isReadOnly(mode) ? FILE_ATTRIBUTE_READONLY : 0);
+}
+
+// Whether a listing shows the file. A name that contains a backslash would, used as a path, lead
+// elsewhere.
+inline bool isListed(const std::string& name, mode_t mode) {
+    return name.find('\\') == std::string::npos &&
+           (S_ISREG(mode) || S_ISDIR(mode) || S_ISLNK(mode));
 }
 
 }  // namespace host

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 #include "platform/posix/call_hook.h"
@@ -26,6 +27,21 @@ namespace {
 
 BOOL failFromErrno() {
     return fail(windowsError(errno));
+}
+
+// Deletes pipes and other files that a listing does not show, from a folder that has nothing else:
+// to the device it is empty.
+void deleteUnlisted(Place& place) {
+    const Descriptor folder(host::openAt(place, O_PATH | O_DIRECTORY));
+    const std::vector<std::string> names = host::readNames(folder.number());
+    const auto isListed = [&](const std::string& name) {
+        struct stat status {};
+        return ::fstatat(folder.number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+               host::isListed(name, status.st_mode);
+    };
+    if (std::none_of(names.begin(), names.end(), isListed))
+        for (const std::string& name : names)
+            ::unlinkat(folder.number(), name.c_str(), 0);
 }
 
 // Keeps room on the disk for what will be written to the file, so that an update that fills the
@@ -54,7 +70,7 @@ DWORD openStream(LPCWSTR path, bool writing, Descriptor& file) {
     struct stat status {};
     if (!file.isOpen() || ::fstat(file.number(), &status) != 0)
         return windowsError(errno);
-    if (!S_ISREG(status.st_mode) || (writing && host::isReadOnly(status)))
+    if (!S_ISREG(status.st_mode) || (writing && host::isReadOnly(status.st_mode)))
         return ERROR_ACCESS_DENIED;
     if (!writing)
         return ERROR_SUCCESS;
@@ -85,7 +101,7 @@ BOOL DeleteFileW(LPCWSTR path) {
     struct stat status {};
     if (const DWORD error = host::find(path, place, status))
         return fail(error);
-    if (S_ISDIR(status.st_mode) || host::isReadOnly(status))
+    if (S_ISDIR(status.st_mode) || host::isReadOnly(status.st_mode))
         return fail(ERROR_ACCESS_DENIED);
     return ::unlinkat(place.folder.number(), place.name.c_str(), 0) == 0 || failFromErrno();
 }
@@ -101,8 +117,14 @@ BOOL RemoveDirectoryW(LPCWSTR path) {
         return fail(ERROR_DIRECTORY);
     if (place.name == ".")
         return fail(ERROR_ACCESS_DENIED);
-    return ::unlinkat(place.folder.number(), place.name.c_str(), AT_REMOVEDIR) == 0 ||
-           failFromErrno();
+    const auto remove = [&] {
+        return ::unlinkat(place.folder.number(), place.name.c_str(), AT_REMOVEDIR) == 0;
+    };
+    if (remove())
+        return TRUE;
+    if (errno == ENOTEMPTY)
+        deleteUnlisted(place);
+    return remove() || failFromErrno();
 }
 
 DWORD GetFileAttributesW(LPCWSTR path) {

@@ -1,46 +1,39 @@
 #include "platform/posix/files/read_file.h"
 
 #include <fcntl.h>
-#include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 #include "platform/posix/files/descriptor.h"
 
 namespace host {
-namespace {
 
-// Waits for data from a pipe whose other end is open, such as the output of a shell command. Files
-// are opened with O_NONBLOCK, so that opening a named pipe does not wait for its other end.
-void waitForInput(int file) {
-    pollfd wanted{file, POLLIN, 0};
-    ::poll(&wanted, 1, -1);
-}
-
-}  // namespace
-
-int readFile(const std::string& path, std::string& bytes) {
+int readFile(const std::string& path, std::string& bytes, std::size_t limit) {
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    if (!file.isOpen())
+    struct stat status {};
+    if (!file.isOpen() || ::fstat(file.number(), &status) != 0)
         return errno;
+    if (!S_ISREG(status.st_mode))
+        return S_ISDIR(status.st_mode) ? EISDIR : EACCES;
     char piece[4096];
-    for (;;) {
+    for (std::size_t left = limit;;) {
         const ssize_t got = ::read(file.number(), piece, sizeof piece);
-        if (got > 0)
-            bytes.append(piece, static_cast<std::size_t>(got));
-        else if (got == 0)
-            return 0;
-        else if (errno == EAGAIN)
-            waitForInput(file.number());
-        else
-            return errno;
+        if (got <= 0)
+            return got == 0 ? 0 : errno;
+        const std::size_t taken = std::min(static_cast<std::size_t>(got), left);
+        bytes.append(piece, taken);
+        if (taken < static_cast<std::size_t>(got))
+            return EFBIG;
+        left -= taken;
     }
 }
 
-std::string readFile(const std::string& path) {
+std::string readFile(const std::string& path, std::size_t limit) {
     std::string bytes;
-    readFile(path, bytes);
+    readFile(path, bytes, limit);
     return bytes;
 }
 

@@ -1,7 +1,6 @@
 #include "platform/posix/registry/registry_file.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -13,6 +12,7 @@
 #include "platform/posix/files/device.h"
 #include "platform/posix/files/flush.h"
 #include "platform/posix/files/place.h"
+#include "platform/posix/files/read_file.h"
 #include "platform/posix/last_error.h"
 
 namespace host {
@@ -23,23 +23,6 @@ std::string registryPath() {
 }
 
 // Returns 0 or the errno of the failure.
-int readWhole(const std::string& path, std::string& text) {
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    struct stat status {};
-    if (!file.isOpen() || ::fstat(file.number(), &status) != 0)
-        return errno;
-    if (!S_ISREG(status.st_mode))
-        return EACCES;
-    char piece[4096];
-    ssize_t got = 0;
-    while ((got = ::read(file.number(), piece, sizeof piece)) > 0) {
-        text.append(piece, static_cast<std::size_t>(got));
-        if (text.size() > limits::REGISTRY)
-            return EFBIG;
-    }
-    return got < 0 ? errno : 0;
-}
-
 int writeWhole(const Descriptor& file, const std::string& text) {
     const ssize_t written = ::write(file.number(), text.data(), text.size());
     if (written < 0)
@@ -51,7 +34,7 @@ int writeWhole(const Descriptor& file, const std::string& text) {
 
 DWORD loadRegistry(Registry& registry) {
     std::string text;
-    const int error = readWhole(registryPath(), text);
+    const int error = readFile(registryPath(), text, limits::REGISTRY);
     if (error != 0 && error != ENOENT) {
         tell(std::string("registry.reg cannot be read: ") + std::strerror(error));
         return windowsError(error, registryPath());
