@@ -81,7 +81,7 @@ void parseChars(const unsigned char* content, std::size_t size, FontData& font) 
 }
 
 void parseKerningPairs(const unsigned char* content, std::size_t size, FontData& font) {
-    for (std::size_t i = 0; i < size / KERNING_PAIR_SIZE && !asksForTooMuch(font); ++i) {
+    for (std::size_t i = 0; i < size / KERNING_PAIR_SIZE && !needsTooMuchMemory(font); ++i) {
         const unsigned char* const record = content + i * KERNING_PAIR_SIZE;
         font.kerning[{readU32(record), readU32(record + 4)}] =
             static_cast<int16_t>(readU16(record + 8));
@@ -154,7 +154,7 @@ void loadFontFile(const std::string& path, FontData& font) {
 void loadKerningFile(const std::string& path, FontData& font) {
     Utf16Reader file(path, limits::KERNING_FILE);
     WideString line;
-    while (!asksForTooMuch(font) && file.readLine(line))
+    while (!needsTooMuchMemory(font) && file.readLine(line))
         parseKerningLine(line, font.kerning);
 }
 
@@ -168,7 +168,7 @@ std::optional<int16_t> findKerning(const FontData& font, uint32_t first, uint32_
     return entry != font.kerning.end() ? std::make_optional(entry->second) : std::nullopt;
 }
 
-bool asksForTooMuch(const FontData& font) {
+bool needsTooMuchMemory(const FontData& font) {
     const uint64_t pageBytes = uint64_t{font.atlasSize} * font.atlasSize;
     const uint64_t entries = font.glyphs.size() + font.kerning.size();
     return font.pageNames.size() * pageBytes + entries * TABLE_ENTRY_BYTES > limits::FACE_IN_MEMORY;

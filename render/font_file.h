@@ -62,4 +62,4 @@ std::optional<int16_t> findKerning(const FontData& font, uint32_t first, uint32_
 
 // Whether pages, glyphs and kerning pairs together need more than the 64 MiB that a face may use.
 // Such a face must not be created.
-bool asksForTooMuch(const FontData& font);
+bool needsTooMuchMemory(const FontData& font);

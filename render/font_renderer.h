@@ -20,7 +20,7 @@ class FontRenderer : public Renderer {
     FontRenderer(const std::string& faceName, void* context);
 
     // Whether the face exceeds its memory limit.
-    bool isTooLarge() const { return asksForTooMuch(font_); }
+    bool isTooLarge() const { return needsTooMuchMemory(font_); }
 
     // Deletes the textures of the pages. The GL program stays in the program cache.
     ~FontRenderer() override;

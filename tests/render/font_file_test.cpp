@@ -121,10 +121,10 @@ TEST(KerningFile, OverridesThePairsOfTheFont) {
     FontData large;
     large.atlasSize = 2048;
     large.pageNames.resize(16);
-    EXPECT_FALSE(asksForTooMuch(large));
+    EXPECT_FALSE(needsTooMuchMemory(large));
     loadKerningFile("/f.kern", large);
     EXPECT_EQ(large.kerning.size(), 1U);
-    EXPECT_TRUE(asksForTooMuch(large));
+    EXPECT_TRUE(needsTooMuchMemory(large));
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ const std::string FONTS = keypaths::GUI_DATA + "/fonts/";
 std::string glyphFault(const FontData& face) {
     if (face.glyphs.empty())
         return "is not a font that the device can read, or has no glyphs";
-    if (asksForTooMuch(face))
+    if (needsTooMuchMemory(face))
         return "needs more memory than the device allows for a font";
     if (face.atlasSize == 0 || face.pageNames.empty())
         return "has no pages";
