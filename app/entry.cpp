@@ -9,6 +9,7 @@
 #include "app/window.h"
 #include "platform/entry_point.h"
 #include "platform/gles.h"
+#include "support/logger.h"
 #include "support/text.h"
 
 SimpleUI theScreen;
@@ -54,6 +55,10 @@ void runFrames() {
 }
 
 }  // namespace
+
+void logDisplayLost(const char* reason) {
+    Logger::instance().error("The display is lost: %s.", reason);
+}
 
 int runUpdater() {
     terminateProcessByName(keylayout::PROGRAM);

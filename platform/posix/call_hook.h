@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/posix/win32_api.h"
+#include "platform/posix/window/display_end.h"
 
 struct HookedCall {
     const char* name;
@@ -36,6 +37,7 @@ inline std::string hookArgument(int number) {
 // Passes the call to the hook. Returns the error with which the call must fail, or 0.
 template <class... Arguments>
 DWORD errorFromHook(const char* name, const Arguments&... arguments) {
+    waitsForDisplay = 0;
     if (!callHook)
         return ERROR_SUCCESS;
     return callHook({name, {hookArgument(arguments)...}});
@@ -49,6 +51,14 @@ bool refusedByHook(const char* name, const Arguments&... arguments) {
     if (error != ERROR_SUCCESS)
         SetLastError(error);
     return error != ERROR_SUCCESS;
+}
+
+// refusedByHook for a call that needs the display, or waits and changes nothing.
+template <class... Arguments>
+bool refusedDisplayCall(const char* name, const Arguments&... arguments) {
+    const bool refused = refusedByHook(name, arguments...);
+    waitsForDisplay = 1;
+    return refused;
 }
 
 }  // namespace host

@@ -112,7 +112,7 @@ void forgetTimeZone() {
 }  // namespace host
 
 void Sleep(DWORD milliseconds) {
-    if (host::errorFromHook("Sleep", milliseconds) != ERROR_SUCCESS)
+    if (host::refusedDisplayCall("Sleep", milliseconds))
         return;
     // A signal ends the pause early; those that the updater handles ask it to exit.
     const timespec pause{static_cast<std::time_t>(milliseconds / 1000),

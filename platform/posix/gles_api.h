@@ -9,5 +9,9 @@
 #include "platform/gles_precision.h"
 #include "platform/posix/win32_api.h"
 
+// eglSwapBuffers, which may wait for the display.
+EGLBoolean swapBuffersOfDisplay(EGLDisplay display, EGLSurface surface);
+#define eglSwapBuffers swapBuffersOfDisplay
+
 // Returns the native window handle that EGL expects; 0 for a window that does not exist.
 EGLNativeWindowType nativeWindowOf(HWND window);

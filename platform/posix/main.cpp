@@ -15,6 +15,7 @@
 #include "platform/posix/command_line.h"
 #include "platform/posix/files/device.h"
 #include "platform/posix/signals.h"
+#include "platform/posix/window/display_end.h"
 
 namespace {
 
@@ -53,6 +54,7 @@ Exit codes:
   0     the updater was left, or the application was started
   1     the display cannot be drawn on; the output says why
   3     another updater runs on the device folder; nothing was changed
+  4     the display or the window was lost, or the display does not answer
   255   no window can be made
 )";
 
@@ -102,6 +104,7 @@ int main(int argc, char** argv) {
                      deviceRoot().c_str());
         return EXIT_DEVICE_IN_USE;
     }
+    host::onDisplayLost = logDisplayLost;
     host::turnSignalsIntoCloseRequests();
     host::setCommandLine(argc, argv);
     return runUpdater();

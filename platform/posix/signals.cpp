@@ -4,6 +4,8 @@
 
 #include <initializer_list>
 
+#include "platform/posix/window/display_end.h"
+
 namespace host {
 
 namespace {
@@ -12,6 +14,7 @@ volatile sig_atomic_t closeRequested = 0;
 
 void requestClose(int) {
     closeRequested = 1;
+    endWhenDisplayHangs();
 }
 
 }  // namespace

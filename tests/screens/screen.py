@@ -84,3 +84,7 @@ class Screen:
         after it has written to all programs what it had for them when it answered the first."""
         self.connection.sync()
         self.connection.sync()
+
+    def destroy_window(self):
+        self.windows()[0][0].destroy()
+        self.connection.sync()

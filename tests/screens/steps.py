@@ -5,6 +5,8 @@ A step is an event, and what holds after it:
           plug in, unplug        the key
           frame [LINE]           lets the stepped program run one frame, after what LINE says
           close, SIGTERM         from outside
+          hang                   SIGTERM while the X server does not answer
+          destroy                the window, as another program may
           otherwise the keys pressed, by their X names
   shows   the picture in tests/golden that the window shows; the language and an unusual size are
           added to its name
@@ -218,6 +220,13 @@ RUNS = [
         Step('start /AUTO', 'waiting'),
         Step('plug in', 'ready', log=UNKNOWN, disk=INSTALLED),
         Step('BackSpace', exits=0)]),
+    Run('endings', 'a display that does not answer', [
+        Step('start', 'waiting'),
+        Step('hang', exits=4, prints=['updater: the display does not answer'])]),
+    Run('endings', 'a destroyed window', [
+        Step('start', 'waiting'),
+        Step('destroy', exits=4, prints=['updater: the display is lost: another program has destroyed the window'],
+             log='\n    *** ERROR *** The display is lost: another program has destroyed the window.\n\n')]),
     Run('endings', 'running applications', [
         Step('start', 'waiting', runs='kstrl.exe'),
         Step('BackSpace', exits=0, runs='kstrl.exe')], 'applications run'),

@@ -22,6 +22,8 @@ const std::vector<LogLineKind> LOG_LINE_KINDS = {
      "a folder of the old backup, or the staging folder, could not be removed"},
     {"    *** ERROR *** Error % ::SetFileAttributes",
      "a file was not copied (error 2), or stayed read-only", LogEvent::NotCopied},
+    {"    *** ERROR *** The display is lost: %.",
+     "the updater ended because its window was gone; on Linux only"},
     {"    *** ERROR *** File % not found.", "a picture or font page of the GUI data is missing"},
     {"    *** ERROR *** File % is too short.",
      "a picture or font page of the GUI data is incomplete"},

@@ -9,20 +9,20 @@
 #define GLFW_EXPOSE_NATIVE_X11
 #include <GLFW/glfw3native.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <string>
 
 #include "platform/gles.h"
 #include "platform/posix/call_hook.h"
+#include "platform/posix/debug_output.h"
 #include "platform/posix/last_error.h"
 #include "platform/posix/signals.h"
 #include "platform/posix/window/screen_size.h"
 #include "platform/posix/window/window_messages.h"
 
 using host::fail;
-using host::refusedByHook;
+using host::refusedDisplayCall;
 
 struct WindowHandle {
     GLFWwindow* desktop;
@@ -82,7 +82,28 @@ void onDesktopClose(GLFWwindow* desktop) {
 }
 
 void onDesktopError(int, const char* description) {
-    std::fprintf(stderr, "window system: %s\n", description);
+    host::tell(std::string("window system: ") + description);
+}
+
+int onConnectionLost(Display*) {
+    host::endWithoutDisplay("the connection to the X server is closed");
+}
+
+// Other programs can destroy the window, which the window library does not notice.
+void endWhenWindowIsDestroyed() {
+    XEvent event{};
+    if (programWindow != nullptr && programWindow->desktop != nullptr &&
+        XCheckTypedWindowEvent(glfwGetX11Display(), glfwGetX11Window(programWindow->desktop),
+                               DestroyNotify, &event) != 0)
+        host::endWithoutDisplay("another program has destroyed the window");
+}
+
+// Asks for what EGL needs, because its own messages do not name it.
+void tellMissingExtension() {
+    int codes[3] = {};
+    if (XQueryExtension(glfwGetX11Display(), "XFIXES", &codes[0], &codes[1], &codes[2]) == 0)
+        host::tell(
+            "window system: the X server lacks the extension XFIXES, without which EGL may fail");
 }
 
 }  // namespace
@@ -90,6 +111,7 @@ void onDesktopError(int, const char* description) {
 namespace host {
 
 void collectWindowEvents() {
+    endWhenWindowIsDestroyed();
     glfwPollEvents();
     if (takeCloseRequest())
         postMessage(programWindow, WM_CLOSE, 0);
@@ -103,12 +125,18 @@ LRESULT callWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 
 }  // namespace host
 
+#undef eglSwapBuffers
+EGLBoolean swapBuffersOfDisplay(EGLDisplay display, EGLSurface surface) {
+    host::waitsForDisplay = 1;
+    return eglSwapBuffers(display, surface);
+}
+
 EGLNativeWindowType nativeWindowOf(HWND window) {
     return window != nullptr && window->desktop != nullptr ? glfwGetX11Window(window->desktop) : 0;
 }
 
 ATOM RegisterClassW(const WNDCLASSW* windowClass) {
-    if (refusedByHook("RegisterClassW", windowClass->lpszClassName))
+    if (refusedDisplayCall("RegisterClassW", windowClass->lpszClassName))
         return 0;
     classes()[windowClass->lpszClassName] = windowClass->lpfnWndProc;
     return static_cast<ATOM>(classes().size());
@@ -116,7 +144,7 @@ ATOM RegisterClassW(const WNDCLASSW* windowClass) {
 
 HWND CreateWindowExW(DWORD, LPCWSTR className, LPCWSTR, DWORD style, int, int, int, int, HWND,
                      HMENU, HINSTANCE, LPVOID) {
-    if (refusedByHook("CreateWindowExW", className, style))
+    if (refusedDisplayCall("CreateWindowExW", className, style))
         return nullptr;
     const auto registered = classes().find(className);
     if (registered == classes().end()) {
@@ -133,6 +161,8 @@ HWND CreateWindowExW(DWORD, LPCWSTR className, LPCWSTR, DWORD style, int, int, i
         fail(ERROR_GEN_FAILURE);
         return nullptr;
     }
+    XSetIOErrorHandler(onConnectionLost);
+    tellMissingExtension();
     glfwWindowHint(GLFW_CLIENT_API, GLFW_NO_API);
     glfwWindowHint(GLFW_RESIZABLE, GLFW_FALSE);
     glfwWindowHint(GLFW_VISIBLE, GLFW_FALSE);
@@ -152,7 +182,7 @@ HWND CreateWindowExW(DWORD, LPCWSTR className, LPCWSTR, DWORD style, int, int, i
 }
 
 BOOL ShowWindow(HWND window, int command) {
-    if (refusedByHook("ShowWindow", command))
+    if (refusedDisplayCall("ShowWindow", command))
         return FALSE;
     const bool wasVisible = (window->style & WS_VISIBLE) != 0;
     takeStyle(window, window->style | WS_VISIBLE);
@@ -160,14 +190,14 @@ BOOL ShowWindow(HWND window, int command) {
 }
 
 int GetSystemMetrics(int index) {
-    if (refusedByHook("GetSystemMetrics", index))
+    if (refusedDisplayCall("GetSystemMetrics", index))
         return 0;
     const host::ScreenSize size = host::screenSize();
     return index == SM_CXSCREEN ? size.width : index == SM_CYSCREEN ? size.height : 0;
 }
 
 LONG SetWindowLongW(HWND window, int index, LONG value) {
-    if (refusedByHook("SetWindowLongW", index, value))
+    if (refusedDisplayCall("SetWindowLongW", index, value))
         return 0;
     const DWORD before = window->style;
     if (index == GWL_STYLE)
@@ -178,7 +208,7 @@ LONG SetWindowLongW(HWND window, int index, LONG value) {
 // The window has the screen's size from the start, so nothing is resized. The round trip ensures
 // that the X server has processed the window before EGL uses it.
 BOOL SetWindowPos(HWND window, HWND, int x, int y, int width, int height, UINT flags) {
-    if (refusedByHook("SetWindowPos", x, y, width, height, flags))
+    if (refusedDisplayCall("SetWindowPos", x, y, width, height, flags))
         return FALSE;
     int now[2] = {};
     glfwSetWindowSize(window->desktop, width, height);
@@ -187,7 +217,7 @@ BOOL SetWindowPos(HWND window, HWND, int x, int y, int width, int height, UINT f
 }
 
 BOOL EnableWindow(HWND window, BOOL enable) {
-    if (refusedByHook("EnableWindow", enable))
+    if (refusedDisplayCall("EnableWindow", enable))
         return FALSE;
     const bool wasDisabled = (window->style & WS_DISABLED) != 0;
     window->style = enable ? window->style & ~WS_DISABLED : window->style | WS_DISABLED;
@@ -195,7 +225,7 @@ BOOL EnableWindow(HWND window, BOOL enable) {
 }
 
 BOOL SetForegroundWindow(HWND window) {
-    if (refusedByHook("SetForegroundWindow"))
+    if (refusedDisplayCall("SetForegroundWindow"))
         return FALSE;
     glfwFocusWindow(window->desktop);
     return TRUE;
@@ -208,7 +238,7 @@ LRESULT DefWindowProcW(HWND window, UINT message, WPARAM, LPARAM) {
 }
 
 BOOL DestroyWindow(HWND window) {
-    if (refusedByHook("DestroyWindow"))
+    if (refusedDisplayCall("DestroyWindow"))
         return FALSE;
     if (window == nullptr || window->desktop == nullptr)
         return fail(ERROR_INVALID_WINDOW_HANDLE);

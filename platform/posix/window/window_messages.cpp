@@ -27,7 +27,7 @@ void postMessage(HWND window, UINT message, WPARAM wParam) {
 }  // namespace host
 
 BOOL PeekMessageW(MSG* message, HWND, UINT, UINT, UINT) {
-    if (host::refusedByHook("PeekMessageW"))
+    if (host::refusedDisplayCall("PeekMessageW"))
         return FALSE;
     if (queue().empty())
         host::collectWindowEvents();
