@@ -32,20 +32,21 @@ DWORD writeAll(int to, const char* data, ssize_t size) {
     return ERROR_SUCCESS;
 }
 
-// Copies up to the end of the file, which may be longer than its `size`: some file systems do not
-// know it. A file that has become shorter meanwhile is not copied.
+// Copies `size` bytes, or for size 0, which may mean unknown (/proc), up to the end. A file that
+// has become shorter meanwhile is not copied.
 DWORD copyContent(int from, int to, off_t size) {
     char buffer[std::size_t{1} << 16];
-    for (off_t copied = 0;;) {
+    for (off_t copied = 0; copied < size || size == 0;) {
         const ssize_t got = ::read(from, buffer, sizeof buffer);
         if (got < 0)
             return windowsError(errno);
         if (got == 0)
-            return copied < size ? ERROR_HANDLE_EOF : ERROR_SUCCESS;
+            return size == 0 ? ERROR_SUCCESS : ERROR_HANDLE_EOF;
         if (const DWORD error = writeAll(to, buffer, got))
             return error;
         copied += got;
     }
+    return ERROR_SUCCESS;
 }
 
 // Copies content, mode and times to the empty file `to`, and closes it.
@@ -58,7 +59,8 @@ DWORD copyFile(int from, const struct stat& source, Descriptor& to) {
         return windowsError(errno);
     // Failures are ignored: FAT, for example, does not store these attributes.
     const timespec times[2] = {source.st_atim, source.st_mtim};
-    ::fchmod(to.number(), source.st_mode & 0777);
+    if (host::isReadOnly(source.st_mode))
+        ::fchmod(to.number(), source.st_mode & 0777);
     ::futimens(to.number(), times);
     return to.close() ? ERROR_SUCCESS : windowsError(errno);
 }
@@ -90,6 +92,7 @@ DWORD openDestination(const std::string& path, const struct stat& source, bool m
         return windowsError(errno);
     if (const DWORD error = refusal(source, present))
         return error;
+    ::fchmod(output.number(), mode);
     return ::ftruncate(output.number(), 0) == 0 ? ERROR_SUCCESS : windowsError(errno);
 }
 
