@@ -39,7 +39,7 @@ Side look(const fs::path& folder) {
     const fs::path maker = makerFolderOf(folder);
     side.files = installedFiles(maker);
     side.version = applicationVersion(entryAt(maker, keylayout::APPLICATION));
-    if (!isOnKey(maker))
+    if (maker != entryAt(folder, keypaths::MAKER) || !isOnKey(maker))
         return side;
     side.isKey = true;
     const KeyDevice device(folder);
