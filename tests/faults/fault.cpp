@@ -79,10 +79,6 @@ std::string Fault::text() const {
             return "killed after";
         case FaultKind::KillHalfCopy:
             return "killed half-way";
-        case FaultKind::PowerCut:
-            return unflushed == Unflushed::Kept   ? "power cut before, all on the disk"
-                   : unflushed == Unflushed::Lost ? "power cut before, all unflushed lost"
-                                                  : "power cut before, unflushed contents lost";
         default:
             return "no fault";
     }
@@ -108,11 +104,6 @@ std::vector<Fault> faultsOf(const std::string& name, uint32_t call) {
         faults.push_back({FaultKind::KillAfter, call, 0});
     if (name == "CopyFileW")
         faults.push_back({FaultKind::KillHalfCopy, call, 0});
-    if (changesTheDisk(name) || name == "CreateProcessW") {
-        for (const Unflushed unflushed :
-             {Unflushed::Kept, Unflushed::WithoutContents, Unflushed::Lost})
-            faults.push_back({FaultKind::PowerCut, call, 0, unflushed});
-    }
     return faults;
 }
 
@@ -125,7 +116,5 @@ DWORD applyFault(const Fault& fault, const HookedCall& call) {
         copyHalf(call);
     if (kind == FaultKind::KillAfter)
         make(call);
-    if (kind == FaultKind::PowerCut && !cutPower(deviceRoot(), fault.unflushed))
-        std::abort();
     die();
 }

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "platform/posix/call_hook.h"
-#include "tests/faults/disk_image.h"
 
 enum class FaultKind {
     None,
@@ -14,14 +13,12 @@ enum class FaultKind {
     KillBefore,    // the process dies right before the call
     KillAfter,     // right after it
     KillHalfCopy,  // when half of the bytes are copied
-    PowerCut,      // right before the call
 };
 
 struct Fault {
     FaultKind kind = FaultKind::None;
     uint32_t call = 0;  // counted from 1
     DWORD error = 0;
-    Unflushed unflushed = Unflushed::Kept;  // the effect of a power cut
 
     std::string text() const;
 };

@@ -20,7 +20,6 @@ struct CaseResult {
     bool done = false;
     RunEnd first = RunEnd::Crashed;   // the run with the fault
     RunEnd second = RunEnd::Crashed;  // the run after it
-    bool ranThird = false;
     // What the faulty run left:
     bool kept = false;           // the old installation is complete, or replaced
     bool unnoticed = false;      // reported complete, but the installed files differ

@@ -47,9 +47,7 @@ void checkLiveFiles(const CleanRun& clean, const std::string& component, Violati
         if (present != live.end() && present->second == bytes)
             continue;
         std::optional<Weakness> weakness;
-        // An empty file has lost its content; it does not come from another key.
-        const bool stale =
-            present != live.end() && !present->second.empty() && isStagedAs(name, present->second);
+        const bool stale = present != live.end() && isStagedAs(name, present->second);
         if (stale && clean.readOnlyBefore.count(component + "/" + name) != 0)
             weakness = Weakness::StagedFileIsReadOnly;
         findings.push_back({Invariant::LaterRunSucceeds, weakness, component + "/" + name});

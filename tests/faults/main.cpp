@@ -27,12 +27,10 @@ CaseResult* sharedResults(std::size_t count) {
 }
 
 std::vector<FaultCase> casesOf(StartState state, const std::vector<std::string>& calls,
-                               bool powerCuts, std::size_t step) {
+                               std::size_t step) {
     std::vector<FaultCase> cases;
     for (uint32_t call = 1; call <= calls.size(); ++call) {
         for (const Fault& fault : faultsOf(calls[call - 1], call)) {
-            if ((fault.kind == FaultKind::PowerCut) != powerCuts)
-                continue;
             cases.push_back({state, fault, false});
             // The later run's key makes a difference only when the staging folder was left in
             // another state.
@@ -76,26 +74,18 @@ int main(int argc, char** argv) {
     if (workers == 0 || step == 0)
         return 2;
     bool sound = true;
-    std::size_t bad = 0;
-    std::ofstream detailFile(details);
-    for (const bool powerCuts : {false, true}) {
-        std::puts(powerCuts ? "\nPower cuts" : "Failing calls and killed processes");
-        if (powerCuts && !canCutPower()) {
-            std::puts("SKIPPED: this system cannot mount a disk image and cut its power");
-            continue;
-        }
-        std::vector<MatrixRow> rows;
-        for (const NamedState& state : START_STATES) {
-            MatrixRow row{state, callsOfAWholeRun(state.state), {}, nullptr};
-            row.cases = casesOf(state.state, row.calls, powerCuts, step);
-            CaseResult* results = sharedResults(row.cases.size());
-            sound &= runAll(row.cases, results, workers);
-            row.results = results;
-            rows.push_back(row);
-        }
-        bad += printTable(rows);
-        writeDetails(rows, detailFile);
+    std::vector<MatrixRow> rows;
+    for (const NamedState& state : START_STATES) {
+        MatrixRow row{state, callsOfAWholeRun(state.state), {}, nullptr};
+        row.cases = casesOf(state.state, row.calls, step);
+        CaseResult* results = sharedResults(row.cases.size());
+        sound &= runAll(row.cases, results, workers);
+        row.results = results;
+        rows.push_back(row);
     }
+    const std::size_t bad = printTable(rows);
+    std::ofstream detailFile(details);
+    writeDetails(rows, detailFile);
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     std::printf("\n%zu unexplained, %.1f s; all cases are listed in %s\n", bad, seconds.count(),
                 details.c_str());
