@@ -102,7 +102,7 @@ with tempfile.TemporaryDirectory() as folder:
     (app / "new.dat").write_text("new")
     make(0, "make", other, version="2.13")
     diff = run(1, "diff", "diff", other, key, says="version-older")
-    expect("changes", [(c["path"], c["change"]) for c in diff["changes"]], [("KSTRL/new.dat", "new")])
+    expect("changes", [(c["path"], c["change"]) for c in (diff or {"changes": []})["changes"]], [("KSTRL/new.dat", "new")])
     run(0, "diff", "diff", key, image)
     run(1, "diff", "diff", key / "VELD", key, says="0 files differ, ")
     run(2, "failure", "diff", key, work)
