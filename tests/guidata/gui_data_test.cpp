@@ -8,8 +8,8 @@
 #include "support/system_settings.h"
 #include "tests/helpers/device_folder.h"
 #include "tools/guidata/font_reader.h"
-#include "tools/guidata/source_lines.h"
 #include "tools/guidata/text_fit.h"
+#include "tools/host/host_file.h"
 #include "ui/screen_layout.h"
 
 namespace {
@@ -22,7 +22,7 @@ TEST(GuiData, ShowsEveryTextAndIsReadBackUnchanged) {
     for (const Language& known : LANGUAGES) {
         const std::string language = known.suffix;
         const std::string face = faceName(known.script, layout::TEXT_FONT_SIZE);
-        const std::string source = readSource(LANG_SOURCES + language + ".txt");
+        const std::string source = readHostFile(LANG_SOURCES + language + ".txt");
         const FontData font = readFont(std::string(GUIDATA) + "fonts/" + face + ".fnt");
         const auto entries = parseTextSource(source, language, keys);
         EXPECT_EQ(entries.size(), keys.size());

@@ -47,7 +47,7 @@ TEST_F(ToolPrograms, StringtableRejectsFaultySources) {
     EXPECT_EQ(run("stringtable' absent.txt --output u"), 2);
     EXPECT_EQ(read("err"), "stringtable: absent.txt: cannot be read: No such file or directory\n");
     EXPECT_EQ(run("stringtable' a.txt --output absent/u"), 2);
-    EXPECT_EQ(read("err"), "stringtable: absent/u: cannot be written\n");
+    EXPECT_EQ(read("err"), "stringtable: absent/u: cannot be written: No such file or directory\n");
 }
 
 TEST_F(ToolPrograms, FontbakeIncludesTheCharactersOfTheTexts) {

@@ -1,14 +1,14 @@
 // A process started for a test. The destructor ends it.
 #pragma once
 
-#include <sys/types.h>
-
 #include <chrono>
 #include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "tools/host/process.h"
 
 // The timeout of every wait, long enough for a slow machine.
 constexpr std::chrono::seconds PATIENCE{240};
@@ -22,13 +22,13 @@ class ChildProcess {
 
     // Starts a program with this process's environment and the given variables; an empty value
     // unsets one. Its standard output and standard error are recorded.
-    explicit ChildProcess(std::vector<std::string> command, const Variables& variables = {});
+    explicit ChildProcess(const std::vector<std::string>& command, const Variables& variables = {});
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
     ~ChildProcess();
 
-    pid_t id() const { return id_; }
-    bool isRunning();
+    pid_t id() const { return static_cast<pid_t>(process_.id()); }
+    bool isRunning() { return !process_.hasEnded(); }
 
     // Waits until the process exits. Returns its exit code, or nothing on timeout or when it was
     // killed.
@@ -40,6 +40,5 @@ class ChildProcess {
 
   private:
     std::string folder_;
-    pid_t id_ = -1;
-    std::optional<int> status_;
+    Process process_;
 };

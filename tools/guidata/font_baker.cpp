@@ -6,9 +6,9 @@
 
 #include "tools/guidata/atlas.h"
 #include "tools/guidata/bmfont_writer.h"
-#include "tools/guidata/source_lines.h"
 #include "tools/guidata/text_encoding.h"
 #include "tools/guidata/typeface.h"
+#include "tools/host/host_file.h"
 
 namespace {
 
@@ -160,8 +160,8 @@ void writeFace(const BakedFace& face, const std::string& faceName, const std::st
     const std::string prefix = folder + "/";
     for (std::size_t page = 0; page < face.pages.size(); ++page) {
         const std::string bytes(face.pages[page].begin(), face.pages[page].end());
-        writeResult(prefix + face.font.pageNames[page], bytes);
+        writeHostFile(prefix + face.font.pageNames[page], bytes);
     }
-    writeResult(prefix + faceName + ".kern", encodeKernFile(face.extraKerning));
-    writeResult(prefix + faceName + ".fnt", encodeBmFont(face.font, face.fontName, face.emSize));
+    writeHostFile(prefix + faceName + ".kern", encodeKernFile(face.extraKerning));
+    writeHostFile(prefix + faceName + ".fnt", encodeBmFont(face.font, face.fontName, face.emSize));
 }

@@ -2,10 +2,10 @@
 
 #include <stdexcept>
 
-#include "tools/guidata/source_lines.h"
+#include "tools/host/host_file.h"
 
 FontData readFont(const std::string& path) {
-    const std::string bytes = readSource(path);
+    const std::string bytes = readHostFile(path);
     FontData font;
     parseFont(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), font);
     if (font.glyphs.empty())

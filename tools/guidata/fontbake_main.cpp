@@ -7,6 +7,7 @@
 #include "tools/guidata/source_lines.h"
 #include "tools/guidata/text_encoding.h"
 #include "tools/guidata/tool_main.h"
+#include "tools/host/host_file.h"
 
 namespace {
 
@@ -58,12 +59,12 @@ void addOptions(CLI::App& app, Arguments& arguments) {
 void readInputs(Arguments& arguments) {
     std::set<char16_t>& characters = arguments.request.characters = latin1();
     for (const std::string& path : arguments.textSources)
-        for (const SourceLine& line : sourceLines(readSource(path), path))
+        for (const SourceLine& line : sourceLines(readHostFile(path), path))
             characters.insert(line.text.begin(), line.text.end());
     characters.erase(u'\t');
     const std::string& kerning = arguments.kerningSource;
     if (!kerning.empty())
-        arguments.request.extraKerning = parseExtraKerning(readSource(kerning), kerning);
+        arguments.request.extraKerning = parseExtraKerning(readHostFile(kerning), kerning);
 }
 
 void run(Arguments& arguments) {

@@ -1,8 +1,8 @@
 // rawimage: converts a PNG picture to a background picture of the device.
 
 #include "tools/guidata/raw_image.h"
-#include "tools/guidata/source_lines.h"
 #include "tools/guidata/tool_main.h"
+#include "tools/host/host_file.h"
 #include "ui/screen_layout.h"
 
 namespace {
@@ -15,7 +15,7 @@ struct Arguments {
 
 void convert(const Arguments& arguments) {
     const std::vector<uint8_t> square = luminanceSquare(arguments.picture, arguments.side);
-    writeResult(arguments.output, {square.begin(), square.end()});
+    writeHostFile(arguments.output, {square.begin(), square.end()});
 }
 
 void addOptions(CLI::App& app, Arguments& arguments) {

@@ -4,7 +4,6 @@
 #include <stdexcept>
 
 #include "tools/guidata/text_encoding.h"
-#include "tools/host/host_file.h"
 
 namespace {
 
@@ -38,18 +37,4 @@ std::vector<SourceLine> sourceLines(const std::string& source, const std::string
             lines.push_back({number, *text});
     }
     return lines;
-}
-
-std::string readSource(const std::string& path) {
-    std::string content;
-    std::string error;
-    if (!readHostFile(path, content, error))
-        throw std::runtime_error(error);
-    return content;
-}
-
-void writeResult(const std::string& path, const std::string& content) {
-    std::string error;
-    if (!writeHostFile(path, content, error))
-        throw std::runtime_error(error);
 }

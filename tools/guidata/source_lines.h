@@ -16,7 +16,3 @@ std::string at(const std::string& fileName, int line);
 // or CR LF. Throws std::runtime_error, naming file and line, when the text is not UTF-8 or contains
 // a control character other than a tab.
 std::vector<SourceLine> sourceLines(const std::string& source, const std::string& fileName);
-
-// Read and replace a whole file. Throw std::runtime_error, naming it, on failure.
-std::string readSource(const std::string& path);
-void writeResult(const std::string& path, const std::string& content);

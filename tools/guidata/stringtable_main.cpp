@@ -6,10 +6,10 @@
 
 #include "render/faces.h"
 #include "tools/guidata/font_reader.h"
-#include "tools/guidata/source_lines.h"
 #include "tools/guidata/text_fit.h"
 #include "tools/guidata/text_source.h"
 #include "tools/guidata/tool_main.h"
+#include "tools/host/host_file.h"
 #include "tools/screen_keys.h"
 #include "ui/screen_layout.h"
 
@@ -31,7 +31,7 @@ std::string faceFile(const Arguments& arguments) {
 }
 
 void convert(const Arguments& arguments) {
-    const std::string source = readSource(arguments.source);
+    const std::string source = readHostFile(arguments.source);
     const bool isOfScreen = !arguments.language.empty();
     const ScreenKeys keys = isOfScreen ? screenKeys() : ScreenKeys{};
     const std::vector<TextEntry> entries = parseTextSource(source, arguments.source, keys);
@@ -40,7 +40,7 @@ void convert(const Arguments& arguments) {
         for (const std::string& warning : checkTexts(entries, arguments.source, keys, face))
             std::fprintf(stderr, "%s\n", warning.c_str());
     }
-    writeResult(arguments.output, encodeStringTable(entries));
+    writeHostFile(arguments.output, encodeStringTable(entries));
 }
 
 void addOptions(CLI::App& app, Arguments& arguments) {

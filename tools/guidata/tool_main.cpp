@@ -4,8 +4,10 @@
 #include <cstdlib>
 #include <exception>
 
+#include "tools/host/exit_code.h"
+
 int runTool(const Tool& tool, int argc, char** argv) {
-    constexpr int FAILED = 2;
+    
     CLI::App app(tool.description, tool.name);
     try {
         app.set_version_flag("--version", std::string(tool.name) + " " + TOOLS_VERSION);
@@ -13,12 +15,12 @@ int runTool(const Tool& tool, int argc, char** argv) {
         app.footer("Exit codes: 0 success, warnings included; 2 wrong usage, or failure.");
         app.parse(argc, argv);
         tool.work();
-        return 0;
+        return ExitFine;
     } catch (const CLI::ParseError& problem) {
-        return app.exit(problem) == 0 ? 0 : FAILED;
+        return app.exit(problem) == 0 ? ExitFine : ExitFailure;
     } catch (const std::exception& problem) {
         std::fprintf(stderr, "%s: %s\n", tool.name, problem.what());
-        return FAILED;
+        return ExitFailure;
     }
 }
 

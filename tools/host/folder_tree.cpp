@@ -28,11 +28,11 @@ std::vector<TreeEntry> readTree(const fs::path& folder) {
     std::error_code error;
     fs::recursive_directory_iterator entry(folder, error);
     fs::path lastListed = folder;
-    const std::size_t rootLength = folder.string().size();
+    const std::size_t rootLength = folder.generic_string().size();
     for (const fs::recursive_directory_iterator end; !error && entry != end;
          entry.increment(error)) {
         lastListed = entry->path();
-        const std::string full = lastListed.string();
+        const std::string full = lastListed.generic_string();
         const std::size_t start = full.find_first_not_of('/', rootLength);
         const TreeEntry::Kind kind = kindOf(*entry);
         std::error_code noSize;
@@ -40,7 +40,7 @@ std::vector<TreeEntry> readTree(const fs::path& folder) {
         entries.push_back({full.substr(start), kind, noSize ? 0 : size});
     }
     if (error && fs::is_directory(lastListed))
-        throw std::runtime_error(lastListed.string() + " cannot be read: " + error.message());
+        throw std::runtime_error(lastListed.generic_string() + " cannot be read: " + error.message());
     std::sort(entries.begin(), entries.end(),
               [](const TreeEntry& a, const TreeEntry& b) { return a.path < b.path; });
     return entries;

@@ -1,41 +1,52 @@
 #include "tools/host/host_file.h"
 
-#include <cstring>
-#include <filesystem>
+#include <cerrno>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
-
-#include "platform/posix/files/read_file.h"
+#include <system_error>
 
 namespace fs = std::filesystem;
 
-bool readHostFile(const std::string& path, std::string& content, std::string& error) {
-    const int failure = host::readFile(path, content);
-    if (failure != 0)
-        error = path + ": cannot be read: " + std::strerror(failure);
-    return failure == 0;
+namespace {
+
+[[noreturn]] void fail(const fs::path& path, const char* what) {
+    const std::string reason = errno != 0 ? ": " + std::generic_category().message(errno) : "";
+    throw std::runtime_error(path.string() + ": cannot be " + what + reason);
 }
 
-std::string readHostFile(const std::string& path) {
-    std::string content;
-    std::string error;
-    if (!readHostFile(path, content, error))
-        throw std::runtime_error(error);
+}  // namespace
+
+std::string readHostFile(const fs::path& path) {
+    errno = 0;
+    std::ifstream file(path, std::ios::binary);
+    std::string content{std::istreambuf_iterator<char>(file), {}};
+    if (!file.is_open() || file.bad())
+        fail(path, "read");
     return content;
 }
 
-bool writeHostFile(const std::string& path, const std::string& content, std::string& error) {
-    const std::string unfinished = path + ".part";
+std::string readHostFileIfThere(const fs::path& path) {
+    std::error_code error;
+    const fs::file_type type = fs::status(path, error).type();
+    return type == fs::file_type::not_found ? std::string() : readHostFile(path);
+}
+
+void writeHostFile(const fs::path& path, const std::string& content) {
+    fs::path unfinished = path;
+    unfinished += ".part";
+    errno = 0;
     std::ofstream file(unfinished, std::ios::binary | std::ios::trunc);
     file.write(content.data(), static_cast<std::streamsize>(content.size()));
     file.close();
     std::error_code failure;
-    if (file)
+    if (file) {
         fs::rename(unfinished, path, failure);
-    if (!file || failure) {
-        error = path + ": cannot be written";
-        fs::remove(unfinished, failure);
-        return false;
+        errno = failure.value();
     }
-    return true;
+    if (file && !failure)
+        return;
+    std::error_code ignored;
+    fs::remove(unfinished, ignored);
+    fail(path, "written");
 }

@@ -1,16 +1,15 @@
-// Reads and writes whole files of this computer, and describes what went wrong.
+// Reads and writes whole files of this computer.
 #pragma once
 
+#include <filesystem>
 #include <string>
 
-// Appends the file at `path` to `content`. Returns false, with `error` naming the file and the
-// reason, on failure.
-bool readHostFile(const std::string& path, std::string& content, std::string& error);
+// Throws std::runtime_error, naming the file and the reason, when it cannot be read.
+std::string readHostFile(const std::filesystem::path& path);
 
-// Returns the file at `path`. Throws std::runtime_error, which names the file and the reason, on
-// failure.
-std::string readHostFile(const std::string& path);
+// Like readHostFile, but returns an empty text when there is no such file.
+std::string readHostFileIfThere(const std::filesystem::path& path);
 
-// Replaces the file at `path` with `content` atomically; its folder must exist. Returns false, with
-// `error` naming the file, on failure.
-bool writeHostFile(const std::string& path, const std::string& content, std::string& error);
+// Replaces the file atomically; its folder must exist. Throws std::runtime_error, naming the file
+// and the reason, on failure.
+void writeHostFile(const std::filesystem::path& path, const std::string& content);

@@ -1,36 +1,61 @@
 #include "tools/host/temporary_folder.h"
 
-#include <cerrno>
-#include <cstdlib>
+#include <chrono>
+#include <random>
 #include <stdexcept>
-#include <system_error>
+#include <thread>
 
 namespace fs = std::filesystem;
 
 namespace {
 
 fs::path makeFolder(const fs::path& stem) {
-    std::string pattern = stem.string() + "-XXXXXX";
-    if (::mkdtemp(pattern.data()) == nullptr)
-        throw std::runtime_error("cannot make the folder " + pattern + ": " +
-                                 std::generic_category().message(errno));
-    return pattern;
+    constexpr const char* CHARACTERS = "0123456789abcdefghijklmnopqrstuvwxyz";
+    std::random_device random;
+    for (int tries = 0; tries < 100; ++tries) {
+        fs::path folder = stem;
+        folder += "-";
+        for (int i = 0; i < 8; ++i)
+            folder += CHARACTERS[random() % 36];
+        std::error_code error;
+        const bool made = fs::create_directory(folder, error);
+        if (error)
+            throw std::runtime_error("cannot make the folder " + folder.string() + ": " +
+                                     error.message());
+        if (!made)
+            continue;
+        fs::permissions(folder, fs::perms::owner_all);
+        return fs::canonical(folder);
+    }
+    throw std::runtime_error("cannot make a folder beside " + stem.string());
+}
+
+// Another thread may still write to the folder.
+void deleteInterrupted(const fs::path& folder) {
+    for (int tries = 0; tries < 100 && !deleteFolder(folder); ++tries)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
 }
 
 }  // namespace
 
-TemporaryFolder::TemporaryFolder(const fs::path& stem) : path_(fs::canonical(makeFolder(stem))) {}
+TemporaryFolder::TemporaryFolder(const fs::path& stem)
+    : path_(makeFolder(stem)), leftover_([folder = path_] { deleteInterrupted(folder); }) {}
 
 TemporaryFolder::~TemporaryFolder() {
+    deleteFolder(path_);
+}
+
+bool deleteFolder(const fs::path& folder) {
     std::error_code error;
-    fs::remove_all(path_, error);
+    fs::remove_all(folder, error);
     if (!error)
-        return;
-    for (fs::recursive_directory_iterator entry(path_, error), end; entry != end;
+        return true;
+    for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
         std::error_code ignored;
-        if (entry->is_directory(ignored) && !entry->is_symlink(ignored))
+        if (!entry->is_symlink(ignored))
             fs::permissions(entry->path(), fs::perms::owner_all, fs::perm_options::add, ignored);
     }
-    fs::remove_all(path_, error);
+    fs::remove_all(folder, error);
+    return !error;
 }

@@ -1,7 +1,9 @@
-// A folder that is deleted together with the object.
+// A folder that is deleted together with the object, and when the program is interrupted.
 #pragma once
 
 #include <filesystem>
+
+#include "tools/host/interrupt.h"
 
 class TemporaryFolder {
   public:
@@ -10,11 +12,17 @@ class TemporaryFolder {
     explicit TemporaryFolder(const std::filesystem::path& stem);
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    // Deletes the folder with everything in it, read-only folders included. Ignores failures.
+    // Deletes the folder with everything in it, read-only files and folders included. Ignores
+    // failures.
     ~TemporaryFolder();
 
     const std::filesystem::path& path() const { return path_; }
 
   private:
     std::filesystem::path path_;
+    Leftover leftover_;
 };
+
+// Deletes a folder with everything in it, read-only files and folders included. Returns whether it
+// is gone.
+bool deleteFolder(const std::filesystem::path& folder);

@@ -9,19 +9,13 @@
 #include <string>
 #include <vector>
 
+#include "tools/host/exit_code.h"
 #include "tools/updatekey/check/check.h"
 #include "tools/updatekey/make/disk_image.h"
 #include "tools/updatekey/make/make.h"
 #include "tools/updatekey/rehearse/rehearse.h"
 #include "tools/updatekey/report/output.h"
 #include "tools/updatekey/write/sticks.h"
-
-enum ExitCode {
-    ExitFine = 0,
-    ExitFindings = 1,    // there is something to report, such as a warning
-    ExitFailure = 2,     // wrong usage, or the tool failed
-    ExitNotWritten = 3,  // the key has errors; no output was created
-};
 
 // The values of the command line.
 struct Arguments {

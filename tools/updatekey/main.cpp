@@ -5,6 +5,7 @@
 #include <exception>
 #include <string>
 
+#include "tools/host/interrupt.h"
 #include "tools/updatekey/commands.h"
 #include "tools/updatekey/report/report.h"
 
@@ -67,6 +68,7 @@ int run(int argc, char** argv, bool json) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    watchForInterrupts();
     const bool json = std::find(argv, argv + argc, std::string("--json")) != argv + argc;
     try {
         return run(argc, argv, json);

@@ -8,9 +8,9 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
-#include "tools/host/external_program.h"
 #include "tools/host/file_changes.h"
 #include "tools/host/folder_tree.h"
+#include "tools/host/process.h"
 #include "tools/host/temporary_folder.h"
 #include "tools/updatekey/check/key_paths.h"
 #include "tools/updatekey/check/names.h"
@@ -119,7 +119,7 @@ void fill(const std::string& drive, const fs::path& key, const std::vector<TreeE
         else
             filesOf[parentOf(entry.path)].push_back((key / entry.path).string());
     }
-    runExternalProgram(makeFolders);
+    outputOf(makeFolders);
     constexpr std::size_t AT_ONCE = 500;
     for (const auto& [folder, files] : filesOf) {
         for (std::size_t first = 0; first < files.size(); first += AT_ONCE) {
@@ -129,7 +129,7 @@ void fill(const std::string& drive, const fs::path& key, const std::vector<TreeE
             copy.insert(copy.end(), files.begin() + static_cast<std::ptrdiff_t>(first),
                         files.begin() + static_cast<std::ptrdiff_t>(last));
             copy.push_back("::/" + folder);
-            runExternalProgram(copy);
+            outputOf(copy);
         }
     }
 }
@@ -138,19 +138,19 @@ void format(const fs::path& image, const Layout& layout) {
     std::ofstream(image, std::ios::binary).close();
     fs::resize_file(image, (layout.start + layout.sectors) * SECTOR);
     if (layout.start > 0)
-        runExternalProgram({"sfdisk", "--quiet", image.string()},
-                           "label: dos\nlabel-id: 0x" + std::string(VOLUME_ID) +
-                               "\nstart=" + std::to_string(layout.start) + ", type=c\n");
-    runExternalProgram({"mkfs.vfat", "-F", "32", "-S", std::to_string(SECTOR), "-s",
-                        std::to_string(layout.clusterSectors), "-i", VOLUME_ID, "-n", VOLUME_NAME,
-                        "--invariant", "--offset=" + std::to_string(layout.start), image.string(),
-                        std::to_string(layout.sectors * SECTOR / 1024)});
+        outputOf({"sfdisk", "--quiet", image.string()},
+                 "label: dos\nlabel-id: 0x" + std::string(VOLUME_ID) +
+                     "\nstart=" + std::to_string(layout.start) + ", type=c\n");
+    outputOf({"mkfs.vfat", "-F", "32", "-S", std::to_string(SECTOR), "-s",
+              std::to_string(layout.clusterSectors), "-i", VOLUME_ID, "-n", VOLUME_NAME,
+              "--invariant", "--offset=" + std::to_string(layout.start), image.string(),
+              std::to_string(layout.sectors * SECTOR / 1024)});
 }
 
 // Returns the start of the file system: the first partition, or 0 without a partition table.
 uint64_t startOf(const fs::path& image) {
     try {
-        const auto table = nlohmann::json::parse(runExternalProgram({"sfdisk", "--json", image}));
+        const auto table = nlohmann::json::parse(outputOf({"sfdisk", "--json", image}));
         return table.at("partitiontable").at("partitions").at(0).at("start").get<uint64_t>();
     } catch (const nlohmann::json::exception&) {
         return 0;
@@ -199,8 +199,8 @@ bool isImage(const fs::path& path) {
 
 void unpackImage(const fs::path& image, const fs::path& to) {
     try {
-        runExternalProgram({"env", "MTOOLS_SKIP_CHECK=1", "mcopy", "-s", "-m", "-n", "-Q", "-i",
-                            driveOf(image, startOf(image)), "::/*", to.string()});
+        outputOf({"env", "MTOOLS_SKIP_CHECK=1", "mcopy", "-s", "-m", "-n", "-Q", "-i",
+                  driveOf(image, startOf(image)), "::/*", to.string()});
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(
             image.string() +

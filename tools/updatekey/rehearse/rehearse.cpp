@@ -1,19 +1,18 @@
 #include "tools/updatekey/rehearse/rehearse.h"
 
-#include <signal.h>
-#include <unistd.h>
-
 #include <chrono>
 #include <cstdlib>
+#include <functional>
 #include <stdexcept>
 #include <thread>
 
-#include "platform/posix/files/read_file.h"
 #include "tools/diagnosis/installation.h"
 #include "tools/diagnosis/log_lines.h"
-#include "tools/host/child_process.h"
 #include "tools/host/folder_tree.h"
+#include "tools/host/host_file.h"
+#include "tools/host/process.h"
 #include "tools/host/temporary_folder.h"
+#include "tools/host/virtual_screen.h"
 #include "tools/updatekey/check/flash_size.h"
 #include "tools/updatekey/check/key_paths.h"
 #include "tools/updatekey/difference.h"
@@ -55,9 +54,9 @@ class Stage {
 
     // Returns whether the application was running.
     bool endApplication() const {
-        const std::vector<pid_t> processes = processesOf(device());
-        for (const pid_t process : processes)
-            ::kill(process, SIGTERM);
+        const std::vector<long> processes = processesOf(device());
+        for (const long process : processes)
+            endProcess(process);
         return !processes.empty();
     }
 
@@ -95,59 +94,70 @@ int32_t outcomeOf(const std::string& log) {
 // Whether this computer can start the application: a native program or a script. A real
 // instrument's application is neither.
 bool startsHere(const fs::path& application) {
-    const std::string start = host::readFile(application.string()).substr(0, 4);
-    return ::access(application.c_str(), X_OK) == 0 &&
+    const std::string start = readHostFileIfThere(application).substr(0, 4);
+    const fs::perms runs = fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
+    return (fs::status(application).permissions() & runs) != fs::perms::none &&
            (start == "\177ELF" || start.rfind("#!", 0) == 0);
 }
 
 // Whether the updater would now only wait for a key press: after a failed update, or when it cannot
 // start the application.
 bool waitsForAKey(const fs::path& device) {
-    const int32_t outcome = outcomeOf(host::readFile((device / LOG).string()));
+    const int32_t outcome = outcomeOf(readHostFileIfThere(device / LOG));
     return outcome == UpdateFailed || (outcome == UpdateComplete && !startsHere(device / PROGRAM));
+}
+
+// Waits until the process has ended, or the condition no longer holds. Returns whether it has
+// ended.
+bool endsWhile(Process& process, const std::function<bool()>& condition) {
+    while (!process.hasEnded()) {
+        if (!condition())
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    return true;
+}
+
+// Returns the variables with which the updater runs on the stage, and counts its frames.
+std::map<std::string, std::string> variablesFor(const fs::path& updater, const Stage& stage) {
+    const fs::path counter = updater.parent_path() / "frame-counter.preload";
+    return {{"UPDATER_DEVICE", stage.device().string()},
+            {"UPDATEKEY_FRAMES", stage.framesFile().string()},
+            {"LD_PRELOAD", fs::exists(counter) ? counter.string() : ""}};
 }
 
 // Runs the updater until it exits, or until nothing more will happen.
 void runUpdater(const RehearseOptions& options, const fs::path& updater, const Stage& stage,
                 RehearseReport& report) {
-    std::vector<std::string> command;
+    std::optional<VirtualScreen> screen;
+    Command command{{updater.string(), "/auto"}, variablesFor(updater, stage)};
+    command.output = stage.outputFile();
     const char* const display = std::getenv("DISPLAY");
     if (options.hidden || display == nullptr || *display == '\0')
-        command = {"xvfb-run", "-a", "-s", "-screen 0 1024x768x24"};
-    // The frame counter must be loaded into the updater only.
-    command.insert(command.end(), {"env", "UPDATER_DEVICE=" + stage.device().string(),
-                                   "UPDATEKEY_FRAMES=" + stage.framesFile().string()});
-    const fs::path counter = updater.parent_path() / "frame-counter.preload";
-    if (fs::exists(counter))
-        command.push_back("LD_PRELOAD=" + counter.string());
-    command.insert(command.end(), {updater.string(), "/auto"});
+        command.variables["DISPLAY"] = screen.emplace().name();
 
     const Clock::time_point start = Clock::now();
-    const pid_t process = startProcess(command, stage.outputFile());
-    const auto endUpdater = [&] {
-        for (const pid_t candidate : processesOf(updater))
-            if (::getpgid(candidate) == process)
-                ::kill(candidate, SIGTERM);
+    const auto seconds = [&] {
+        return std::chrono::duration<double>(Clock::now() - start).count();
     };
-    Clock::time_point lastCall = start + std::chrono::seconds(options.timeout);
-    bool toldToEnd = false;
-    while (!hasEnded(process, report.exitCode)) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        const bool waits = waitsForAKey(stage.device());
-        report.timedOut = report.timedOut || (!waits && Clock::now() > lastCall);
+    const auto goesOn = [&] {
         if (options.waited)
-            options.waited(std::chrono::duration<double>(Clock::now() - start).count());
-        if (!toldToEnd && (waits || report.timedOut)) {
-            toldToEnd = true;
-            endUpdater();
-            lastCall = Clock::now() + std::chrono::seconds(10);
-        } else if (toldToEnd && Clock::now() > lastCall) {
-            ::kill(-process, SIGKILL);
-        }
-    }
-    report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
-    if (toldToEnd)
+            options.waited(seconds());
+        const bool waits = waitsForAKey(stage.device());
+        report.timedOut = !waits && seconds() > options.timeout;
+        return !waits && !report.timedOut;
+    };
+    Process process(command);
+    if (endsWhile(process, goesOn)) {
+        report.exitCode = process.exitCode();
+    } else {
         report.exitCode = -1;
+        process.askToEnd();
+        const double last = seconds() + 10;
+        endsWhile(process, [&] { return seconds() < last; });
+    }
+    report.seconds = seconds();
+    report.applicationStarted = stage.endApplication();
 }
 
 }  // namespace
@@ -179,23 +189,20 @@ RehearseReport rehearse(const RehearseOptions& options) {
     before.erase(keypaths::MAKER + "/" + keylayout::LOG);
     runUpdater(options, updater, stage, report);
     report.rehearsed = true;
-    report.applicationStarted = stage.endApplication();
     report.startsHere = startsHere(stage.device() / PROGRAM);
 
-    report.log = host::readFile(stage.device() / LOG);
-    report.output = host::readFile(stage.outputFile());
+    report.log = readHostFileIfThere(stage.device() / LOG);
+    report.output = readHostFileIfThere(stage.outputFile());
     if (report.log.empty() && !report.timedOut)
-        throw std::runtime_error("the updater did not start (exit code " +
-                                 std::to_string(report.exitCode) +
-                                 "); without a display, install Debian's package xvfb and add "
-                                 "--hidden. The updater's output: " +
-                                 report.output);
+        throw std::runtime_error(
+            "the updater did not start (exit code " + std::to_string(report.exitCode) +
+            "); without a display, add --hidden. The updater's output: " + report.output);
     report.state = outcomeOf(report.log);
     const FileSet after = filesIn(stage.device() / FLASH);
     report.changes = compareFiles(before, after);
     report.asPredicted = report.state == report.check.prediction.state &&
                          installedAsPredicted(options.key, report.check.prediction, after);
-    const std::string frames = host::readFile(stage.framesFile());
+    const std::string frames = readHostFileIfThere(stage.framesFile());
     if (!frames.empty())
         report.frames = std::strtol(frames.c_str(), nullptr, 10);
     if (!options.keep.empty())

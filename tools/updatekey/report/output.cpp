@@ -1,7 +1,5 @@
 #include "tools/updatekey/report/output.h"
 
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -9,11 +7,13 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "tools/host/terminal.h"
+
 namespace {
 
 bool wantsColours() {
     const char* const noColour = std::getenv("NO_COLOR");
-    return ::isatty(STDOUT_FILENO) == 1 && (noColour == nullptr || *noColour == '\0');
+    return outputIsTerminal() && (noColour == nullptr || *noColour == '\0');
 }
 
 // Colours the first word of an error red and that of a warning yellow.

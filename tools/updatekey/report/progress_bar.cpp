@@ -1,10 +1,10 @@
 #include "tools/updatekey/report/progress_bar.h"
 
-#include <unistd.h>
-
 #include <cstdio>
 #include <memory>
 #include <mutex>
+
+#include "tools/host/terminal.h"
 
 namespace {
 
@@ -48,7 +48,7 @@ class Bars {
 }  // namespace
 
 Progress makeProgressBar() {
-    if (::isatty(STDERR_FILENO) == 0)
+    if (!errorsAreTerminal())
         return {};
     return [shown = -1](int percent) mutable {
         if (percent == shown)
@@ -62,14 +62,14 @@ Progress makeProgressBar() {
 }
 
 std::function<void(std::size_t, int)> makeStickBars(const std::vector<std::string>& names) {
-    if (::isatty(STDERR_FILENO) == 0)
+    if (!errorsAreTerminal())
         return {};
     const auto bars = std::make_shared<Bars>(names);
     return [bars](std::size_t place, int percent) { bars->show(place, percent); };
 }
 
 std::function<void(double)> makeClock(int limit) {
-    if (::isatty(STDERR_FILENO) == 0)
+    if (!errorsAreTerminal())
         return {};
     return [limit, shown = -1](double seconds) mutable {
         if (static_cast<int>(seconds) == shown)

@@ -1,0 +1,11 @@
+// The terminal that the program runs on.
+#pragma once
+
+#include <string>
+#include <vector>
+
+bool outputIsTerminal();
+bool errorsAreTerminal();
+
+// Returns the command line in UTF-8, without the name of the program.
+std::vector<std::string> commandLine(int argc, char** argv);
