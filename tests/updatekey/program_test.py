@@ -94,6 +94,13 @@ with tempfile.TemporaryDirectory() as folder:
     info = run(0, "info", "info", key)
     expect("files of the application", info and info["application"]["files"], 1)
 
+    run(0, "sticks", "sticks")
+    stick = work / "stick"
+    stick.mkdir()
+    run(1, "write", "write", "--machine", "any", key, stick, says="not a stick")
+    run(0, "write", "write", "--machine", "any", "--not-a-stick", "--replace", "--eject", key, stick,
+        says="unmount it before you pull it out")
+
     run(0, "image", "image", "--machine", "any", key, image)
     run(2, "failure", "image", "--machine", "any", key, image, says="exists")
     run(0, "check", *check, image)

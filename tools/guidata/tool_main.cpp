@@ -7,7 +7,6 @@
 #include "tools/host/exit_code.h"
 
 int runTool(const Tool& tool, int argc, char** argv) {
-    
     CLI::App app(tool.description, tool.name);
     try {
         app.set_version_flag("--version", std::string(tool.name) + " " + TOOLS_VERSION);

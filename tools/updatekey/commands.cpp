@@ -62,6 +62,7 @@ int runWrite(Arguments& arguments) {
     const KeySource key(arguments.key);
     WriteOptions& options = arguments.write;
     options.key = key.folder();
+    options.source = arguments.key;
     options.sticks.assign(arguments.sticks.begin(), arguments.sticks.end());
     options.check = arguments.check;
     if (!arguments.output.quiet)
@@ -71,6 +72,12 @@ int runWrite(Arguments& arguments) {
     if (report.sticks.empty())
         return ExitNotWritten;
     return report.allGood() ? codeOf(report.check) : ExitFindings;
+}
+
+int runSticks(Arguments& arguments) {
+    const std::vector<Stick> sticks = listSticks();
+    show(arguments, sticksText(sticks), sticksText(sticks), sticksJson(sticks));
+    return ExitFine;
 }
 
 int runDiff(Arguments& arguments) {
@@ -196,8 +203,13 @@ void describeWrite(CLI::App* command, Arguments& arguments) {
         ->required()
         ->type_name("DIR");
     command->add_flag("--replace", arguments.write.replace,
-                      "First delete the folder VELD of an earlier update from each stick (default: "
+                      "Replace an earlier update; other files in its folder VELD stay (default: "
                       "such a stick is refused)");
+    command->add_flag("--eject", arguments.write.eject,
+                      "Unmount each good stick and switch it off, so that it can be pulled out");
+    command->add_flag("--not-a-stick", arguments.write.anyFolder,
+                      "Also write to what is not on a removable or USB disk with FAT32, such as a "
+                      "mounted image or a folder for a test");
     addCheckOptions(command, arguments);
 }
 
@@ -257,6 +269,8 @@ constexpr Command COMMANDS[] = {
      runCheck},
     {"info", "Show the version, notes, sizes and files of a key", addKey, runInfo},
     {"image", "Make a disk image of a key", describeImage, runImage},
+    {"sticks", "List the USB sticks to which a key can be written", [](CLI::App*, Arguments&) {},
+     runSticks},
     {"write", "Write a key to USB sticks and read each one back", describeWrite, runWrite},
     {"diff", "Show the differences between a key and another key or a device", describeDiff,
      runDiff},
@@ -299,7 +313,9 @@ int runCommand(const CLI::App& app, Arguments& arguments) {
     for (const Command& command : COMMANDS)
         if (app.got_subcommand(command.name))
             return command.run(arguments);
-    throw std::runtime_error(
-        "no command was given; the commands are make, check, info, image, write, diff, rehearse "
-        "and diagnose; updatekey --help explains them");
+    std::string names;
+    for (const Command& command : COMMANDS)
+        names += std::string(names.empty() ? "" : ", ") + command.name;
+    throw std::runtime_error("no command was given; the commands are " + names +
+                             "; updatekey --help explains them");
 }

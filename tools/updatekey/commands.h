@@ -16,6 +16,7 @@
 #include "tools/updatekey/rehearse/rehearse.h"
 #include "tools/updatekey/report/output.h"
 #include "tools/updatekey/write/sticks.h"
+#include "tools/updatekey/write/targets.h"
 
 // The values of the command line.
 struct Arguments {

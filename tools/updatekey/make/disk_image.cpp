@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <stdexcept>
 
 #include "tools/host/file_changes.h"
@@ -69,25 +71,27 @@ struct Layout {
     uint64_t clusterSectors;  // sectors per cluster
 };
 
-Layout layOut(const std::vector<TreeEntry>& tree, const ImageOptions& options) {
-    uint64_t bytes = options.size;
-    for (const TreeEntry& entry : tree)
-        bytes += options.size == 0 ? entry.size : 0;
-    const uint64_t cluster = clusterSizeFor(bytes);
-    const uint64_t needed = std::max(LEAST_CLUSTERS, clustersOf(tree, cluster));
+// Returns the smallest file system that holds the tree with this cluster size.
+uint64_t sectorsFor(const std::vector<TreeEntry>& tree, uint64_t cluster) {
     constexpr uint64_t FAT_ENTRY = 4;
-    const uint64_t tableSectors = 2 * roundUp((needed + 2) * FAT_ENTRY, cluster) / SECTOR;
-    Layout layout{options.partitionTable ? PARTITION_START : 0, 0, cluster / SECTOR};
-    layout.sectors = RESERVED_SECTORS + tableSectors + needed * layout.clusterSectors;
-    if (options.size == 0)
-        return layout;
+    const uint64_t clusters = std::max(LEAST_CLUSTERS, clustersOf(tree, cluster));
+    const uint64_t tables = 2 * roundUp((clusters + 2) * FAT_ENTRY, cluster);
+    return RESERVED_SECTORS + (tables + clusters * cluster) / SECTOR;
+}
+
+Layout layOut(const std::vector<TreeEntry>& tree, const ImageOptions& options) {
+    uint64_t content = 0;
+    for (const TreeEntry& entry : tree)
+        content += entry.size;
+    const uint64_t cluster = clusterSizeFor(options.size > 0 ? options.size : content);
+    const uint64_t start = options.partitionTable ? PARTITION_START : 0;
+    const uint64_t needed = sectorsFor(tree, cluster);
     const uint64_t given = options.size / SECTOR;
-    if (given < layout.start + layout.sectors)
+    if (options.size > 0 && given < start + needed)
         throw std::runtime_error("the key needs an image of at least " +
-                                 std::to_string((layout.start + layout.sectors) * SECTOR) +
+                                 std::to_string((start + needed) * SECTOR) +
                                  " bytes; give a larger --size, or none");
-    layout.sectors = given - layout.start;
-    return layout;
+    return {start, options.size > 0 ? given - start : needed, cluster / SECTOR};
 }
 
 // The form in which mtools expects a file system in a file.
@@ -147,17 +151,26 @@ void format(const fs::path& image, const Layout& layout) {
               std::to_string(layout.sectors * SECTOR / 1024)});
 }
 
-// Returns the start of the file system: the first partition, or 0 without a partition table.
-uint64_t startOf(const fs::path& image) {
+// Returns the starts of the file systems: the partitions, or 0 without a partition table.
+std::vector<uint64_t> startsIn(const fs::path& image) {
+    std::vector<uint64_t> starts;
     try {
-        const auto table = nlohmann::json::parse(outputOf({"sfdisk", "--json", image}));
-        return table.at("partitiontable").at("partitions").at(0).at("start").get<uint64_t>();
-    } catch (const nlohmann::json::exception&) {
-        return 0;
+        const auto table = nlohmann::json::parse(outputOf({"sfdisk", "--json", image.string()}));
+        for (const auto& partition : table.at("partitiontable").at("partitions"))
+            starts.push_back(partition.at("start").get<uint64_t>());
+    } catch (const std::exception&) {
+        // sfdisk reports a file without a table as a failure.
+    }
+    return starts.empty() ? std::vector<uint64_t>{0} : starts;
+}
+
+// Lists what is directly in a file system of the image; nothing when it is not a FAT file system.
+std::optional<std::string> listing(const fs::path& image, uint64_t start) {
+    try {
+        return outputOf(
+            {"env", "MTOOLS_SKIP_CHECK=1", "mdir", "-b", "-i", driveOf(image, start), "::/"});
     } catch (const std::runtime_error&) {
-        // sfdisk reports this for a file without a table. A file that is no image at all is
-        // detected later.
-        return 0;
+        return std::nullopt;
     }
 }
 
@@ -198,12 +211,24 @@ bool isImage(const fs::path& path) {
 }
 
 void unpackImage(const fs::path& image, const fs::path& to) {
-    try {
-        outputOf({"env", "MTOOLS_SKIP_CHECK=1", "mcopy", "-s", "-m", "-n", "-Q", "-i",
-                  driveOf(image, startOf(image)), "::/*", to.string()});
-    } catch (const std::runtime_error& error) {
-        throw std::runtime_error(
-            image.string() +
-            " cannot be read as a disk image with a FAT file system: " + error.what());
-    }
+    const std::vector<uint64_t> starts = startsIn(image);
+    const std::optional<std::string> content = listing(image, starts.front());
+    const auto holdsKey = [&](uint64_t start) {
+        return listing(image, start).value_or("").find("::/" + keypaths::MAKER + "/") !=
+               std::string::npos;
+    };
+    const auto other = std::find_if(std::next(starts.begin()), starts.end(), holdsKey);
+    const std::string name = image.string();
+    if (other != starts.end() && !holdsKey(starts.front()))
+        throw std::runtime_error(name + " has its key in partition " +
+                                 std::to_string(other - starts.begin() + 1) +
+                                 "; put it into the first one");
+    if (!content)
+        throw std::runtime_error(name + " has no FAT file system" +
+                                 (starts.front() > 0 ? " in its first partition" : "") +
+                                 "; is it a disk image?");
+    if (content->empty())
+        throw std::runtime_error(name + " is an image of an empty stick");
+    outputOf({"env", "MTOOLS_SKIP_CHECK=1", "mcopy", "-s", "-m", "-n", "-Q", "-i",
+              driveOf(image, starts.front()), "::/*", to.string()});
 }

@@ -1,5 +1,7 @@
 #include "tools/updatekey/report/progress_bar.h"
 
+#include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <memory>
 #include <mutex>
@@ -37,11 +39,21 @@ class Bars {
   private:
     void draw() const {
         for (std::size_t i = 0; i < names_.size(); ++i)
-            std::fprintf(stderr, "\r%s  %s\n", barOf(percents_[i]).c_str(), names_[i].c_str());
+            std::fprintf(stderr, "\r%s  %s%s\x1b[K\n", barOf(percents_[i]).c_str(),
+                         names_[i].c_str(), timeLeft(percents_[i]).c_str());
+    }
+
+    std::string timeLeft(int percent) const {
+        const double passed =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+        if (percent == 0 || percent == 100)
+            return {};
+        return ", " + std::to_string(std::lround(passed * (100 - percent) / percent)) + " s left";
     }
 
     const std::vector<std::string> names_;
     std::vector<int> percents_;
+    const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     std::mutex mutex_;
 };
 

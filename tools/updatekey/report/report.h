@@ -13,12 +13,14 @@
 #include "tools/updatekey/make/make.h"
 #include "tools/updatekey/rehearse/rehearse.h"
 #include "tools/updatekey/write/sticks.h"
+#include "tools/updatekey/write/targets.h"
 
 std::string checkText(const CheckReport& report);
 std::string makeText(const MakeReport& report, const std::filesystem::path& out);
 std::string infoText(const KeyInfo& info);
 std::string imageText(const ImageReport& report, const std::filesystem::path& out);
 std::string writeText(const WriteReport& report);
+std::string sticksText(const std::vector<Stick>& sticks);
 std::string differenceText(const Difference& difference);
 std::string rehearseText(const RehearseReport& report);
 std::string diagnosisText(const Diagnosis& diagnosis);
@@ -33,6 +35,7 @@ std::string makeJson(const MakeReport& report, const std::filesystem::path& out)
 std::string infoJson(const KeyInfo& info);
 std::string imageJson(const ImageReport& report, const std::filesystem::path& out);
 std::string writeJson(const WriteReport& report);
+std::string sticksJson(const std::vector<Stick>& sticks);
 std::string differenceJson(const Difference& difference);
 std::string rehearseJson(const RehearseReport& report);
 std::string diagnosisJson(const Diagnosis& diagnosis);

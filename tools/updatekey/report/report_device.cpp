@@ -7,6 +7,24 @@
 #include "tools/updatekey/report/report_words.h"
 #include "update/updater.h"
 
+namespace {
+
+std::string outcomeOf(const StickReport& stick) {
+    if (!stick.problem.empty())
+        return "NOT GOOD: " + printable(stick.problem);
+    std::string text = "good, " + secondsWords(stick.seconds);
+    for (const std::string& name : stick.kept)
+        text += (name == stick.kept.front() ? "; left in VELD: " : ", ") + printable(name);
+    if (stick.ejected)
+        text += "; it may be pulled out";
+    if (!stick.notEjected.empty())
+        text += "; unmount it before you pull it out, because it was not ejected: " +
+                printable(stick.notEjected);
+    return text;
+}
+
+}  // namespace
+
 std::string writeText(const WriteReport& report) {
     std::string text = checkText(report.check);
     if (report.sticks.empty())
@@ -15,11 +33,23 @@ std::string writeText(const WriteReport& report) {
     for (const StickReport& stick : report.sticks)
         width = std::max(width, stick.stick.string().size() + 2);
     for (const StickReport& stick : report.sticks)
-        text += padded(stick.stick.string(), width) +
-                (stick.problem.empty() ? "good, " + secondsWords(stick.seconds)
-                                       : "NOT GOOD: " + printable(stick.problem)) +
-                "\n";
+        text += padded(stick.stick.string(), width) + outcomeOf(stick) + "\n";
     return text;
+}
+
+std::string sticksText(const std::vector<Stick>& sticks) {
+    std::string text;
+    for (const Stick& stick : sticks) {
+        const Volume& volume = stick.volume;
+        text += printable(volume.folder.string()) + "  " +
+                (volume.label.empty() ? "without a label" : "\"" + printable(volume.label) + "\"") +
+                ", " + volume.fileSystem + ", " + sizeWords(stick.room.size) + ", " +
+                sizeWords(stick.room.free) + " free, " +
+                (stick.update.empty() ? "no update" : "update " + printable(stick.update)) +
+                (stick.problem.empty() ? "" : "\n    CANNOT BE WRITTEN: " + stick.problem) + "\n";
+    }
+    return sticks.empty() ? "No stick is mounted. Plug one in, and open it in the file manager.\n"
+                          : text;
 }
 
 std::string stickProblems(const WriteReport& report) {

@@ -125,9 +125,25 @@ std::string writeJson(const WriteReport& report) {
         sticks.push_back({{"stick", stick.stick.string()},
                           {"good", stick.problem.empty()},
                           {"problem", stick.problem},
+                          {"kept", stick.kept},
+                          {"ejected", stick.ejected},
+                          {"notEjected", stick.notEjected},
                           {"seconds", stick.seconds}});
     return print(
         {{"allGood", report.allGood()}, {"sticks", sticks}, {"check", toJson(report.check)}});
+}
+
+std::string sticksJson(const std::vector<Stick>& sticks) {
+    Json list = Json::array();
+    for (const Stick& stick : sticks)
+        list.push_back({{"folder", stick.volume.folder.string()},
+                        {"label", stick.volume.label},
+                        {"fileSystem", stick.volume.fileSystem},
+                        {"bytes", stick.room.size},
+                        {"free", stick.room.free},
+                        {"update", stick.update},
+                        {"problem", stick.problem}});
+    return print({{"sticks", list}});
 }
 
 std::string differenceJson(const Difference& difference) {

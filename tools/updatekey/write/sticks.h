@@ -11,8 +11,12 @@
 
 struct WriteOptions {
     std::filesystem::path key;
+    std::filesystem::path source;               // where the key was read from, such as its image
     std::vector<std::filesystem::path> sticks;  // mount points of the sticks
-    bool replace = false;                       // an existing update on a stick may be removed
+    bool replace = false;                       // an update on a stick may be replaced
+    bool anyFolder = false;                     // also write to what is not a stick
+    bool eject = false;                         // take a good stick out of use
+    std::filesystem::path systemRoot = "/";     // a test has its own list of mounted sticks
     CheckOptions check;
     // Reports progress, from several threads at once: the stick's position in the list, and the
     // percentage done, of which the second half is reading back.
@@ -21,7 +25,10 @@ struct WriteOptions {
 
 struct StickReport {
     std::filesystem::path stick;
-    std::string problem;  // why the stick is not a key; empty for a good one
+    std::string problem;            // why the stick is not a key; empty for a good one
+    std::vector<std::string> kept;  // files and folders in VELD that are no part of the update
+    bool ejected = false;
+    std::string notEjected;  // why a good stick that was to be ejected was not
     double seconds = 0;
 };
 
@@ -34,10 +41,14 @@ struct WriteReport {
 
 // Writes a key without errors to every stick, reads it back from the stick, not from the cache, and
 // compares it with the manifest. Until then the update's folder has a name that the device ignores,
-// so that an unfinished stick is not a key. A faulty stick does not stop the others.
+// so that an unfinished stick is not a key, and an update that is replaced stays usable. A faulty
+// stick does not stop the others. Throws std::runtime_error, before anything is written, when a
+// stick is named twice or is that of the key.
 WriteReport writeSticks(const WriteOptions& options);
 
-// Writes the files of `manifest` from the folder `key` to one stick. Throws std::runtime_error,
-// with the reason for the person with the stick, on failure.
-void writeStick(const std::filesystem::path& key, const Manifest& manifest,
-                const std::filesystem::path& stick, bool replace, const Progress& progress);
+// Writes the files of `manifest` from the folder `key` to one stick. Returns the names of what was
+// left in the update's folder. Throws std::runtime_error, with the reason for the person with the
+// stick, on failure.
+std::vector<std::string> writeStick(const std::filesystem::path& key, const Manifest& manifest,
+                                    const std::filesystem::path& stick, bool replace,
+                                    const Progress& progress);
