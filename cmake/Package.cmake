@@ -54,7 +54,7 @@ function(install_compressed source name destination)
 endfunction()
 install_compressed(${sources}/changelog changelog ${doc_folder})
 
-# Generate manual pages and shell completion from the programs' own output.
+# Generate manual pages from the programs' own output.
 find_program(HELP2MAN help2man)
 function(install_manual name summary program)
   set(page ${packed_folder}/${name}.1)
@@ -68,21 +68,16 @@ function(install_manual name summary program)
     VERBATIM)
   install_compressed(${page} ${name}.1 ${CMAKE_INSTALL_MANDIR}/man1)
 endfunction()
-function(install_completion shell name destination)
-  set(script ${packed_folder}/${name})
-  add_custom_command(OUTPUT ${script}
-    COMMAND updatekey --completion ${shell} > ${script}
-    DEPENDS updatekey
-    VERBATIM)
-  add_custom_target(completion-${shell} ALL DEPENDS ${script})
-  install(FILES ${script} DESTINATION ${CMAKE_INSTALL_DATADIR}/${destination})
-endfunction()
-install_completion(bash updatekey bash-completion/completions)
-install_completion(zsh _updatekey zsh/vendor-completions)
-install_completion(fish updatekey.fish fish/vendor_completions.d)
+set(completion ${sources}/completion)
+install(FILES ${completion}/updatekey.bash RENAME updatekey
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+install(FILES ${completion}/updatekey.zsh RENAME _updatekey
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+install(FILES ${completion}/updatekey.fish
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 if(HELP2MAN)
   install_manual(updatekey "make, check, rehearse and write update keys" updatekey)
-  foreach(command make check info image write diff rehearse diagnose)
+  foreach(command make check info image sticks write diff rehearse diagnose)
     install_manual(updatekey-${command} "the command ${command} of updatekey" updatekey ${command})
   endforeach()
   install_manual(kestrel-updater "update the software of a simulated instrument" updater)

@@ -40,7 +40,8 @@ std::vector<TreeEntry> readTree(const fs::path& folder) {
         entries.push_back({full.substr(start), kind, noSize ? 0 : size});
     }
     if (error && fs::is_directory(lastListed))
-        throw std::runtime_error(lastListed.generic_string() + " cannot be read: " + error.message());
+        throw std::runtime_error(lastListed.generic_string() +
+                                 " cannot be read: " + error.message());
     std::sort(entries.begin(), entries.end(),
               [](const TreeEntry& a, const TreeEntry& b) { return a.path < b.path; });
     return entries;

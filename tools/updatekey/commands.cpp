@@ -5,7 +5,6 @@
 #include <stdexcept>
 
 #include "tools/updatekey/check/flash_size.h"
-#include "tools/updatekey/completion.h"
 #include "tools/updatekey/key_source.h"
 #include "tools/updatekey/options.h"
 #include "tools/updatekey/report/progress_bar.h"
@@ -76,7 +75,7 @@ int runWrite(Arguments& arguments) {
 
 int runSticks(Arguments& arguments) {
     const std::vector<Stick> sticks = listSticks();
-    show(arguments, sticksText(sticks), sticksText(sticks), sticksJson(sticks));
+    show(arguments.output, sticksText(sticks), sticksText(sticks), sticksJson(sticks));
     return ExitFine;
 }
 
@@ -288,10 +287,6 @@ void describeCommands(CLI::App& app, Arguments& arguments) {
     app.add_flag("--json", arguments.output.json, "Write the report as JSON, for scripts");
     app.add_flag("--quiet", arguments.output.quiet,
                  "Write only findings, faulty sticks and repair steps, and no progress bar");
-    app.add_option("--completion", arguments.shell,
-                   "Write the completion script for bash, zsh or fish, and exit")
-        ->type_name("SHELL")
-        ->check(CLI::IsMember({"bash", "zsh", "fish"}));
     app.require_subcommand(0, 1);
     app.fallthrough();
     app.footer(
@@ -304,10 +299,6 @@ void describeCommands(CLI::App& app, Arguments& arguments) {
 }
 
 int runCommand(const CLI::App& app, Arguments& arguments) {
-    if (!arguments.shell.empty()) {
-        writeOut(completionScript(app, arguments.shell));
-        return ExitFine;
-    }
     if (!arguments.output.quiet)
         arguments.check.progress = makeProgressBar();
     for (const Command& command : COMMANDS)

@@ -24,7 +24,6 @@ struct Arguments {
     std::string key;    // a folder or a disk image; for diagnose, the device
     std::string other;  // what `key` is compared with
     std::string out;
-    std::string shell;
     std::vector<std::string> sticks;
     MakeOptions make;
     ImageOptions image;

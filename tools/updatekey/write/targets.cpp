@@ -82,7 +82,7 @@ std::vector<Stick> listSticks(const fs::path& systemRoot) {
             stick.room = roomOn(volume.folder);
             const KeyDevice device(volume.folder);
             const Prediction prediction = lookAtKey();
-            stick.update = !prediction.accepted             ? ""
+            stick.update = !prediction.accepted         ? ""
                            : prediction.version.empty() ? "unknown"
                                                         : prediction.version;
         } catch (const fs::filesystem_error& error) {

@@ -1,0 +1,46 @@
+# Completion of updatekey for fish. scripts/lib/check-completion compares its words with the help.
+complete -c updatekey -l help -d 'Show the help'
+complete -c updatekey -l help-all -d 'Show the help of all commands'
+complete -c updatekey -l version -d 'Show the version; for make, that of the update'
+complete -c updatekey -l json -d 'Write JSON'
+complete -c updatekey -l quiet -d 'Write only what needs attention'
+
+complete -c updatekey -n __fish_use_subcommand -x -a make -d 'Make an update key from its files'
+complete -c updatekey -n __fish_use_subcommand -x -a check -d 'Report the faults of a key'
+complete -c updatekey -n __fish_use_subcommand -x -a info -d 'Show the content of a key'
+complete -c updatekey -n __fish_use_subcommand -x -a image -d 'Make a disk image of a key'
+complete -c updatekey -n __fish_use_subcommand -x -a sticks -d 'List the USB sticks'
+complete -c updatekey -n __fish_use_subcommand -x -a write -d 'Write a key to USB sticks'
+complete -c updatekey -n __fish_use_subcommand -x -a diff -d 'Compare a key with another or a device'
+complete -c updatekey -n __fish_use_subcommand -x -a rehearse -d 'Run the updater on a copy of a device'
+complete -c updatekey -n __fish_use_subcommand -x -a diagnose -d 'Report what is wrong with an instrument'
+
+set -l make -c updatekey -n '__fish_seen_subcommand_from make'
+complete $make -l app -x -a '(__fish_complete_directories)' -d 'Files of the application'
+complete $make -l gui -x -a '(__fish_complete_directories)' -d 'GUI data'
+complete $make -l notes -r -F -d 'Release notes'
+
+set -l checked -c updatekey -n '__fish_seen_subcommand_from make check image write rehearse'
+complete $checked -l flash-size -x -d 'Size of the flash disk'
+set -l tested -c updatekey -n '__fish_seen_subcommand_from make check image write rehearse diagnose'
+complete $tested -l languages -x -d 'Languages that the key must support'
+complete $tested -l machine -x -a 'arm x86 x64 any' -d 'Processor of the application'
+complete $checked -l accept -x -d 'Findings to ignore'
+
+set -l image -c updatekey -n '__fish_seen_subcommand_from image'
+complete $image -l size -x -d 'Size of the image'
+complete $image -l no-partition-table -d 'Only a file system'
+
+set -l write -c updatekey -n '__fish_seen_subcommand_from write'
+complete $write -l replace -d 'Replace an earlier update'
+complete $write -l eject -d 'Unmount good sticks'
+complete $write -l not-a-stick -d 'Write to any folder'
+
+set -l rehearse -c updatekey -n '__fish_seen_subcommand_from rehearse'
+complete $rehearse -l device -x -a '(__fish_complete_directories)' -d 'Device folder'
+complete $rehearse -l updater -r -F -d 'The updater'
+complete $rehearse -l keep -r -F -d 'New folder for the updated device'
+complete $rehearse -l timeout -x -d 'Seconds'
+complete $rehearse -l hidden -d 'Use a virtual screen'
+
+complete -c updatekey -n '__fish_seen_subcommand_from diagnose' -l manifest -r -F -d 'Key to compare with'
