@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <ctime>
 
-#include "tools/host/external_program.h"
+#include "tools/host/process.h"
 
 double now() {
     timespec time{};
@@ -20,7 +20,7 @@ double median(std::vector<double> values) {
 
 double runCommand(const std::vector<std::string>& command, std::string* output) {
     const double start = now();
-    const std::string printed = runExternalProgram(command);
+    const std::string printed = outputOf(command);
     const double seconds = now() - start;
     if (output != nullptr)
         *output = printed;
