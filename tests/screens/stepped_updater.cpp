@@ -69,6 +69,7 @@ void glClear(GLbitfield mask) {
     driversOwn(glClear, "glClear")(mask);
 }
 
+#undef eglSwapBuffers  // the driver's call, not the one that the program sees
 EGLBoolean eglSwapBuffers(EGLDisplay display, EGLSurface surface) {
     std::printf("eglSwapBuffers%s\n", glGetError() == GL_NO_ERROR ? "" : " after a GL error");
     return driversOwn(eglSwapBuffers, "eglSwapBuffers")(display, surface);
