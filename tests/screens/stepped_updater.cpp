@@ -70,8 +70,6 @@ void glClear(GLbitfield mask) {
 }
 
 #undef eglSwapBuffers  // the driver's call, not the one that the program sees
-// Stands in for the driver's own, which the window calls.
-#undef eglSwapBuffers
 EGLBoolean eglSwapBuffers(EGLDisplay display, EGLSurface surface) {
     std::printf("eglSwapBuffers%s\n", glGetError() == GL_NO_ERROR ? "" : " after a GL error");
     return driversOwn(eglSwapBuffers, "eglSwapBuffers")(display, surface);
