@@ -46,29 +46,27 @@ class Screen:
         except error.XError:  # one has just gone
             return []
 
-    def has_focus(self):
-        return not isinstance(self.connection.get_input_focus().focus, int)
+    def key_window(self):
+        """The window that gets the keys: the one with the focus, or else the one below the pointer."""
+        focus = self.connection.get_input_focus().focus
+        return self.root.query_pointer().child if isinstance(focus, int) else focus
 
     def press(self, names):
         """Presses and releases keys, given by their X names, and waits until the window has them.
         "F4*2" is F4 held until it repeats."""
-        window = self.connection.get_input_focus().focus
-        window.change_attributes(event_mask=X.KeyReleaseMask)
         for name in names.split():
             name, _, repeated = name.partition('*')
             key = self.connection.keysym_to_keycode(XK.string_to_keysym(name))
             xtest.fake_input(self.connection, X.KeyPress, key)
             if repeated:
-                self.connection.sync()
+                self.settle()
+                window = self.key_window()
                 window.send_event(protocol.event.KeyPress(
                     window=window, root=self.root, child=X.NONE, detail=key, state=0, same_screen=1,
                     time=int(time.monotonic() * 1000) + 1, root_x=0, root_y=0, event_x=0, event_y=0))
             xtest.fake_input(self.connection, X.KeyRelease, key)
-            self.connection.sync()
-            while self.connection.next_event().type != X.KeyRelease:
-                pass
+            self.settle()
             time.sleep(0.005)  # two presses of a key within a millisecond count as one
-        self.settle()
 
     def close_window(self):
         """Does what a window manager does when its close button is pressed."""
