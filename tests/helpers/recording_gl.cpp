@@ -83,17 +83,16 @@ std::vector<std::string> RecordingGl::callsOf(const std::string& function) const
 
 RECORDED(glCompileShader, (GLuint shader), shader)
 RECORDED(glLinkProgram, (GLuint program), program)
+RECORDED(glDeleteShader, (GLuint shader), shader)
 RECORDED(glUniform1f, (GLint location, GLfloat value), location, value)
 RECORDED(glUniform3f, (GLint location, GLfloat x, GLfloat y, GLfloat z), location, x, y, z)
 RECORDED(glUniform4f, (GLint location, GLfloat x, GLfloat y, GLfloat z, GLfloat w), location, x, y,
          z, w)
 RECORDED(glDeleteTextures, (GLsizei count, const GLuint* textures), count, join(textures, count))
 RECORDED(glLineWidth, (GLfloat width), width)
-IGNORED(glDeleteShader, (GLuint))
 IGNORED(glAttachShader, (GLuint, GLuint))
 IGNORED(glUseProgram, (GLuint))
 IGNORED(glUniform1i, (GLint, GLint))
-IGNORED(glPixelStorei, (GLenum, GLint))
 IGNORED(glActiveTexture, (GLenum))
 IGNORED(glTexParameteri, (GLenum, GLenum, GLint))
 
@@ -160,11 +159,18 @@ void glBindTexture(GLenum, GLuint texture) {
     gl().boundTexture = texture;
 }
 
+void glPixelStorei(GLenum, GLint alignment) {
+    gl().alignment = alignment;
+}
+
+// Reads only rows without padding.
 void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GLenum format, GLenum,
                   const void* pixels) {
     const unsigned char* const bytes = static_cast<const unsigned char*>(pixels);
-    gl().texturePixels[gl().boundTexture].assign(
-        bytes, bytes + static_cast<std::ptrdiff_t>(width) * height * (format == GL_RGB ? 3 : 1));
+    if (gl().alignment == 1)
+        gl().texturePixels[gl().boundTexture].assign(
+            bytes,
+            bytes + static_cast<std::ptrdiff_t>(width) * height * (format == GL_RGB ? 3 : 1));
 }
 
 void glEnableVertexAttribArray(GLuint index) {

@@ -32,7 +32,8 @@ struct RecordingGl {
     std::map<GLuint, std::vector<unsigned char>> texturePixels;
     std::map<GLint, std::vector<GLfloat>> matrices;  // by uniform location
     GLuint boundTexture = 0;
-    GLuint names = 0;  // the last object name given
+    GLint alignment = 4;  // of the rows of textures
+    GLuint names = 0;     // the last object name given
 
     struct VertexArray {
         bool enabled = false;

@@ -14,6 +14,7 @@ namespace {
 const std::string HEADER = "BMF\3";
 const Glyph A = {'A', 1, 2, 3, 4, -5, -6, 7, 0, 15};
 const Glyph B = {0x10000 + 'B', 9, 9, 9, 9, 0, 0, 9, 1, 15};
+const Glyph B2 = {'B', 8, 8, 8, 8, 0, 0, 8, 0, 15};
 
 // Parses a copy in a buffer of the exact size, so that sanitizers detect a read beyond it.
 FontData parse(const std::string& bytes) {
@@ -23,11 +24,13 @@ FontData parse(const std::string& bytes) {
     return font;
 }
 
+// A later record of a character or a pair replaces an earlier one.
 TEST(FontFile, ReadsEveryField) {
-    const FontData font = parse(HEADER + block(1, "info") + commonBlock(17, 13, 256) +
-                                block(3, std::string("a 0.png\0a 1.png\0", 16)) +
-                                block(4, glyphRecord(A) + glyphRecord(B)) +
-                                block(5, kerningRecord('A', 0x20AC1, -2)));
+    const FontData font =
+        parse(HEADER + block(1, "info") + commonBlock(17, 13, 256) +
+              block(3, std::string("a 0.png\0a 1.png\0", 16)) +
+              block(4, glyphRecord(B2) + glyphRecord(A) + glyphRecord(B)) +
+              block(5, kerningRecord('A', 0x20AC1, 5) + kerningRecord('A', 0x20AC1, -2)));
     EXPECT_EQ(font.lineHeight, 17U);
     EXPECT_EQ(font.base, 13U);
     EXPECT_EQ(font.atlasSize, 256U);

@@ -133,10 +133,10 @@ TEST_F(FontRendererTest, AFaceWithoutFilesMakesNoGlCalls) {
 }
 
 TEST_F(FontRendererTest, LoadsItsKerningFileAndAllPages) {
-    const std::string font = std::string("BMF\3") + commonBlock(1, 1, 2) +
-                             block(3, std::string("o\ne.png\0two.png\0", 16)) +
-                             block(3, std::string("x\0", 2)) +
-                             block(4, glyphRecord(glyph('A', 0, 1, 1)));
+    const std::string font =
+        std::string("BMF\3") + commonBlock(1, 1, 2) +
+        block(3, std::string("o\ne.png\0two.png\0", 16)) + block(3, std::string("x\0", 2)) +
+        block(4, glyphRecord(glyph('A', 0, 1, 1)) + glyphRecord(glyph('B', 0, 1, 1, 1)));
     device.write("/data/fonts/F.fnt", font);
     device.write("/data/fonts/F.kern", utf16Bytes(TEXT("AA 7\r\n")));
     device.write("/data/fonts/two.raw", "abcd");
@@ -146,6 +146,9 @@ TEST_F(FontRendererTest, LoadsItsKerningFileAndAllPages) {
         EXPECT_EQ(face.context(), this);
         EXPECT_EQ(face.findKerning('A', 'A'), 7);
         EXPECT_EQ(face.findKerning('A', 'B'), std::nullopt);
+        draw(face, TEXT("BA"));
+        EXPECT_EQ(gl.callsOf("glBindTexture"), (Quads{"glBindTexture(1)", "glBindTexture(0)"}));
+        EXPECT_EQ(gl.callsOf("glUniform3f")[0], "glUniform3f(3, 1, 0.5, 0.25)");
         EXPECT_EQ(gl.texturePixels[1], (std::vector<unsigned char>{'a', 'b', 'c', 'd'}));
         EXPECT_EQ(gl.texturePixels[2], (std::vector<unsigned char>{'e', 'f', 'g', 'h'}));
         EXPECT_NE(device.read("/log.txt").find("File /data/fonts/o?e.raw not found."),

@@ -80,6 +80,7 @@ TEST_F(ShaderProgram, IsCachedEvenWhenItFailsToBuild) {
     EXPECT_NE(program, 0U);
     EXPECT_EQ(gl.callsOf("glCreateShader").size() + gl.callsOf("glShaderSource").size(), 0U);
     EXPECT_EQ(gl.callsOf("glCompileShader").size(), 2U);
+    EXPECT_EQ(gl.callsOf("glDeleteShader").size(), 2U);
     EXPECT_EQ(getProgram(cache, "nonesuch"), program);
     EXPECT_EQ(gl.callsOf("glLinkProgram").size(), 1U);
     EXPECT_EQ(getProgram(cache, ""), 0U);

@@ -71,7 +71,12 @@ void glClear(GLbitfield mask) {
 
 #undef eglSwapBuffers  // the driver's call, not the one that the program sees
 EGLBoolean eglSwapBuffers(EGLDisplay display, EGLSurface surface) {
-    std::printf("eglSwapBuffers%s\n", glGetError() == GL_NO_ERROR ? "" : " after a GL error");
+    GLint arrays[2] = {};
+    for (GLuint i = 0; i < 2; ++i)
+        glGetVertexAttribiv(i, GL_VERTEX_ATTRIB_ARRAY_ENABLED, &arrays[i]);
+    std::printf("eglSwapBuffers%s%s%s\n", glIsEnabled(GL_BLEND) ? ", still blending" : "",
+                arrays[0] + arrays[1] > 0 ? ", arrays still enabled" : "",
+                glGetError() == GL_NO_ERROR ? "" : ", after a GL error");
     return driversOwn(eglSwapBuffers, "eglSwapBuffers")(display, surface);
 }
 

@@ -212,6 +212,13 @@ RUNS = [
         Step('plug in', 'ready', log=UNKNOWN),
         Step('Home', exits=0, prints='', runs='KSTRL.exe', log=SUCCEEDED, disk=UPDATED)],
         'application 1, application 2'),
+    # The application on the key could be started, but an earlier attempt has failed.
+    Run('endings', 'STOP, then an update', [
+        Step('start', 'waiting', disk=INSTALLED),
+        Step('End', 'waiting-restart'),
+        Step('plug in', 'ready-restart', log=UNKNOWN),
+        Step('Home', 'complete-restart', log=SUCCEEDED, disk=UPDATED),
+        Step('End', exits=0, prints='')], 'application 2'),
     Run('endings', 'automatic mode', [
         Step('start /auto', 'waiting', disk=INSTALLED),
         Step('plug in', exits=0, prints=NO_NOTES, runs='KSTRL.exe', log=SUCCEEDED, disk=UPDATED)],
@@ -263,16 +270,17 @@ RUNS = [
         Step('frame', 'waiting'),
         Step('F1 F7 ' + SEQUENCE),
         Step('frame', exits=0)], 'application 1', stepped=True),
-    Run('frames', 'STOP during an update', [
+    *(Run('frames', f'during an update, {name}', [
         Step('plug in'),
         Step('start'),
         Step('frame', 'waiting', disk=INSTALLED),
         Step('frame', log=UNKNOWN),
         Step('Home'),
         Step('frame', 'ready', disk=STAGED),
-        Step('frame'),
-        Step('End'),
-        Step('frame', exits=0, runs='KSTRL.exe', disk=STAGED)], 'application 1', stepped=True),
+        Step('frame', 'updating-0'),
+        Step(keys),
+        Step('frame', exits=0, runs=runs, disk=STAGED)], 'application 1', stepped=True)
+      for name, keys, runs in (('STOP', 'End', 'KSTRL.exe'), ('Backspace', 'BackSpace', ''), ('service keys', SEQUENCE, ''))),
     Run('frames', 'a failed update in automatic mode', [
         Step('plug in'),
         Step('start /auto'),
@@ -283,7 +291,9 @@ RUNS = [
         Step('frame', 'updating-75'),
         Step('frame', 'updating-100', log=FAILED, disk=UPDATED + ' Update'),
         Step('frame', 'failed', prints=CLEAR + SHOW + NEXT),
-        Step('frame', 'failed', prints=CLEAR + SHOW + NEXT)], 'application 2, stray', stepped=True),
+        Step('frame', 'failed', prints=CLEAR + SHOW + NEXT),
+        Step('BackSpace'),
+        Step('frame', exits=0, runs='KSTRL.exe')], 'application 2, stray', stepped=True),
     Run('frames', 'no application in automatic mode', [
         Step('plug in'),
         Step('start /auto'),
