@@ -24,7 +24,7 @@ class Line:
                 if emulator.poll() is not None or time.monotonic() > end:
                     raise Failure("the emulator did not start") from None
                 time.sleep(0.05)
-        self.socket.settimeout(600)
+        self.socket.settimeout(1200)
         self.file = self.socket.makefile("rb")
 
     def send(self, text):
@@ -76,7 +76,7 @@ class Machine:
             raise Failure(f"exit code {int(code)} of: {command}\n{output}")
         return output
 
-    def wait(self, condition, limit=60):
+    def wait(self, condition, limit=600):
         """Waits in the machine until a shell condition holds."""
         self.run(f"until {condition}; do sleep 0.05; done", limit)
 
@@ -96,7 +96,7 @@ class Machine:
     def press(self, key):
         self.tell("send-key", keys=[{"type": "qcode", "data": key}])
 
-    def press_until(self, key, condition, limit=200):
+    def press_until(self, key, condition, limit=900):
         """Presses a key again and again until a shell condition holds."""
         end = time.monotonic() + limit
         self.press(key)

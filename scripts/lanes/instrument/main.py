@@ -78,7 +78,7 @@ class Instrument(Machine):
 
     def wait_for_end(self):
         """Waits until the updater has ended or shows a failed update, and returns whether it succeeded."""
-        self.wait(ENDED, 200)
+        self.wait(ENDED, 900)
         self.run("kill $(cat /run/updater.pid) $(pidof KSTRL.exe) 2>/dev/null; true")
         return "Update succeeded" in self.run("cat /run/updater.out")
 
