@@ -35,7 +35,7 @@ fs::path entryAt(const fs::path& folder, const fs::path& relative) {
 
 fs::path makerFolderOf(const fs::path& folder) {
     for (const char* const place : {keylayout::FLASH_ROOT, keylayout::MAKER_FOLDER}) {
-        const fs::path found = entryAt(folder, fs::path(place).relative_path());
+        fs::path found = entryAt(folder, fs::path(place).relative_path());
         if (fs::is_directory(found))
             return found;
     }
