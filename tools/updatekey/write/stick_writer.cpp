@@ -173,7 +173,7 @@ std::vector<std::string> writeStick(const fs::path& key, const Manifest& manifes
         fs::rename(old, stick / PREVIOUS);
     fs::rename(unfinished, stick / keypaths::MAKER);
     flushMedium(stick);
-    const std::vector<std::string> kept = leavePrevious(stick);
+    std::vector<std::string> kept = leavePrevious(stick);
     flushMedium(stick);
     meter.finish();
     return kept;
