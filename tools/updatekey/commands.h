@@ -1,5 +1,5 @@
-// The commands of updatekey and their options. The help and the manual pages are generated from this
-// description.
+// The commands of updatekey and their options. The help and the manual pages are generated from
+// this description.
 #pragma once
 
 #include <CLI/CLI.hpp>
