@@ -66,6 +66,7 @@ with tempfile.TemporaryDirectory() as folder:
     (app / ".DS_Store").touch()
     made = make(0, "make", key)
     expect("files left out", made and len(made["leftOut"]), 1)
+    expect("the manifest of a made key", made and made["check"]["manifest"], "matches")
     (app / ".DS_Store").unlink()
     above = work / "above"
     shutil.copytree(gui, above / "data")

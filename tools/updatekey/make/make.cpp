@@ -145,6 +145,7 @@ MakeReport makeKey(const MakeOptions& options) {
         return report;
 
     writeAll(key / MANIFEST_NAME, toText(computeManifest(key)));
+    report.check.manifest = ManifestState::Matches;
     fs::permissions(key, static_cast<fs::perms>(0755));
     setTimes(key, keyTime(options));
     fs::rename(key, out);
