@@ -1,6 +1,7 @@
 #include "render/font_file.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -142,7 +143,8 @@ void loadFontFile(const std::string& path, FontData& font) {
         return;
     }
     const uint64_t length = bytesLeft(file.get());
-    if (length > limits::FONT_FILE) {
+    // A 32-bit system cannot count 2 GiB: the length of such a file is given as 0.
+    if (length > limits::FONT_FILE || (length == 0 && std::fgetc(file.get()) != EOF)) {
         Logger::instance().error("Font file %s is too large.\n", path.c_str());
         return;
     }
