@@ -22,6 +22,8 @@ bool Utf16Reader::readLine(WideString& line) {
 bool Utf16Reader::readCharacter(WCHAR& character) {
     const int low = bytes_.next();
     const int high = bytes_.next();
+    if (high == EOF)
+        return false;
     character = static_cast<WCHAR>(low | (high << 8));
-    return high != EOF;
+    return true;
 }
