@@ -27,7 +27,7 @@ class Device:
     """The device's files: versions 1 installed, version 2 on a key that is plugged in later."""
 
     def __init__(self, run, options):
-        self.run, self.wine = run, options.wine
+        self.run, self.wine, self.made = run, options.wine, time.time()
         self.root = pathlib.Path(os.environ['WINEPREFIX'], 'drive_c') if self.wine else \
             pathlib.Path(tempfile.mkdtemp(prefix='screens-'))
         for name in ('FlashDisk', 'USB HD', 'key'):
@@ -93,9 +93,8 @@ class Device:
             text = (self.flash / 'Updater-log.txt').read_bytes().decode('latin-1').replace('\r\n', '\n')
         except OSError:
             return ''
-        moments = [time.strftime('%Y/%-m/%-d %-H:%M', time.localtime(time.time() - ago)) for ago in (0, 60)]
-        for moment in moments:
-            text = text.replace(moment, 'TIME')
+        for moment in range(int(self.made), int(time.time()) + 60, 60):  # each minute of the run
+            text = text.replace(time.strftime('%Y/%-m/%-d %-H:%M', time.localtime(moment)), 'TIME')
         first, _, rest = text.partition('\n')
         return rest if first == 'Opening log at TIME' else 'wrong first line: ' + text
 
