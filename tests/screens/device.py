@@ -26,7 +26,7 @@ BACKGROUNDS = {
 class Device:
     """The device's files: versions 1 installed, version 2 on a key that is plugged in later."""
 
-    def __init__(self, run, options):
+    def __init__(self, run, screen, options):
         self.run, self.wine, self.made = run, options.wine, time.time()
         self.root = pathlib.Path(os.environ['WINEPREFIX'], 'drive_c') if self.wine else \
             pathlib.Path(tempfile.mkdtemp(prefix='screens-'))
@@ -58,7 +58,7 @@ class Device:
         if 'large file' in run.device:
             self.write(self.key / 'KSTRL/large.dll', '')
             os.truncate(self.key / 'KSTRL/large.dll', 64000000)
-        self.set_language()
+        self.set_language(screen)
         self.others = []
         if 'applications run' in run.device:
             for name in ('KSTRL.exe', 'KSTRLLF.exe', 'kstrl.exe', 'KSTRL.exe'):
@@ -74,11 +74,12 @@ class Device:
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_bytes(text if isinstance(text, bytes) else text.encode())
 
-    def set_language(self):
+    def set_language(self, screen):
         if self.wine:
+            # Wine's desktop process belongs to the display of the first program.
             subprocess.run([self.wine, 'reg', 'add', r'HKLM\SOFTWARE\VELD\KESTREL\SYSTEM_CONFIG', '/v', 'LANGUAGE',
                             '/t', 'REG_DWORD', '/d', str(self.run.language), '/f'], check=True,
-                           cwd=self.root, stdout=subprocess.DEVNULL)
+                           cwd=self.root, env={**os.environ, 'DISPLAY': screen.name}, stdout=subprocess.DEVNULL)
         else:
             self.write(self.root / 'registry.reg', 'Windows Registry Editor Version 5.00\n\n'
                        r'[HKEY_LOCAL_MACHINE\SOFTWARE\VELD\KESTREL\SYSTEM_CONFIG]'
