@@ -77,6 +77,7 @@ TEST_F(ProcessesPosix, ProgramsAreSeenAndEndedOnce) {
     ChildProcess second({host(), "1000"});
     ChildProcess headless({host("KSTRL.exe")});
     ChildProcess* const all[] = {&first, &second, &headless};
+    EXPECT_TRUE(waitUntil([] { return processesNamed("KSTRL.exe").size() == 3; }));
     fs::remove(host());  // deleted, but still programs of the device
     EXPECT_TRUE(waitUntil(
         [&] { return host::readLink("/proc/" + std::to_string(headless.id()) + "/exe").empty(); }));
