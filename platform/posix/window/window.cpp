@@ -64,7 +64,7 @@ WPARAM virtualKey(int key) {
         case GLFW_KEY_BACKSPACE:
             return VK_BACK;
         default:
-            return key >= GLFW_KEY_F1 && key <= GLFW_KEY_F6
+            return key >= GLFW_KEY_F1 && key <= GLFW_KEY_F12
                        ? VK_F1 + static_cast<WPARAM>(key - GLFW_KEY_F1)
                        : VK_OTHER;
     }
