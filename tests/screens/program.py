@@ -52,9 +52,6 @@ class Program:
     def errors(self):
         return os.pread(self.files[1].fileno(), 1 << 20, 0).decode()
 
-    def is_running(self):
-        return self.process.poll() is None
-
     def end(self):
         self.process.kill()
         self.process.wait()
