@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 void setCallHook(CallHook hook) {
     host::callHook = std::move(hook);

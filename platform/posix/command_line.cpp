@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "platform/posix/utf.h"
 #include "platform/posix/win32_api.h"
+#include "platform/utf.h"
 
 namespace {
 

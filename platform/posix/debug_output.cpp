@@ -12,7 +12,7 @@
 
 #include "platform/posix/call_hook.h"
 #include "platform/posix/files/descriptor.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 namespace host {
 

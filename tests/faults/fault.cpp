@@ -7,7 +7,7 @@
 
 #include "platform/posix/files/device.h"
 #include "platform/posix/files/read_file.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 namespace {
 

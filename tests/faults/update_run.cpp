@@ -13,7 +13,7 @@
 #include <new>
 
 #include "platform/posix/files/device.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 #include "support/logger.h"
 #include "support/path_constants.h"
 #include "ui/simple_ui.h"

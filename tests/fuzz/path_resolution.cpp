@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "platform/posix/files/device.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     const std::string bytes(reinterpret_cast<const char*>(data), size);

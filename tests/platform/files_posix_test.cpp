@@ -7,7 +7,7 @@
 #include <fstream>
 
 #include "platform/posix/files/read_file.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 #include "platform/win32.h"
 #include "tests/helpers/device_folder.h"
 

@@ -5,7 +5,7 @@
 
 #include "platform/posix/command_line.h"
 #include "platform/posix/files/device.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 #include "tests/helpers/device_folder.h"
 
 namespace {

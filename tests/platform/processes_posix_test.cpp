@@ -15,7 +15,7 @@
 #include "platform/posix/files/read_file.h"
 #include "platform/posix/processes/proc_files.h"
 #include "platform/posix/signals.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 #include "platform/win32.h"
 #include "tests/helpers/child_process.h"
 #include "tests/helpers/device_folder.h"

@@ -9,7 +9,7 @@
 #include <functional>
 
 #include "platform/input_limits.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 #include "tests/helpers/bytes.h"
 #include "tests/helpers/device_folder.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 #include "tools/host/host_file.h"
 
 namespace fs = std::filesystem;

@@ -6,7 +6,7 @@
 #include <sstream>
 #include <string_view>
 
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 #include "support/text.h"
 #include "tools/host/printable.h"
 

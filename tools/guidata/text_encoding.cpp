@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 std::optional<std::u16string> utf16FromUtf8(const std::string& bytes) {
     constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 std::string printable(const std::string& text) {
     std::u16string shown;

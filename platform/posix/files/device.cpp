@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "platform/posix/files/flush.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 namespace {
 

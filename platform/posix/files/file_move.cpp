@@ -12,7 +12,7 @@
 #include "platform/posix/files/place.h"
 #include "platform/posix/last_error.h"
 #include "platform/posix/processes/proc_files.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 using host::fail;
 using host::FileIdentity;

@@ -17,7 +17,7 @@
 #include "platform/posix/files/file_status.h"
 #include "platform/posix/files/place.h"
 #include "platform/posix/last_error.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 using host::fail;
 using host::refusedByHook;

@@ -11,7 +11,7 @@
 
 #include "platform/posix/files/device.h"
 #include "platform/posix/last_error.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 namespace host {
 namespace {

@@ -13,7 +13,7 @@
 #include "platform/posix/call_hook.h"
 #include "platform/posix/last_error.h"
 #include "platform/posix/processes/device_processes.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 using host::fail;
 using host::refusedByHook;

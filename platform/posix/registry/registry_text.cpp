@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "platform/posix/registry/registry_file.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 namespace host {
 namespace {

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cstdio>
 
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 namespace host {
 namespace {

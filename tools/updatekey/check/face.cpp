@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 #include "tools/updatekey/check/key_paths.h"
 
 FontData loadKeyFace(const std::string& faceName) {

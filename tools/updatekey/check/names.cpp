@@ -4,7 +4,7 @@
 #include <iterator>
 #include <set>
 
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 #include "tools/host/folder_tree.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 // Files that file managers, editors, debuggers and version control leave behind: ".DS_Store",
 // "Thumbs.db", "~$notes.doc", "KSTRL.pdb".

@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "platform/posix/files/device.h"
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 #include "support/open_file.h"
 #include "support/path_constants.h"
 #include "support/text.h"

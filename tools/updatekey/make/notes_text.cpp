@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 #include "support/text.h"
 #include "update/key_layout.h"
 

@@ -1,4 +1,4 @@
-#include "platform/posix/utf.h"
+#include "platform/utf.h"
 
 #include <algorithm>
 #include <cstddef>
