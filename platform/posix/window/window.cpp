@@ -35,6 +35,9 @@ namespace {
 // The code of all keyboard keys that the program does not use; Windows leaves it unassigned.
 constexpr WPARAM VK_OTHER = 0xE8;
 
+// Marks a key that was already down: a repeated press, or a release.
+constexpr LPARAM KEY_WAS_DOWN = LPARAM{1} << 30;
+
 std::map<std::u16string, WNDPROC>& classes() {
     static auto& registered = *new std::map<std::u16string, WNDPROC>;
     return registered;
@@ -73,7 +76,8 @@ WPARAM virtualKey(int key) {
 void onDesktopKey(GLFWwindow* desktop, int key, int, int action, int) {
     const HWND window = handleOf(desktop);
     if ((window->style & WS_DISABLED) == 0)
-        host::postMessage(window, action == GLFW_RELEASE ? WM_KEYUP : WM_KEYDOWN, virtualKey(key));
+        host::postMessage(window, action == GLFW_RELEASE ? WM_KEYUP : WM_KEYDOWN, virtualKey(key),
+                          action == GLFW_PRESS ? 0 : KEY_WAS_DOWN);
 }
 
 void onDesktopClose(GLFWwindow* desktop) {

@@ -20,8 +20,8 @@ std::deque<MSG>& queue() {
 
 namespace host {
 
-void postMessage(HWND window, UINT message, WPARAM wParam) {
-    queue().push_back({window, message, wParam, 0, 0, {0, 0}});
+void postMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    queue().push_back({window, message, wParam, lParam, 0, {0, 0}});
 }
 
 }  // namespace host

@@ -5,6 +5,6 @@
 
 namespace host {
 
-void postMessage(HWND window, UINT message, WPARAM wParam);
+void postMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam = 0);
 
 }  // namespace host
