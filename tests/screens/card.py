@@ -1,14 +1,17 @@
 """The test card: a background on which a wrong row, scale, filter or turn is seen at once."""
 
+import functools
+
 import numpy
 
 SIDE = 1024  # the background is square, one byte per pixel
 
 
+@functools.lru_cache(maxsize=None)
 def test_card():
     """Each quarter of the visible part has its own level, slope and fine lines; rulers run along all
     edges. No level is above 160, so that white texts stand out everywhere."""
-    y, x = numpy.mgrid[0:SIDE, 0:SIDE]
+    y, x = numpy.ogrid[0:SIDE, 0:SIDE]
     right, low = x >= 512, y >= 384
     card = 16 + 24 * right + 48 * low + 4 * (x // 128) + 2 * (y // 128)
     lines = numpy.where(low, numpy.where(right, (x + y) % 2, (x + 2 * y) % 5 == 0),

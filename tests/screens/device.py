@@ -82,8 +82,8 @@ class Device:
                            cwd=self.root, env={**os.environ, 'DISPLAY': screen.name}, stdout=subprocess.DEVNULL)
         else:
             self.write(self.root / 'registry.reg', 'Windows Registry Editor Version 5.00\n\n'
-                       r'[HKEY_LOCAL_MACHINE\SOFTWARE\VELD\KESTREL\SYSTEM_CONFIG]'
-                       f'\n"LANGUAGE"=dword:{self.run.language}\n')
+                       '[HKEY_LOCAL_MACHINE\\SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG]\n'
+                       + ('' if 'no language' in self.run.device else f'"LANGUAGE"=dword:{self.run.language}\n'))
 
     def plug_in(self):
         self.key.rename(self.root / 'USB HD/VELD')

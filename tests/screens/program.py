@@ -29,8 +29,9 @@ class Program:
             self.read_calls()
 
     def read_calls(self):
-        """Reads the calls up to the start of the next frame, or to the end of the program."""
-        while not self.calls.endswith('Sleep 2\n'):
+        """Reads the calls up to the start of the next frame, or to the end of the program. No frame has
+        as many as 10,000 bytes of them."""
+        while not self.calls.endswith('Sleep 2\n') and len(self.calls) < 10000:
             line = self.process.stdout.readline().decode()
             if not line:
                 self.process.wait()
