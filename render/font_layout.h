@@ -1,6 +1,6 @@
-// The layout of a ".fnt" file, for the program and for the tool that makes the file: the published
-// BMFont binary format, version 3. Behind the header each block begins with its type in one byte
-// and the length of its content in four. Numbers are stored low byte first.
+// The layout of a ".fnt" file: the published BMFont binary format, version 3. Behind the header
+// each block begins with its type in one byte and the length of its content in four. Numbers are
+// stored low byte first. tools/guidata/bmfont.py writes it.
 #pragma once
 
 #include <cstddef>

@@ -12,7 +12,7 @@ const problems = []
 function compare(what, theirs, ours) {
   const a = JSON.stringify(theirs)
   const b = JSON.stringify(ours)
-  if (a !== b) problems.push(`${what}: the parser has ${a}, the updater ${b}`)
+  if (a !== b) problems.push(`${what}: the parser has ${a}, fontbake ${b}`)
 }
 
 // Both lists in the same order, each entry with its fields in the order of `fields`.
