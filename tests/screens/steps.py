@@ -258,7 +258,7 @@ RUNS = [
         Step('frame', log=SUCCEEDED, disk=UPDATED),
         Step('frame', prints=CLEAR + LAUNCH + LAUNCH + SHOW + NEXT),
         Step('frame', prints=CLEAR + LAUNCH + SHOW + NEXT)], 'no notes', stepped=True),
-    Run('frames', 'a complete update', [
+    Run('frames', 'a complete update, frame by frame', [
         Step('plug in'),
         Step('start'),
         Step('frame', 'waiting', disk=INSTALLED, prints=CLEAR + NO_NOTES + PAUSE + SHOW + NEXT),
