@@ -20,11 +20,14 @@ struct Driver {
     std::string failing;
     std::vector<Config> configs = {{5, 6, 5, 0, 24, 0}};
     int unreadableConfig = -1;
-    std::vector<std::string> calls;
+    std::string calls;  // one line each, with the attributes asked for
     int configTaken = -1;
 
-    bool call(const std::string& name) {
-        calls.push_back(name);
+    bool call(const std::string& name, const EGLint* attributes = nullptr) {
+        calls += name;
+        for (; attributes != nullptr && *attributes != EGL_NONE; ++attributes)
+            calls += ' ' + std::to_string(*attributes);
+        calls += '\n';
         return name != failing;
     }
     int indexOf(EGLConfig config) const {
@@ -45,28 +48,10 @@ EGLBoolean eglInitialize(EGLDisplay, EGLint* major, EGLint* minor) {
 }
 EGLBoolean eglChooseConfig(EGLDisplay, const EGLint* wanted, EGLConfig* configs, EGLint size,
                            EGLint* count) {
-    constexpr EGLint WANTED[] = {EGL_RENDERABLE_TYPE,
-                                 EGL_OPENGL_ES2_BIT,
-                                 EGL_BUFFER_SIZE,
-                                 16,
-                                 EGL_RED_SIZE,
-                                 5,
-                                 EGL_GREEN_SIZE,
-                                 6,
-                                 EGL_BLUE_SIZE,
-                                 5,
-                                 EGL_ALPHA_SIZE,
-                                 0,
-                                 EGL_DEPTH_SIZE,
-                                 1,
-                                 EGL_STENCIL_SIZE,
-                                 0,
-                                 EGL_NONE};
-    EXPECT_TRUE(std::equal(std::begin(WANTED), std::end(WANTED), wanted));
     *count = static_cast<EGLint>(driver.configs.size());
     for (Config& config : driver.configs)
         *configs++ = &config;
-    return driver.call("eglChooseConfig") && size == 64;
+    return driver.call("eglChooseConfig", wanted) && size == 64;
 }
 EGLBoolean eglGetConfigAttrib(EGLDisplay, EGLConfig config, EGLint attribute, EGLint* value) {
     const EGLint sizes[] = {EGL_RED_SIZE,   EGL_GREEN_SIZE, EGL_BLUE_SIZE,
@@ -76,10 +61,8 @@ EGLBoolean eglGetConfigAttrib(EGLDisplay, EGLConfig config, EGLint attribute, EG
     return driver.indexOf(config) != driver.unreadableConfig || attribute != EGL_BLUE_SIZE;
 }
 EGLContext eglCreateContext(EGLDisplay, EGLConfig config, EGLContext, const EGLint* wanted) {
-    constexpr EGLint WANTED[] = {EGL_CONTEXT_CLIENT_VERSION, 2, EGL_NONE};
-    EXPECT_TRUE(std::equal(std::begin(WANTED), std::end(WANTED), wanted));
     driver.configTaken = driver.indexOf(config);
-    return driver.call("eglCreateContext") ? &handle : EGL_NO_CONTEXT;
+    return driver.call("eglCreateContext", wanted) ? &handle : EGL_NO_CONTEXT;
 }
 EGLSurface eglCreateWindowSurface(EGLDisplay, EGLConfig, EGLNativeWindowType, const EGLint*) {
     return driver.call("eglCreateWindowSurface") ? &handle : EGL_NO_SURFACE;
@@ -105,22 +88,23 @@ std::string init() {
 }
 
 TEST(EglContext, SetUpStopsAtTheFirstFailingCallWithItsMessage) {
-    const std::pair<const char*, const char*> steps[] = {
-        {"eglGetDisplay", "\n>>> EGL failed to obtain display!  Exiting...\n\n"},
-        {"eglInitialize", "\n>>> EGL failed to initialize!  Exiting...\n\n"},
-        {"eglChooseConfig", "eglChooseConfig failed!\n"},
-        {"eglCreateContext", "\n>>> EGL failed to create context!  Exiting...\n\n"},
-        {"eglCreateWindowSurface", "\n>>> EGL failed to create window surface!  Exiting..\n\n"},
-        {"eglMakeCurrent", "\n>>> EGL couldn't make context current!  Exiting...\n\n"},
-        {"eglSwapInterval", "\n>>> EGL couldn't set swap interval! Exiting...\n\n"},
-        {"", "done"},
+    const std::array<const char*, 3> steps[] = {
+        {"eglGetDisplay", "", "\n>>> EGL failed to obtain display!  Exiting...\n\n"},
+        {"eglInitialize", "", "\n>>> EGL failed to initialize!  Exiting...\n\n"},
+        {"eglChooseConfig", " 12352 4 12320 16 12324 5 12323 6 12322 5 12321 0 12325 1 12326 0",
+         "eglChooseConfig failed!\n"},
+        {"eglCreateContext", " 12440 2", "\n>>> EGL failed to create context!  Exiting...\n\n"},
+        {"eglCreateWindowSurface", "", "\n>>> EGL failed to create window surface!  Exiting..\n\n"},
+        {"eglMakeCurrent", "", "\n>>> EGL couldn't make context current!  Exiting...\n\n"},
+        {"eglSwapInterval", "", "\n>>> EGL couldn't set swap interval! Exiting...\n\n"},
+        {"", "", "done"},
     };
-    std::vector<std::string> order;
-    for (const auto& [call, message] : steps) {
+    std::string order;
+    for (const auto& [call, attributes, message] : steps) {
         driver = Driver();
         driver.failing = call;
         if (*call != '\0')
-            order.emplace_back(call);
+            order += std::string(call) + attributes + '\n';
         EXPECT_EQ(init(), message);
         EXPECT_EQ(driver.calls, order);
     }

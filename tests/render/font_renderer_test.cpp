@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <sstream>
 
 #include "platform/posix/call_hook.h"
@@ -18,11 +17,20 @@
 
 namespace {
 
-constexpr float PROJECTION[16] = {2.0F, 0.0F};
-constexpr float MODELVIEW[16] = {3.0F, 0.0F};
+using Quads = std::vector<std::string>;
+
+constexpr float PROJECTION[16] = {2, 0};
+constexpr float MODELVIEW[16] = {3, 0};
 
 Glyph glyph(uint32_t id, int16_t yoffset, uint16_t width, int16_t xadvance, uint8_t page = 0) {
     return {id, 8, 16, width, 12, 99, yoffset, xadvance, page, 15};
+}
+
+std::string quad(float left, float top, float right, float bottom) {
+    std::ostringstream text;
+    text << left << ' ' << bottom << " 0 | " << left << ' ' << top << " 0 | " << right << ' ' << top
+         << " 0 | " << right << ' ' << bottom << " 0";
+    return text.str();
 }
 
 class FontRendererTest : public testing::Test {
@@ -34,92 +42,62 @@ class FontRendererTest : public testing::Test {
         device.write("/data/fonts/page.raw", "coverage");
     }
 
-    void writeFace(const std::string& name, const std::string& kerningRecords = "") const {
-        const std::vector<Glyph> glyphs = {glyph('A', 2, 10, 9),       glyph('B', 3, 8, 7),
-                                           glyph(0xE9, 0, 5, 5),       glyph(0x30A2, 0, 24, 24),
-                                           glyph(0x4E00, -1, 30, -24), glyph('P', 0, 8, 8, 1)};
-        device.write("/data/fonts/" + name + ".fnt", fontBytes(20, 64, glyphs, kerningRecords));
-    }
-
     // Draws at (100, 50) and returns the corners of the quads.
-    std::vector<std::string> draw(const FontRenderer& face, WideText text) {
+    template <typename Text>
+    Quads draw(const FontRenderer& face, const Text& text, bool kerned = true,
+               const float* modelview = nullptr) {
         gl.calls.clear();
-        face.drawText(text, 100, 50, 1.0F, 0.5F, 0.25F, PROJECTION, true, nullptr);
+        face.drawText(text, 100, 50, 1, 0.5F, 0.25F, PROJECTION, kerned, modelview);
         EXPECT_FALSE(gl.arrays[2].enabled || gl.arrays[3].enabled);
-        return quads();
-    }
-
-    std::vector<std::string> quads() const {
-        std::vector<std::string> found;
+        Quads found;
         for (const std::string& call : gl.calls)
             if (call.compare(0, 5, "  2: ") == 0)
                 found.push_back(call.substr(5));
         return found;
     }
 
-    static std::string quad(float left, float top, float right, float bottom) {
-        std::ostringstream text;
-        text << left << ' ' << bottom << " 0 | " << left << ' ' << top << " 0 | " << right << ' '
-             << top << " 0 | " << right << ' ' << bottom << " 0";
-        return text.str();
-    }
-
     DeviceFolder device;
     RecordingGl& gl = RecordingGl::instance();
 };
 
-using Quads = std::vector<std::string>;
-
-TEST_F(FontRendererTest, KerningMovesTheGlyphButNotThePen) {
-    writeFace("F", kerningRecord('A', 'B', -3) + kerningRecord('\n', 'B', 2));
+TEST_F(FontRendererTest, PlacesTheGlyphs) {
+    device.write(
+        "/data/fonts/F.fnt",
+        fontBytes(20, 64,
+                  {glyph('A', 2, 10, 9), glyph('B', 3, 8, 7), glyph(0xE9, 0, 5, 5),
+                   glyph(0x30A2, 0, 24, 24), glyph(0x4E00, -1, 30, -24), glyph('P', 0, 8, 8, 1)},
+                  kerningRecord('A', 'B', -3) + kerningRecord('\n', 'B', 2)));
     FontRenderer face("F", nullptr);
-    const Quads kerned = {quad(100, 52, 110, 64), quad(106, 53, 114, 65), quad(116, 53, 124, 65)};
-    EXPECT_EQ(draw(face, TEXT("ABB")), kerned);
-    // Line breaks are skipped, but form kerning pairs.
-    const Quads oneLine = {quad(100, 52, 110, 64), quad(111, 53, 119, 65)};
-    EXPECT_EQ(draw(face, TEXT("\uFEFFA\r\nB")), oneLine);
-    face.setKerning('A', 'B', 4);
-    EXPECT_EQ(draw(face, TEXT("AB"))[1], quad(113, 53, 121, 65));
-
-    gl.calls.clear();
-    face.drawText("AB", 100, 50, 1.0F, 1.0F, 1.0F, PROJECTION, false, MODELVIEW);
-    EXPECT_EQ(quads()[1], quad(109, 53, 117, 65));
+    const float behind = 100 + 65512 * (2.0F / 3);
+    const std::pair<LPCWSTR, Quads> texts[] = {
+        // Kerning moves the glyph but not the pen. Line breaks are skipped, but form pairs.
+        {TEXT("ABB"), {quad(100, 52, 110, 64), quad(106, 53, 114, 65), quad(116, 53, 124, 65)}},
+        {TEXT("\uFEFFA\r\nB"), {quad(100, 52, 110, 64), quad(111, 53, 119, 65)}},
+        // Narrowed; negative metrics are read as large positive ones.
+        {TEXT("\u30A2A"), {quad(100, 50, 116, 62), quad(116, 52, 126, 64)}},
+        {TEXT("\u4E00A"), {quad(100, 65585, 120, 65597), quad(behind, 52, behind + 10, 64)}},
+        // Without a glyph, and without the page of its glyph.
+        {TEXT("\u20ACPA\u20AC"), {quad(100, 52, 110, 64)}},
+    };
+    for (const auto& [text, quads] : texts)
+        EXPECT_EQ(draw(face, WideText(text)), quads) << narrow(text);
+    // Narrow text is widened byte by byte, up to its NUL.
+    EXPECT_EQ(draw(face, std::string("\xE9\0A", 3)), Quads{quad(100, 50, 105, 62)});
+    EXPECT_EQ(draw(face, std::string("AB"), false, MODELVIEW)[1], quad(109, 53, 117, 65));
     EXPECT_EQ(gl.matrices[1], std::vector<float>(MODELVIEW, MODELVIEW + 16));
     EXPECT_EQ(gl.matrices[2], std::vector<float>(PROJECTION, PROJECTION + 16));
-}
+    face.setKerning('A', 'B', 4);
+    EXPECT_EQ(draw(face, WideText(TEXT("AB")))[1], quad(113, 53, 121, 65));
 
-TEST_F(FontRendererTest, NarrowsKatakanaAndIdeographs) {
-    writeFace("F");
-    const FontRenderer face("F", nullptr);
-    const Quads narrowed = {quad(100, 50, 116, 62), quad(116, 52, 126, 64)};
-    EXPECT_EQ(draw(face, TEXT("\u30A2A")), narrowed);
-    EXPECT_EQ(face.textWidth(TEXT("\u30A2A\u20AC")), 33U);
-
-    // Negative metrics are read as large positive ones.
-    const float behind = 100.0F + 65512.0F * (2.0F / 3.0F);
-    const Quads large = {quad(100, 65585, 120, 65597), quad(behind, 52, behind + 10.0F, 64)};
-    EXPECT_EQ(draw(face, TEXT("\u4E00A")), large);
-    EXPECT_EQ(face.textWidth(TEXT("\u4E00\u4E00")), 2U * 65512U);
-
-    // Narrow text is widened byte by byte, up to its NUL.
-    gl.calls.clear();
-    face.drawText(std::string("\xE9\0A", 3), 100, 50, 1.0F, 1.0F, 1.0F, PROJECTION, true, nullptr);
-    EXPECT_EQ(quads(), Quads{quad(100, 50, 105, 62)});
+    EXPECT_EQ(face.textWidth(TEXT("\u30A2A\u20AC\u4E00")), 33U + 65512U);
     EXPECT_EQ(face.textWidth("\xE9"), 5U);
-}
-
-TEST_F(FontRendererTest, ReportsAnUnknownCharacterOnceButNoMissingPage) {
-    writeFace("F");
-    const FontRenderer face("F", nullptr);
-    const FontRenderer other("F", nullptr);
-    EXPECT_EQ(draw(face, TEXT("\u20ACPA\u20AC")), Quads{quad(100, 52, 110, 64)});
-    draw(other, TEXT("\u20AC"));
+    draw(FontRenderer("F", nullptr), WideText(TEXT("\u20AC")));
     EXPECT_EQ(logMessages(device, "log.txt"), "  ** Warning ** Unrecognized Char: 8364  20ac\n");
 }
 
 TEST_F(FontRendererTest, AFaceWithoutFilesMakesNoGlCalls) {
     const FontRenderer face("G", nullptr);
-    EXPECT_EQ(draw(face, TEXT("A")), Quads{});
+    draw(face, WideText(TEXT("A")));
     EXPECT_TRUE(gl.calls.empty());
     EXPECT_EQ(face.textWidth("A"), 0U);
     device.write("/data/fonts/H.fnt");
@@ -146,7 +124,7 @@ TEST_F(FontRendererTest, LoadsItsKerningFileAndAllPages) {
         EXPECT_EQ(face.context(), this);
         EXPECT_EQ(face.findKerning('A', 'A'), 7);
         EXPECT_EQ(face.findKerning('A', 'B'), std::nullopt);
-        draw(face, TEXT("BA"));
+        draw(face, WideText(TEXT("BA")));
         EXPECT_EQ(gl.callsOf("glBindTexture"), (Quads{"glBindTexture(1)", "glBindTexture(0)"}));
         EXPECT_EQ(gl.callsOf("glUniform3f")[0], "glUniform3f(3, 1, 0.5, 0.25)");
         EXPECT_EQ(gl.texturePixels[1], (std::vector<unsigned char>{'a', 'b', 'c', 'd'}));
@@ -158,27 +136,25 @@ TEST_F(FontRendererTest, LoadsItsKerningFileAndAllPages) {
 }
 
 TEST_F(FontRendererTest, SetPicksTheNearestFace) {
-    const std::map<std::string, unsigned> faces = {{"SegoeUI_10px", 10},   {"SegoeUI_13px", 13},
-                                                   {"SegoeUI_18px", 18},   {"SegoeUI_24px", 24},
-                                                   {"MeiryoUI_24px", 124}, {"MeiryoUI_36px", 136},
-                                                   {"FangSong_24px", 224}, {"FangSong_36px", 236}};
+    const std::pair<const char*, unsigned> faces[] = {
+        {"SegoeUI_10px", 10},   {"SegoeUI_13px", 13},   {"SegoeUI_18px", 18},
+        {"SegoeUI_24px", 24},   {"MeiryoUI_24px", 124}, {"MeiryoUI_36px", 136},
+        {"FangSong_24px", 224}, {"FangSong_36px", 236}};
     for (const auto& [name, lineHeight] : faces)
-        device.write("/data/fonts/" + name + ".fnt", fontBytes(lineHeight, 1, {}));
+        device.write(std::string("/data/fonts/") + name + ".fnt", fontBytes(lineHeight, 1, {}));
     FontSet fonts;
     EXPECT_EQ(fonts.getFont(13), nullptr);
-
-    const std::vector<int> sizes = {-1, 11, 12, 15, 16, 20, 21, 28, 29, 1000};
     const auto picked = [&](int32_t language) {
         EXPECT_TRUE(fonts.loadFonts(language)) << language;
-        std::vector<unsigned> lineHeights(sizes.size());
-        std::transform(sizes.begin(), sizes.end(), lineHeights.begin(),
-                       [&](int size) { return fonts.getFont(size)->lineHeight(); });
+        std::string lineHeights;
+        for (const int size : {-1, 11, 12, 15, 16, 20, 21, 28, 29, 1000})
+            lineHeights += std::to_string(fonts.getFont(size)->lineHeight()) + ' ';
         return lineHeights;
     };
     for (const int32_t latin : {0, 1, 2, 3, 6})
-        EXPECT_EQ(picked(latin), (std::vector<unsigned>{10, 10, 13, 13, 18, 18, 24, 24, 10, 10}));
-    EXPECT_EQ(picked(4), (std::vector<unsigned>{124, 124, 124, 124, 136, 136, 136, 136, 124, 124}));
-    EXPECT_EQ(picked(5), (std::vector<unsigned>{224, 224, 224, 224, 236, 236, 236, 236, 224, 224}));
+        EXPECT_EQ(picked(latin), "10 10 13 13 18 18 24 24 10 10 ");
+    EXPECT_EQ(picked(4), "124 124 124 124 136 136 136 136 124 124 ");
+    EXPECT_EQ(picked(5), "224 224 224 224 236 236 236 236 224 224 ");
 
     gl.calls.clear();
     EXPECT_FALSE(fonts.loadFonts(LANGUAGE_COUNT));

@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <numeric>
-
 #include "support/logger.h"
 #include "tests/helpers/log_text.h"
 #include "tests/helpers/recording_gl.h"
@@ -26,21 +24,16 @@ class RawTexture : public testing::Test {
     RecordingGl& gl = RecordingGl::instance();
 };
 
-TEST_F(RawTexture, LuminanceIsReadFromAnOffset) {
-    std::string bytes(40, '\0');
-    std::iota(bytes.begin(), bytes.end(), '\0');
-    device.write("/i.raw", bytes);
-    EXPECT_EQ(loadRawLuminanceTexture("/i.raw", 4, 16), 1U);
-    EXPECT_EQ(gl.texturePixels[1],
-              (std::vector<unsigned char>(bytes.begin() + 16, bytes.begin() + 32)));
-}
-
-TEST_F(RawTexture, AShortFileIsFilledUpWithZeros) {
-    device.write("/i.raw", "abcd");
-    const GLuint texture = loadRawRGBTexture("/i.raw", 1, 2);
-    EXPECT_EQ(gl.texturePixels[texture], (std::vector<unsigned char>{'a', 'b', 'c', 'd', 0, 0}));
-    const GLuint beyondEnd = loadRawLuminanceTexture("/i.raw", 2, 100);
-    EXPECT_EQ(gl.texturePixels[beyondEnd], std::vector<unsigned char>(4, 0));
+TEST_F(RawTexture, HoldsTheFileFromItsOffsetAndThenZeros) {
+    device.write("/i.raw", "0123456789abcdef");
+    const auto pixels = [&](GLuint texture) {
+        const std::vector<unsigned char>& bytes = gl.texturePixels[texture];
+        return std::string(bytes.begin(), bytes.end());
+    };
+    EXPECT_EQ(pixels(loadRawLuminanceTexture("/i.raw", 3, 4)), "456789abc");
+    EXPECT_EQ(pixels(loadRawLuminanceTexture("/i.raw", 2, 14)), std::string("ef\0\0", 4));
+    EXPECT_EQ(pixels(loadRawLuminanceTexture("/i.raw", 1, 100)), std::string(1, '\0'));
+    EXPECT_EQ(pixels(loadRawRGBTexture("/i.raw", 3, 2)), std::string("0123456789abcdef\0\0", 18));
 }
 
 TEST_F(RawTexture, IsNotCreatedForAMissingFileOrAnAbsurdSize) {

@@ -9,12 +9,8 @@
 
 #include "platform/posix/call_hook.h"
 #include "tests/helpers/device_folder.h"
-#include "ui/screen_layout.h"
 
 namespace {
-
-// A state without a row has the note in the place of "any other", whatever its number.
-static_assert(layout::restartNoteTop(-1) == 105 && layout::restartNoteTop(6) == 105);
 
 TEST(Screen, WaitsWithoutTakingMemory) {
     const DeviceFolder device;
