@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "support/languages.h"
 #include "support/logger.h"
 #include "support/system_settings.h"
@@ -13,6 +15,8 @@
 
 namespace {
 
+const std::string NONE = "<NO STRING>";
+
 class Strings : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -20,12 +24,12 @@ class Strings : public ::testing::Test {
         Logger::instance().setPath("/log.txt");
     }
 
-    void write(const std::string& file, const WideString& text) const {
-        device.write("D/data/lang/" + file, utf16Bytes(text));
+    void write(const std::string& suffix, const std::string& bytes) const {
+        device.write("D/data/lang/StringTable_" + suffix + ".txt", bytes);
     }
-    // Writes an English table that contains only this text.
-    void use(const WideString& text) {
-        write("StringTable_en.txt", text);
+    // Writes an English table that contains only these bytes, and loads it.
+    void use(const std::string& bytes) {
+        write("en", bytes);
         table.setLanguage(0);
     }
     std::string lookup(const std::string& key) const { return narrow(table.lookup(key)); }
@@ -34,19 +38,12 @@ class Strings : public ::testing::Test {
     StringTable& table = StringTable::instance();
 };
 
-const std::string NONE = "<NO STRING>";
-
 TEST_F(Strings, ReadsTheKeyAndTextOfEachLine) {
-    struct Case {
-        const char* line;
-        const char* key;
-        std::string text;
-    };
-    const Case cases[] = {
+    const std::array<std::string, 3> cases[] = {
         {"KEY text\r\n", "KEY", "text"},
         {"KEY\t\tHello world\r\n", "KEY", "Hello world"},
         {"KEY \t two  blanks \t\r\n", "KEY", "two  blanks \t"},
-        {"KEY a\x1A-b\r\n", "KEY", "a\x1A-b"},
+        {"KEY a#\x1A-b\r\n", "KEY", "a#\x1A-b"},
         {"KEY Hello", "KEY", "Hel"},
         {"KEY Hello\n", "KEY", "Hell"},
         {"KEY\r\n", "KEY", NONE},
@@ -57,29 +54,17 @@ TEST_F(Strings, ReadsTheKeyAndTextOfEachLine) {
         {" #comment\r\n", "", "#comment"},
         {" \t\r\n", "", ""},
         {"KEY first\r\nKEY second\r\n", "KEY", "second"},
-        {"KEY first\r\nKEY\r\n", "KEY", "first"},
-        {"KEY first\r\nKEY \nKEY \t\r\r\nKEY ", "KEY", "first"},
+        {"KEY first\r\nKEY\r\nKEY \nKEY \t\r\r\nKEY ", "KEY", "first"},
         {"key text\r\n", "KEY", NONE},
+        {std::string(100000, 'k'), "k", NONE},
     };
-    for (const Case& test : cases) {
-        SCOPED_TRACE(test.line);
-        use(widen(test.line));
-        EXPECT_EQ(lookup(test.key), test.text);
+    for (const auto& [line, key, text] : cases) {
+        use(utf16Bytes(widen(line)));
+        EXPECT_EQ(lookup(key), text) << line.substr(0, 30);
     }
-}
-
-TEST_F(Strings, SurvivesWideKeysByteOrderMarksAndHalfCharacters) {
-    const std::pair<std::string, WideString> cases[] = {
-        {utf16Bytes(TEXT("\xFEFF# \x65E5\r\n\x0100\x0141 \x65E5 \xD83D\xDE00\r\n")),
-         TEXT("\x65E5 \xD83D\xDE00")},
-        {utf16Bytes(TEXT("?? text\r\n")) + "x", TEXT("text")},
-        {"\xFF", StringTable::NO_TEXT},
-    };
-    for (const auto& [bytes, text] : cases) {
-        device.write("D/data/lang/StringTable_en.txt", bytes);
-        table.setLanguage(0);
-        EXPECT_EQ(table.lookup("??"), text);
-    }
+    // Wide keys, a byte-order mark, and half a character at the end.
+    use(utf16Bytes(TEXT("\xFEFF# \x65E5\r\n\x0100\x0141 \x65E5 \xD83D\xDE00\r\n")) + "x");
+    EXPECT_EQ(table.lookup("??"), TEXT("\x65E5 \xD83D\xDE00"));
 }
 
 // A long line is read in pieces of 511 characters, each of which is parsed as a line with a line
@@ -97,29 +82,19 @@ TEST_F(Strings, ReadsLongLinesInPiecesOf511Characters) {
         {509, "#B b\r\n", NONE},    // a piece that begins with '#' is a comment
     };
     for (const Case& test : cases) {
-        SCOPED_TRACE(test.behind);
-        use(TEXT("A ") + WideString(test.length, TEXT('x')) + widen(test.behind) + TEXT("C c\r\n"));
+        use(utf16Bytes(widen("A " + std::string(test.length, 'x') + test.behind + "C c\r\n")));
         EXPECT_EQ(lookup("A"), std::string(507, 'x'));
         EXPECT_EQ(lookup("B"), test.b);
         EXPECT_EQ(lookup("C"), "c");
     }
-    use(WideString(100000, TEXT('k')));
-    EXPECT_EQ(lookup("k"), NONE);
 }
 
-TEST_F(Strings, EachLanguageLoadsTheNumeralsAndItsOwnFile) {
-    write("StringTable_numerals.txt", TEXT("N numeral\r\nL shared\r\n"));
-    const char* const suffixes[] = {"en", "fr", "pt", "sp", "jp", "zh", "du"};
-    for (const std::string suffix : suffixes)
-        write("StringTable_" + suffix + ".txt", TEXT("L ") + widen(suffix) + TEXT("\r\n"));
-    for (int language = 0; language < 7; ++language) {
-        table.setLanguage(language);
-        EXPECT_EQ(lookup("L"), suffixes[language]);
-        EXPECT_EQ(lookup("N"), "numeral");
-        EXPECT_EQ(table.language(), language);
-    }
+// The screens show the texts of each language.
+TEST_F(Strings, TheNumeralsAreLoadedFirst) {
+    write("numerals", utf16Bytes(TEXT("N numeral\r\nL shared\r\n")));
+    use(utf16Bytes(TEXT("L own\r\n")));
+    EXPECT_EQ(lookup("N") + lookup("L"), "numeralown");
     EXPECT_EQ(logMessages(device, "log.txt"), "");
-
     for (const int language : {-1, LANGUAGE_COUNT}) {
         Logger::instance().open();
         table.setLanguage(language);
@@ -133,7 +108,7 @@ TEST_F(Strings, EachLanguageLoadsTheNumeralsAndItsOwnFile) {
 }
 
 TEST_F(Strings, ReloadsCompletelyAndIgnoresMissingFiles) {
-    use(TEXT("KEY text\r\n#\r\n \t x\r\n"));
+    use(utf16Bytes(TEXT("KEY text\r\n#\r\n \t x\r\n")));
     table.setLanguage(1);
     for (const std::string key : {"KEY", NONE.c_str()})
         EXPECT_EQ(lookup(key), NONE);
