@@ -41,6 +41,7 @@ class Device:
             if f'application {version}' in run.device:
                 shutil.copy(standin, folder / 'KSTRL/KSTRL.exe')
         self.write(self.key / 'ORBUI/data/help/en.txt', 'help')
+        self.write(self.flash / 'Updater-log.txt', 'of the last run')
         if 'incomplete key' in run.device:
             (self.key / 'KSTRL/version.txt').unlink()
         if 'no notes' not in run.device:
@@ -87,6 +88,9 @@ class Device:
 
     def plug_in(self):
         self.key.rename(self.root / 'USB HD/VELD')
+
+    def unplug(self):
+        (self.root / 'USB HD/VELD').rename(self.key)
 
     def log(self):
         """The log after its first line, with the time of a message as TIME."""

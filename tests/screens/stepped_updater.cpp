@@ -80,6 +80,12 @@ EGLBoolean eglSwapBuffers(EGLDisplay display, EGLSurface surface) {
     return driversOwn(eglSwapBuffers, "eglSwapBuffers")(display, surface);
 }
 
+EGLBoolean eglMakeCurrent(EGLDisplay display, EGLSurface draw, EGLSurface read,
+                          EGLContext context) {
+    std::printf("eglMakeCurrent%s\n", context == EGL_NO_CONTEXT ? " nothing" : "");
+    return driversOwn(eglMakeCurrent, "eglMakeCurrent")(display, draw, read, context);
+}
+
 int main(int argc, char** argv) {
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     setCallHook(tell);

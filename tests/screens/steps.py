@@ -200,11 +200,11 @@ RUNS = [
             'CreateToolhelp32Snapshot 2 0\n' + END_PROCESS + 'CloseHandle\n'
             'RegisterClassW EGLWndClass\nCreateWindowExW EGLWndClass 147587072\nShowWindow 1\n'
             'GetSystemMetrics 0\nGetSystemMetrics 1\nSetWindowLongW -16 -2147483648\n'
-            'SetWindowPos 0 0 1024 768 32\nEnableWindow 1\nSetForegroundWindow\nShowWindow 1\n' + NEXT)),
+            'SetWindowPos -1 0 0 1024 768 32\nEnableWindow 1\nSetForegroundWindow\nShowWindow 1\neglMakeCurrent\n' + NEXT)),
         Step('frame', prints=CLEAR + PAUSE + SHOW + NEXT, runs='kstrl.exe'),
         Step('frame'),
         Step('close'),
-        Step('frame', exits=0, prints=CLEAR + PAUSE + SHOW + MESSAGE + 'DestroyWindow\nPostQuitMessage 0\nTranslateMessage\n' + TEARDOWN + 'DestroyWindow\n', runs='kstrl.exe')], 'applications run', stepped=True),
+        Step('frame', exits=0, prints=CLEAR + PAUSE + SHOW + MESSAGE + 'DestroyWindow\nPostQuitMessage 0\nTranslateMessage\neglMakeCurrent nothing\n' + TEARDOWN + 'DestroyWindow\n', runs='kstrl.exe')], 'applications run', stepped=True),
     Run('frames', 'all messages of a frame', [
         Step('start'),
         Step('frame'),
@@ -276,6 +276,24 @@ RUNS = [
         Step('frame', prints=CLEAR + SHOW + 2 * MESSAGE + NEXT),
         Step('End'),
         Step('frame', exits=0, prints=CLEAR + SHOW + MESSAGE)], 'no notes', stepped=True),
+    Run('frames', 'STOP in automatic mode', [
+        Step('start /auto'),
+        Step('frame'),
+        Step('frame'),
+        Step('End'),
+        Step('frame', 'waiting', prints=CLEAR + PAUSE + SHOW + MESSAGE + LAUNCH + MESSAGE + NEXT),
+        Step('plug in'),
+        Step('frame', 'waiting-restart', disk=STAGED)], 'no notes', stepped=True),
+    Run('frames', 'a key pulled out too early', [
+        Step('plug in'),
+        Step('start'),
+        Step('frame', disk=INSTALLED),
+        Step('frame', 'ready', log=UNKNOWN),
+        Step('unplug'),
+        Step('Home'),
+        Step('frame', 'ready', disk=STAGED),
+        Step('frame', 'updating-0'),
+        Step('frame', 'updating-0')], stepped=True),
     Run('frames', 'an incomplete key, and an unknown language', [
         Step('start /auto'),
         Step('frame', 'waiting', disk=INSTALLED, prints=CLEAR + PAUSE + SHOW + NEXT),

@@ -211,8 +211,10 @@ LONG SetWindowLongW(HWND window, int index, LONG value) {
 
 // The window has the screen's size from the start, so nothing is resized. The round trip ensures
 // that the X server has processed the window before EGL uses it.
-BOOL SetWindowPos(HWND window, HWND, int x, int y, int width, int height, UINT flags) {
-    if (refusedDisplayCall("SetWindowPos", x, y, width, height, flags))
+BOOL SetWindowPos(HWND window, HWND behind, int x, int y, int width, int height, UINT flags) {
+    if (refusedDisplayCall("SetWindowPos",
+                           static_cast<int>(reinterpret_cast<std::intptr_t>(behind)), x, y, width,
+                           height, flags))
         return FALSE;
     int now[2] = {};
     glfwSetWindowSize(window->desktop, width, height);
