@@ -2,9 +2,7 @@
 // and the actions that repair it.
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
-#include <functional>
 #include <regex>
 
 #include "platform/posix/files/read_file.h"
@@ -142,54 +140,7 @@ TEST(Diagnosis, FindsWhereAnUpdateStoppedAndItsRepair) {
     }
 }
 
-struct Spoiled {
-    std::function<void(const fs::path& flash)> spoil;  // of an instrument in order
-    const char* findings;
-    bool starts = true;
-};
-
-std::function<void(const fs::path&)> removing(const std::string& path) {
-    return [=](const fs::path& flash) { fs::remove_all(flash / path); };
-}
-
-const Spoiled SPOILED[] = {
-    {[](const fs::path&) {}, ""},
-    {removing("VELD/ORBUI/data/fonts/SegoeUI_24px.fnt"), "font-missing"},
-    {removing("VELD/ORBUI/data/lang/StringTable_en.txt"), "table-missing"},
-    {removing("VELD/ORBUI/data/lang/StringTable_jp.txt"), ""},  // not the instrument's language
-    {removing("VELD/ORBUI/data/KSTRL-menubg4.raw"), "background-missing"},
-    {removing("VELD/KSTRL/KSTRL.exe"), "no-application", false},
-    {[](const fs::path& flash) { fs::resize_file(flash / "VELD/KSTRL/KSTRL.exe", 60); },
-     "application-damaged", false},
-    {[](const fs::path& flash) { fs::resize_file(flash / "VELD/KSTRL/KSTRL.exe", 0); },
-     "application-damaged", false},
-    {[](const fs::path& flash) { writeFile(flash / "VELD/KSTRL/a\\b", "x"); }, "name-not-fat"},
-    {[](const fs::path& flash) { ::mkfifo((flash / "VELD/ORBUI/data/pipe").c_str(), 0600); },
-     "not-a-file"},
-    {[](const fs::path& flash) { writeFile(flash / "../registry.reg", "nonsense"); },
-     "language-unknown"},
-    {[](const fs::path& flash) { fs::rename(flash / "VELD", flash / "veld"); }, ""},
-};
-
-TEST(Diagnosis, ChecksWhatIsInstalledAsOnAKey) {
-    for (const Spoiled& spoiled : SPOILED) {
-        const DeviceFolder device;
-        const fs::path flash = device.root() / "FlashDisk";
-        writeSoundKey(flash);
-        fs::remove(flash / "VELD/kstrXReleaseNotes.txt");
-        device.setLanguage(0);
-        spoiled.spoil(flash);
-        DiagnoseOptions options;
-        options.check = [&](const fs::path& makerFolder) {
-            return checkInstallation(device.root(), makerFolder, {});
-        };
-        const Diagnosis diagnosis = diagnose(device.root(), options);
-        EXPECT_EQ(findingsOf(diagnosis), spoiled.findings);
-        EXPECT_EQ(diagnosis.hindrances.empty(), spoiled.starts) << spoiled.findings;
-    }
-}
-
-TEST(Diagnosis, NamesAFullDiskAndRefusesAKey) {
+TEST(Diagnosis, NamesAFullDisk) {
     const DeviceFolder device;
     writeSoundKey(device.root() / "key");
     device.write(std::string("FlashDisk/VELD/") + APP, "bytes");
@@ -200,24 +151,6 @@ TEST(Diagnosis, NamesAFullDiskAndRefusesAKey) {
     const Diagnosis diagnosis = diagnose(device.root(), options);
     EXPECT_EQ(findingsOf(diagnosis), "disk-full");
     EXPECT_NE(diagnosis.findings[0].text.find("1000 of 5000000 bytes free"), std::string::npos);
-    EXPECT_THROW(diagnose(device.root() / "key"), std::runtime_error);
-}
-
-TEST(Diagnosis, ComparesWithTheKeyThatWasInstalled) {
-    const DeviceFolder device;
-    for (const char* const file : {APP, GUI, "ORBUI/data/extra"})
-        device.write(std::string("FlashDisk/VELD/") + file, "bytes");
-    for (const char* const file : {APP, "KSTRL/lost", GUI})
-        device.write(std::string("key/VELD/") + file, file == GUI ? "other" : "bytes");
-    DiagnoseOptions options;
-    options.key = device.root() / "key";
-    const Diagnosis diagnosis = diagnose(device.root(), options);
-    std::string changes;
-    for (const FileChange& change : *diagnosis.changes)
-        changes += nameOf(change.kind) + (" " + change.path + "\n");
-    EXPECT_EQ(changes, "gone KSTRL/lost\nchanged ORBUI/data/a\nnew ORBUI/data/extra\n");
-    EXPECT_STREQ(nameOf(diagnosis.advice.back().action), "update-again");
-    EXPECT_THROW(diagnose(device.root() / "key/VELD/KSTRL"), std::runtime_error);
 }
 
 TEST(ReadLog, KnowsEveryLogLineInTheReadme) {

@@ -1,91 +1,48 @@
 #include "tools/diagnosis/finding.h"
 
 #include <algorithm>
+#include <iterator>
+#include <sstream>
 #include <stdexcept>
 
-const std::vector<FindingKind> FINDING_KINDS = {
-    {"no-maker-folder", Severity::Error},
-    {"no-application-folder", Severity::Error},
-    {"no-gui-folder", Severity::Error},
-    {"no-gui-data", Severity::Error},
-    {"application-empty", Severity::Error},
-    {"gui-data-empty", Severity::Error},
-    {"name-case", Severity::Error},
-    {"file-name-case", Severity::Warning},
-    {"no-application", Severity::Error},
-    {"application-damaged", Severity::Error},
-    {"application-machine", Severity::Error},
-    {"not-copied", Severity::Error},
-    {"copy-fails", Severity::Error},
-    {"litter", Severity::Error},
-    {"not-a-file", Severity::Error},
-    {"case-clash", Severity::Error},
-    {"name-not-fat", Severity::Error},
-    {"file-too-large", Severity::Error},
-    {"name-not-latin1", Severity::Error},
-    {"path-too-long", Severity::Error},
-    {"notes-missing", Severity::Error},
-    {"notes-no-version", Severity::Error},
-    {"notes-prefix-misplaced", Severity::Error},
-    {"notes-second-version", Severity::Warning},
-    {"version-differs", Severity::Warning},
-    {"notes-no-final-line-feed", Severity::Error},
-    {"notes-carriage-return", Severity::Error},
-    {"notes-cut", Severity::Error},
-    {"notes-nul", Severity::Error},
-    {"notes-utf8", Severity::Warning},
-    {"notes-missing-glyph", Severity::Warning},
-    {"notes-line-too-wide", Severity::Warning},
-    {"notes-too-many-lines", Severity::Warning},
-    {"font-missing", Severity::Error},
-    {"spare-font-missing", Severity::Warning},
-    {"font-damaged", Severity::Error},
-    {"font-page-missing", Severity::Error},
-    {"font-page-size", Severity::Error},
-    {"font-size", Severity::Warning},
-    {"background-missing", Severity::Error},
-    {"background-size", Severity::Error},
-    {"table-missing", Severity::Error},
-    {"numerals-missing", Severity::Warning},
-    {"table-encoding", Severity::Error},
-    {"table-line-end", Severity::Error},
-    {"table-language", Severity::Warning},
-    {"text-missing", Severity::Error},
-    {"text-too-wide", Severity::Warning},
-    {"text-missing-glyph", Severity::Warning},
-    {"text-off-marker", Severity::Warning},
-    {"manifest-mismatch", Severity::Error},
-    {"manifest-unknown-file", Severity::Error},
-    {"manifest-missing-file", Severity::Error},
-    {"manifest-damaged", Severity::Error},
-    {"flash-too-small", Severity::Error},
-    {"flash-tight", Severity::Warning},
-    {"version-older", Severity::Warning},
-    {"version-same", Severity::Warning},
-    {"not-a-key", Severity::Error},
-    {"short-name-clash", Severity::Error},
-    {"not-a-folder", Severity::Error},
-    {"stray-files", Severity::Error},
-    {"files-not-copied", Severity::Error},
-    {"disk-full", Severity::Error},
-    {"disk-space", Severity::Warning},
-    {"log-contradicts", Severity::Warning},
-    {"log-odd", Severity::Warning},
-    {"language-unknown", Severity::Warning},
+namespace {
+
+std::set<std::string> words(const char* text) {
+    std::istringstream stream(text);
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+}  // namespace
+
+const std::map<Severity, std::set<std::string>> FINDING_CODES = {
+    {Severity::Error,
+     words("no-maker-folder no-application-folder no-gui-folder no-gui-data application-empty "
+           "gui-data-empty name-case no-application application-damaged application-machine "
+           "not-copied copy-fails litter not-a-file case-clash name-not-fat file-too-large "
+           "name-not-latin1 path-too-long notes-missing notes-no-version notes-prefix-misplaced "
+           "notes-no-final-line-feed notes-carriage-return notes-cut notes-nul font-missing "
+           "font-damaged font-page-missing font-page-size background-missing background-size "
+           "table-missing table-encoding table-line-end text-missing manifest-mismatch "
+           "manifest-unknown-file manifest-missing-file manifest-damaged flash-too-small not-a-key "
+           "short-name-clash not-a-folder stray-files files-not-copied disk-full")},
+    {Severity::Warning,
+     words("file-name-case notes-second-version version-differs notes-utf8 notes-missing-glyph "
+           "notes-line-too-wide notes-too-many-lines spare-font-missing font-size numerals-missing "
+           "table-language text-too-wide text-missing-glyph text-off-marker flash-tight "
+           "version-older version-same disk-space log-contradicts log-odd language-unknown")},
 };
 
-const FindingKind* findFindingKind(const std::string& code) {
-    const auto kind = std::find_if(FINDING_KINDS.begin(), FINDING_KINDS.end(),
-                                   [&](const FindingKind& known) { return known.code == code; });
-    return kind == FINDING_KINDS.end() ? nullptr : &*kind;
+bool isFindingCode(const std::string& code) {
+    return std::any_of(FINDING_CODES.begin(), FINDING_CODES.end(),
+                       [&](const auto& kind) { return kind.second.count(code) != 0; });
 }
 
 void addFinding(Findings& findings, const std::string& code, const std::string& path,
                 const std::string& text) {
-    const FindingKind* const kind = findFindingKind(code);
-    if (kind == nullptr)
-        throw std::logic_error(code + " is not a kind of finding");
-    findings.push_back({kind->severity, code, path, text});
+    if (!isFindingCode(code))
+        throw std::logic_error(code + " is not the code of a finding");
+    const bool isError = FINDING_CODES.at(Severity::Error).count(code) != 0;
+    findings.push_back({isError ? Severity::Error : Severity::Warning, code, path, text});
 }
 
 void removeFindings(Findings& findings, const std::set<std::string>& codes) {

@@ -50,19 +50,24 @@ const std::vector<LogLineKind> LOG_LINE_KINDS = {
 
 namespace {
 
-// Whether the pattern's part before its first "%" begins the text, and the part after it matches
-// the rest of the text from some position on.
-bool matches(std::string_view text, std::string_view pattern) {
-    const std::size_t wildcard = pattern.find('%');
-    const std::string_view start = pattern.substr(0, wildcard);
-    if (text.substr(0, start.size()) != start)
+// Whether the texts around the wildcards of the pattern stand in this order in the line, the first
+// one at its start, the last one at its end.
+bool matches(std::string_view line, std::string_view pattern) {
+    std::size_t wildcard = pattern.find('%');
+    if (line.substr(0, wildcard) != pattern.substr(0, wildcard))
         return false;
-    if (wildcard == std::string_view::npos)
-        return text.size() == start.size();
-    for (std::size_t rest = start.size(); rest <= text.size(); ++rest)
-        if (matches(text.substr(rest), pattern.substr(wildcard + 1)))
-            return true;
-    return false;
+    while (wildcard != std::string_view::npos) {
+        line.remove_prefix(wildcard);
+        pattern.remove_prefix(wildcard + 1);
+        wildcard = pattern.find('%');
+        const std::string_view part = pattern.substr(0, wildcard);
+        const std::size_t at =
+            wildcard == std::string_view::npos ? line.rfind(part) : line.find(part);
+        if (at == std::string_view::npos)
+            return false;
+        line.remove_prefix(at);
+    }
+    return line == pattern;
 }
 
 const LogLineKind* kindOf(const std::string& line) {

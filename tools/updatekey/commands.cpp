@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "tools/updatekey/check/flash_size.h"
 #include "tools/updatekey/key_source.h"
 #include "tools/updatekey/options.h"
 #include "tools/updatekey/report/progress_bar.h"

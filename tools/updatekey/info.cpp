@@ -1,8 +1,7 @@
 #include "tools/updatekey/info.h"
 
-#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/key_device.h"
-#include "tools/updatekey/check/key_paths.h"
+#include "tools/updatekey/check/key_under_check.h"
 #include "tools/updatekey/check/prediction.h"
 
 namespace {
@@ -34,8 +33,8 @@ KeyInfo describeKey(const std::filesystem::path& key) {
         if (entry.kind == TreeEntry::Kind::File)
             info.checksums[entry.path] = sha256Of(key / entry.path);
     }
-    CheckReport compared;
-    checkManifest({key, info.tree, {}}, compared);
-    info.manifest = compared.manifest;
+    KeyUnderCheck compared{key, info.tree, {}};
+    checkManifest(compared);
+    info.manifest = compared.report.manifest;
     return info;
 }

@@ -5,9 +5,9 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "platform/utf.h"
 #include "support/languages.h"
 #include "tools/diagnosis/finding.h"
-#include "tools/updatekey/check/names.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ int64_t parseDigits(const std::string& text) {
 
 uint64_t parseSize(const std::string& text) {
     const std::size_t unitStart = std::min(text.find_first_not_of("0123456789"), text.size());
-    std::string unit = lowerAscii(text.substr(unitStart));
+    std::string unit = host::foldCase(text.substr(unitStart));
     unit.erase(0, unit.find_first_not_of(' '));
     const int64_t number = parseDigits(text.substr(0, unitStart));
     int shift = -10;
@@ -47,7 +47,8 @@ std::vector<int32_t> parseLanguages(const std::string& text) {
     std::istringstream stream(text);
     for (std::string word; std::getline(stream, word, ',');) {
         const auto isMeant = [&](const Language& language) {
-            return lowerAscii(word) == language.suffix || word == std::to_string(language.number);
+            return host::foldCase(word) == language.suffix ||
+                   word == std::to_string(language.number);
         };
         const auto* const language =
             std::find_if(std::begin(LANGUAGES), std::end(LANGUAGES), isMeant);
@@ -69,7 +70,7 @@ std::set<std::string> parseFindings(const std::string& text) {
     std::set<std::string> codes;
     std::istringstream stream(text);
     for (std::string code; std::getline(stream, code, ',');) {
-        if (findFindingKind(code) == nullptr)
+        if (!isFindingCode(code))
             throw std::runtime_error("\"" + code +
                                      "\" is not the code of a finding; the code stands in brackets "
                                      "at the start of each");

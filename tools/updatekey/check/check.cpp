@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/key_device.h"
-#include "tools/updatekey/check/key_paths.h"
+#include "tools/updatekey/check/key_under_check.h"
 #include "tools/updatekey/check/names.h"
 
 namespace fs = std::filesystem;
@@ -33,28 +32,27 @@ std::vector<int32_t> allLanguages() {
 
 CheckReport checkKey(const fs::path& folder, const CheckOptions& options) {
     const KeyDevice device(folder);
-    const KeyUnderCheck key{folder, readTree(folder), options};
+    KeyUnderCheck key{folder, readTree(folder), options};
     requireRoomFor(key.tree, device.root());
 
-    CheckReport report;
-    report.prediction = predict(options.progress);
-    checkLayout(key, report);
-    checkApplication(key, report);
-    checkNames(key, report);
+    key.report.prediction = predict(options.progress);
+    checkLayout(key);
+    checkApplication(key);
+    checkNames(key);
     // A folder with the wrong case is an error, although the device finds it. Its content is
     // checked once it has the right name.
     const TreeEntry* const guiData = key.find(keypaths::GUI_DATA);
     if (guiData == nullptr || guiData->path == keypaths::GUI_DATA) {
-        checkDropped(key, report);
-        if (report.prediction.accepted) {
-            checkNotes(key, report);
-            checkFonts(key, report);
-            checkTexts(key, report);
-            checkSpace(key, report);
+        checkDropped(key);
+        if (key.report.prediction.accepted) {
+            checkNotes(key);
+            checkFonts(key);
+            checkTexts(key);
+            checkSpace(key);
         }
         if (key.hasFolder(keypaths::MAKER))
-            checkManifest(key, report);
+            checkManifest(key);
     }
-    removeFindings(report.findings, options.accepted);
-    return report;
+    removeFindings(key.report.findings, options.accepted);
+    return key.report;
 }

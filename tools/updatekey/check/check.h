@@ -14,6 +14,12 @@
 // The numbers of all languages.
 std::vector<int32_t> allLanguages();
 
+// Returns the space in bytes that a file takes on the flash disk: whole clusters.
+constexpr uint64_t sizeOnFlash(uint64_t bytes) {
+    constexpr uint64_t CLUSTER = 4096;
+    return (bytes + CLUSTER - 1) / CLUSTER * CLUSTER;
+}
+
 struct CheckOptions {
     std::optional<uint64_t> flashSize;  // bytes of the device's flash disk
     std::optional<uint64_t>

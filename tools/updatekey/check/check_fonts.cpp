@@ -2,9 +2,7 @@
 // of the key, so what the key lacks will be missing on the screen during the next update.
 
 #include "render/faces.h"
-#include "tools/updatekey/check/checks.h"
-#include "tools/updatekey/check/face.h"
-#include "tools/updatekey/check/key_paths.h"
+#include "tools/updatekey/check/key_under_check.h"
 #include "ui/screen_layout.h"
 
 namespace {
@@ -27,42 +25,38 @@ std::string glyphFault(const FontData& face) {
     return {};
 }
 
-void checkRaw(const KeyUnderCheck& key, const std::string& path, uint64_t size, const char* what,
-              Findings& findings) {
+void checkRaw(KeyUnderCheck& key, const std::string& path, uint64_t side, const std::string& what) {
     const TreeEntry* const entry = key.find(path);
     if (entry == nullptr)
-        addFinding(findings, std::string(what) + "-missing", path,
-                   "is missing; the updater's screen needs it");
-    else if (entry->size != size)
-        addFinding(
-            findings, std::string(what) + "-size", path,
-            "has " + std::to_string(entry->size) + " bytes and must have " + std::to_string(size));
+        key.add(what + "-missing", path, "is missing; the updater's screen needs it");
+    else if (entry->size != side * side)
+        key.add(what + "-size", path,
+                "has " + std::to_string(entry->size) + " bytes and must have " +
+                    std::to_string(side * side));
 }
 
-void checkFace(const KeyUnderCheck& key, const std::string& face, bool drawn, Findings& findings) {
+void checkFace(KeyUnderCheck& key, const std::string& face, bool drawn) {
     const std::string path = FONTS + face + ".fnt";
     if (key.find(path) == nullptr)
-        return addFinding(findings, drawn ? "font-missing" : "spare-font-missing", path,
-                          "is missing; the updater's screen loads it");
+        return key.add(drawn ? "font-missing" : "spare-font-missing", path,
+                       "is missing; the updater's screen loads it");
     const FontData font = loadKeyFace(face);
     const std::string fault = glyphFault(font);
     if (!fault.empty())
-        return addFinding(findings, "font-damaged", path, fault);
+        return key.add("font-damaged", path, fault);
     const std::string bytes = key.read(path);
     FontData parsed;
     if (!parseFont(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), parsed))
-        return addFinding(findings, "font-damaged", path,
-                          "is truncated, or has extra bytes at its end");
+        return key.add("font-damaged", path, "is truncated, or has extra bytes at its end");
     for (const std::string& page : font.pageNames) {
         const std::size_t stem = page.size() > 4 ? page.size() - 4 : 0;
-        checkRaw(key, FONTS + page.substr(0, stem) + ".raw",
-                 uint64_t{font.atlasSize} * font.atlasSize, "font-page", findings);
+        checkRaw(key, FONTS + page.substr(0, stem) + ".raw", font.atlasSize, "font-page");
     }
 }
 
 // The faces of a script are listed by size, so a face that is smaller than the one before it has
 // probably got the wrong name.
-void checkSizes(const KeyUnderCheck& key, Script script, Findings& findings) {
+void checkSizes(KeyUnderCheck& key, Script script) {
     uint32_t before = 0;
     for (const char* const face : facesOf(script).slots) {
         const std::string path = face != nullptr ? FONTS + face + ".fnt" : "";
@@ -70,26 +64,25 @@ void checkSizes(const KeyUnderCheck& key, Script script, Findings& findings) {
             continue;
         const uint32_t height = loadKeyFace(face).lineHeight;
         if (height != 0 && height < before)
-            addFinding(findings, "font-size", path,
-                       "has lines of " + std::to_string(height) +
-                           " pixels, fewer than the font of the next smaller size; check its name");
+            key.add("font-size", path,
+                    "has lines of " + std::to_string(height) +
+                        " pixels, fewer than the font of the next smaller size; check its name");
         before = height;
     }
 }
 
 }  // namespace
 
-void checkFonts(const KeyUnderCheck& key, CheckReport& report) {
-    constexpr uint64_t SIDE = layout::BACKGROUND_SIDE;
-    const std::string background = keypaths::GUI_DATA + "/" + layout::BACKGROUND_FILE;
-    checkRaw(key, background, SIDE * SIDE, "background", report.findings);
+void checkFonts(KeyUnderCheck& key) {
+    checkRaw(key, keypaths::GUI_DATA + "/" + layout::BACKGROUND_FILE, layout::BACKGROUND_SIDE,
+             "background");
     for (const Script script : key.scripts()) {
-        checkSizes(key, script, report.findings);
+        checkSizes(key, script);
         const std::set<std::string> drawn = {faceName(script, layout::TEXT_FONT_SIZE),
                                              faceName(script, layout::NOTES_FONT_SIZE)};
         // The screen loads the other faces too, but never draws with them.
         for (const char* const face : facesOf(script).slots)
             if (face != nullptr)
-                checkFace(key, face, drawn.count(face) != 0, report.findings);
+                checkFace(key, face, drawn.count(face) != 0);
     }
 }

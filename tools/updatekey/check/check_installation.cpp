@@ -6,9 +6,8 @@
 #include "support/path_constants.h"
 #include "support/system_config.h"
 #include "tools/diagnosis/installation.h"
-#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/key_device.h"
-#include "tools/updatekey/check/key_paths.h"
+#include "tools/updatekey/check/key_under_check.h"
 
 namespace fs = std::filesystem;
 
@@ -48,19 +47,18 @@ std::vector<TreeEntry> treeOf(const fs::path& makerFolder, bool copied) {
 }
 
 // Limits the languages to the one that the instrument's registry names, if the copy contains it.
-void readLanguage(const fs::path& device, const fs::path& root, CheckOptions& options,
-                  Findings& findings) {
+void readLanguage(const fs::path& device, const fs::path& root, KeyUnderCheck& key) {
     const fs::path registry = entryAt(device, REGISTRY);
     if (!fs::exists(registry))
         return;
     fs::copy_file(registry, root / REGISTRY);
     const int32_t number = SystemConfig::instance().getDword(LANGUAGE);
     if (findLanguage(number) != nullptr)
-        options.languages = {number};
+        key.options.languages = {number};
     else
-        addFinding(findings, "language-unknown", REGISTRY,
-                   "does not name one of the languages 0 to " + std::to_string(LANGUAGE_COUNT - 1) +
-                       " in LANGUAGE; the updater's screen is English");
+        key.add("language-unknown", REGISTRY,
+                "does not name one of the languages 0 to " + std::to_string(LANGUAGE_COUNT - 1) +
+                    " in LANGUAGE; the updater's screen is English");
 }
 
 }  // namespace
@@ -71,17 +69,17 @@ Findings checkInstallation(const fs::path& device, const fs::path& makerFolder,
     const fs::path folder = keyFolderFor(makerFolder, scratch.path());
     const KeyDevice keyDevice(folder);
     KeyUnderCheck key{folder, treeOf(makerFolder, folder == scratch.path()), options};
-    Findings findings;
-    readLanguage(device, keyDevice.root(), key.options, findings);
+    readLanguage(device, keyDevice.root(), key);
+    Findings findings = std::move(key.report.findings);
+    key.report.findings.clear();
 
-    CheckReport report;
-    checkApplication(key, report);
-    checkNames(key, report);
+    checkApplication(key);
+    checkNames(key);
     if (key.hasFolder(keypaths::GUI_DATA)) {
-        checkFonts(key, report);
-        checkTexts(key, report);
+        checkFonts(key);
+        checkTexts(key);
     }
-    for (Finding finding : report.findings) {
+    for (Finding finding : key.report.findings) {
         if (finding.severity != Severity::Error)
             continue;
         finding.path.erase(0, keypaths::MAKER.size() + 1);

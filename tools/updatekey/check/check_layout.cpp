@@ -1,8 +1,9 @@
 // Checks whether the device will accept the key, and whether the update contains the application.
 
+#include <algorithm>
+
 #include "tools/diagnosis/installation.h"
-#include "tools/updatekey/check/checks.h"
-#include "tools/updatekey/check/key_paths.h"
+#include "tools/updatekey/check/key_under_check.h"
 
 namespace {
 
@@ -32,67 +33,62 @@ std::string hintAtTree(const KeyUnderCheck& key) {
                : "; the folders KSTRL and ORBUI are in the key's root: move them into VELD";
 }
 
-void explainWhyNotAccepted(const KeyUnderCheck& key, Findings& findings) {
+void explainWhyNotAccepted(KeyUnderCheck& key) {
     if (!key.hasFolder(MAKER))
-        return addFinding(findings, "no-maker-folder", MAKER,
-                          "there is no folder VELD on the key" + hintAtTree(key));
-    const std::size_t before = findings.size();
+        return key.add("no-maker-folder", MAKER,
+                       "there is no folder VELD on the key" + hintAtTree(key));
+    const std::size_t before = key.report.findings.size();
     if (!key.hasFolder(APPLICATION))
-        addFinding(findings, "no-application-folder", APPLICATION,
-                   "there is no folder KSTRL" + hintAtTree(key));
+        key.add("no-application-folder", APPLICATION, "there is no folder KSTRL" + hintAtTree(key));
     if (!key.hasFolder(GUI))
-        addFinding(findings, "no-gui-folder", GUI, "there is no folder ORBUI");
+        key.add("no-gui-folder", GUI, "there is no folder ORBUI");
     else if (!key.hasFolder(GUI_DATA))
-        addFinding(findings, "no-gui-data", GUI_DATA, "ORBUI has no folder data");
-    if (findings.size() > before)
-        return;
-    const bool misnamed = key.find(APPLICATION)->path != APPLICATION || key.find(GUI)->path != GUI;
+        key.add("no-gui-data", GUI_DATA, "ORBUI has no folder data");
+    const bool misnamed = key.report.findings.size() > before ||
+                          key.find(APPLICATION)->path != APPLICATION || key.find(GUI)->path != GUI;
     if (misnamed)
         return;
-    bool applicationFile = false;
-    bool guiEntry = false;
-    for (const TreeEntry& entry : key.tree) {
-        const std::string parent = parentOf(entry.path);
-        applicationFile |= parent == APPLICATION && entry.kind == Kind::File;
-        guiEntry |= parent == GUI_DATA;
-    }
-    if (!applicationFile)
-        addFinding(findings, "application-empty", APPLICATION, "KSTRL contains no file");
-    if (!guiEntry)
-        addFinding(findings, "gui-data-empty", GUI_DATA, "ORBUI/data is empty");
+    const auto contains = [&](const std::string& folder, auto isMeant) {
+        return std::any_of(key.tree.begin(), key.tree.end(), [&](const TreeEntry& entry) {
+            return parentOf(entry.path) == folder && isMeant(entry);
+        });
+    };
+    if (!contains(APPLICATION, [](const TreeEntry& entry) { return entry.kind == Kind::File; }))
+        key.add("application-empty", APPLICATION, "KSTRL contains no file");
+    if (!contains(GUI_DATA, [](const TreeEntry&) { return true; }))
+        key.add("gui-data-empty", GUI_DATA, "ORBUI/data is empty");
 }
 
 // FAT32 and the device ignore case, but the engine looks for the folders KSTRL and ORBUI by their
 // exact names, and the updater can end a running application only by its exact name.
-void checkCase(const KeyUnderCheck& key, Findings& findings) {
+void checkCase(KeyUnderCheck& key) {
     for (const std::string& required :
          {MAKER, APPLICATION, GUI, GUI_DATA, keypaths::NOTES, keypaths::PROGRAM}) {
         const TreeEntry* const entry = key.find(required);
         if (entry != nullptr && nameOf(entry->path) != nameOf(required))
-            addFinding(findings, entry->kind == Kind::Folder ? "name-case" : "file-name-case",
-                       entry->path, "must be named " + nameOf(required) + "; rename it");
+            key.add(entry->kind == Kind::Folder ? "name-case" : "file-name-case", entry->path,
+                    "must be named " + nameOf(required) + "; rename it");
     }
 }
 
 }  // namespace
 
-void checkLayout(const KeyUnderCheck& key, CheckReport& report) {
-    if (!report.prediction.accepted)
-        explainWhyNotAccepted(key, report.findings);
+void checkLayout(KeyUnderCheck& key) {
+    if (!key.report.prediction.accepted)
+        explainWhyNotAccepted(key);
     // A flash disk has the folders of a key too, and the device would accept it.
     for (const std::string& name : {keylayout::LOG + std::string(), APPLICATION_BACKUP, GUI_BACKUP})
         if (const TreeEntry* const entry = key.find(MAKER + "/" + name))
-            return addFinding(report.findings, "not-a-key", entry->path,
-                              "is on no key: this is the flash disk of an instrument; examine it "
-                              "with updatekey diagnose");
-    checkCase(key, report.findings);
+            return key.add("not-a-key", entry->path,
+                           "is on no key: this is the flash disk of an instrument; examine it with "
+                           "updatekey diagnose");
+    checkCase(key);
     if (!key.hasFolder(APPLICATION))
         return;
-    const std::string& application = keypaths::PROGRAM;
-    const TreeEntry* const entry = key.find(application);
-    if (entry == nullptr || entry->kind != Kind::File)
-        addFinding(report.findings, "no-application", application,
-                   "is missing; the device could not start an application after the update");
-    else if (entry->size == 0)
-        addFinding(report.findings, "application-damaged", application, "the application is empty");
+    const TreeEntry* const program = key.find(keypaths::PROGRAM);
+    if (program == nullptr || program->kind != Kind::File)
+        key.add("no-application", keypaths::PROGRAM,
+                "is missing; the device could not start an application after the update");
+    else if (program->size == 0)
+        key.add("application-damaged", keypaths::PROGRAM, "the application is empty");
 }

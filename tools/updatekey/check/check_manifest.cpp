@@ -1,8 +1,7 @@
 // Compares the key with its manifest. A key without a manifest is accepted: it was not made by
 // updatekey.
 
-#include "tools/updatekey/check/checks.h"
-#include "tools/updatekey/check/key_paths.h"
+#include "tools/updatekey/check/key_under_check.h"
 #include "tools/updatekey/make/manifest.h"
 
 const char* textOf(ManifestState state) {
@@ -10,16 +9,15 @@ const char* textOf(ManifestState state) {
     return TEXTS[static_cast<std::size_t>(state)];
 }
 
-void checkManifest(const KeyUnderCheck& key, CheckReport& report) {
+void checkManifest(KeyUnderCheck& key) {
     const TreeEntry* const entry = key.find(MANIFEST_NAME);
     if (entry == nullptr)
         return;
-    const std::size_t before = report.findings.size();
-    report.manifest = ManifestState::Differs;
+    const std::size_t before = key.report.findings.size();
+    key.report.manifest = ManifestState::Differs;
     const std::optional<Manifest> stated = parseManifest(key.read(MANIFEST_NAME));
     if (!stated)
-        return addFinding(report.findings, "manifest-damaged", MANIFEST_NAME,
-                          "is not a list of checksums and paths");
+        return key.add("manifest-damaged", MANIFEST_NAME, "is not a list of checksums and paths");
 
     for (const TreeEntry& candidate : key.tree) {
         if (candidate.kind != TreeEntry::Kind::File ||
@@ -27,16 +25,14 @@ void checkManifest(const KeyUnderCheck& key, CheckReport& report) {
             continue;
         const auto line = stated->find(candidate.path);
         if (line == stated->end())
-            addFinding(report.findings, "manifest-unknown-file", candidate.path,
-                       "was added after the manifest was made");
+            key.add("manifest-unknown-file", candidate.path,
+                    "was added after the manifest was made");
         else if (sha256Of(key.folder / candidate.path) != line->second)
-            addFinding(report.findings, "manifest-mismatch", candidate.path,
-                       "was changed after the manifest was made");
+            key.add("manifest-mismatch", candidate.path, "was changed after the manifest was made");
     }
     for (const auto& [path, checksum] : *stated)
         if (key.find(path) == nullptr)
-            addFinding(report.findings, "manifest-missing-file", path,
-                       "is in the manifest but not on the key");
-    if (report.findings.size() == before)
-        report.manifest = ManifestState::Matches;
+            key.add("manifest-missing-file", path, "is in the manifest but not on the key");
+    if (key.report.findings.size() == before)
+        key.report.manifest = ManifestState::Matches;
 }

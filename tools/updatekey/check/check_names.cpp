@@ -5,7 +5,7 @@
 
 #include "support/file_util.h"
 #include "support/path_constants.h"
-#include "tools/updatekey/check/checks.h"
+#include "tools/updatekey/check/key_under_check.h"
 #include "tools/updatekey/check/names.h"
 #include "update/key_layout.h"
 
@@ -22,33 +22,30 @@ std::size_t longestDevicePath(const std::string& path) {
 
 }  // namespace
 
-void checkNames(const KeyUnderCheck& key, CheckReport& report) {
-    Findings& findings = report.findings;
+void checkNames(KeyUnderCheck& key) {
     std::map<std::string, std::string> byFoldedPath;
     for (const TreeEntry& entry : key.tree) {
         const auto [other, isNew] = byFoldedPath.emplace(foldCase(entry.path), entry.path);
         if (!isNew)
-            addFinding(findings, "case-clash", entry.path,
-                       "differs from " + other->second + " only in case; FAT32 cannot hold both");
+            key.add("case-clash", entry.path,
+                    "differs from " + other->second + " only in case; FAT32 cannot hold both");
         const std::string name = nameOf(entry.path);
         if (!isFatName(name))
-            addFinding(findings, "name-not-fat", entry.path, "FAT32 cannot hold this name");
+            key.add("name-not-fat", entry.path, "FAT32 cannot hold this name");
         if (entry.size > FAT32_FILE_LIMIT)
-            addFinding(findings, "file-too-large", entry.path,
-                       "FAT32 can hold only files below 4 GB");
+            key.add("file-too-large", entry.path, "FAT32 can hold only files below 4 GB");
         if (!startsWith(entry.path, keylayout::MAKER_FOLDER))
             continue;
         if (entry.kind != TreeEntry::Kind::File && entry.kind != TreeEntry::Kind::Folder)
-            addFinding(findings, "not-a-file", entry.path,
-                       "is neither a file nor a folder; FAT32 and the device support nothing else");
+            key.add("not-a-file", entry.path,
+                    "is neither a file nor a folder; FAT32 and the device support nothing else");
         if (!isLatin1(name))
-            addFinding(
-                findings, "name-not-latin1", entry.path,
-                "has characters outside Latin-1; the device reads them as \"?\" and does not "
-                "copy the file");
+            key.add("name-not-latin1", entry.path,
+                    "has characters outside Latin-1; the device reads them as \"?\" and does not "
+                    "copy the file");
         if (longestDevicePath(entry.path) > MAX_PATH_LENGTH)
-            addFinding(
-                findings, "path-too-long", entry.path,
+            key.add(
+                "path-too-long", entry.path,
                 "has more than " + std::to_string(MAX_PATH_LENGTH) + " characters on the device");
     }
     for (const auto& [folded, path] : byFoldedPath) {
@@ -56,8 +53,8 @@ void checkNames(const KeyUnderCheck& key, CheckReport& report) {
         const auto other =
             byFoldedPath.find(folded.substr(0, folded.size() - nameOf(folded).size()) + shortName);
         if (!shortName.empty() && other != byFoldedPath.end())
-            addFinding(findings, "short-name-clash", other->second,
-                       "is the short name that FAT can give to " + nameOf(path) +
-                           ", and one of them would replace the other; rename it");
+            key.add("short-name-clash", other->second,
+                    "is the short name that FAT can give to " + nameOf(path) +
+                        ", and one of them would replace the other; rename it");
     }
 }

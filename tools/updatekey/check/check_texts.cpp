@@ -10,9 +10,7 @@
 #include "support/utf16_reader.h"
 #include "tools/screen_fit.h"
 #include "tools/screen_keys.h"
-#include "tools/updatekey/check/checks.h"
-#include "tools/updatekey/check/face.h"
-#include "tools/updatekey/check/key_paths.h"
+#include "tools/updatekey/check/key_under_check.h"
 #include "ui/screen_layout.h"
 
 namespace {
@@ -33,7 +31,7 @@ std::string encodingFault(const std::string& bytes) {
                                                 : std::string();
 }
 
-void checkLineEnds(const std::string& name, Findings& findings) {
+void checkLineEnds(KeyUnderCheck& key, const std::string& name) {
     Utf16Reader file(keylayout::USB_ROOT + LANG + name, limits::STRING_TABLE);
     WideString line;
     int number = 0;
@@ -43,35 +41,34 @@ void checkLineEnds(const std::string& name, Findings& findings) {
         if (ended || line[0] == TEXT('#'))
             continue;
         const bool lineFeed = line.back() == TEXT('\n');
-        return addFinding(
-            findings, "table-line-end", LANG + name,
-            "line " + std::to_string(number) +
-                (lineFeed ? " ends with a line feed alone; the device removes the last "
-                            "character of its text; end lines with CR LF"
-                          : " does not end with CR LF within 511 characters; the "
-                            "device cuts its text; shorten it or end it"));
+        return key.add("table-line-end", LANG + name,
+                       "line " + std::to_string(number) +
+                           (lineFeed ? " ends with a line feed alone; the device removes the last "
+                                       "character of its text; end lines with CR LF"
+                                     : " does not end with CR LF within 511 characters; the "
+                                       "device cuts its text; shorten it or end it"));
     }
 }
 
 // Reports a table that contains the texts of another language: one whose texts equal the English
 // ones.
-void checkLanguage(const Language& language, Findings& findings) {
+void checkLanguage(KeyUnderCheck& key, const Language& language) {
     StringTable& table = StringTable::instance();
     std::map<std::string, WideString> texts;
-    for (const auto& [key, use] : screenKeys())
-        texts[key] = table.lookup(key);
+    for (const auto& [name, use] : screenKeys())
+        texts[name] = table.lookup(name);
     table.setLanguage(0);
     std::size_t same = 0;
-    for (const auto& [key, text] : texts)
-        same += text == table.lookup(key) && text != StringTable::NO_TEXT ? 1U : 0U;
+    for (const auto& [name, text] : texts)
+        same += text == table.lookup(name) && text != StringTable::NO_TEXT ? 1U : 0U;
     if (2 * same > texts.size())
-        addFinding(findings, "table-language", LANG + stringTableFile(language.suffix),
-                   "has " + std::to_string(same) +
-                       " texts that equal the English ones; check whether it is the table of " +
-                       std::string(language.name));
+        key.add("table-language", LANG + stringTableFile(language.suffix),
+                "has " + std::to_string(same) +
+                    " texts that equal the English ones; check whether it is the table of " +
+                    std::string(language.name));
 }
 
-void checkTable(const Language& language, Findings& findings) {
+void checkTable(KeyUnderCheck& key, const Language& language) {
     const std::string path = LANG + stringTableFile(language.suffix);
     const std::string textFace = faceName(language.script, layout::TEXT_FONT_SIZE);
     const FontData face = loadKeyFace(textFace);
@@ -79,57 +76,56 @@ void checkTable(const Language& language, Findings& findings) {
     std::set<WCHAR> missing;
     const auto warn = [&](const char* code, const std::string& text, const std::string& fault) {
         if (!fault.empty())
-            addFinding(findings, code, path, text + " " + fault);
+            key.add(code, path, text + " " + fault);
     };
-    for (const auto& [key, use] : screenKeys()) {
-        const WideString& shown = table.lookup(key);
+    for (const auto& [name, use] : screenKeys()) {
+        const WideString& shown = table.lookup(name);
         if (shown.empty() || shown == StringTable::NO_TEXT) {
-            addFinding(findings, "text-missing", path, "has no text for " + key);
+            key.add("text-missing", path, "has no text for " + name);
             continue;
         }
         if (face.glyphs.empty())
             continue;
         const DrawnText drawn = drawnText(face, shown + use.suffix);
         missing.insert(drawn.missing.begin(), drawn.missing.end());
-        warn("text-too-wide", key, widthFault(drawn, use.rightEdge));
-        warn("text-off-marker", key, markerFault(key, shown, drawn));
+        warn("text-too-wide", name, widthFault(drawn, use.rightEdge));
+        warn("text-off-marker", name, markerFault(name, shown, drawn));
     }
     const DrawnText note = drawnText(face, layout::RESTART_NOTE);
     warn("text-too-wide", "the restart note", widthFault(note, layout::NOTES_EDGE));
     if (!missing.empty())
-        addFinding(findings, "text-missing-glyph", path,
-                   textFace + " has no glyph for " + listCharacters(missing));
+        key.add("text-missing-glyph", path,
+                textFace + " has no glyph for " + listCharacters(missing));
 }
 
 }  // namespace
 
-void checkTexts(const KeyUnderCheck& key, CheckReport& report) {
+void checkTexts(KeyUnderCheck& key) {
     SystemSettings::instance().dataFolder = keylayout::USB_ROOT + keypaths::GUI_DATA + "/";
     const std::string numerals = stringTableFile(NUMERALS);
     if (key.find(LANG + numerals) == nullptr)
-        addFinding(report.findings, "numerals-missing", LANG + numerals,
-                   "is missing; the device reads it for every language");
+        key.add("numerals-missing", LANG + numerals,
+                "is missing; the device reads it for every language");
     else
-        checkLineEnds(numerals, report.findings);
+        checkLineEnds(key, numerals);
     for (const int32_t number : key.options.languages) {
         const Language& language = *findLanguage(number);
         const std::string file = stringTableFile(language.suffix);
         if (key.find(LANG + file) == nullptr) {
-            addFinding(report.findings, "table-missing", LANG + file,
-                       "is missing; the updater's screen would have no texts in this language");
+            key.add("table-missing", LANG + file,
+                    "is missing; the updater's screen would have no texts in this language");
             continue;
         }
         const std::string encoding = encodingFault(key.read(LANG + file));
         if (!encoding.empty()) {
-            addFinding(
-                report.findings, "table-encoding", LANG + file,
-                encoding + "; make it with stringtable, in UTF-16 with the lower byte first");
+            key.add("table-encoding", LANG + file,
+                    encoding + "; make it with stringtable, in UTF-16 with the lower byte first");
             continue;
         }
-        checkLineEnds(file, report.findings);
+        checkLineEnds(key, file);
         StringTable::instance().setLanguage(number);
-        checkTable(language, report.findings);
+        checkTable(key, language);
         if (number != 0 && key.find(LANG + stringTableFile(LANGUAGES[0].suffix)) != nullptr)
-            checkLanguage(language, report.findings);
+            checkLanguage(key, language);
     }
 }

@@ -1,72 +1,21 @@
 #include "tools/updatekey/check/names.h"
 
 #include <algorithm>
-#include <iterator>
-#include <set>
+#include <regex>
 
 #include "platform/utf.h"
-#include "tools/host/folder_tree.h"
-
-namespace {
-
-constexpr std::size_t LONGEST_FAT_NAME = 255;
-
-// Whether Windows reserves the name for a device, such as "NUL" or "con.txt", so that no file can
-// have it.
-bool isDeviceName(const std::string& name) {
-    static const std::set<std::string> NAMES = {"con", "prn", "aux", "nul"};
-    const std::string stem = lowerAscii(name.substr(0, name.find('.')));
-    const bool port = stem.size() == 4 &&
-                      (stem.rfind("com", 0) == 0 || stem.rfind("lpt", 0) == 0) && stem[3] >= '1' &&
-                      stem[3] <= '9';
-    return port || NAMES.count(stem) != 0;
-}
-
-}  // namespace
-
-std::string lowerAscii(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    return text;
-}
-
-bool isJunkFile(const std::string& name) {
-    static const std::set<std::string> NAMES = {".apdisk",
-                                                ".directory",
-                                                ".ds_store",
-                                                ".fseventsd",
-                                                ".git",
-                                                ".gitignore",
-                                                ".localized",
-                                                ".spotlight-v100",
-                                                ".svn",
-                                                ".trashes",
-                                                "__macosx",
-                                                "desktop.ini",
-                                                "ehthumbs.db",
-                                                "$recycle.bin",
-                                                "system volume information",
-                                                "thumbs.db",
-                                                "wpsettings.dat"};
-    static const char* const ENDINGS[] = {"~", ".bak", ".ilk", ".orig", ".pdb", ".swp", ".tmp"};
-    static const char* const BEGINNINGS[] = {"._", "~$", ".~lock."};
-    const std::string lower = lowerAscii(name);
-    const auto begins = [&](const std::string& text) { return lower.rfind(text, 0) == 0; };
-    const auto ends = [&](const std::string& text) {
-        return lower.size() > text.size() &&
-               lower.compare(lower.size() - text.size(), text.size(), text) == 0;
-    };
-    return NAMES.count(lower) != 0 ||
-           std::any_of(std::begin(BEGINNINGS), std::end(BEGINNINGS), begins) ||
-           std::any_of(std::begin(ENDINGS), std::end(ENDINGS), ends);
-}
 
 bool isJunkPath(const std::string& path) {
-    for (std::string part = path; !part.empty(); part = parentOf(part))
-        if (isJunkFile(nameOf(part)))
-            return true;
-    return false;
+    static const std::regex JUNK(
+        "(^|/)("
+        "\\.apdisk|\\.directory|\\.ds_store|\\.fseventsd|\\.git|\\.gitignore|\\.localized|"
+        "\\.spotlight-v100|\\.svn|\\.trashes|__macosx|desktop\\.ini|ehthumbs\\.db|"
+        "\\$recycle\\.bin|system volume information|thumbs\\.db|wpsettings\\.dat|"
+        "(\\._|~\\$|\\.~lock\\.)[^/]*|"
+        "[^/]+(~|\\.(bak|ilk|orig|pdb|swp|tmp))"
+        ")(/|$)",
+        std::regex::icase);
+    return std::regex_search(path, JUNK);
 }
 
 bool isLatin1(const std::string& utf8) {
@@ -75,26 +24,23 @@ bool isLatin1(const std::string& utf8) {
 }
 
 bool isFatName(const std::string& name) {
-    const bool badCharacter = std::any_of(name.begin(), name.end(), [](char c) {
-        const auto byte = static_cast<unsigned char>(c);
-        return byte < 0x20 || byte == 0x7F ||
-               std::string("<>:\"|?*\\").find(c) != std::string::npos;
-    });
-    return !name.empty() && !badCharacter && !isDeviceName(name) && name.back() != '.' &&
-           name.back() != ' ' && deviceLength(name) <= LONGEST_FAT_NAME;
+    constexpr std::size_t LONGEST = 255;
+    // Windows reserves some names for devices, with any ending.
+    static const std::regex BAD(
+        "[\x01-\x1F\x7F<>:\"|?*\\\\]|[. ]$|^$|^(con|prn|aux|nul|com[1-9]|lpt[1-9])(\\.|$)",
+        std::regex::icase);
+    return !std::regex_search(name, BAD) && deviceLength(name) <= LONGEST;
 }
 
 std::string shortNameOf(const std::string& name) {
     constexpr std::size_t STEM = 8;
     constexpr std::size_t ENDING = 3;
-    const std::size_t dot = name.rfind('.');
+    static const std::regex DROPPED("[ .]");
+    static const std::regex REPLACED("[+,;=\\[\\]]");
     const auto kept = [](const std::string& text) {
-        std::string result;
-        for (const char c : text)
-            if (c != ' ' && c != '.')
-                result += std::string("+,;=[]").find(c) != std::string::npos ? '_' : c;
-        return result;
+        return std::regex_replace(std::regex_replace(text, DROPPED, ""), REPLACED, "_");
     };
+    const std::size_t dot = name.rfind('.');
     const std::string stem = kept(name.substr(0, dot));
     const std::string ending = dot == std::string::npos ? "" : kept(name.substr(dot + 1));
     if (stem.size() <= STEM && ending.size() <= ENDING && stem == name.substr(0, dot))

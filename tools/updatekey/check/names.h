@@ -7,15 +7,9 @@
 
 #include "platform/utf.h"
 
-// Files that file managers, editors, debuggers and version control leave behind: ".DS_Store",
-// "Thumbs.db", "~$notes.doc", "KSTRL.pdb".
-bool isJunkFile(const std::string& name);
-
-// Whether the file at this path, or a folder in the path, is such a file.
+// Whether the file at this path, or a folder in the path, is one that file managers, editors,
+// debuggers or version control leave behind: ".DS_Store", "Thumbs.db", "~$notes.doc", "KSTRL.pdb".
 bool isJunkPath(const std::string& path);
-
-// Returns the text with its ASCII letters in lower case.
-std::string lowerAscii(std::string text);
 
 // Whether every character is in Latin-1. The device reads any other as "?", which is invalid in
 // paths.

@@ -73,7 +73,7 @@ void copyTree(const fs::path& from, const fs::path& to, std::vector<std::string>
     for (const TreeEntry& entry : readTree(from)) {
         if (isJunkPath(parentOf(entry.path)))
             continue;
-        if (isJunkFile(nameOf(entry.path)))
+        if (isJunkPath(nameOf(entry.path)))
             leftOut.push_back((from / entry.path).string());
         else if (entry.kind == TreeEntry::Kind::Folder)
             fs::create_directory(to / entry.path);

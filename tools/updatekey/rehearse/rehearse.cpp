@@ -13,7 +13,6 @@
 #include "tools/host/process.h"
 #include "tools/host/temporary_folder.h"
 #include "tools/host/virtual_screen.h"
-#include "tools/updatekey/check/flash_size.h"
 #include "tools/updatekey/check/key_paths.h"
 #include "tools/updatekey/difference.h"
 #include "update/updater.h"

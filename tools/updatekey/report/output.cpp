@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <sstream>
+#include <regex>
 #include <stdexcept>
 #include <system_error>
 
@@ -18,19 +18,10 @@ bool wantsColours() {
 
 // Colours the first word of an error red and that of a warning yellow.
 std::string coloured(const std::string& text) {
-    std::string result;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) {
-        const char* const colour = line.rfind("error:", 0) == 0     ? "\x1b[31m"
-                                   : line.rfind("warning:", 0) == 0 ? "\x1b[33m"
-                                                                    : nullptr;
-        if (colour != nullptr) {
-            line.insert(line.find(':') + 1, "\x1b[0m");
-            line.insert(0, colour);
-        }
-        result += line + "\n";
-    }
-    return result;
+    static const std::regex ERROR_WORD("(^|\n)(error:)");
+    static const std::regex WARNING_WORD("(^|\n)(warning:)");
+    const std::string red = std::regex_replace(text, ERROR_WORD, "$1\x1b[31m$2\x1b[0m");
+    return std::regex_replace(red, WARNING_WORD, "$1\x1b[33m$2\x1b[0m");
 }
 
 }  // namespace

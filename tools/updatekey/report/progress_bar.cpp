@@ -11,11 +11,9 @@
 namespace {
 
 std::string barOf(int percent) {
-    constexpr int WIDTH = 40;
-    const int filled = percent * WIDTH / 100;
+    const std::string filled(static_cast<std::size_t>(percent * 40 / 100), '#');
     char text[80];
-    std::snprintf(text, sizeof text, "[%-*s] %3d%%", WIDTH,
-                  std::string(static_cast<std::size_t>(filled), '#').c_str(), percent);
+    std::snprintf(text, sizeof text, "[%-40s] %3d%%", filled.c_str(), percent);
     return text;
 }
 
@@ -66,10 +64,7 @@ Progress makeProgressBar() {
         if (percent == shown)
             return;
         shown = percent;
-        const std::string bar = barOf(percent);
-        std::fprintf(stderr, "\r%s", bar.c_str());
-        if (percent == 100)
-            std::fprintf(stderr, "\r%*s\r", static_cast<int>(bar.size()), "");
+        std::fputs(percent == 100 ? "\r\x1b[K" : ("\r" + barOf(percent)).c_str(), stderr);
     };
 }
 

@@ -10,11 +10,11 @@
 namespace {
 
 std::string summary(const Findings& findings) {
-    const auto errors = static_cast<std::size_t>(
-        std::count_if(findings.begin(), findings.end(),
-                      [](const Finding& f) { return f.severity == Severity::Error; }));
     if (findings.empty())
         return "There are no findings.\n";
+    std::size_t errors = 0;
+    for (const Finding& finding : findings)
+        errors += finding.severity == Severity::Error ? 1U : 0U;
     return countWords(errors, "error") + ", " + countWords(findings.size() - errors, "warning") +
            ".\n";
 }
@@ -34,10 +34,6 @@ std::string predictionText(const CheckReport& report) {
     return text;
 }
 
-std::string folderText(const FolderInfo& folder) {
-    return countWords(folder.files, "file") + ", " + sizeWords(folder.bytes);
-}
-
 }  // namespace
 
 std::string findingsText(const Findings& findings) {
@@ -53,22 +49,15 @@ std::string findingsText(const Findings& findings) {
 
 std::string checkText(const CheckReport& report) {
     std::string text = predictionText(report);
-    if (!report.notCopied.empty()) {
-        text += "It will NOT copy:\n";
-        for (const std::string& path : report.notCopied)
-            text += "  " + printable(path) + "\n";
-    }
-    return text + findingsText(report.findings) + summary(report.findings);
+    text += report.notCopied.empty() ? "" : "It will NOT copy:\n";
+    return text + linesText("  ", report.notCopied) + findingsText(report.findings) +
+           summary(report.findings);
 }
 
 std::string makeText(const MakeReport& report, const std::filesystem::path& out) {
-    std::string text;
-    for (const std::string& path : report.leftOut)
-        text += "left out: " + printable(path) + "\n";
-    text += checkText(report.check);
-    text += report.written ? "The key is in " + out.string() + ".\n"
-                           : "The key was not made, because it has errors.\n";
-    return text;
+    return linesText("left out: ", report.leftOut) + checkText(report.check) +
+           (report.written ? "The key is in " + out.string() + ".\n"
+                           : "The key was not made, because it has errors.\n");
 }
 
 std::string imageText(const ImageReport& report, const std::filesystem::path& out) {
@@ -82,13 +71,13 @@ std::string infoText(const KeyInfo& info) {
     std::string text;
     text += "accepted by device:  " + std::string(info.accepted ? "yes" : "no") + "\n";
     text += "version:             " + (info.accepted ? printable(info.version) : "-") + "\n";
-    text += "application:         " + folderText(info.application) + "\n";
-    text += "GUI data:            " + folderText(info.guiData) + "\n";
-    text += "whole key:           " + folderText(info.whole) + "\n";
+    text +=
+        "application:         " + filesWords(info.application.files, info.application.bytes) + "\n";
+    text += "GUI data:            " + filesWords(info.guiData.files, info.guiData.bytes) + "\n";
+    text += "whole key:           " + filesWords(info.whole.files, info.whole.bytes) + "\n";
     text += "manifest:            " + std::string(textOf(info.manifest)) + "\n";
     text += "release notes:       " + countWords(info.notes.size(), "line") + "\n";
-    for (const std::string& line : info.notes)
-        text += "  | " + printable(line) + "\n";
+    text += linesText("  | ", info.notes);
     text += "files and folders:\n";
     for (const TreeEntry& entry : info.tree) {
         const auto depth =

@@ -72,12 +72,8 @@ std::string differenceText(const Difference& difference) {
             " the same.\n";
     if (!difference.notesDiffer())
         return text;
-    text += "Release notes:\n";
-    for (const std::string& line : difference.notesBefore)
-        text += "  - " + printable(line) + "\n";
-    for (const std::string& line : difference.notesAfter)
-        text += "  + " + printable(line) + "\n";
-    return text;
+    return text + "Release notes:\n" + linesText("  - ", difference.notesBefore) +
+           linesText("  + ", difference.notesAfter);
 }
 
 std::string adviceText(const Diagnosis& diagnosis) {
@@ -92,8 +88,7 @@ std::string diagnosisText(const Diagnosis& diagnosis) {
     std::string text = "Installed:\n";
     for (const FolderFinding& folder : diagnosis.folders) {
         text += "  " + padded(printable(folder.name), 11);
-        text += folder.there ? countWords(folder.files, "file") + ", " + sizeWords(folder.bytes)
-                             : "not there";
+        text += folder.there ? filesWords(folder.files, folder.bytes) : "not there";
         text += folder.version.empty() ? "" : ", version " + printable(folder.version);
         text += folder.onlyCopy ? ", the ONLY COPY of these files\n" : "\n";
     }
@@ -115,8 +110,7 @@ std::string diagnosisText(const Diagnosis& diagnosis) {
             changesText(*diagnosis.changes);
     text += diagnosis.hindrances.empty() ? "The instrument can be started as it is.\n"
                                          : "The instrument cannot be started as it is:\n";
-    for (const std::string& hindrance : diagnosis.hindrances)
-        text += "  " + printable(hindrance) + "\n";
+    text += linesText("  ", diagnosis.hindrances);
     return text + "What to do:\n" + adviceText(diagnosis);
 }
 

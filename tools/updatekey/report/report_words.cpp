@@ -15,6 +15,10 @@ std::string countWords(std::size_t count, const std::string& noun) {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
+std::string filesWords(std::size_t files, uint64_t bytes) {
+    return countWords(files, "file") + ", " + sizeWords(bytes);
+}
+
 std::string secondsWords(double seconds) {
     char text[40];
     std::snprintf(text, sizeof text, "%.2f seconds", seconds);
@@ -23,6 +27,13 @@ std::string secondsWords(double seconds) {
 
 std::string padded(const std::string& text, std::size_t width) {
     return text + std::string(text.size() < width ? width - text.size() : 1, ' ');
+}
+
+std::string linesText(const std::string& start, const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines)
+        text += start + printable(line) + "\n";
+    return text;
 }
 
 std::string changesText(const std::vector<FileChange>& changes) {

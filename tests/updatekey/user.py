@@ -1,0 +1,80 @@
+"""Runs updatekey as a user does, and validates its JSON against the schema that is shipped. Needs Debian's
+python3-jsonschema."""
+
+import json
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+import jsonschema
+
+BUILD = pathlib.Path(os.environ["UPDATEKEY_BUILD"])
+DEFINITIONS = json.loads(pathlib.Path(os.environ["UPDATEKEY_SCHEMA"]).read_text())
+PROGRAM = BUILD / "updatekey"
+
+
+def contents(folder):
+    """The files below a folder, by path, with their bytes; folders have none."""
+    return {str(path.relative_to(folder)): path.read_bytes() if path.is_file() else None
+            for path in folder.rglob("*")}
+
+
+def write(path, content=b"x"):
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_bytes(content)
+
+
+class UserTest(unittest.TestCase):
+    """A test in a folder of its own, `work`, with what a release is made of and, in `key`, the update key."""
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.work = pathlib.Path(folder.name)
+        self.app, self.gui, self.notes = self.work / "app", self.work / "gui", self.work / "notes.txt"
+        self.app.mkdir()
+        shutil.copy(BUILD / "kstrl-standin", self.app / "KSTRL.exe")
+        shutil.copytree(BUILD / "guidata", self.gui)
+        self.notes.write_text("News\n")
+        self.key = self.work / "key"
+        made = self.run_program(*self.inputs(self.key))
+        self.assertEqual(made.returncode, 0, made.stdout + made.stderr)
+
+    def run_program(self, *arguments, as_user=False, **options):
+        command = [PROGRAM, *arguments]
+        # Root may read every file, unless it gives up the right to.
+        if as_user and os.geteuid() == 0:
+            command = ["setpriv", "--bounding-set=-dac_override,-dac_read_search", *command]
+        return subprocess.run(command, capture_output=True, text=True, errors="replace", **options)
+
+    def expect(self, code, *arguments, says="", **options):
+        """Expects an exit code, and a text in the output or the errors."""
+        with self.subTest(" ".join(map(str, arguments))):
+            ended = self.run_program(*arguments, **options)
+            self.assertEqual(ended.returncode, code, ended.stdout + ended.stderr)
+            self.assertIn(says, ended.stdout + ended.stderr)
+
+    def report(self, kind, *arguments, **options):
+        """Returns the report of a command, which must be as the schema says under the name `kind`."""
+        with self.subTest(" ".join(map(str, arguments))):
+            ended = self.run_program("--json", *arguments, **options)
+            self.exit_code = ended.returncode
+            report = json.loads(ended.stdout)
+            jsonschema.validate(report, {"$ref": f"#/$defs/{kind}", "$defs": DEFINITIONS["$defs"]})
+            jsonschema.validate(report, DEFINITIONS)
+            return report
+
+    def codes(self, kind, *arguments):
+        """The codes of the findings of a command."""
+        report = self.report(kind, *arguments)
+        return " ".join(sorted({finding["code"] for finding in report.get("check", report)["findings"]}))
+
+    def inputs(self, out, app=None, gui=None, notes=None, version="2.14.3"):
+        return ["make", "--machine", "any", "--app", app or self.app, "--gui", gui or self.gui, "--notes",
+                notes or self.notes, "--version", version, out]
+
+    def make(self, code, out, says="", env=None, **inputs):
+        self.expect(code, *self.inputs(out, **inputs), says=says, env={**os.environ, **(env or {})})
