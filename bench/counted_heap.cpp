@@ -12,28 +12,6 @@ namespace {
 
 HeapCount count;
 
-void* take(std::size_t size) noexcept {
-    void* const block = std::malloc(size);
-    if (block == nullptr)
-        return nullptr;
-    ++count.allocations;
-    count.bytesInUse += ::malloc_usable_size(block);
-    count.peakBytes = std::max(count.peakBytes, count.bytesInUse);
-    return block;
-}
-
-void giveBack(void* block) noexcept {
-    count.bytesInUse -= ::malloc_usable_size(block);
-    std::free(block);
-}
-
-void* takeOrThrow(std::size_t size) {
-    void* const block = take(size);
-    if (block == nullptr)
-        throw std::bad_alloc();
-    return block;
-}
-
 }  // namespace
 
 HeapCount heapCount() {
@@ -49,27 +27,20 @@ uint64_t peakResidentBytes() {
     return kilobytes * 1024;
 }
 
+// The library's other forms of these operators call these.
 void* operator new(std::size_t size) {
-    return takeOrThrow(size);
-}
-void* operator new[](std::size_t size) {
-    return takeOrThrow(size);
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return take(size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    return take(size);
+    void* const block = std::malloc(size);
+    if (block == nullptr)
+        throw std::bad_alloc();
+    ++count.allocations;
+    count.bytesInUse += ::malloc_usable_size(block);
+    count.peakBytes = std::max(count.peakBytes, count.bytesInUse);
+    return block;
 }
 void operator delete(void* block) noexcept {
-    giveBack(block);
-}
-void operator delete[](void* block) noexcept {
-    giveBack(block);
+    count.bytesInUse -= ::malloc_usable_size(block);
+    std::free(block);
 }
 void operator delete(void* block, std::size_t) noexcept {
-    giveBack(block);
-}
-void operator delete[](void* block, std::size_t) noexcept {
-    giveBack(block);
+    ::operator delete(block);
 }

@@ -1,10 +1,10 @@
 // Updates the device folder once, without a window and without pauses between the steps. Prints the
 // number of files, the seconds of the update, and the peaks of resident memory and heap in bytes.
 
+#include <chrono>
 #include <cstdio>
 
 #include "bench/counted_heap.h"
-#include "bench/measure.h"
 #include "support/logger.h"
 #include "update/updater.h"
 
@@ -19,13 +19,14 @@ class CountedUpdater : public Updater {
 
 int main() {
     Logger::instance().setPath("/FlashDisk/VELD/Updater-log.txt");
-    const double start = now();
+    const auto start = std::chrono::steady_clock::now();
     CountedUpdater updater;
     updater.pollMedia();
     updater.startUpdate();
     while (updater.getState() == Updating && updater.isMediaReady())
         updater.step();
-    std::printf("%u %.6f %llu %llu\n", updater.files(), now() - start,
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+    std::printf("%u %.6f %llu %llu\n", updater.files(), seconds.count(),
                 static_cast<unsigned long long>(peakResidentBytes()),
                 static_cast<unsigned long long>(heapCount().peakBytes));
     return updater.getState() == UpdateComplete ? 0 : 1;

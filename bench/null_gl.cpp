@@ -1,9 +1,9 @@
 // A GL that does nothing, so that only the program's own work is counted. It returns valid names,
 // every shader compiles, and every attribute and uniform is found.
 
-#include <GLES2/gl2.h>
+#include "bench/null_gl.h"
 
-#include "bench/instructions.h"
+#include <GLES2/gl2.h>
 
 namespace {
 

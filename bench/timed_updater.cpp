@@ -5,11 +5,11 @@
 // "__wrap_..." in this file, and makes the original available as "__real_...".
 
 #include <array>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 
 #include "bench/counted_heap.h"
-#include "bench/measure.h"
 #include "platform/entry_point.h"
 #include "platform/gles.h"
 #include "platform/posix/command_line.h"
@@ -31,6 +31,11 @@ enum Step {
     StepPrograms,
     StepCount
 };
+
+double now() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
 
 std::array<double, StepCount> seconds;
 double entry;
