@@ -1,6 +1,7 @@
 """A virtual machine that stands for the instrument: started, given commands and keys, and given disks."""
 
 import json
+import pathlib
 import socket
 import subprocess
 import time
@@ -40,6 +41,8 @@ class Line:
 class Machine:
     def __init__(self, command, folder):
         """Boots `command`, an emulator without its sockets, which are made in `folder`."""
+        screen_size = pathlib.Path(__file__).parents[2] / "lib/screen-size"
+        width, height = subprocess.check_output([screen_size], text=True).strip().split("x")
         self.console = f"{folder}/console"
         agent, monitor = f"{folder}/agent", f"{folder}/monitor"
         self.emulator = subprocess.Popen(
@@ -50,7 +53,7 @@ class Machine:
              "-device", "virtio-serial-pci", "-device", "virtconsole,chardev=agent",
              "-qmp", f"unix:{monitor},server=on,wait=off",
              "-device", "virtio-scsi-pci,id=scsi", "-device", "qemu-xhci,id=usb",
-             "-device", "usb-kbd,bus=usb.0", "-device", "virtio-gpu-pci,xres=1024,yres=768"])
+             "-device", "usb-kbd,bus=usb.0", "-device", f"virtio-gpu-pci,xres={width},yres={height}"])
         self.agent = Line(agent, self.emulator)
         self.monitor = Line(monitor, self.emulator)
         self.monitor.line()

@@ -71,7 +71,7 @@ class Instrument(Machine):
         self.press("shift")
         self.run(f"mkdir -p {DEVICE}/FlashDisk '{DEVICE}/USB HD'")
 
-    def start_updater(self, arguments="", screen="1024x768", driver="llvmpipe"):
+    def start_updater(self, arguments="", screen="", driver="llvmpipe"):
         self.run(f"DISPLAY=:0 LIBGL_ALWAYS_SOFTWARE=1 GALLIUM_DRIVER={driver} UPDATER_SCREEN={screen} "
                  f"UPDATER_DEVICE={DEVICE} /run/programs/updater {arguments} >/run/updater.out 2>&1 & "
                  "echo $! >/run/updater.pid")
@@ -182,8 +182,9 @@ def expect_picture(machine, name, project, folder):
     """Waits until the screen looks like a golden picture, which was taken on the background of the large
     device. A colour may differ by two levels."""
     background = f"{project}/build/instrument/large/FlashDisk/VELD/ORBUI/data/KSTRL-menubg4.raw"
-    card = numpy.fromfile(background, numpy.uint8).reshape(1024, 1024, 1)[:768]
     golden = numpy.asarray(Image.open(f"{project}/tests/golden/{name}.png").convert("RGBA"))
+    height, width = golden.shape[:2]
+    card = numpy.fromfile(background, numpy.uint8).reshape(-1, width, 1)[:height]
     expected = numpy.where(golden[:, :, 3:] > 0, golden[:, :, :3], card).astype(int)
     end = time.monotonic() + 300
     while True:
