@@ -30,10 +30,13 @@ TEST_F(HostileKey, UnexpectedEntriesAreSkippedOrCopied) {
     fs::create_directory(backup);
     fs::create_hard_link(device.root() / "FlashDisk/VELD/Projects/survey.dzt", backup / "link");
     fs::create_symlink("../Projects", backup / "projects");
-    // Two that a listing does not show, and one that an unpacked archive of Windows left.
+    // Two that a listing does not show, and two that an unpacked archive of Windows left.
     ASSERT_EQ(::mkfifo((backup / "pipe").c_str(), 0600), 0);
     ASSERT_EQ(::mknod((backup / "socket").c_str(), S_IFSOCK | 0600, 0), 0);
     std::ofstream(backup / "..\\Projects\\survey.dzt").close();
+    fs::create_directories(backup / "..\\Projects" / "deeper");
+    fs::create_symlink("../../../Projects", backup / "..\\Projects" / "deeper" / "link");
+    std::ofstream(backup / "..\\Projects" / "deeper" / "f").close();
 
     EXPECT_EQ(run(), UpdateComplete);
     EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL"), (Tree{{"KSTRL.exe", "application 2"}}));

@@ -93,19 +93,26 @@ TEST_F(RealFault, ADiskThatCannotWriteInstallsNothing) {
     }
 }
 
-TEST_F(RealFault, WhatIsMountedIntoTheBackupIsNotDeleted) {
+TEST_F(RealFault, WhatIsMountedIntoOrOnTheBackupIsNotDeleted) {
     MOUNT_OR_SKIP(mountFlashDisk("1m"));
-    device.makeFolder("FlashDisk/VELD/KSTRL_old/mounted");
-    device.write("FlashDisk/VELD/Projects/deeper/survey.dzt", "a day in the field");
-    const std::string at = flashDisk() + "/VELD/KSTRL_old/mounted";
-    ASSERT_EQ(::mount((flashDisk() + "/VELD/Projects").c_str(), at.c_str(), "", MS_BIND, nullptr),
-              0);
-    EXPECT_EQ(run(), UpdateFailed);
-    EXPECT_EQ(device.read("FlashDisk/VELD/Projects/deeper/survey.dzt"), "a day in the field");
-    EXPECT_EQ(device.read("FlashDisk/VELD/KSTRL/KSTRL.exe"), "application 1");
-    EXPECT_NE(log().find("Error 145 ::RemoveDirectory(/FlashDisk/VELD/KSTRL_old\\)"),
-              std::string::npos);
-    ASSERT_EQ(::umount(at.c_str()), 0);
+    for (const std::string folder :
+         {"KSTRL_old", "KSTRL_old/mounted", "KSTRL_old/a\\b/mounted", "ORBUI_old"}) {
+        SCOPED_TRACE(folder);
+        UpdateOnDevice::SetUp();
+        fs::create_directories(flashDisk() + "/VELD/" + folder);
+        device.write("FlashDisk/VELD/Projects/deeper/survey.dzt", "a day in the field");
+        const std::string at = flashDisk() + "/VELD/" + folder;
+        ASSERT_EQ(
+            ::mount((flashDisk() + "/VELD/Projects").c_str(), at.c_str(), "", MS_BIND, nullptr), 0);
+        EXPECT_EQ(run(), UpdateFailed);
+        EXPECT_EQ(device.read("FlashDisk/VELD/Projects/deeper/survey.dzt"), "a day in the field");
+        const std::string name = folder.substr(0, 5);
+        EXPECT_FALSE(device.tree("FlashDisk/VELD/" + name).empty());
+        EXPECT_NE(log().find("Error 145 ::RemoveDirectory(/FlashDisk/VELD/" + name + "_old\\)"),
+                  std::string::npos);
+        ASSERT_EQ(::umount(at.c_str()), 0);
+        fs::remove_all(flashDisk() + "/VELD/" + folder.substr(0, 9));
+    }
 }
 
 // Enough failed copies to fill more than the log's first block, on a disk that somebody else fills.

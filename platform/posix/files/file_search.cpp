@@ -1,7 +1,8 @@
 // FindFirstFileW, FindNextFileW and FindClose. A pattern that ends in "*" finds all entries of a
 // folder, one that ends in a name finds that entry; any other pattern finds nothing. Entries are
-// sorted by name after "." and "..", so that runs are reproducible. What is mounted into a folder
-// is not listed, because whoever deletes the folder would delete what is on another disk.
+// sorted by name after "." and "..", so that runs are reproducible. What is mounted anywhere but on
+// a drive or on the maker's folder is not listed, because whoever deletes the folder would delete
+// what is on another disk.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -31,7 +32,7 @@ struct Search {
     host::Descriptor folder;
     std::vector<std::string> names;
     std::size_t next = 0;
-    bool isInDrive = false;
+    std::string path;  // of the folder on the host
 };
 
 void findAll(Search& search) {
@@ -73,7 +74,7 @@ DWORD start(std::u16string pattern, Search& search) {
     search.folder = host::Descriptor(host::openResolved(path, O_PATH | O_DIRECTORY));
     if (!search.folder.isOpen())
         return openError(path);
-    search.isInDrive = path != deviceRoot();
+    search.path = path;
     if (last == u"*")
         findAll(search);
     else if (!isWild)
@@ -85,17 +86,30 @@ FILETIME fileTime(const struct statx_timestamp& time) {
     return host::fileTime({time.tv_sec, static_cast<long>(time.tv_nsec)});
 }
 
-bool fill(const Search& search, const std::string& name, WIN32_FIND_DATAW& found) {
+// Whether a path of the host lies below the maker's folder of a drive.
+bool isBelowMakersFolder(const std::string& path) {
+    const std::string& device = deviceRoot();
+    return std::count(path.begin(), path.end(), '/') -
+               std::count(device.begin(), device.end(), '/') >
+           2;
+}
+
+// Fills in what is found at the name. Returns false when the name is not listed.
+bool fill(Search& search, const std::string& name, WIN32_FIND_DATAW& found) {
     struct statx status {};
     if (::statx(search.folder.number(), name.c_str(), AT_SYMLINK_NOFOLLOW,
                 STATX_BASIC_STATS | STATX_BTIME, &status) != 0)
         return false;
     if (!host::isListed(name, status.stx_mode))
         return false;
-    const bool isMounted = (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
-    if (isMounted && search.isInDrive && name != "." && name != "..") {
-        OutputDebugStringW((MOUNTED + host::toUtf16(name)).c_str());
-        return false;
+    if ((status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0 && name != "..") {
+        const std::string path = search.path + (name == "." ? "" : "/" + name);
+        if (isBelowMakersFolder(path)) {
+            OutputDebugStringW((MOUNTED + host::toUtf16(path)).c_str());
+            if (name == ".")
+                search.names.clear();
+            return false;
+        }
     }
     const std::u16string wide = host::toUtf16(name);
     if (wide.size() >= MAX_PATH)

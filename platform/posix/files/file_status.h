@@ -1,6 +1,7 @@
 // The status of a host file in Windows terms.
 #pragma once
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <string>
@@ -26,6 +27,13 @@ inline DWORD attributesOf(mode_t mode) {
 inline bool isListed(const std::string& name, mode_t mode) {
     return name.find('\\') == std::string::npos &&
            (S_ISREG(mode) || S_ISDIR(mode) || S_ISLNK(mode));
+}
+
+// Whether another disk is mounted at a name in a folder.
+inline bool isMounted(int folder, const std::string& name) {
+    struct statx status {};
+    return ::statx(folder, name.c_str(), AT_SYMLINK_NOFOLLOW, 0, &status) == 0 &&
+           (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
 }
 
 }  // namespace host

@@ -29,8 +29,19 @@ BOOL failFromErrno() {
     return fail(windowsError(errno));
 }
 
-// Deletes pipes and other files that a listing does not show, from a folder that has nothing else:
-// to the device it is empty.
+// Deletes a file, or a folder with all that is in it on the same disk.
+void deleteAll(int folder, const std::string& name) {
+    if (::unlinkat(folder, name.c_str(), 0) == 0 || host::isMounted(folder, name))
+        return;
+    constexpr int FLAGS = O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+    const Descriptor inner(::openat(folder, name.c_str(), FLAGS));
+    for (const std::string& each : host::readNames(inner.number()))
+        deleteAll(inner.number(), each);
+    ::unlinkat(folder, name.c_str(), AT_REMOVEDIR);
+}
+
+// Deletes pipes and whatever else a listing does not show, from a folder that has nothing else: to
+// the device it is empty.
 void deleteUnlisted(Place& place) {
     const Descriptor folder(host::openAt(place, O_PATH | O_DIRECTORY));
     const std::vector<std::string> names = host::readNames(folder.number());
@@ -41,7 +52,7 @@ void deleteUnlisted(Place& place) {
     };
     if (std::none_of(names.begin(), names.end(), isListed))
         for (const std::string& name : names)
-            ::unlinkat(folder.number(), name.c_str(), 0);
+            deleteAll(folder.number(), name);
 }
 
 // Keeps room on the disk for what will be written to the file, so that an update that fills the
@@ -122,6 +133,9 @@ BOOL RemoveDirectoryW(LPCWSTR path) {
     };
     if (remove())
         return TRUE;
+    // EBUSY: another disk is mounted there.
+    if (errno == EBUSY)
+        return fail(ERROR_DIR_NOT_EMPTY);
     if (errno == ENOTEMPTY)
         deleteUnlisted(place);
     return remove() || failFromErrno();
