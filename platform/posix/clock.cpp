@@ -29,8 +29,8 @@ constexpr int64_t NANOSECONDS_PER_SECOND = 1'000'000'000;
 // The year 30000, which FILETIME and SYSTEMTIME can both hold.
 constexpr int64_t LATEST_SECOND = 884'541'340'800;
 
-constexpr char16_t ZONE_KEY[] = u"HKEY_LOCAL_MACHINE\\Time";
-constexpr char16_t ZONE_VALUE[] = u"TimeZoneInformation";
+constexpr char ZONE_KEY[] = "HKEY_LOCAL_MACHINE\\Time";
+constexpr char ZONE_VALUE[] = "TimeZoneInformation";
 
 // Cached, because every file that is listed needs it. `zoneOwner` is the device that it was read
 // from.
@@ -141,8 +141,8 @@ BOOL SetTimeZoneInformation(const TIME_ZONE_INFORMATION* information) {
     host::Registry registry;
     if (const DWORD error = host::loadRegistry(registry))
         return host::fail(error);
-    const auto* bytes = reinterpret_cast<const BYTE*>(information);
-    registry.set(ZONE_KEY, ZONE_VALUE, {REG_BINARY, {bytes, bytes + sizeof *information}});
+    registry.keys[ZONE_KEY][ZONE_VALUE] = {
+        REG_BINARY, {reinterpret_cast<const char*>(information), sizeof *information}};
     if (const DWORD error = host::saveRegistry(registry))
         return host::fail(error);
     deviceZone = *information;

@@ -25,13 +25,13 @@ std::string asUtf16(const std::string& text) {
 // Returns type and bytes of value "V" of key K, such as "1:41 00 00 00"; "-" when it is missing.
 std::string valueOf(const std::string& file) {
     const host::Registry registry = host::Registry::fromText(file);
-    const host::RegistryValue* value = registry.find(u"HKEY_LOCAL_MACHINE\\K", u"V");
+    const host::RegistryValue* value = registry.find("HKEY_LOCAL_MACHINE\\K", "V");
     if (value == nullptr)
         return "-";
     std::string text = std::to_string(value->type) + ":";
     char buffer[8];
-    for (const BYTE byte : value->data) {
-        std::snprintf(buffer, sizeof buffer, " %02x", byte);
+    for (const char byte : value->data) {
+        std::snprintf(buffer, sizeof buffer, " %02x", static_cast<unsigned>(byte) & 0xFF);
         text += buffer;
     }
     return text;
@@ -75,19 +75,20 @@ TEST(RegistryFile, ReadsEveryFormOfValueAndSkipsOtherLines) {
         EXPECT_EQ(valueOf(file + "\r\n" + KEY + "\"V\"=dword:9"), "4: 09 00 00 00");
     }
     EXPECT_EQ(valueOf("\"V\"=dword:1\n" + KEY), "-");
-    EXPECT_EQ(valueOf(KEY + "\"V\"=\"\xE9\""), "1: e9 00 00 00") << "Latin-1";
+    EXPECT_EQ(valueOf(KEY + "\"V\"=\"\xE9\""), "-") << "Latin-1";
 }
 
 TEST(RegistryFile, WritesWhatItHasReadInTheSameEncoding) {
     const std::string before = KEY + "\"Num\"=dword:00000001\r\n@=\"d\"\r\n\"Zone\"=hex:01,02\r\n";
-    const std::string after = KEY + "\"Num\"=dword:0000001f\r\n@=\"d\"\r\n\"Zone\"=hex:01,02\r\n" +
-                              "\"Q\\\"\\\\\"=\"a\\\\ \xC4\x80\"\r\n\r\n[L]\r\n\"E\"=hex(4):01\r\n";
+    const std::string after = KEY + "@=\"d\"\r\n\"Num\"=dword:0000001f\r\n" +
+                              "\"Q\\\"\\\\\"=\"a\\\\ \xC4\x80\"\r\n\"Zone\"=hex:01,02\r\n" +
+                              "\r\n[L]\r\n\"E\"=hex(4):01\r\n";
     for (const bool isUtf16 : {false, true}) {
         host::Registry registry = host::Registry::fromText(isUtf16 ? asUtf16(before) : before);
-        registry.set(u"hkey_local_machine\\K", u"num", {REG_DWORD, {31, 0, 0, 0}});
-        registry.set(u"HKEY_LOCAL_MACHINE\\K", u"Q\"\\",
-                     {REG_SZ, {'a', 0, '\\', 0, ' ', 0, 0, 1, 0, 0}});
-        registry.set(u"L", u"E", {REG_DWORD, {1}});
+        registry.keys["hkey_local_machine\\K"]["num"] = {REG_DWORD, std::string("\x1F\0\0\0", 4)};
+        registry.keys["HKEY_LOCAL_MACHINE\\K"]["Q\"\\"] = {REG_SZ,
+                                                           utf16Bytes(u"a\\ \u0100") + '\0' + '\0'};
+        registry.keys["L"]["E"] = {REG_DWORD, "\1"};
         EXPECT_EQ(registry.toText(), isUtf16 ? asUtf16(after) : after);
     }
 }
@@ -99,12 +100,14 @@ TEST(RegistryFile, IsReplacedAtomicallyOrStays) {
         std::string told = "";
     };
     const std::string lost =
-        "registry.reg is not changed, because its comments or other lines would be lost\n";
+        "registry.reg: line 4 is neither a key nor a value; nothing will be "
+        "written to this file\n";
     const Case cases[] = {
         {KEY + "\"V\"=dword:00000001\r\n", 0},
         {"", 0},
         {KEY + "; of Ann\r\n", 5, lost},
-        {KEY + "\"V\"=-\r\n", 5, "registry.reg: line 4 is not understood\n" + lost},
+        {KEY + "\r\n\"V\"=\"\xE9\"\r\n", 5, std::string(lost).replace(19, 1, "5")},
+        {asUtf16(KEY + "\r\n\r\n\"V\"=-\r\n"), 5, std::string(lost).replace(19, 1, "6")},
         {std::string(limits::REGISTRY + 1, '\n'), 112,
          "registry.reg cannot be read: File too large\n"},
     };
@@ -116,7 +119,7 @@ TEST(RegistryFile, IsReplacedAtomicallyOrStays) {
         ::testing::internal::CaptureStderr();
         host::Registry registry;
         DWORD error = host::loadRegistry(registry);
-        registry.set(u"HKEY_LOCAL_MACHINE\\K", u"v", {REG_DWORD, {2, 0, 0, 0}});
+        registry.keys["HKEY_LOCAL_MACHINE\\K"]["v"] = {REG_DWORD, std::string("\2\0\0\0", 4)};
         if (error == 0)
             error = host::saveRegistry(registry);
         EXPECT_EQ(::testing::internal::GetCapturedStderr(), test.told);

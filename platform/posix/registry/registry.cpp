@@ -4,9 +4,10 @@
 
 #include "platform/posix/call_hook.h"
 #include "platform/posix/registry/registry_file.h"
+#include "platform/utf.h"
 
 struct KeyHandle {
-    std::u16string path;
+    std::string path;
     REGSAM access;
 };
 
@@ -17,7 +18,7 @@ LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subkey, DWORD, REGSAM access, HKEY* open
         return static_cast<LSTATUS>(error);
     if (key != HKEY_LOCAL_MACHINE)
         return ERROR_INVALID_HANDLE;
-    const std::u16string path = std::u16string(u"HKEY_LOCAL_MACHINE\\") + subkey;
+    const std::string path = "HKEY_LOCAL_MACHINE\\" + host::toUtf8(subkey);
     host::Registry registry;
     if (const DWORD error = host::loadRegistry(registry))
         return static_cast<LSTATUS>(error);
@@ -33,7 +34,7 @@ LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, DWORD*, DWORD* type, BYTE* data
     host::Registry registry;
     if (const DWORD error = host::loadRegistry(registry))
         return static_cast<LSTATUS>(error);
-    const host::RegistryValue* value = registry.find(key->path, name);
+    const host::RegistryValue* value = registry.find(key->path, host::toUtf8(name));
     if (value == nullptr)
         return ERROR_FILE_NOT_FOUND;
     if (type != nullptr)
@@ -56,7 +57,7 @@ LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD, DWORD type, const BYTE* da
     host::Registry registry;
     if (const DWORD error = host::loadRegistry(registry))
         return static_cast<LSTATUS>(error);
-    registry.set(key->path, name, {type, {data, data + size}});
+    registry.keys[key->path][host::toUtf8(name)] = {type, std::string(data, data + size)};
     return static_cast<LSTATUS>(host::saveRegistry(registry));
 }
 

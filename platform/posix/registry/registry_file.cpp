@@ -42,18 +42,17 @@ DWORD loadRegistry(Registry& registry) {
     registry = Registry::fromText(text);
     // Told once, although each call reads the file again.
     static std::size_t toldLine = 0;
-    if (registry.unknownLine() != 0 && registry.unknownLine() != toldLine) {
-        toldLine = registry.unknownLine();
-        tell("registry.reg: line " + std::to_string(toldLine) + " is not understood");
+    if (registry.lostLine != 0 && registry.lostLine != toldLine) {
+        toldLine = registry.lostLine;
+        tell("registry.reg: line " + std::to_string(toldLine) +
+             " is neither a key nor a value; nothing will be written to this file");
     }
     return ERROR_SUCCESS;
 }
 
 DWORD saveRegistry(const Registry& registry) {
-    if (!registry.isComplete()) {
-        tell("registry.reg is not changed, because its comments or other lines would be lost");
+    if (registry.lostLine != 0)
         return ERROR_ACCESS_DENIED;
-    }
     const std::string path = registryPath();
     const std::string temporary = path + ".new";
     // Removes a file left by a run that was killed, or a link planted to redirect the write.

@@ -1,6 +1,11 @@
-// The registry as text: reading what registry editors export, and writing it.
+// The registry as text: reading what registry editors export, and writing it. Values are written as
+// "dword:0000001f", "hex:01,ff", "hex(2):41,00" with the type in brackets, or text in quotes.
 
 #include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <iomanip>
+#include <sstream>
 
 #include "platform/posix/registry/registry_file.h"
 #include "platform/utf.h"
@@ -8,144 +13,181 @@
 namespace host {
 namespace {
 
-constexpr char16_t HEADER[] = u"Windows Registry Editor Version 5.00";
+constexpr char HEADER[] = "Windows Registry Editor Version 5.00";
 constexpr char UTF16_MARK[] = "\xFF\xFE";
 constexpr char UTF8_MARK[] = "\xEF\xBB\xBF";
 
-bool isSame(std::u16string_view one, std::u16string_view other) {
-    const auto folded = [](char16_t c) {
-        return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c - u'A' + u'a') : c;
-    };
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [&](char16_t a, char16_t b) { return folded(a) == folded(b); });
+// The bytes of an object of a little-endian computer, which are those of the file.
+template <class Object>
+std::string bytesOf(const Object* first, std::size_t count) {
+    return {reinterpret_cast<const char*>(first), count * sizeof *first};
 }
 
-std::u16string_view trimmed(std::u16string_view text) {
-    constexpr char16_t BLANKS[] = u" \t\r\n";
+std::u16string unitsOf(std::string_view bytes) {
+    std::u16string text(bytes.size() / sizeof(char16_t), u'\0');
+    std::memcpy(text.data(), bytes.data(), text.size() * sizeof(char16_t));
+    return text;
+}
+
+std::string trimmed(const std::string& text) {
+    constexpr char BLANKS[] = " \t\r";
     const std::size_t first = std::min(text.find_first_not_of(BLANKS), text.size());
     return text.substr(first, text.find_last_not_of(BLANKS) + 1 - first);
 }
 
-std::u16string decoded(std::string_view bytes, bool isUtf16) {
-    if (!isUtf16 && isUtf8(bytes))
-        return toUtf16(bytes);
-    const std::size_t width = isUtf16 ? 2 : 1;
-    std::u16string text;
-    for (std::size_t i = 0; i + width <= bytes.size(); i += width) {
-        const unsigned high = isUtf16 ? static_cast<unsigned char>(bytes[i + 1]) : 0;
-        text += static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) | (high << 8U));
+// Parses one to `most` hexadecimal digits.
+bool readNumber(const std::string& text, std::size_t most, DWORD& number) {
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number, 16);
+    return text.size() <= most && error == std::errc() && stop == end;
+}
+
+bool readValue(std::istream& line, RegistryValue& value) {
+    std::string part;
+    if ((line >> std::ws).peek() == '"') {
+        line >> std::quoted(part);
+        const std::u16string text = toUtf16(part);
+        value = {REG_SZ, bytesOf(text.c_str(), text.size() + 1)};
+        return line && (line >> std::ws).eof();
     }
-    return text;
+    std::getline(line, part, ':');
+    const bool isNumber = part == "dword";
+    value.type = isNumber ? REG_DWORD : REG_BINARY;
+    const bool hasType = part.size() > 5 && part.compare(0, 4, "hex(") == 0 && part.back() == ')' &&
+                         readNumber(part.substr(4, part.size() - 5), 8, value.type);
+    if (line.eof() || (!isNumber && !hasType && part != "hex"))
+        return false;
+    for (DWORD number = 0; std::getline(line, part, ',');) {
+        if (!readNumber(part, isNumber ? 8 : 2, number))
+            return false;
+        value.data += bytesOf(&number, 1).substr(0, isNumber ? 4 : 1);
+    }
+    return !isNumber || value.data.size() == 4;
+}
+
+// `values` are those of the key to which the line belongs. Returns false when the line is neither a
+// key nor a value.
+bool readLine(const std::string& text, Registry& registry, Registry::Values*& values) {
+    if (!isUtf8(text))
+        return false;
+    if (text[0] == '[') {
+        const bool isKey = text.size() > 2 && text.back() == ']' && text[1] != '-';
+        values = isKey ? &registry.keys[text.substr(1, text.size() - 2)] : nullptr;
+        return isKey;
+    }
+    std::istringstream line(text);
+    std::string name;
+    char equals = text[0];
+    if (equals == '"')
+        line >> std::quoted(name);
+    else if (equals != '@')
+        return false;
+    else
+        line >> equals;
+    RegistryValue value;
+    if (!(line >> equals) || equals != '=' || values == nullptr || !readValue(line, value))
+        return false;
+    (*values)[name] = value;
+    return true;
+}
+
+// Whether the value is a text with its terminator, all of which can stand in a line of a file.
+bool isPlainText(const RegistryValue& value) {
+    const std::u16string text = unitsOf(value.data);
+    const auto isOdd = [](char16_t c) { return c < 0x20 || (c >= 0xD800 && c <= 0xDFFF); };
+    return value.type == REG_SZ && value.data.size() % 2 == 0 &&
+           std::find_if(text.begin(), text.end(), isOdd) + 1 == text.end() && text.back() == 0;
+}
+
+void writeValue(const RegistryValue& value, std::ostream& text) {
+    text << std::hex << std::setfill('0');
+    DWORD number = 0;
+    if (isPlainText(value)) {
+        text << std::quoted(toUtf8(unitsOf(value.data).c_str()));
+    } else if (value.type == REG_DWORD && value.data.size() == sizeof number) {
+        std::memcpy(&number, value.data.data(), sizeof number);
+        text << "dword:" << std::setw(8) << number;
+    } else {
+        text << "hex";
+        if (value.type != REG_BINARY)
+            text << '(' << value.type << ')';
+        char separator = ':';
+        for (const char byte : value.data) {
+            text << separator << std::setw(2) << (unsigned{0xFF} & static_cast<unsigned>(byte));
+            separator = ',';
+        }
+        if (value.data.empty())
+            text << separator;
+    }
 }
 
 }  // namespace
 
-Registry::Key* Registry::findKey(std::u16string_view path) {
-    const auto found = std::find_if(keys_.begin(), keys_.end(),
-                                    [&](const Key& key) { return isSame(key.path, path); });
-    return found != keys_.end() ? &*found : nullptr;
+bool IgnoringCase::operator()(const std::string& one, const std::string& other) const {
+    const auto folded = [](char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; };
+    return std::lexicographical_compare(one.begin(), one.end(), other.begin(), other.end(),
+                                        [&](char a, char b) { return folded(a) < folded(b); });
 }
 
-bool Registry::hasKey(std::u16string_view key) const {
-    return std::any_of(keys_.begin(), keys_.end(), [&](const Key& other) {
-        const std::u16string_view path = other.path;
-        return isSame(path.substr(0, key.size()), key) &&
-               (path.size() == key.size() || path[key.size()] == u'\\');
-    });
+bool Registry::hasKey(const std::string& path) const {
+    // The paths between these two begin with this one and a backslash.
+    return keys.count(path) != 0 || keys.lower_bound(path + "\\") != keys.lower_bound(path + "]");
 }
 
-const RegistryValue* Registry::find(std::u16string_view key, std::u16string_view name) const {
-    for (const Key& each : keys_)
-        for (const Value& value : each.values)
-            if (isSame(each.path, key) && isSame(value.name, name))
-                return &value.value;
-    return nullptr;
-}
-
-void Registry::set(std::u16string_view key, std::u16string_view name, RegistryValue value) {
-    Key* owner = findKey(key);
-    if (owner == nullptr)
-        owner = &keys_.emplace_back(Key{std::u16string(key), {}});
-    for (Value& present : owner->values)
-        if (isSame(present.name, name)) {
-            present.value = std::move(value);
-            return;
-        }
-    owner->values.push_back({std::u16string(name), std::move(value)});
+const RegistryValue* Registry::find(const std::string& path, const std::string& name) const {
+    const auto key = keys.find(path);
+    if (key == keys.end() || key->second.count(name) == 0)
+        return nullptr;
+    return &key->second.at(name);
 }
 
 Registry Registry::fromText(std::string_view bytes) {
     Registry registry;
     for (const std::string_view mark : {UTF16_MARK, UTF8_MARK})
         if (bytes.substr(0, mark.size()) == mark)
-            registry.mark_ = mark;
-    const std::u16string text =
-        decoded(bytes.substr(registry.mark_.size()), registry.mark_ == UTF16_MARK);
-    std::u16string line;
+            registry.mark = mark;
+    bytes.remove_prefix(registry.mark.size());
+    std::istringstream lines(registry.mark == UTF16_MARK ? toUtf8(unitsOf(bytes))
+                                                         : std::string(bytes));
+    Values* values = nullptr;
+    std::string line;
     std::size_t number = 0;
-    std::u16string key;
-    for (std::size_t start = 0; start < text.size(); ++number) {
-        const std::size_t end = std::min(text.find(u'\n', start), text.size());
-        line += trimmed(std::u16string_view(text).substr(start, end - start));
-        start = end + 1;
+    for (std::string piece; std::getline(lines, piece);) {
+        ++number;
+        line += trimmed(piece);
         // The bytes of a long value go on in the next line.
-        if (line.size() > 1 && line.compare(line.size() - 2, 2, u",\\") == 0 &&
-            start < text.size()) {
+        if (line.size() > 1 && line.compare(line.size() - 2, 2, ",\\") == 0 &&
+            lines.peek() != EOF) {
             line.pop_back();
             continue;
         }
-        if (!registry.addLine(line, key) && registry.unknownLine_ == 0)
-            registry.unknownLine_ = number + 1;
+        const bool isRead = line.empty() || line == HEADER || readLine(line, registry, values);
+        if (!isRead && registry.lostLine == 0)
+            registry.lostLine = number;
         line.clear();
     }
     return registry;
 }
 
-// `key` is the key to which the line belongs. Returns false when the line cannot be parsed.
-bool Registry::addLine(std::u16string_view line, std::u16string& key) {
-    if (line.empty() || line == HEADER)
-        return true;
-    if (line[0] == u';') {
-        hasComments_ = true;
-        return true;
-    }
-    if (line[0] == u'[') {
-        const bool isKey = line.size() > 2 && line.back() == u']' && line[1] != u'-';
-        key = isKey ? line.substr(1, line.size() - 2) : std::u16string_view();
-        if (isKey && findKey(key) == nullptr)
-            keys_.push_back({key, {}});
-        return isKey;
-    }
-    std::u16string name;
-    if (line[0] == u'@')
-        line.remove_prefix(1);
-    else if (!takeQuoted(line, name))
-        return false;
-    line = trimmed(line);
-    RegistryValue value;
-    if (key.empty() || line.empty() || line[0] != u'=' ||
-        !readValue(trimmed(line.substr(1)), value))
-        return false;
-    set(key, name, std::move(value));
-    return true;
-}
-
 std::string Registry::toText() const {
-    std::u16string text = HEADER + std::u16string(u"\r\n");
-    for (const Key& key : keys_) {
-        text += u"\r\n[" + key.path + u"]\r\n";
-        for (const Value& value : key.values)
-            text += (value.name.empty() ? u"@" : quoted(value.name)) + u"=" +
-                    valueText(value.value) + u"\r\n";
+    std::ostringstream text;
+    text << HEADER << "\r\n";
+    for (const auto& [path, values] : keys) {
+        text << "\r\n[" << path << "]\r\n";
+        for (const auto& [name, value] : values) {
+            if (name.empty())
+                text << '@';
+            else
+                text << std::quoted(name);
+            text << '=';
+            writeValue(value, text);
+            text << "\r\n";
+        }
     }
-    if (mark_ != UTF16_MARK)
-        return mark_ + toUtf8(text);
-    std::string bytes = mark_;
-    for (const char16_t unit : text) {
-        bytes += static_cast<char>(unit & 0xFF);
-        bytes += static_cast<char>(unit >> 8);
-    }
-    return bytes;
+    if (mark != UTF16_MARK)
+        return mark + text.str();
+    const std::u16string wide = toUtf16(text.str());
+    return mark + bytesOf(wide.data(), wide.size());
 }
 
 }  // namespace host
