@@ -35,22 +35,14 @@ uint32_t decode(std::string_view utf8, std::size_t at, std::size_t& length) {
 }
 
 void appendPoint(std::string& text, uint32_t point) {
-    const auto put = [&](uint32_t value) { text += static_cast<char>(value); };
     if (point < 0x80) {
-        put(point);
-    } else if (point < 0x800) {
-        put(0xC0 | (point >> 6));
-        put(0x80 | (point & 0x3F));
-    } else if (point < 0x10000) {
-        put(0xE0 | (point >> 12));
-        put(0x80 | ((point >> 6) & 0x3F));
-        put(0x80 | (point & 0x3F));
-    } else {
-        put(0xF0 | (point >> 18));
-        put(0x80 | ((point >> 12) & 0x3F));
-        put(0x80 | ((point >> 6) & 0x3F));
-        put(0x80 | (point & 0x3F));
+        text += static_cast<char>(point);
+        return;
     }
+    const unsigned more = point < 0x800 ? 1 : point < 0x10000 ? 2 : 3;
+    text += static_cast<char>((0xFF00U >> (more + 1)) | (point >> (6 * more)));
+    for (unsigned i = more; i-- > 0;)
+        text += static_cast<char>(0x80 | ((point >> (6 * i)) & 0x3F));
 }
 
 char16_t lowerLatin1(char16_t c) {

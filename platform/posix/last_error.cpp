@@ -1,6 +1,7 @@
 #include "platform/posix/last_error.h"
 
 #include <cerrno>
+#include <utility>
 
 namespace {
 
@@ -24,47 +25,35 @@ BOOL fail(DWORD error) {
 }
 
 DWORD windowsError(int error) {
-    switch (error) {
-        case ENOENT:
-            return ERROR_FILE_NOT_FOUND;
-        case ENOTDIR:
-        case ENAMETOOLONG:
-            return ERROR_PATH_NOT_FOUND;
-        case EMFILE:
-        case ENFILE:
-            return ERROR_TOO_MANY_OPEN_FILES;
-        case EACCES:
-        case EPERM:
-        case EISDIR:
-        case ELOOP:
-        case ENXIO:
-            return ERROR_ACCESS_DENIED;
-        case ENOMEM:
-            return ERROR_NOT_ENOUGH_MEMORY;
-        case EXDEV:
-            return ERROR_NOT_SAME_DEVICE;
-        case EROFS:
-            return ERROR_WRITE_PROTECT;
-        case EBUSY:
-        case ETXTBSY:
-            return ERROR_SHARING_VIOLATION;
-        case EINVAL:
-            return ERROR_INVALID_PARAMETER;
-        case ENOSPC:
-        case EDQUOT:
-        case EFBIG:
-            return ERROR_DISK_FULL;
-        case ENOTEMPTY:
-            return ERROR_DIR_NOT_EMPTY;
-        case EEXIST:
-            return ERROR_ALREADY_EXISTS;
-        case ENOEXEC:
-            return ERROR_BAD_EXE_FORMAT;
-        case EIO:
-            return ERROR_IO_DEVICE;
-        default:
-            return ERROR_GEN_FAILURE;
-    }
+    constexpr std::pair<int, DWORD> ERRORS[] = {
+        {ENOENT, ERROR_FILE_NOT_FOUND},
+        {ENOTDIR, ERROR_PATH_NOT_FOUND},
+        {ENAMETOOLONG, ERROR_PATH_NOT_FOUND},
+        {EMFILE, ERROR_TOO_MANY_OPEN_FILES},
+        {ENFILE, ERROR_TOO_MANY_OPEN_FILES},
+        {EACCES, ERROR_ACCESS_DENIED},
+        {EPERM, ERROR_ACCESS_DENIED},
+        {EISDIR, ERROR_ACCESS_DENIED},
+        {ELOOP, ERROR_ACCESS_DENIED},
+        {ENXIO, ERROR_ACCESS_DENIED},
+        {ENOMEM, ERROR_NOT_ENOUGH_MEMORY},
+        {EXDEV, ERROR_NOT_SAME_DEVICE},
+        {EROFS, ERROR_WRITE_PROTECT},
+        {EBUSY, ERROR_SHARING_VIOLATION},
+        {ETXTBSY, ERROR_SHARING_VIOLATION},
+        {EINVAL, ERROR_INVALID_PARAMETER},
+        {ENOSPC, ERROR_DISK_FULL},
+        {EDQUOT, ERROR_DISK_FULL},
+        {EFBIG, ERROR_DISK_FULL},
+        {ENOTEMPTY, ERROR_DIR_NOT_EMPTY},
+        {EEXIST, ERROR_ALREADY_EXISTS},
+        {ENOEXEC, ERROR_BAD_EXE_FORMAT},
+        {EIO, ERROR_IO_DEVICE},
+    };
+    for (const auto& [ofHost, ofWindows] : ERRORS)
+        if (error == ofHost)
+            return ofWindows;
+    return ERROR_GEN_FAILURE;
 }
 
 }  // namespace host

@@ -43,12 +43,4 @@ bool takeCloseRequest() {
     return requested;
 }
 
-void giveSignalsBack() {
-    for (int number = 1; number < NSIG; ++number)
-        ::signal(number, SIG_DFL);
-    sigset_t none;
-    ::sigemptyset(&none);
-    ::sigprocmask(SIG_SETMASK, &none, nullptr);
-}
-
 }  // namespace host

@@ -9,15 +9,11 @@ namespace host {
 void ignoreSignalsOfWrites();
 
 // Makes SIGINT (Ctrl-C), SIGTERM and SIGHUP ask the program to close, unless they were ignored when
-// it was started. A program that then waits for a
-// display that does not answer is ended after a few seconds. SIGQUIT and SIGKILL still end it at
-// once.
+// it was started. A program that then waits for a display that does not answer is ended after a few
+// seconds. SIGQUIT and SIGKILL still end it at once.
 void turnSignalsIntoCloseRequests();
 
 // Returns whether one of these signals has arrived since the last call.
 bool takeCloseRequest();
-
-// Restores the defaults that a new program expects: no signal ignored, handled or blocked.
-void giveSignalsBack();
 
 }  // namespace host

@@ -1,11 +1,12 @@
 // CreateProcessW. Starts any executable file of the device, including scripts, by its absolute
-// path. The new process is detached: it has a session of its own, is not a child of the updater,
-// has /dev/null as its standard streams, inherits no open files, and has default signal handling.
-// Its current folder is that of the updater.
+// path. The new process is detached: it has a session of its own, /dev/null as its standard
+// streams, no other open files, and default signal handling. Its current folder is that of the
+// updater.
 
 #include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -16,59 +17,35 @@
 #include "platform/posix/files/place.h"
 #include "platform/posix/last_error.h"
 #include "platform/posix/processes/proc_files.h"
-#include "platform/posix/signals.h"
 
 using host::fail;
 
 namespace {
 
-[[noreturn]] void tellFailure(int report) {
-    const int error = errno;
-    const ssize_t told = ::write(report, &error, sizeof error);
-    ::_exit(told == sizeof error ? 1 : 2);
-}
-
-// Executes `path` in a new session. On failure, reports the errno through `report` and exits.
-[[noreturn]] void becomeProgram(const char* path, int report) {
-    ::setsid();
-    host::giveSignalsBack();
-    const int nothing = ::open("/dev/null", O_RDWR);
-    for (int stream = 0; stream <= 2; ++stream)
-        ::dup2(nothing, stream);
-    ::close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
-    char* const arguments[] = {const_cast<char*>(path), nullptr};
-    ::execv(path, arguments);
-    tellFailure(report);
-}
-
 // Returns 0, or the errno of the failed start.
-int startDetached(const std::string& path) {
-    int report[2];
-    if (::pipe2(report, O_CLOEXEC) != 0)
-        return errno;
-    const pid_t child = ::fork();
-    if (child < 0) {
-        const int error = errno;
-        ::close(report[0]);
-        ::close(report[1]);
-        return error;
-    }
-    if (child == 0) {
-        // Two forks: the program's parent exits at once, so that init adopts the program and no
-        // zombie remains.
-        const pid_t grandchild = ::fork();
-        if (grandchild == 0)
-            becomeProgram(path.c_str(), report[1]);
-        if (grandchild < 0)
-            tellFailure(report[1]);
-        ::_exit(0);
-    }
-    ::close(report[1]);
-    int error = 0;
-    const ssize_t got = ::read(report[0], &error, sizeof error);
-    ::close(report[0]);
-    ::waitpid(child, nullptr, 0);
-    return got == sizeof error ? error : 0;
+int startDetached(std::string path) {
+    posix_spawn_file_actions_t files;
+    ::posix_spawn_file_actions_init(&files);
+    ::posix_spawn_file_actions_addopen(&files, STDIN_FILENO, "/dev/null", O_RDWR, 0);
+    ::posix_spawn_file_actions_adddup2(&files, STDIN_FILENO, STDOUT_FILENO);
+    ::posix_spawn_file_actions_adddup2(&files, STDIN_FILENO, STDERR_FILENO);
+    ::posix_spawn_file_actions_addclosefrom_np(&files, STDERR_FILENO + 1);
+    posix_spawnattr_t attributes;
+    ::posix_spawnattr_init(&attributes);
+    ::posix_spawnattr_setflags(&attributes,
+                               POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+    sigset_t signals;
+    ::sigfillset(&signals);
+    ::posix_spawnattr_setsigdefault(&attributes, &signals);
+    ::sigemptyset(&signals);
+    ::posix_spawnattr_setsigmask(&attributes, &signals);
+    char* const arguments[] = {path.data(), nullptr};
+    pid_t process = 0;
+    const int error =
+        ::posix_spawn(&process, path.c_str(), &files, &attributes, arguments, environ);
+    ::posix_spawnattr_destroy(&attributes);
+    ::posix_spawn_file_actions_destroy(&files);
+    return error;
 }
 
 }  // namespace
