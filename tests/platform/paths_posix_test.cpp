@@ -54,14 +54,7 @@ TEST(Paths, IgnoreTheCaseOfLatin1Letters) {
               "az \u00E0\u00FE\u00D7\u00DF \u0100\xFF");
 }
 
-TEST(Utf, AnyBytesSurviveARoundTrip) {
-    // Valid sequences of one to four bytes; then Latin-1, truncated sequences, overlong slashes, a
-    // surrogate, a value above the last code point, bytes that begin no sequence, and bytes after a
-    // pair.
-    for (const std::string bytes : {"plain", "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80", "\xE9", "\xC3",
-                                    "\xF0\x9F\x98", "\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80",
-                                    "\xF4\x90\x80\x80", "\xFF\xFE\x80", "\xF0\x9F\x98\x80\x80\xE9"})
-        EXPECT_EQ(host::toUtf8(host::toUtf16(bytes)), bytes);
+TEST(Utf, ConvertsEveryCodePointAndKeepsOtherBytes) {
     EXPECT_EQ(host::toUtf16("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xE9"),
               u"\u00E9\u20AC\U0001F600\xDCE9");
     // The first and the last code point of each length, and those around the surrogates.
