@@ -4,34 +4,21 @@
 
 #include "platform/posix/files/device.h"
 #include "tests/faults/device_states.h"
-#include "tests/faults/update_run.h"
+#include "tools/diagnosis/diagnosis.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-// Without GUI data the first run ends as failed, as the advice says.
-void updateAgain(const DeviceFolder& device) {
-    for (int run = 0; run < 2; ++run)
-        if (runUpdate(device, {}).end == RunEnd::Complete)
-            return;
-}
-
 void follow(const Advice& advice, const DeviceFolder& device) {
     const fs::path maker = device.root() / INSTALLATION;
-    switch (advice.action) {
-        case Advice::Action::Remove:
-            fs::remove_all(maker / advice.folder);
-            break;
-        case Advice::Action::Rename:
-            fs::rename(maker / advice.folder, maker / advice.to);
-            break;
-        case Advice::Action::UpdateAgain:
-            updateAgain(device);
-            break;
-        default:
-            break;
-    }
+    if (advice.action == Advice::Action::Remove)
+        fs::remove_all(maker / advice.folder);
+    else if (advice.action == Advice::Action::Rename)
+        fs::rename(maker / advice.folder, maker / advice.to);
+    // Without GUI data the first run ends as failed, as the advice says.
+    else if (advice.action == Advice::Action::UpdateAgain && runUpdate(device).end != "complete")
+        runUpdate(device);
 }
 
 // Whether the diagnosis tells what is on the disk, as the test itself reads it.
@@ -48,33 +35,29 @@ bool agreesWithDisk(const Diagnosis& diagnosis, const Tree& disk) {
     const auto program = disk.find(INSTALLATION + "KSTRL/KSTRL.exe");
     const bool starts = program != disk.end() && !program->second.empty() &&
                         !below(disk, INSTALLATION + "ORBUI/data/").empty();
-    const bool same = std::all_of(COMPONENTS.begin(), COMPONENTS.end(), [&](const auto& name) {
-        return below(disk, INSTALLATION + name + "/") == filesOfKey(disk, name);
-    });
-    return agrees && diagnosis.hindrances.empty() == starts && diagnosis.changes->empty() == same;
+    return agrees && diagnosis.hindrances.empty() == starts &&
+           diagnosis.changes->empty() == isUpdated(disk);
 }
 
 }  // namespace
 
-AdviceOutcome followAdvice(const DeviceFolder& instrument) {
-    AdviceOutcome outcome;
+void followAdvice(const DeviceFolder& instrument, Remarks& remarks) {
     {
         const DeviceFolder copy;
         fs::copy(instrument.root(), copy.root(), fs::copy_options::recursive);
         DiagnoseOptions options;
         options.key = copy.root() / "USB HD";
         const Diagnosis diagnosis = diagnose(copy.root(), options);
-        outcome.step = diagnosis.step;
-        outcome.agrees = agreesWithDisk(diagnosis, copy.tree());
+        const std::string step = textOf(diagnosis.step).name;
+        remarks.push_back(step);
+        if (!agreesWithDisk(diagnosis, copy.tree()))
+            remarks.push_back(wrong("the diagnosis"));
         for (const Advice& advice : diagnosis.advice) {
-            outcome.actions[static_cast<std::size_t>(advice.action)] = true;
+            remarks.push_back(step + ": " + nameOf(advice.action));
             follow(advice, copy);
         }
-        const Tree after = copy.tree();
-        outcome.cured = std::all_of(COMPONENTS.begin(), COMPONENTS.end(), [&](const auto& name) {
-            return below(after, INSTALLATION + name + "/") == filesOfKey(after, name);
-        });
+        if (!isUpdated(copy.tree()))
+            remarks.push_back(wrong("the advice does not repair the instrument"));
     }
     setDeviceRoot(instrument.root().string());
-    return outcome;
 }

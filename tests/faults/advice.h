@@ -1,19 +1,8 @@
 // Tests whether the advice of "updatekey diagnose" repairs the instrument that a faulty run left.
 #pragma once
 
-#include <array>
+#include "tests/faults/checks.h"
 
-#include "tests/helpers/device_folder.h"
-#include "tools/diagnosis/diagnosis.h"
-
-constexpr std::size_t ACTION_COUNT = 6;
-
-struct AdviceOutcome {
-    UpdateStep step = UpdateStep::None;
-    std::array<bool, ACTION_COUNT> actions{};  // the actions advised, by Advice::Action
-    bool agrees = false;  // the folders and the changes it names are those on the disk
-    bool cured = false;   // exactly the plugged-in key's files are installed afterwards
-};
-
-// Follows the advice on a copy of `instrument`, step by step, with its key plugged in.
-AdviceOutcome followAdvice(const DeviceFolder& instrument);
+// Follows the advice on a copy of `instrument`, step by step, with its key plugged in. Adds where
+// the update stopped, as the diagnosis names it, and the actions that it advises.
+void followAdvice(const DeviceFolder& instrument, Remarks& remarks);

@@ -1,17 +1,17 @@
 #include "tests/faults/device_states.h"
 
-#include <filesystem>
+#include <algorithm>
 
 namespace fs = std::filesystem;
 
 const std::vector<NamedState> START_STATES = {
     {StartState::Plain, "plain"},
     {StartState::NoBackup, "no backup"},
-    {StartState::ApplicationMissing, "KSTRL missing"},
-    {StartState::GuiDataMissing, "ORBUI missing"},
-    {StartState::LeftoverStaging, "leftover staging"},
-    {StartState::ReadOnlyFiles, "read-only files"},
-    {StartState::GuiDataLocked, "ORBUI locked"},
+    {StartState::ApplicationMissing, "no KSTRL"},
+    {StartState::GuiDataMissing, "no ORBUI"},
+    {StartState::LeftoverStaging, "leftover"},
+    {StartState::ReadOnlyFiles, "read-only"},
+    {StartState::GuiDataLocked, "locked"},
 };
 
 const std::vector<std::string> COMPONENTS = {"KSTRL", "ORBUI"};
@@ -97,4 +97,10 @@ Tree below(const Tree& tree, const std::string& folder) {
 
 Tree filesOfKey(const Tree& tree, const std::string& component) {
     return below(tree, KEY + component + "/");
+}
+
+bool isUpdated(const Tree& tree) {
+    return std::all_of(COMPONENTS.begin(), COMPONENTS.end(), [&](const std::string& component) {
+        return below(tree, INSTALLATION + component + "/") == filesOfKey(tree, component);
+    });
 }

@@ -40,3 +40,6 @@ Tree below(const Tree& tree, const std::string& folder);
 
 // Returns the files of `component` after an update from the key in `tree`.
 Tree filesOfKey(const Tree& tree, const std::string& component);
+
+// Whether exactly the files of the key in `tree` are installed.
+bool isUpdated(const Tree& tree);

@@ -1,16 +1,12 @@
 #include "tests/faults/update_run.h"
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <new>
+#include <sstream>
 
 #include "platform/posix/files/device.h"
 #include "platform/utf.h"
@@ -19,45 +15,6 @@
 #include "ui/simple_ui.h"
 
 namespace {
-
-// The results of a run, kept in shared memory however it ends.
-struct Record {
-    static constexpr std::size_t MOST_TEXT = std::size_t{1} << 15;
-    bool ended;
-    RunEnd end;
-    bool wroteOutside;
-    std::size_t size;
-    char text[MOST_TEXT];  // lines: "C" with a call's name, or "L" with a logged message
-
-    void add(char kind, const std::string& line) {
-        const std::string entry = kind + line + "\n";
-        if (size + entry.size() > sizeof text)
-            return;
-        std::memcpy(text + size, entry.data(), entry.size());
-        size += entry.size();
-    }
-};
-
-// Memory that a run shares with its parent process only.
-class SharedRecord {
-  public:
-    SharedRecord()
-        : memory_(::mmap(nullptr, sizeof(Record), PROT_READ | PROT_WRITE,
-                         MAP_SHARED | MAP_ANONYMOUS, -1, 0)) {
-        if (memory_ == MAP_FAILED)
-            std::abort();
-        record_ = new (memory_) Record();
-    }
-    SharedRecord(const SharedRecord&) = delete;
-    SharedRecord& operator=(const SharedRecord&) = delete;
-    ~SharedRecord() { ::munmap(memory_, sizeof(Record)); }
-
-    Record& get() const { return *record_; }
-
-  private:
-    void* memory_;
-    Record* record_;
-};
 
 bool startsWith(const std::string& text, const std::string& start) {
     return text.compare(0, start.size(), start) == 0;
@@ -69,18 +26,20 @@ bool isOutside(const std::string& path) {
     return hostPath != installation && !startsWith(hostPath, installation + "/");
 }
 
-// The call hook's state during a run: counts calls, records them, locks folders and applies the
-// fault.
+// The surroundings of the updater in the process of a run: reports what it does through a pipe, one
+// line for each event, and applies the fault.
 class Surroundings {
   public:
-    Surroundings(Record& record, const RunPlan& plan) : record_(record), plan_(plan) {
+    Surroundings(int report, const Fault& fault, bool guiDataIsLocked)
+        : report_(report), fault_(fault), guiDataIsLocked_(guiDataIsLocked) {
         setCallHook([this](const HookedCall& call) { return onCall(call); });
     }
-    Surroundings(const Surroundings&) = delete;
-    Surroundings& operator=(const Surroundings&) = delete;
-    ~Surroundings() { setCallHook({}); }
 
     bool launched() const { return launched_; }
+
+    void report(const char* event, const std::string& text) const {
+        ::dprintf(report_, "%s %s\n", event, text.c_str());
+    }
 
   private:
     DWORD onCall(const HookedCall& call) {
@@ -89,108 +48,110 @@ class Surroundings {
             return onDebugOutput(call.arguments[0]);
         if (name == "Sleep" || launched_)
             return ERROR_GEN_FAILURE;
-        const DWORD error = isFileCall(name) ? onFileCall(call) : ERROR_SUCCESS;
+        const DWORD error = isCounted(name) ? onCountedCall(call) : ERROR_SUCCESS;
         launched_ = name == "CreateProcessW";
         return launched_ ? ERROR_FILE_NOT_FOUND : error;
     }
 
     // Every log message is traced right after it is written; other traces begin differently.
-    DWORD onDebugOutput(const std::string& text) {
+    DWORD onDebugOutput(const std::string& text) const {
         const bool logged = startsWith(text, "Error ") || startsWith(text, "Update ");
         if (logged && !startsWith(text, "Error opening log"))
-            record_.add('L', text.substr(0, text.find('\n')));
+            report("logged", text.substr(0, text.find('\n')));
         return ERROR_GEN_FAILURE;
     }
 
-    DWORD onFileCall(const HookedCall& call) {
+    DWORD onCountedCall(const HookedCall& call) {
         const std::string name = call.name;
-        record_.add('C', name);
-        ++calls_;
+        report("call", name);
+        const bool copies = name == "CopyFileW";
         const bool reads = name == "_wfopen" && call.arguments[1] == "rb";
-        if (changesTheDisk(name) && !reads) {
-            const bool copies = name == "CopyFileW";
-            const bool moves = name == "MoveFileW";
-            record_.wroteOutside |= !copies && isOutside(call.arguments[0]);
-            record_.wroteOutside |= (copies || moves) && isOutside(call.arguments[1]);
-        }
-        if (plan_.fault.kind != FaultKind::None && calls_ == plan_.fault.call)
-            return applyFault(plan_.fault, call);
+        if (changesTheDisk(name) && !reads &&
+            (isOutside(call.arguments[copies ? 1 : 0]) ||
+             (name == "MoveFileW" && isOutside(call.arguments[1]))))
+            report("outside", name);
+        if (++calls_ == fault_.call)
+            return apply(fault_, call);
         const bool movesGuiData =
             name == "MoveFileW" && call.arguments[0] == "/FlashDisk/VELD/ORBUI";
-        return plan_.guiDataLocked && movesGuiData ? ERROR_SHARING_VIOLATION : ERROR_SUCCESS;
+        return guiDataIsLocked_ && movesGuiData ? ERROR_SHARING_VIOLATION : ERROR_SUCCESS;
     }
 
-    Record& record_;
-    RunPlan plan_;
+    int report_;
+    Fault fault_;
+    bool guiDataIsLocked_;
     uint32_t calls_ = 0;
     bool launched_ = false;
 };
 
-RunEnd runToItsEnd(SimpleUI& screen, const Surroundings& surroundings) {
+std::string runToItsEnd(SimpleUI& screen, const Surroundings& surroundings) {
     constexpr int MOST_FRAMES = 200;
     Logger::instance().setPath(INSTALL_ROOT + "/ORBUI/data/../../Updater-log.txt");
     for (int frame = 0; frame < MOST_FRAMES; ++frame) {
         screen.tick();
         if (surroundings.launched())
-            return RunEnd::Complete;
+            return "complete";
         // After a failed update any key restarts.
         screen.onKey(VK_HOME);
         if (surroundings.launched())
-            return RunEnd::Failed;
+            return "failed";
     }
-    return RunEnd::Updating;
+    return "endless";
 }
 
-[[noreturn]] void runInChild(Record& record, const RunPlan& plan) {
+[[noreturn]] void runInChild(const Surroundings& surroundings) {
     constexpr unsigned LONGEST_SECONDS = 60;
     constexpr int NO_WAY_OUT = 3;
     ::alarm(LONGEST_SECONDS);
-    const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
-    ::dup2(nowhere, STDOUT_FILENO);
-    const Surroundings surroundings(record, plan);
+    ::dup2(::open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
     SimpleUI screen;
-    record.end = runToItsEnd(screen, surroundings);
-    record.ended = true;
+    surroundings.report("end", runToItsEnd(screen, surroundings));
     screen.onKey(VK_END);
     screen.onKey(VK_END);
     ::_exit(NO_WAY_OUT);
 }
 
-}  // namespace
-
-const char* nameOf(RunEnd end) {
-    static const char* const NAMES[] = {"complete", "failed",  "updating",
-                                        "killed",   "crashed", "hung"};
-    return NAMES[static_cast<std::size_t>(end)];
+std::string readAll(int file) {
+    std::string text;
+    char piece[4096];
+    for (ssize_t got = 0; (got = ::read(file, piece, sizeof piece)) > 0;)
+        text.append(piece, static_cast<std::size_t>(got));
+    ::close(file);
+    return text;
 }
 
-UpdateRun runUpdate(const DeviceFolder& device, const RunPlan& plan) {
-    const SharedRecord shared;
-    Record& record = shared.get();
+}  // namespace
+
+UpdateRun runUpdate(const DeviceFolder& device, const Fault& fault, bool guiDataIsLocked) {
+    int report[2] = {};
+    if (::pipe2(report, O_CLOEXEC) != 0)
+        std::abort();
     std::fflush(nullptr);
     const pid_t child = ::fork();
     if (child == 0) {
         setDeviceRoot(device.root().string());
-        runInChild(record, plan);
+        runInChild(Surroundings(report[1], fault, guiDataIsLocked));
     }
+    ::close(report[1]);
+    std::istringstream events(readAll(report[0]));
     int status = 0;
     ::waitpid(child, &status, 0);
 
     UpdateRun run;
     run.hadWayOut = WIFEXITED(status) && WEXITSTATUS(status) == 0;
-    run.wroteOutside = record.wroteOutside;
-    const bool killed = WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
-    const bool hung = WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM;
-    run.end = record.ended && WIFEXITED(status) ? record.end
-              : killed                          ? RunEnd::Killed
-              : hung                            ? RunEnd::Hung
-                                                : RunEnd::Crashed;
-    const std::string text(record.text, record.size);
-    for (std::size_t start = 0; start < text.size();) {
-        const std::size_t end = text.find('\n', start);
-        const std::string line = text.substr(start + 1, end - start - 1);
-        (text[start] == 'C' ? run.calls : run.loggedLines).push_back(line);
-        start = end + 1;
+    std::string text;
+    for (std::string event; events >> event && std::getline(events >> std::ws, text);) {
+        if (event == "call")
+            run.calls.push_back(text);
+        else if (event == "logged")
+            run.loggedLines.push_back(text);
+        else if (event == "outside")
+            run.wroteOutside = true;
+        else
+            run.end = text;
     }
+    const int signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+    if (run.end.empty() || signal != 0)
+        run.end = signal == SIGKILL ? "killed" : signal == SIGALRM ? "hung" : "crashed";
     return run;
 }
