@@ -5,13 +5,9 @@
 
 #include "platform/posix/clock.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <cstring>
 #include <ctime>
-#include <optional>
 #include <string>
 
 #include "platform/posix/call_hook.h"
@@ -32,11 +28,6 @@ constexpr int64_t LATEST_SECOND = 884'541'340'800;
 constexpr char ZONE_KEY[] = "HKEY_LOCAL_MACHINE\\Time";
 constexpr char ZONE_VALUE[] = "TimeZoneInformation";
 
-// Cached, because every file that is listed needs it. `zoneOwner` is the device that it was read
-// from.
-std::optional<TIME_ZONE_INFORMATION> deviceZone;
-std::string zoneOwner;
-
 TIME_ZONE_INFORMATION hostZone() {
     const std::time_t now = std::time(nullptr);
     std::tm local{};
@@ -46,17 +37,22 @@ TIME_ZONE_INFORMATION hostZone() {
     return zone;
 }
 
+// Every file that is listed needs the zone, so it is read once from each device: the device that it
+// was read from last is its owner.
+std::string zoneOwner;
+
 const TIME_ZONE_INFORMATION& zone() {
-    if (!deviceZone || zoneOwner != deviceRoot()) {
-        deviceZone = hostZone();
+    static TIME_ZONE_INFORMATION ofDevice;
+    if (zoneOwner != deviceRoot()) {
         zoneOwner = deviceRoot();
+        ofDevice = hostZone();
         host::Registry registry;
         host::loadRegistry(registry);
         const host::RegistryValue* stored = registry.find(ZONE_KEY, ZONE_VALUE);
-        if (stored != nullptr && stored->data.size() == sizeof *deviceZone)
-            std::memcpy(&*deviceZone, stored->data.data(), sizeof *deviceZone);
+        if (stored != nullptr && stored->data.size() == sizeof ofDevice)
+            std::memcpy(&ofDevice, stored->data.data(), sizeof ofDevice);
     }
-    return *deviceZone;
+    return ofDevice;
 }
 
 FILETIME fromTicks(int64_t ticks) {
@@ -105,10 +101,6 @@ FILETIME fileTime(const timespec& time) {
                      time.tv_nsec / NANOSECONDS_PER_TICK);
 }
 
-void forgetTimeZone() {
-    deviceZone.reset();
-}
-
 }  // namespace host
 
 void Sleep(DWORD milliseconds) {
@@ -145,8 +137,7 @@ BOOL SetTimeZoneInformation(const TIME_ZONE_INFORMATION* information) {
         REG_BINARY, {reinterpret_cast<const char*>(information), sizeof *information}};
     if (const DWORD error = host::saveRegistry(registry))
         return host::fail(error);
-    deviceZone = *information;
-    zoneOwner = deviceRoot();
+    zoneOwner.clear();
     return TRUE;
 }
 

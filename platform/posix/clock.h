@@ -10,7 +10,4 @@ namespace host {
 // Ticks of 100 ns since 1601, UTC.
 FILETIME fileTime(const timespec& time);
 
-// Makes the device's time zone be read again. For tests, which change its registry.
-void forgetTimeZone();
-
 }  // namespace host

@@ -6,6 +6,9 @@
 #include <map>
 #include <string>
 
+// The registry key of the system configuration, below HKEY_LOCAL_MACHINE.
+constexpr const char* CONFIG_KEY = "SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG";
+
 class DeviceFolder {
   public:
     DeviceFolder();

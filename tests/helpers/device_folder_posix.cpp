@@ -35,9 +35,8 @@ DeviceFolder::~DeviceFolder() {
 void DeviceFolder::setLanguage(int language) const {
     write("registry.reg",
           "Windows Registry Editor Version 5.00\n\n"
-          "[HKEY_LOCAL_MACHINE\\SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG]\n"
-          "\"LANGUAGE\"=dword:" +
-              std::to_string(language) + "\n");
+          "[HKEY_LOCAL_MACHINE\\" +
+              std::string(CONFIG_KEY) + "]\n\"LANGUAGE\"=dword:" + std::to_string(language) + "\n");
 }
 
 bool underWine() {

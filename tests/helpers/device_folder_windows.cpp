@@ -7,7 +7,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr LPCWSTR MAKER_KEY = L"SOFTWARE\\VELD";
-constexpr LPCWSTR CONFIG_KEY = L"SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG";
 
 // The folders that tests create. Nothing else on the drive is touched.
 const char* const FOLDERS[] = {"FlashDisk", "USB HD", "T", "D", "current", "later", "logs"};
@@ -51,7 +50,7 @@ DeviceFolder::~DeviceFolder() {
 
 void DeviceFolder::setLanguage(int language) const {
     HKEY key{};
-    RegCreateKeyExW(HKEY_LOCAL_MACHINE, CONFIG_KEY, 0, nullptr, 0, KEY_WRITE, nullptr, &key,
+    RegCreateKeyExA(HKEY_LOCAL_MACHINE, CONFIG_KEY, 0, nullptr, 0, KEY_WRITE, nullptr, &key,
                     nullptr);
     const auto value = static_cast<DWORD>(language);
     RegSetValueExW(key, L"LANGUAGE", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&value),

@@ -4,11 +4,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <fstream>
-
 #include "platform/posix/files/read_file.h"
-#include "platform/utf.h"
 #include "platform/win32.h"
+#include "support/file_util.h"
 #include "tests/helpers/device_folder.h"
 
 namespace {
@@ -26,16 +24,10 @@ class FilesPosix : public ::testing::Test {
         fs::create_symlink(target, device.root() / at);
     }
 
-    static std::vector<std::string> list(LPCWSTR pattern) {
+    static std::vector<std::string> list(const std::string& folder) {
         std::vector<std::string> names;
-        WIN32_FIND_DATAW found{};
-        const HANDLE search = FindFirstFileW(pattern, &found);
-        if (search == INVALID_HANDLE_VALUE)
-            return names;
-        do
-            names.push_back(host::toUtf8(found.cFileName));
-        while (FindNextFileW(search, &found));
-        FindClose(search);
+        for (const FileEntry& entry : listDirectory(folder, true, true))
+            names.push_back(entry.name);
         return names;
     }
 
@@ -62,9 +54,8 @@ TEST_F(FilesPosix, LinksAreDeletedNotFollowed) {
     link("../outside", "T/folder-link");
     link("../outside/victim", "T/file-link");
     link("nowhere", "T/dangling");
-    EXPECT_EQ(list(TEXT("/T/*")),
-              (std::vector<std::string>{".", "..", "dangling", "file-link", "folder-link", "s"}));
-    EXPECT_TRUE(list(TEXT("/T/folder-link/*")).empty());
+    EXPECT_EQ(list("/T/"), (std::vector<std::string>{"dangling", "file-link", "folder-link", "s"}));
+    EXPECT_TRUE(list("/T/folder-link/").empty());
     EXPECT_EQ(GetLastError(), DWORD{5});
     for (const Call& call : CALLS) {
         EXPECT_FALSE(call.succeeds(TEXT("/T/folder-link/victim")));
@@ -90,7 +81,7 @@ TEST_F(FilesPosix, LinksAreDeletedNotFollowed) {
 
 TEST_F(FilesPosix, ADriveMayBeALink) {
     link("outside", "USB HD");
-    EXPECT_EQ(list(TEXT("/USB HD/*")), (std::vector<std::string>{".", "..", "victim"}));
+    EXPECT_EQ(list("/USB HD/"), (std::vector<std::string>{"victim"}));
     EXPECT_TRUE(CopyFileW(TEXT("/USB HD/victim"), TEXT("/T/v"), FALSE));
     EXPECT_EQ(device.read("T/v"), "precious");
     // A file system that reports no file sizes.
@@ -99,13 +90,10 @@ TEST_F(FilesPosix, ADriveMayBeALink) {
     EXPECT_EQ(device.read("T/version"), host::readFile("/proc/version"));
 }
 
-TEST_F(FilesPosix, PipesDoNotBlockAndInvalidNamesAreNotListed) {
+TEST_F(FilesPosix, NothingIsWrittenToAPipe) {
     ASSERT_EQ(::mkfifo((device.root() / "T/pipe").c_str(), 0666), 0);
     EXPECT_EQ(_wfopen(TEXT("/T/pipe"), TEXT("w")), nullptr);
-    EXPECT_FALSE(CopyFileW(TEXT("/T/pipe"), TEXT("/T/d"), FALSE));
     EXPECT_FALSE(CopyFileW(TEXT("/T/s"), TEXT("/T/pipe"), FALSE));
-    std::ofstream(device.root() / "T" / "..\\..\\outside\\victim").close();
-    EXPECT_EQ(list(TEXT("/T/*")), (std::vector<std::string>{".", "..", "s"}));
 }
 
 TEST_F(FilesPosix, ACopyKeepsModeAndTime) {

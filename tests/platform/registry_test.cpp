@@ -6,11 +6,12 @@
 #include <cstring>
 
 #include "platform/win32.h"
+#include "support/text.h"
 #include "tests/helpers/device_folder.h"
 
 namespace {
 
-constexpr LPCWSTR KEY = TEXT("SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG");
+const WideString KEY = widen(CONFIG_KEY);
 
 struct Queried {
     LSTATUS result = 0;
@@ -40,8 +41,8 @@ LSTATUS set(HKEY key, LPCWSTR name, DWORD type, const std::string& bytes) {
 TEST(Registry, OpensOnlyExistingKeys) {
     const DeviceFolder device;
     HKEY key{};
-    EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, KEY, 0, KEY_READ, &key), 2);
-    EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, KEY, 0, KEY_WRITE, &key), 2);
+    EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, KEY.c_str(), 0, KEY_READ, &key), 2);
+    EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, KEY.c_str(), 0, KEY_WRITE, &key), 2);
     device.setLanguage(1);
     ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, TEXT("software\\veld\\Kestrel\\system_config"), 0,
                             KEY_READ, &key),
@@ -61,7 +62,7 @@ TEST(Registry, ReturnsStoredValues) {
     const DeviceFolder device;
     device.setLanguage(1);
     HKEY key{};
-    ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, KEY, 0, KEY_READ | KEY_WRITE, &key), 0);
+    ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, KEY.c_str(), 0, KEY_READ | KEY_WRITE, &key), 0);
 
     struct Case {
         DWORD type;
@@ -96,7 +97,7 @@ TEST(Registry, FailsWithWindowsErrorNumbers) {
     const DeviceFolder device;
     device.setLanguage(3);
     HKEY key{};
-    ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, KEY, 0, KEY_READ, &key), 0);
+    ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, KEY.c_str(), 0, KEY_READ, &key), 0);
     EXPECT_EQ(query(key, TEXT("ABSENT"), 64).result, 2);
     const Queried tooLong = query(key, TEXT("LANGUAGE"), 3);
     EXPECT_EQ(tooLong.result, 234);

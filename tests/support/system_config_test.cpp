@@ -25,8 +25,7 @@ class Config : public ::testing::Test {
     // Stores a value as another program might; the key must exist.
     static void store(const WideString& name, DWORD type, const std::string& bytes) {
         HKEY key{};
-        ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, TEXT("SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG"),
-                                0, KEY_WRITE, &key),
+        ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, widen(CONFIG_KEY).c_str(), 0, KEY_WRITE, &key),
                   0);
         // Desktop Windows appends a terminator when the byte after the value's size is 0.
         const std::string guarded = bytes + "xxx";

@@ -6,12 +6,12 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdlib>
 
 #include "platform/posix/files/descriptor.h"
 #include "platform/posix/files/device.h"
+#include "platform/posix/files/place.h"
 #include "platform/posix/processes/proc_files.h"
 
 namespace host {
@@ -21,13 +21,11 @@ namespace {
 // The device folder and the flash disk, which may be a link to elsewhere. The host's root never
 // counts as the device.
 std::vector<FileIdentity> deviceFolders() {
-    std::vector<FileIdentity> folders = {identityOf(deviceRoot()),
-                                         identityOf(deviceRoot() + "/FlashDisk")};
-    folders.erase(std::remove_if(folders.begin(), folders.end(),
-                                 [](FileIdentity folder) {
-                                     return !folder.exists() || folder == identityOf("/");
-                                 }),
-                  folders.end());
+    std::vector<FileIdentity> folders;
+    for (const std::string& path : {deviceRoot(), deviceRoot() + "/FlashDisk"})
+        if (const FileIdentity folder = identityOf(path);
+            folder.exists() && folder != identityOf("/"))
+            folders.push_back(folder);
     return folders;
 }
 
@@ -57,20 +55,22 @@ std::string nameOnDevice(const std::string& link, const std::vector<FileIdentity
             return {};
         path.resize(end);
     }
-    return isBelow(path, folders) ? baseName(path) : std::string();
+    return isBelow(path, folders) ? path.substr(path.rfind('/') + 1) : std::string();
 }
 
-// The namespaces in which a thread sees files and process ids.
-struct View {
-    explicit View(const std::string& thread)
-        : parts{identityOf(thread + "/ns/mnt"), identityOf(thread + "/ns/pid"),
-                identityOf(thread + "/root")} {}
-    bool isOurs() const {
-        static const View OURS("/proc/self");
-        return parts == OURS.parts && parts[0].exists() && parts[1].exists();
-    }
-    std::array<FileIdentity, 3> parts;
-};
+// Whether a thread sees files and process ids as this process does.
+bool sharesOurView(const std::string& thread) {
+    for (const char* const part : {"/ns/mnt", "/ns/pid", "/root"})
+        if (const FileIdentity seen = identityOf(thread + part);
+            !seen.exists() || seen != identityOf("/proc/self" + std::string(part)))
+            return false;
+    return true;
+}
+
+std::vector<std::string> namesIn(const std::string& folder) {
+    return readNames(
+        Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)).number());
+}
 
 // Returns the name of the program that process `id` runs when it belongs to the device, otherwise
 // an empty text.
@@ -81,7 +81,7 @@ std::string nameOfDeviceProcess(const std::string& id, const std::vector<FileIde
         // All threads run the same program. The main thread, which stands for the process, has none
         // once it has ended, while the others may go on.
         if (identityOf(thread + "/exe").exists())
-            return View(thread).isOurs() ? nameOnDevice(thread + "/exe", folders) : std::string();
+            return sharesOurView(thread) ? nameOnDevice(thread + "/exe", folders) : std::string();
     }
     return {};
 }

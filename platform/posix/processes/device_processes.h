@@ -16,7 +16,7 @@ struct DeviceProcess {
     std::string name;  // file name of the program
 };
 
-// Returns the running processes of the device, sorted by process id.
+// Returns the running processes of the device, in any order.
 std::vector<DeviceProcess> deviceProcesses();
 
 // Returns a descriptor of process `id`, which keeps referring to this process when the id is

@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 
 #include <string>
-#include <vector>
 
 namespace host {
 
@@ -28,10 +27,5 @@ FileIdentity identityOf(const std::string& path);
 
 // Returns the target of a link; empty when there is none.
 std::string readLink(const std::string& path);
-
-std::string baseName(const std::string& path);
-
-// Returns the entries of a folder in any order; empty when it cannot be read.
-std::vector<std::string> namesIn(const std::string& folder);
 
 }  // namespace host
