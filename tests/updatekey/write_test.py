@@ -24,7 +24,7 @@ class Write(UserTest):
         before = contents(self.work)
         for arguments, code, says in [
                 (["write", "--machine", "any", self.key, self.stick], 1, "NOT GOOD: "),
-                (["write", "--machine", "any", self.key, "/dev/shm"], 1, "NOT GOOD: no stick is mounted there"),
+                (["write", "--machine", "any", self.key, "/proc"], 1, "NOT GOOD: no stick is mounted there"),
                 ([*ANY, self.key, pathlib.Path.home()], 1, "this is no stick but the folder"),
                 ([*ANY, self.key, "/"], 2, "holds the key itself"),
                 ([*ANY, self.key, self.work], 2, "holds the key itself"),
