@@ -114,7 +114,8 @@ TEST_F(FontRendererTest, LoadsItsKerningFileAndAllPages) {
     const std::string font =
         std::string("BMF\3") + commonBlock(1, 1, 2) +
         block(3, std::string("o\ne.png\0two.png\0", 16)) + block(3, std::string("x\0", 2)) +
-        block(4, glyphRecord(glyph('A', 0, 1, 1)) + glyphRecord(glyph('B', 0, 1, 1, 1)));
+        block(4, glyphRecord(glyph('A', 0, 1, 1)) + glyphRecord(glyph('B', 0, 1, 1, 1))) +
+        block(5, kerningRecord('A', 'A', 5));
     device.write("/data/fonts/F.fnt", font);
     device.write("/data/fonts/F.kern", utf16Bytes(TEXT("AA 7\r\n")));
     device.write("/data/fonts/two.raw", "abcd");
