@@ -22,17 +22,17 @@ Names names(const std::vector<FileEntry>& entries) {
 TEST(ListDirectory, ReturnsFilesFoldersOrBoth) {
     const DeviceFolder device;
     device.write("T/b.txt");
-    device.write("T/a");
+    device.write("T/.a");
     device.makeFolder("T/sub/deeper");
-    EXPECT_EQ(names(listDirectory("/T/", true, true)), (Names{"a", "b.txt", "sub"}));
-    EXPECT_EQ(names(listDirectory("\\T\\", false, true)), (Names{"a", "b.txt"}));
+    EXPECT_EQ(names(listDirectory("/T/", true, true)), (Names{".a", "b.txt", "sub"}));
+    EXPECT_EQ(names(listDirectory("\\T\\", false, true)), (Names{".a", "b.txt"}));
     EXPECT_EQ(names(listDirectory("/T\\/", true, false)), (Names{"sub"}));
     EXPECT_TRUE(listDirectory("/T/", false, false).empty());
-    for (const char* folder : {"", "/gone/", "/T/a/", "/T/sub/deeper/", "/T/su/b"})
+    for (const char* folder : {"", "/gone/", "/T/.a/", "/T/sub/deeper/", "/T/su/b"})
         EXPECT_TRUE(listDirectory(folder, true, true).empty()) << folder;
 
     const std::uintmax_t size = (std::uintmax_t{5} << 30) + 1;
-    std::filesystem::resize_file(device.root() / "T/a", size);
+    std::filesystem::resize_file(device.root() / "T/.a", size);
     EXPECT_EQ(listDirectory("/T/", false, true).at(0).size, size);
 }
 
