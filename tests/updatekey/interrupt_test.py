@@ -7,7 +7,7 @@ import signal
 import subprocess
 import time
 
-from user import PROGRAM, UserTest, contents, write
+from user import PROGRAM, UserTest, contents
 
 
 def wait_for(what, condition):

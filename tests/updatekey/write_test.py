@@ -3,9 +3,7 @@ nor what else is on a stick. That only sticks are written is tested in sticks_te
 
 import os
 import pathlib
-import shutil
 import subprocess
-import sys
 
 from user import PROGRAM, UserTest, contents, write
 
