@@ -13,7 +13,7 @@ import numpy
 from PIL import Image
 
 from card import test_card
-from steps import KEY_NOTES, ROOT
+from steps import KEY_NOTES, LAST_LOG, ROOT
 
 BACKGROUNDS = {
     'card': test_card,
@@ -41,7 +41,7 @@ class Device:
             if f'application {version}' in run.device:
                 shutil.copy(standin, folder / 'KSTRL/KSTRL.exe')
         self.write(self.key / 'ORBUI/data/help/en.txt', 'help')
-        self.write(self.flash / 'Updater-log.txt', 'of the last run')
+        self.write(self.flash / 'Updater-log.txt', LAST_LOG)
         if 'incomplete key' in run.device:
             (self.key / 'KSTRL/version.txt').unlink()
         if 'no notes' not in run.device:
@@ -93,13 +93,15 @@ class Device:
         (self.root / 'USB HD/VELD').rename(self.key)
 
     def log(self):
-        """The log after its first line, with the time of a message as TIME."""
+        """The log after its first line, with the time of a message as TIME; or the last run's log."""
         try:
             text = (self.flash / 'Updater-log.txt').read_bytes().decode('latin-1').replace('\r\n', '\n')
         except OSError:
             return ''
         for moment in range(int(self.made), int(time.time()) + 60, 60):  # each minute of the run
             text = text.replace(time.strftime('%Y/%-m/%-d %-H:%M', time.localtime(moment)), 'TIME')
+        if text == LAST_LOG:
+            return text
         first, _, rest = text.partition('\n')
         return rest if first == 'Opening log at TIME' else 'wrong first line: ' + text
 
