@@ -18,16 +18,20 @@ struct Mount {
     const char* disk;  // below /sys/devices
     const char* removable;
     std::string folder;  // below the mount
+    std::string key;     // the folder that the key was read from; empty for one on another disk
     const char* problem;
 };
 
 TEST(WriteSticks, WritesOnlyToARemovableDiskWithFat32) {
     const Mount mounts[] = {
-        {"vfat", "usb1/block/sdb", "0", "", ""},
-        {"vfat", "ata1/block/sdb", "1", "", ""},
-        {"vfat", "ata2/block/sdb", "0", "", "not on a removable"},
-        {"exfat", "usb2/block/sdb", "1", "", "file system exfat"},
-        {"vfat", "usb3/block/sdb", "1", "photos", "no stick is mounted there"},
+        {"vfat", "usb1/block/sdb", "0", "", "", ""},
+        {"vfat", "ata1/block/sdb", "1", "", "", ""},
+        {"vfat", "ata2/block/sdb", "0", "", "", "not on a removable"},
+        {"exfat", "usb2/block/sdb", "1", "", "", "file system exfat"},
+        {"ntfs3", "usb3/block/sdb", "1", "", "", "file system ntfs3"},
+        {"ext4", "usb4/block/sdb", "1", "", "", "file system ext4"},
+        {"vfat", "usb5/block/sdb", "1", "photos", "", "no stick is mounted there"},
+        {"vfat", "usb6/block/sdb", "1", "", "key", "this disk also holds"},
     };
     // The stick must be on another file system than the key and the system.
     const TemporaryFolder keyFolder("/var/tmp/key");
@@ -43,13 +47,15 @@ TEST(WriteSticks, WritesOnlyToARemovableDiskWithFat32) {
         writeFile(root / "my stick/photos/a.jpg", "x");
         writeFile(disk / "sdb1/partition", "1");
         writeFile(disk / "removable", mount.removable);
+        fs::create_directories(root / "key");
         fs::create_directories(root / "sys/dev/block");
         fs::create_symlink(disk / "sdb1", root / "sys/dev/block" / number);
         writeFile(root / "proc/self/mountinfo",
                   "36 35 " + number + " / " + (root / "my\\040stick").string() + " rw shared:1 - " +
                       mount.type + " /dev/sdb1 rw\n");
         WriteOptions options;
-        options.key = options.source = keyFolder.path();
+        options.key = keyFolder.path();
+        options.source = mount.key.empty() ? keyFolder.path() : root / mount.key;
         options.sticks = {root / "my stick" / mount.folder};
         options.systemRoot = root;
         const WriteReport report = writeSticks(options);

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 #include "tools/host/terminal.h"
 
@@ -17,41 +18,40 @@ std::string barOf(int percent) {
     return text;
 }
 
-// Several bars, one below the other. Each change redraws all of them.
+// Several bars, one below the other. The first change draws them, each later one redraws all.
 class Bars {
   public:
     explicit Bars(const std::vector<std::string>& names)
-        : names_(names), percents_(names.size(), 0) {
-        draw();
-    }
+        : names_(names), percents_(names.size(), 0) {}
 
     void show(std::size_t place, int percent) {
         const std::lock_guard<std::mutex> lock(mutex_);
-        if (percents_[place] == percent)
+        if (start_ && percents_[place] == percent)
             return;
         percents_[place] = percent;
-        std::fprintf(stderr, "\x1b[%zuA", names_.size());
-        draw();
-    }
-
-  private:
-    void draw() const {
+        if (start_)
+            std::fprintf(stderr, "\x1b[%zuA", names_.size());
+        else
+            start_ = Clock::now();
         for (std::size_t i = 0; i < names_.size(); ++i)
             std::fprintf(stderr, "\r%s  %s%s\x1b[K\n", barOf(percents_[i]).c_str(),
                          names_[i].c_str(), timeLeft(percents_[i]).c_str());
     }
 
+  private:
+    using Clock = std::chrono::steady_clock;
+
     std::string timeLeft(int percent) const {
-        const double passed =
-            std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
-        if (percent == 0 || percent == 100)
+        constexpr int ENOUGH_TO_ESTIMATE = 5;
+        if (percent < ENOUGH_TO_ESTIMATE || percent == 100)
             return {};
+        const double passed = std::chrono::duration<double>(Clock::now() - *start_).count();
         return ", " + std::to_string(std::lround(passed * (100 - percent) / percent)) + " s left";
     }
 
     const std::vector<std::string> names_;
     std::vector<int> percents_;
-    const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    std::optional<Clock::time_point> start_;
     std::mutex mutex_;
 };
 
