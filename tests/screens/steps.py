@@ -222,6 +222,8 @@ RUNS = [
         Step('frame', 'waiting'),
         Step('F1 ' + SEQUENCE),
         Step('frame', 'waiting'),
+        Step('space F2 ' + SEQUENCE),
+        Step('frame', 'waiting'),
         Step('space ' + SEQUENCE[:-3] + ' space F5'),
         Step('frame', 'waiting'),
         Step('F1 F7 ' + SEQUENCE),
