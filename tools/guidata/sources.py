@@ -23,10 +23,10 @@ class Help(argparse.HelpFormatter):
         super().add_usage(usage, actions, groups, "Usage: ")
 
 
-def parser_of(program, description):
+def parser_of(program, description, usage=None):
     """Returns a parser of the command line with the options that all three programs have."""
     parser = argparse.ArgumentParser(
-        prog=program, description=description, allow_abbrev=False, formatter_class=Help,
+        prog=program, description=description, usage=usage, allow_abbrev=False, formatter_class=Help,
         epilog="Exit codes: 0 success, warnings included; 2 wrong usage, or failure.")
     parser.add_argument("--version", action="version", version=f"{program} {VERSION}")
     return parser
