@@ -4,75 +4,51 @@
 
 namespace fs = std::filesystem;
 
-const std::vector<NamedState> START_STATES = {
-    {StartState::Plain, "plain"},
-    {StartState::NoBackup, "no backup"},
-    {StartState::ApplicationMissing, "no KSTRL"},
-    {StartState::GuiDataMissing, "no ORBUI"},
-    {StartState::LeftoverStaging, "leftover"},
-    {StartState::ReadOnlyFiles, "read-only"},
-    {StartState::GuiDataLocked, "locked"},
-};
-
-const std::vector<std::string> COMPONENTS = {"KSTRL", "ORBUI"};
-
 namespace {
 
 const std::string KEY = "USB HD/VELD/";
 
-void writeApplication(const DeviceFolder& device, const std::string& folder,
-                      const std::string& version) {
-    for (const char* name : {"KSTRL.exe", "kstrl.dll", "settings.ini"})
-        device.write(folder + name, std::string(name) + " of " + version);
-}
-
-void writeGuiData(const DeviceFolder& device, const std::string& folder,
+// Writes the files of a version. `suffix` is appended to the names of its two folders.
+void writeVersion(const DeviceFolder& device, const std::string& parent, const std::string& suffix,
                   const std::string& version) {
-    for (const char* name : {"data/menu.raw", "data/fonts/face.fnt", "data/fonts/face.raw",
-                             "data/lang/StringTable_en.txt"})
-        device.write(folder + name, std::string(name) + " of " + version);
-}
-
-// Files that no update may touch.
-void writeBystanders(const DeviceFolder& device) {
-    device.write(INSTALLATION + "Projects/survey.dzt", "a day in the field");
-    device.write("FlashDisk/OTHER/KSTRL/KSTRL.exe", "of another maker");
-    device.write("registry.reg", "Windows Registry Editor Version 5.00\n");
+    for (const std::string path :
+         {"KSTRL/KSTRL.exe", "KSTRL/kstrl.dll", "KSTRL/settings.ini", "ORBUI/data/menu.raw",
+          "ORBUI/data/fonts/face.fnt", "ORBUI/data/fonts/face.raw",
+          "ORBUI/data/lang/StringTable_en.txt"})
+        device.write(parent + path.substr(0, 5) + suffix + path.substr(5), path + " of " + version);
 }
 
 void setAllReadOnly(const DeviceFolder& device, const std::string& folder) {
-    for (const auto& [name, bytes] : device.tree(folder)) {
+    for (const auto& [name, bytes] : device.tree(folder))
         if (name.back() != '/')
             device.setReadOnly(folder + name);
-    }
 }
 
 }  // namespace
 
-void makeDevice(const DeviceFolder& device, StartState state) {
-    writeBystanders(device);
-    writeApplication(device, INSTALLATION + "KSTRL/", "1");
-    writeGuiData(device, INSTALLATION + "ORBUI/", "1");
+void makeDevice(const DeviceFolder& device, const std::string& state) {
+    // Files that no update may touch.
+    device.write(INSTALLATION + "Projects/survey.dzt", "a day in the field");
+    device.write("FlashDisk/OTHER/KSTRL/KSTRL.exe", "of another maker");
+    device.write("registry.reg", "Windows Registry Editor Version 5.00\n");
+
+    writeVersion(device, INSTALLATION, "", "1");
     device.write(INSTALLATION + "KSTRL/gone.dll", "not in version 2");
-    if (state != StartState::NoBackup) {
-        writeApplication(device, INSTALLATION + "KSTRL_old/", "0");
-        writeGuiData(device, INSTALLATION + "ORBUI_old/", "0");
-    }
-    writeApplication(device, KEY + "KSTRL/", "2");
-    writeGuiData(device, KEY + "ORBUI/", "2");
+    if (state != "no backup")
+        writeVersion(device, INSTALLATION, "_old", "0");
+    writeVersion(device, KEY, "", "2");
     device.write(KEY + "KSTRL/two.dll", "only in version 2");
     device.write(KEY + "kstrXReleaseNotes.txt", "KSTRL Release 2\nbetter\n");
 
-    if (state == StartState::ApplicationMissing)
-        fs::remove_all(device.root() / (INSTALLATION + "KSTRL"));
-    if (state == StartState::GuiDataMissing)
-        fs::remove_all(device.root() / (INSTALLATION + "ORBUI"));
-    if (state == StartState::LeftoverStaging) {
-        device.write(STAGING + "KSTRL/KSTRL.exe", "KSTRL.exe of 2");
-        device.write(STAGING + "KSTRL/kstrl.dll", "kstrl.");
+    for (const std::string& component : COMPONENTS)
+        if (state == "no " + component)
+            fs::remove_all(device.root() / (INSTALLATION + component));
+    if (state == "leftover") {
+        device.write(STAGING + "KSTRL/KSTRL.exe", "KSTRL/KSTRL.exe of 2");
+        device.write(STAGING + "KSTRL/kstrl.dll", "KSTRL/");
         device.makeFolder(STAGING + "ORBUI/data");
     }
-    if (state == StartState::ReadOnlyFiles) {
+    if (state == "read-only") {
         for (const char* name : {"KSTRL/", "KSTRL_old/", "ORBUI/", "ORBUI_old/"})
             setAllReadOnly(device, INSTALLATION + name);
         setAllReadOnly(device, KEY);
@@ -81,8 +57,7 @@ void makeDevice(const DeviceFolder& device, StartState state) {
 
 void plugInNewerKey(const DeviceFolder& device) {
     fs::remove_all(device.root() / "USB HD");
-    writeApplication(device, KEY + "KSTRL/", "3");
-    writeGuiData(device, KEY + "ORBUI/", "3");
+    writeVersion(device, KEY, "", "3");
     device.write(KEY + "KSTRL/three.dll", "only in version 3");
     device.write(KEY + "kstrXReleaseNotes.txt", "KSTRL Release 3\nbest\n");
 }

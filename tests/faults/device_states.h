@@ -6,31 +6,21 @@
 
 #include "tests/helpers/device_folder.h"
 
-enum class StartState {
-    Plain,
-    NoBackup,
-    ApplicationMissing,  // only its backup exists: power cut between the two moves
-    GuiDataMissing,      // the same for the GUI data
-    LeftoverStaging,     // left by an interrupted update from the same key
-    ReadOnlyFiles,
-    GuiDataLocked,  // ORBUI cannot be moved during the faulty run
-};
-
-struct NamedState {
-    StartState state;
-    const char* name;
-};
-extern const std::vector<NamedState> START_STATES;
+// Of "no KSTRL" and "no ORBUI" only the backup exists, as after a power cut between the two moves.
+// In "leftover" an interrupted update from the same key has left something in the staging folder,
+// and in "locked" ORBUI cannot be moved during the faulty run.
+const std::vector<std::string> START_STATES = {"plain",    "no backup", "no KSTRL", "no ORBUI",
+                                               "leftover", "read-only", "locked"};
 
 // The folders that an update replaces.
-extern const std::vector<std::string> COMPONENTS;
+const std::vector<std::string> COMPONENTS = {"KSTRL", "ORBUI"};
 
 const std::string INSTALLATION = "FlashDisk/VELD/";
 const std::string STAGING = INSTALLATION + "Update/";
 const std::string LOG_FILE = INSTALLATION + "Updater-log.txt";
 
 // Creates the device in `state`, with the first key plugged in.
-void makeDevice(const DeviceFolder& device, StartState state);
+void makeDevice(const DeviceFolder& device, const std::string& state);
 
 // Plugs in a newer key, which lacks some files of the first key and adds others.
 void plugInNewerKey(const DeviceFolder& device);

@@ -42,11 +42,10 @@ void describe(const UpdateRun& struck, const Tree& left, Remarks& remarks) {
 Remarks runCase(const FaultCase& faultCase) {
     Remarks remarks;
     const DeviceFolder device;
-    makeDevice(device, faultCase.start.state);
+    makeDevice(device, faultCase.start);
     const Tree original = device.tree();
 
-    const bool locked = faultCase.start.state == StartState::GuiDataLocked;
-    const UpdateRun struck = runUpdate(device, faultCase.fault, locked);
+    const UpdateRun struck = runUpdate(device, faultCase.fault, faultCase.start == "locked");
     const Tree left = device.tree();
     describe(struck, left, remarks);
     checkNothingLost(original, left, remarks);

@@ -5,7 +5,7 @@
 #include "tests/faults/device_states.h"
 
 struct FaultCase {
-    NamedState start;
+    std::string start;
     std::string call;  // its name
     Fault fault;
     bool newerKeyLater;  // the later run has another key than the faulty one

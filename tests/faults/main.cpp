@@ -19,16 +19,11 @@
 
 namespace {
 
-// The names of the calls of a whole run without a fault.
-std::vector<std::string> callsOfAWholeRun(StartState state) {
+std::vector<FaultCase> casesOf(const std::string& start) {
     const DeviceFolder device;
-    makeDevice(device, state);
-    return runUpdate(device, {}, state == StartState::GuiDataLocked).calls;
-}
-
-std::vector<FaultCase> casesOf(const NamedState& start) {
+    makeDevice(device, start);
+    const std::vector<std::string> calls = runUpdate(device, {}, start == "locked").calls;
     std::vector<FaultCase> cases;
-    const std::vector<std::string> calls = callsOfAWholeRun(start.state);
     for (uint32_t call = 1; call <= calls.size(); ++call)
         for (const Fault& fault : faultsOf(calls[call - 1], call))
             for (const bool newerKeyLater : {false, true})
@@ -41,9 +36,8 @@ std::vector<FaultCase> casesOf(const NamedState& start) {
 }
 
 std::string lineOf(const FaultCase& faultCase) {
-    std::string line = std::string(faultCase.start.name) + "; call " +
-                       std::to_string(faultCase.fault.call) + " " + faultCase.call + " " +
-                       textOf(faultCase.fault) + ", then " +
+    std::string line = faultCase.start + "; call " + std::to_string(faultCase.fault.call) + " " +
+                       faultCase.call + " " + textOf(faultCase.fault) + ", then " +
                        (faultCase.newerKeyLater ? "a newer key" : "the same key");
     for (const std::string& remark : runCase(faultCase))
         line += "; " + remark;
@@ -70,14 +64,14 @@ using Table = std::map<std::string, std::map<std::string, std::size_t>>;
 
 void print(const Table& table) {
     std::printf("%-48s", "cases");
-    for (const NamedState& start : START_STATES)
-        std::printf(" %9s", start.name);
+    for (const std::string& start : START_STATES)
+        std::printf(" %9s", start.c_str());
     std::printf(" %9s\n", "all");
     for (const auto& [remark, counts] : table) {
         std::size_t sum = 0;
         std::printf("%-48s", remark.c_str());
-        for (const NamedState& start : START_STATES) {
-            const std::size_t count = counts.count(start.name) != 0 ? counts.at(start.name) : 0;
+        for (const std::string& start : START_STATES) {
+            const std::size_t count = counts.count(start) != 0 ? counts.at(start) : 0;
             std::printf(" %9zu", count);
             sum += count;
         }
@@ -96,7 +90,7 @@ int main(int argc, char** argv) {
         return 2;
 
     std::vector<FaultCase> cases;
-    for (const NamedState& start : START_STATES) {
+    for (const std::string& start : START_STATES) {
         const std::vector<FaultCase> all = casesOf(start);
         for (std::size_t i = 0; i < all.size(); i += step)
             cases.push_back(all[i]);

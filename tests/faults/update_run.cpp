@@ -6,7 +6,7 @@
 
 #include <csignal>
 #include <cstdio>
-#include <sstream>
+#include <fstream>
 
 #include "platform/posix/files/device.h"
 #include "platform/utf.h"
@@ -26,19 +26,19 @@ bool isOutside(const std::string& path) {
     return hostPath != installation && !startsWith(hostPath, installation + "/");
 }
 
-// The surroundings of the updater in the process of a run: reports what it does through a pipe, one
-// line for each event, and applies the fault.
+// The surroundings of the updater in the process of a run: writes what it does to a file, one line
+// for each event, and applies the fault.
 class Surroundings {
   public:
-    Surroundings(int report, const Fault& fault, bool guiDataIsLocked)
-        : report_(report), fault_(fault), guiDataIsLocked_(guiDataIsLocked) {
+    Surroundings(const std::string& events, const Fault& fault, bool guiDataIsLocked)
+        : events_(events), fault_(fault), guiDataIsLocked_(guiDataIsLocked) {
         setCallHook([this](const HookedCall& call) { return onCall(call); });
     }
 
     bool launched() const { return launched_; }
 
-    void report(const char* event, const std::string& text) const {
-        ::dprintf(report_, "%s %s\n", event, text.c_str());
+    void report(const char* event, const std::string& text) {
+        events_ << event << ' ' << text << std::endl;
     }
 
   private:
@@ -54,7 +54,7 @@ class Surroundings {
     }
 
     // Every log message is traced right after it is written; other traces begin differently.
-    DWORD onDebugOutput(const std::string& text) const {
+    DWORD onDebugOutput(const std::string& text) {
         const bool logged = startsWith(text, "Error ") || startsWith(text, "Update ");
         if (logged && !startsWith(text, "Error opening log"))
             report("logged", text.substr(0, text.find('\n')));
@@ -77,7 +77,7 @@ class Surroundings {
         return guiDataIsLocked_ && movesGuiData ? ERROR_SHARING_VIOLATION : ERROR_SUCCESS;
     }
 
-    int report_;
+    std::ofstream events_;
     Fault fault_;
     bool guiDataIsLocked_;
     uint32_t calls_ = 0;
@@ -99,7 +99,7 @@ std::string runToItsEnd(SimpleUI& screen, const Surroundings& surroundings) {
     return "endless";
 }
 
-[[noreturn]] void runInChild(const Surroundings& surroundings) {
+[[noreturn]] void runInChild(Surroundings& surroundings) {
     constexpr unsigned LONGEST_SECONDS = 60;
     constexpr int NO_WAY_OUT = 3;
     ::alarm(LONGEST_SECONDS);
@@ -111,31 +111,21 @@ std::string runToItsEnd(SimpleUI& screen, const Surroundings& surroundings) {
     ::_exit(NO_WAY_OUT);
 }
 
-std::string readAll(int file) {
-    std::string text;
-    char piece[4096];
-    for (ssize_t got = 0; (got = ::read(file, piece, sizeof piece)) > 0;)
-        text.append(piece, static_cast<std::size_t>(got));
-    ::close(file);
-    return text;
-}
-
 }  // namespace
 
 UpdateRun runUpdate(const DeviceFolder& device, const Fault& fault, bool guiDataIsLocked) {
-    int report[2] = {};
-    if (::pipe2(report, O_CLOEXEC) != 0)
-        std::abort();
+    const std::string file = device.root().string() + ".events";
     std::fflush(nullptr);
     const pid_t child = ::fork();
     if (child == 0) {
         setDeviceRoot(device.root().string());
-        runInChild(Surroundings(report[1], fault, guiDataIsLocked));
+        Surroundings surroundings(file, fault, guiDataIsLocked);
+        runInChild(surroundings);
     }
-    ::close(report[1]);
-    std::istringstream events(readAll(report[0]));
     int status = 0;
     ::waitpid(child, &status, 0);
+    std::ifstream events(file);
+    std::filesystem::remove(file);
 
     UpdateRun run;
     run.hadWayOut = WIFEXITED(status) && WEXITSTATUS(status) == 0;

@@ -73,10 +73,14 @@ std::vector<std::string> RecordingGl::callsOf(const std::string& function) const
     return found;
 }
 
-// Defines a function that only records its call, or does nothing when no text is given.
+// Defines a function that only records its call, only sets something, or does nothing.
 #define RECORDED(function, parameters, ...) \
     void function parameters {              \
         record(#function, __VA_ARGS__);     \
+    }
+#define SETTING(function, parameters, assignment) \
+    void function parameters {                    \
+        assignment;                               \
     }
 #define IGNORED(function, parameters) \
     void function parameters {}
@@ -84,12 +88,18 @@ std::vector<std::string> RecordingGl::callsOf(const std::string& function) const
 RECORDED(glCompileShader, (GLuint shader), shader)
 RECORDED(glLinkProgram, (GLuint program), program)
 RECORDED(glDeleteShader, (GLuint shader), shader)
+RECORDED(glShaderSource, (GLuint shader, GLsizei, const GLchar* const*, const GLint*), shader)
 RECORDED(glUniform1f, (GLint location, GLfloat value), location, value)
 RECORDED(glUniform3f, (GLint location, GLfloat x, GLfloat y, GLfloat z), location, x, y, z)
 RECORDED(glUniform4f, (GLint location, GLfloat x, GLfloat y, GLfloat z, GLfloat w), location, x, y,
          z, w)
 RECORDED(glDeleteTextures, (GLsizei count, const GLuint* textures), count, join(textures, count))
 RECORDED(glLineWidth, (GLfloat width), width)
+SETTING(glPixelStorei, (GLenum, GLint alignment), gl().alignment = alignment)
+SETTING(glEnableVertexAttribArray, (GLuint index), gl().arrays[index].enabled = true)
+SETTING(glDisableVertexAttribArray, (GLuint index), gl().arrays[index].enabled = false)
+SETTING(glUniformMatrix4fv, (GLint location, GLsizei, GLboolean, const GLfloat* value),
+        gl().matrices[location].assign(value, value + 16))
 IGNORED(glAttachShader, (GLuint, GLuint))
 IGNORED(glUseProgram, (GLuint))
 IGNORED(glUniform1i, (GLint, GLint))
@@ -97,16 +107,13 @@ IGNORED(glActiveTexture, (GLenum))
 IGNORED(glTexParameteri, (GLenum, GLenum, GLint))
 
 #undef RECORDED
+#undef SETTING
 #undef IGNORED
 
 GLuint glCreateShader(GLenum type) {
     record("glCreateShader", type);
     gl().shaderTypes[++gl().names] = type;
     return gl().names;
-}
-
-void glShaderSource(GLuint shader, GLsizei, const GLchar* const*, const GLint*) {
-    record("glShaderSource", shader);
 }
 
 // As in GL, querying an invalid shader leaves the value unchanged.
@@ -144,10 +151,6 @@ GLint glGetAttribLocation(GLuint, const GLchar* name) {
     return find(gl().attributes, name);
 }
 
-void glUniformMatrix4fv(GLint location, GLsizei, GLboolean, const GLfloat* value) {
-    gl().matrices[location].assign(value, value + 16);
-}
-
 void glGenTextures(GLsizei count, GLuint* textures) {
     record("glGenTextures", count);
     for (GLsizei i = 0; i < count; ++i)
@@ -159,10 +162,6 @@ void glBindTexture(GLenum, GLuint texture) {
     gl().boundTexture = texture;
 }
 
-void glPixelStorei(GLenum, GLint alignment) {
-    gl().alignment = alignment;
-}
-
 // Reads only rows without padding.
 void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GLenum format, GLenum,
                   const void* pixels) {
@@ -171,14 +170,6 @@ void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GL
         gl().texturePixels[gl().boundTexture].assign(
             bytes,
             bytes + static_cast<std::ptrdiff_t>(width) * height * (format == GL_RGB ? 3 : 1));
-}
-
-void glEnableVertexAttribArray(GLuint index) {
-    gl().arrays[index].enabled = true;
-}
-
-void glDisableVertexAttribArray(GLuint index) {
-    gl().arrays[index].enabled = false;
 }
 
 void glVertexAttribPointer(GLuint index, GLint size, GLenum type, GLboolean, GLsizei stride,

@@ -25,8 +25,8 @@ std::vector<Disk>& watchedDisks() {
     return disks;
 }
 
-Descriptor openFolder(int at, const char* path) {
-    return Descriptor(::openat(at, path, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+Descriptor readable(int folder) {
+    return Descriptor(::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
 Disk& diskOf(int folder) {
@@ -37,17 +37,15 @@ Disk& diskOf(int folder) {
                                     [&](const Disk& disk) { return disk.device == status.st_dev; });
     if (known != disks.end())
         return *known;
-    disks.push_back({status.st_dev, openFolder(folder, ".")});
+    disks.push_back({status.st_dev, readable(folder)});
     return disks.back();
 }
 
-bool flush(const Descriptor& folder, int (*call)(int)) {
-    // EINVAL: the file system has nothing to flush for a folder.
-    return folder.isOpen() && (call(folder.number()) == 0 || errno == EINVAL);
-}
-
 DWORD flush(Disk& disk, const Descriptor& folder, int (*call)(int)) {
-    if (disk.failure == ERROR_SUCCESS && !flush(folder, call))
+    if (disk.failure != ERROR_SUCCESS)
+        return disk.failure;
+    // EINVAL: the file system has nothing to flush for a folder.
+    if (!folder.isOpen() || (call(folder.number()) != 0 && errno != EINVAL))
         disk.failure = windowsError(errno);
     return disk.failure;
 }
@@ -65,14 +63,7 @@ DWORD flushDisk(int folder) {
 }
 
 DWORD flushFolder(int folder) {
-    return flush(diskOf(folder), openFolder(folder, "."), ::fsync);
-}
-
-bool flushFolderOf(const std::string& path) {
-    const std::size_t end = path.rfind('/');
-    return flush(
-        openFolder(AT_FDCWD, end == std::string::npos ? "." : path.substr(0, end + 1).c_str()),
-        ::fsync);
+    return flush(diskOf(folder), readable(folder), ::fsync);
 }
 
 void forgetDisks() {

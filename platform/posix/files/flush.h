@@ -6,8 +6,6 @@
 // failure is lost, and a later flush that succeeds does not bring it back.
 #pragma once
 
-#include <string>
-
 #include "platform/posix/win32_api.h"
 
 namespace host {
@@ -21,9 +19,6 @@ void watchDisk(int folder);
 // the folder. Returns 0 or the Windows error of the first failure of that disk.
 DWORD flushDisk(int folder);
 DWORD flushFolder(int folder);
-
-// Flushes the names in the parent folder of `path`. Returns false and sets errno on failure.
-bool flushFolderOf(const std::string& path);
 
 // Closes what is held of the watched disks and forgets their failures. For tests.
 void forgetDisks();

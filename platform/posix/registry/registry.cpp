@@ -69,7 +69,7 @@ LSTATUS RegCloseKey(HKEY key) {
     return static_cast<LSTATUS>(error);
 }
 
-// Nothing to flush: RegSetValueExW writes to the disk.
+// Nothing to flush: RegSetValueExW writes the file.
 LSTATUS RegFlushKey(HKEY) {
     return static_cast<LSTATUS>(errorFromHook("RegFlushKey"));
 }

@@ -10,7 +10,6 @@
 #include "platform/posix/debug_output.h"
 #include "platform/posix/files/descriptor.h"
 #include "platform/posix/files/device.h"
-#include "platform/posix/files/flush.h"
 #include "platform/posix/files/place.h"
 #include "platform/posix/files/read_file.h"
 #include "platform/posix/last_error.h"
@@ -60,15 +59,10 @@ DWORD saveRegistry(const Registry& registry) {
     const Descriptor file(
         ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
     int error = file.isOpen() ? writeWhole(file, registry.toText()) : errno;
-    // The flush before the rename brings the content to the disk. The one after it is for FAT,
-    // where the new name would otherwise lead to the blocks of the old file.
-    const bool done = error == 0 && ::fsync(file.number()) == 0 &&
-                      ::rename(temporary.c_str(), path.c_str()) == 0 &&
-                      ::fsync(file.number()) == 0 && flushFolderOf(path);
-    if (done)
-        return ERROR_SUCCESS;
-    if (error == 0)
+    if (error == 0 && ::rename(temporary.c_str(), path.c_str()) != 0)
         error = errno;
+    if (error == 0)
+        return ERROR_SUCCESS;
     ::unlink(temporary.c_str());
     return windowsError(error, path);
 }

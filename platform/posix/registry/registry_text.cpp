@@ -77,13 +77,11 @@ bool readLine(const std::string& text, Registry& registry, Registry::Values*& va
     }
     std::istringstream line(text);
     std::string name;
-    char equals = text[0];
-    if (equals == '"')
-        line >> std::quoted(name);
-    else if (equals != '@')
+    if (text[0] == '@')
+        line.ignore();
+    else if (text[0] != '"' || !(line >> std::quoted(name)))
         return false;
-    else
-        line >> equals;
+    char equals = 0;
     RegistryValue value;
     if (!(line >> equals) || equals != '=' || values == nullptr || !readValue(line, value))
         return false;
