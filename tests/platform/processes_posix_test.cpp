@@ -7,7 +7,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
+#include <functional>
+#include <thread>
 
 #include "platform/posix/files/device.h"
 #include "platform/posix/files/read_file.h"
@@ -15,9 +18,9 @@
 #include "platform/posix/signals.h"
 #include "platform/utf.h"
 #include "platform/win32.h"
-#include "tests/helpers/child_process.h"
 #include "tests/helpers/device_folder.h"
 #include "tests/helpers/scratch.h"
+#include "tools/host/process.h"
 
 namespace {
 
@@ -40,7 +43,17 @@ std::vector<DWORD> processesNamed(const std::string& name) {
     return ids;
 }
 
-DWORD idOf(const ChildProcess& process) {
+// Polls until the condition holds; false when it does not for a long time.
+bool waitUntil(const std::function<bool()>& condition) {
+    for (int tries = 0; tries < 24'000; ++tries) {
+        if (condition())
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return false;
+}
+
+DWORD idOf(const Process& process) {
     return static_cast<DWORD>(process.id());
 }
 
@@ -71,17 +84,17 @@ class ProcessesPosix : public ::testing::Test {
 TEST_F(ProcessesPosix, ProgramsAreSeenAndEndedOnce) {
     installSleep();
     fs::copy_file(HEADLESS_PROGRAM, host("KSTRL.exe"));
-    ChildProcess first({host(), "1000"});
-    ChildProcess second({host(), "1000"});
-    ChildProcess headless({host("KSTRL.exe")});
-    ChildProcess* const all[] = {&first, &second, &headless};
+    Process first({{host(), "300"}});
+    Process second({{host(), "300"}});
+    Process headless({{host("KSTRL.exe")}});
+    Process* const all[] = {&first, &second, &headless};
     EXPECT_TRUE(waitUntil([] { return processesNamed("KSTRL.exe").size() == 3; }));
     fs::remove(host());  // deleted, but still programs of the device
     EXPECT_TRUE(waitUntil(
         [&] { return host::readLink("/proc/" + std::to_string(headless.id()) + "/exe").empty(); }));
 
     std::vector<DWORD> ids;
-    for (const ChildProcess* const process : all)
+    for (const Process* const process : all)
         ids.push_back(idOf(*process));
     std::sort(ids.begin(), ids.end());
     EXPECT_EQ(processesNamed("KSTRL.exe"), ids);
@@ -90,8 +103,8 @@ TEST_F(ProcessesPosix, ProgramsAreSeenAndEndedOnce) {
     // The ended processes are zombies until the test waits for them.
     EXPECT_TRUE(waitUntil([] { return processesNamed("KSTRL.exe").empty(); }));
     EXPECT_FALSE(end(ids[0]));
-    for (ChildProcess* const ended : all)
-        EXPECT_EQ(ended->waitForEnd(), std::nullopt) << "it was not killed";
+    for (Process* const ended : all)
+        EXPECT_EQ(ended->wait(), -1) << "it was not killed";
 }
 
 TEST_F(ProcessesPosix, ProcessesOutsideTheDeviceCannotBeOpened) {
@@ -102,13 +115,13 @@ TEST_F(ProcessesPosix, ProcessesOutsideTheDeviceCannotBeOpened) {
     const fs::path elsewhere = makeScratchFolder();
     fs::copy_file("/bin/sleep", elsewhere / "KSTRL.exe");
     {
-        const ChildProcess sameName({elsewhere / "KSTRL.exe", "1000"});
-        const ChildProcess script({host()});
-        const ChildProcess reader({"env", "-C", folder, "tail", "-f", "KSTRL.exe"});
+        const Process sameName({{elsewhere / "KSTRL.exe", "300"}});
+        const Process script({{host()}});
+        const Process reader({{"env", "-C", folder, "tail", "-f", "KSTRL.exe"}});
         // A process in a separate mount namespace. It exits at once where that is not permitted.
-        ChildProcess apart({"unshare", "-rm", host("apart"), "1000"});
+        Process apart({{"unshare", "-rm", host("apart"), "300"}});
         EXPECT_TRUE(waitUntil([&] {
-            return !apart.isRunning() ||
+            return apart.hasEnded() ||
                    host::readFile("/proc/" + std::to_string(apart.id()) + "/comm") == "apart\n";
         }));
         for (const DWORD id : {idOf(sameName), idOf(script), idOf(reader),
@@ -159,16 +172,19 @@ TEST_F(ProcessesPosix, AStartedProgramIsDetachedAndInheritsNoFiles) {
 
 TEST_F(ProcessesPosix, ASecondUpdaterChangesNothing) {
     installSleep();
-    ChildProcess application({host(), "1000"});
+    Process application({{host(), "300"}});
     const int folder = ::open(device.root().c_str(), O_RDONLY | O_CLOEXEC);
     for (const auto& [lock, exitCode] : {std::pair{LOCK_EX, 3}, std::pair{LOCK_UN, 255}}) {
         ASSERT_EQ(::flock(folder, lock), 0);
-        ChildProcess updater({UPDATER_PROGRAM},
-                             {{"DISPLAY", ""}, {"UPDATER_DEVICE", device.root() / "."}});
-        EXPECT_EQ(updater.waitForEnd(), exitCode);
+        Process updater({{UPDATER_PROGRAM},
+                         {{"DISPLAY", ""}, {"UPDATER_DEVICE", device.root() / "."}},
+                         {},
+                         {},
+                         host("errors")});
+        EXPECT_EQ(updater.wait(), exitCode);
         const std::string message = "updater: another updater runs on the device folder \"";
-        EXPECT_EQ(updater.errors().find(message), exitCode == 3 ? 0 : std::string::npos);
-        EXPECT_EQ(application.isRunning(), exitCode == 3);
+        EXPECT_EQ(device.read("errors").find(message), exitCode == 3 ? 0 : std::string::npos);
+        EXPECT_EQ(application.hasEnded(), exitCode != 3);
     }
     ::close(folder);
 }
@@ -181,7 +197,7 @@ TEST_F(ProcessesPosix, PosixErrorsBecomeWindowsErrors) {
 
     fs::remove(host());
     installSleep();
-    const ChildProcess running({host(), "1000"});
+    const Process running({{host(), "300"}});
     EXPECT_TRUE(waitUntil([] { return !processesNamed("KSTRL.exe").empty(); }));
     device.write("T/s", "1");
     EXPECT_FALSE(CopyFileW(u"/T/s", u"/FlashDisk/VELD/KSTRL/KSTRL.exe", FALSE));
