@@ -1,5 +1,5 @@
-"""Tests that no instrument which does not work passes the diagnosis: each fault of what is installed must be
-found. What an update leaves when it stops is tested in diagnosis_test.cpp."""
+"""Tests that the diagnosis of a returned instrument is right: the step at which its update stopped, each fault of
+what is installed, and the actions that repair it."""
 
 import os
 import shutil
@@ -41,11 +41,49 @@ def windows_program(size, machine=0x1C4):
     return (header + bytes(16) + (1000).to_bytes(4, "little") + (100).to_bytes(4, "little")).ljust(size, b"\0")
 
 
-NOT_COPIED = b"Opening log at 2026/11/24 22:44\n" + 17 * b"\n    *** ERROR *** Error 2 ::SetFileAttributes\n\n"
-LONG = b"Opening log at 2026/11/24 22:44\n" + 200000 * b"    *** ERROR *** Error 5 ::RemoveDirectory(/a)\n"
+OPENED = b"Opening log at 2026/11/24 22:44\n"
+FAILED = OPENED + b"\n    *** ERROR *** Update failed.\n\n"
+SUCCEEDED = OPENED + b"  ** Warning ** Update succeeded at 2026/11/24 22:44\n"
+NOT_COPIED = OPENED + 17 * b"\n    *** ERROR *** Error 2 ::SetFileAttributes\n\n"
+LONG = OPENED + 200000 * b"    *** ERROR *** Error 5 ::RemoveDirectory(/a)\n"
+
+# What is below VELD: complete folders, and files; the log; the step, the findings and the advice.
+STOPPED = [
+    ("KSTRL/ ORBUI/", SUCCEEDED, "none", "", "start"),
+    ("KSTRL/ KSTRL_old/ ORBUI/ ORBUI_old/", b"", "none", "", "start"),
+    ("KSTRL/ KSTRL_old/ ORBUI/ ORBUI_old/", FAILED, "none", "", "update-again"),
+    ("KSTRL/ ORBUI/ Update/KSTRL/ Update/ORBUI/", OPENED, "copying", "",
+     "check-disk, remove Update, update-again"),
+    ("KSTRL_old/ ORBUI/ Update/KSTRL/ Update/ORBUI/", OPENED, "application-moved", "no-application-folder",
+     "check-disk, save KSTRL_old, rename KSTRL_old, remove Update, update-again"),
+    ("KSTRL/ KSTRL_old/ ORBUI/ Update/ORBUI/", OPENED, "application-replaced", "",
+     "check-disk, remove Update, update-again"),
+    ("KSTRL/ KSTRL_old/ ORBUI_old/ Update/ORBUI/", OPENED, "gui-data-moved", "no-gui-folder",
+     "check-disk, save ORBUI_old, save KSTRL_old, rename ORBUI_old, remove Update, update-again"),
+    ("KSTRL/ KSTRL_old/ ORBUI/ ORBUI_old/ Update/KSTRL/", FAILED, "gui-data-only", "",
+     "check-disk, remove Update, update-again"),
+    ("Update/KSTRL/ Update/ORBUI/", b"", "unclear", "log-contradicts no-application-folder no-gui-folder",
+     "check-disk, save Update, remove Update, update-again"),
+    ("KSTRL/lost.exe KSTRL_old/ ORBUI/", SUCCEEDED, "none", "no-application", "save KSTRL_old, update-again"),
+    ("KSTRL/ Update/KSTRL/ Update/ORBUI/", SUCCEEDED, "unclear", "log-contradicts no-gui-folder",
+     "check-disk, save Update, remove Update, update-again"),
+    # Names are found without regard to case, and the advice names them as they are written.
+    ("Kstrl/ orbui/", SUCCEEDED, "none", "", "start"),
+    ("Kstrl_OLD/ ORBUI/", OPENED, "unclear", "no-application-folder",
+     "check-disk, save Kstrl_OLD, rename Kstrl_OLD, update-again"),
+    # Broken although no update was interrupted.
+    ("KSTRL/ KSTRL_old/ ORBUI/ ORBUI_old/", NOT_COPIED + SUCCEEDED, "none", "disk-space files-not-copied",
+     "save KSTRL_old, save ORBUI_old, update-again"),
+    ("KSTRL/ ORBUI/readme ORBUI_old/", SUCCEEDED, "none", "gui-data-empty", "save ORBUI_old, update-again"),
+    ("KSTRL KSTRL_old/ ORBUI/", FAILED, "unclear", "no-application-folder not-a-folder",
+     "check-disk, save KSTRL_old, remove KSTRL, rename KSTRL_old, update-again"),
+    ("KSTRL/ ORBUI/ Update/a Update/b Update/c", FAILED, "unclear", "stray-files",
+     "check-disk, remove Update, update-again"),
+    ("KSTRL/ ORBUI/", b"make: all\n", "none", "log-odd", "start"),
+]
 
 # What is done to an instrument in order, the findings, and whether it can be started.
-INSTRUMENTS = [
+SPOILED = [
     (lambda device: None, "", True),
     (writing(PROGRAM, windows_program(1100)), "", True),
     (writing(PROGRAM, windows_program(1000)), "application-damaged", False),
@@ -54,7 +92,6 @@ INSTRUMENTS = [
     (cutting(PROGRAM, 0), "application-damaged", False),
     (removing(PROGRAM), "no-application", False),
     (renaming(PROGRAM, "Kstrl.EXE"), "", True),
-    (renaming(VELD + "KSTRL", "Kstrl"), "", True),
     (renaming(VELD + "KSTRL", "KSTRL_old"), "no-application-folder", False),
     (emptying(VELD + "ORBUI/data"), "background-missing font-missing gui-data-empty table-missing", False),
     (removing(DATA + "fonts/SegoeUI_24px.fnt"), "font-missing", True),
@@ -63,9 +100,6 @@ INSTRUMENTS = [
     (removing(DATA + "KSTRL-menubg4.raw"), "background-missing", True),
     (writing(VELD + "KSTRL/a\\b"), "name-not-fat", True),
     (lambda device: os.mkfifo(device / DATA / "pipe"), "not-a-file", True),
-    (writing(VELD + "Update/a"), "log-contradicts stray-files", True),
-    (writing(VELD + "Updater-log.txt", NOT_COPIED), "disk-space files-not-copied", True),
-    (writing(VELD + "Updater-log.txt", b"make: all\n"), "log-odd", True),
     (writing(VELD + "Updater-log.txt", LONG), "", True),
     (writing("registry.reg", b"nonsense"), "language-unknown", True),
 ]
@@ -85,8 +119,26 @@ class Diagnose(UserTest):
         write(self.device / "registry.reg", b"Windows Registry Editor Version 5.00\r\n\r\n"
               b"[HKEY_LOCAL_MACHINE\\SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG]\r\n\"LANGUAGE\"=dword:00000000\r\n")
 
+    def test_finds_where_an_update_stopped_and_its_repair(self):
+        self.device.rename(self.work / "sound")
+        for names, log, step, found, advice in STOPPED:
+            for name in names.split():
+                if name.endswith("/"):
+                    sound = self.work / "sound" / VELD / ("KSTRL" if "KSTRL" in name.upper() else "ORBUI")
+                    shutil.copytree(sound, self.device / VELD / name, copy_function=os.link)
+                else:
+                    write(self.device / VELD / name)
+            write(self.device / VELD / "Updater-log.txt", log)
+            report = self.report("diagnose", "diagnose", self.device)
+            with self.subTest(names, log=log):
+                self.assertEqual(report["step"], step)
+                self.assertEqual(" ".join(sorted({finding["code"] for finding in report["findings"]})), found)
+                self.assertEqual(", ".join(" ".join(filter(None, [step["action"], step["folder"]]))
+                                           for step in report["advice"]), advice)
+            shutil.rmtree(self.device)
+
     def test_finds_each_fault(self):
-        for number, (spoil, found, starts) in enumerate(INSTRUMENTS):
+        for number, (spoil, found, starts) in enumerate(SPOILED):
             self.restore()
             spoil(self.device)
             with self.subTest(f"instrument {number}: {found}"):
@@ -99,6 +151,11 @@ class Diagnose(UserTest):
     def test_tells_what_the_technician_needs(self):
         write(self.device / VELD / "Updater-log.txt", LONG)
         self.expect(0, "diagnose", self.device, says="The end of the log, after 199981 other lines:")
+        write(self.device / VELD / "Updater-log.txt", b"    *** ERROR *** Error 145 ::RemoveDirectory(/a)\n\x1b[31mred\n")
+        log = self.report("diagnose", "diagnose", self.device)["log"]
+        self.assertIn("145: the folder is not empty", log[0]["meaning"])
+        # A terminal must not obey a log.
+        self.assertEqual(log[1], {"line": "\\x1b[31mred", "meaning": ""})
         cutting(PROGRAM, 60)(self.device)
         self.expect(1, "diagnose", self.device, says="cannot be started as it is:\n  KSTRL/KSTRL.exe: is ")
         self.restore()

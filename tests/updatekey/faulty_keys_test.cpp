@@ -6,7 +6,6 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
-#include <regex>
 #include <sstream>
 
 #include "platform/posix/files/read_file.h"
@@ -14,6 +13,7 @@
 #include "tests/helpers/bytes.h"
 #include "tests/helpers/device_folder.h"
 #include "tests/updatekey/sound_key.h"
+#include "tools/diagnosis/installation.h"
 #include "tools/updatekey/check/check.h"
 #include "tools/updatekey/make/manifest.h"
 #include "update/updater.h"
@@ -128,6 +128,8 @@ const FaultyKey FAULTY_KEYS[] = {
     {"no maker folder", removing("VELD"), "no-maker-folder", false},
     {"writing was interrupted", renaming("VELD", "VELD.unfinished"), "no-maker-folder", false},
     {"flash disk of an instrument", adding("VELD/Updater-log.txt"), "not-a-key not-copied"},
+    {"maker folder in another case", renaming("VELD", "veld"), "name-case"},
+    {"data in another case", renaming("VELD/ORBUI/data", "VELD/ORBUI/Data"), "name-case"},
     {"no application folder", removing(KSTRL), "no-application-folder", false},
     {"application folder in another case", renaming("VELD/KSTRL", "VELD/Kstrl"), "name-case",
      false},
@@ -276,42 +278,10 @@ TEST(FaultyKeys, AreFoundAndBehaveOnTheDeviceAsPredicted) {
         EXPECT_EQ(toDisplay(updater.getUpdateVersion()), report.prediction.version);
         Tree predicted = faulty.accepted ? Tree{} : filesOf(before);
         for (const std::string& path : report.prediction.copied)
-            predicted[path] = host::readFile(key / path);
+            predicted[path] = host::readFile(entryAt(key, path));
         std::filesystem::remove_all(device.root() / "FlashDisk/VELD/KSTRL_old");
         std::filesystem::remove_all(device.root() / "FlashDisk/VELD/ORBUI_old");
         EXPECT_EQ(filesOf(device.tree("FlashDisk")), predicted);
-    }
-}
-
-// The codes are for scripts, so the guides and the program must not differ.
-TEST(FindingKinds, AreThoseOfTheGuides) {
-    std::istringstream guides(host::readFile(GUIDES "release-engineers-guide.md") +
-                              host::readFile(GUIDES "technicians-guide.md"));
-    std::set<std::string> explained;
-    const std::regex code("`([a-z0-9-]+)`( \\(W\\))?");
-    for (std::string line; std::getline(guides, line);) {
-        if (line.rfind("| `", 0) != 0)
-            continue;
-        const std::string cell = line.substr(0, line.find(" | "));
-        for (std::sregex_iterator found(cell.begin(), cell.end(), code), end; found != end; ++found)
-            explained.insert(found->str());
-    }
-    std::set<std::string> known;
-    for (const auto& [severity, codes] : FINDING_CODES)
-        for (const std::string& name : codes)
-            known.insert("`" + name + "`" + (severity == Severity::Warning ? " (W)" : ""));
-    EXPECT_EQ(explained, known);
-}
-
-TEST(KeyInAnotherCase, IsAcceptedByTheDeviceButRejectedByTheCheck) {
-    for (const auto& [from, to] :
-         {std::pair("VELD", "veld"), {"VELD/ORBUI/data", "VELD/ORBUI/Data"}}) {
-        const DeviceFolder device;
-        writeSoundKey(device.root() / "key");
-        renaming(from, to)(device.root() / "key");
-        const CheckReport report = checkKey(device.root() / "key", {});
-        EXPECT_TRUE(report.prediction.accepted);
-        EXPECT_EQ(codesOf(report.findings), std::set<std::string>{"name-case"});
     }
 }
 
