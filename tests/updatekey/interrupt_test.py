@@ -36,15 +36,16 @@ class Interrupt(UserTest):
         """Sends a signal once `begun` holds. Nothing but what was there before may stay."""
         temporary = self.work / "temporary"
         temporary.mkdir()
+        self.addCleanup(lambda: [os.kill(int(program), signal.SIGKILL) for program in programs_with(str(temporary))])
         before = contents(self.work)
-        with self.subTest(f"{signal.Signals(number).name}: {arguments[0]}"):
-            process = subprocess.Popen([PROGRAM, *arguments], env={**os.environ, "TMPDIR": str(temporary)},
-                                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
-            wait_for(f"the work of {arguments[0]}", lambda: begun(temporary) or process.poll() is not None)
-            process.send_signal(number)
-            self.assertEqual(process.wait(), -number)
-            wait_for("the end of all programs", lambda: programs_with(str(temporary)) == [])
-            self.assertEqual(contents(self.work), before)
+        what = f"{signal.Signals(number).name}: {arguments[0]}"
+        process = subprocess.Popen([PROGRAM, *arguments], env={**os.environ, "TMPDIR": str(temporary)},
+                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
+        wait_for(what, lambda: begun(temporary) or process.poll() is not None)
+        process.send_signal(number)
+        self.assertEqual(process.wait(), -number, what)
+        wait_for(f"the end of all programs after {what}", lambda: programs_with(str(temporary)) == [])
+        self.assertEqual(contents(self.work), before, what)
         shutil.rmtree(temporary)
 
     def test_leaves_nothing_behind(self):
