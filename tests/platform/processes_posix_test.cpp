@@ -19,8 +19,8 @@
 #include "platform/utf.h"
 #include "platform/win32.h"
 #include "tests/helpers/device_folder.h"
-#include "tests/helpers/scratch.h"
 #include "tools/host/process.h"
+#include "tools/host/temporary_folder.h"
 
 namespace {
 
@@ -112,27 +112,24 @@ TEST_F(ProcessesPosix, ProcessesOutsideTheDeviceCannotBeOpened) {
     device.write(PROGRAM, "#!/bin/sh\nkill -STOP $$\n");
     fs::permissions(host(), fs::perms::owner_all);
     fs::copy_file("/bin/sleep", host("apart"));
-    const fs::path elsewhere = makeScratchFolder();
-    fs::copy_file("/bin/sleep", elsewhere / "KSTRL.exe");
-    {
-        const Process sameName({{elsewhere / "KSTRL.exe", "300"}});
-        const Process script({{host()}});
-        const Process reader({{"env", "-C", folder, "tail", "-f", "KSTRL.exe"}});
-        // A process in a separate mount namespace. It exits at once where that is not permitted.
-        Process apart({{"unshare", "-rm", host("apart"), "300"}});
-        EXPECT_TRUE(waitUntil([&] {
-            return apart.hasEnded() ||
-                   host::readFile("/proc/" + std::to_string(apart.id()) + "/comm") == "apart\n";
-        }));
-        for (const DWORD id : {idOf(sameName), idOf(script), idOf(reader),
-                               static_cast<DWORD>(::getpid()), DWORD{1}}) {
-            EXPECT_EQ(OpenProcess(PROCESS_ALL_ACCESS, FALSE, id), nullptr);
-            EXPECT_EQ(GetLastError(), DWORD{5});
-        }
-        for (const char* const name : {"KSTRL.exe", "tail", "apart"})
-            EXPECT_TRUE(processesNamed(name).empty()) << name;
+    const TemporaryFolder elsewhere(fs::temp_directory_path() / "elsewhere");
+    fs::copy_file("/bin/sleep", elsewhere.path() / "KSTRL.exe");
+    const Process sameName({{elsewhere.path() / "KSTRL.exe", "300"}});
+    const Process script({{host()}});
+    const Process reader({{"env", "-C", folder, "tail", "-f", "KSTRL.exe"}});
+    // A process in a separate mount namespace. It exits at once where that is not permitted.
+    Process apart({{"unshare", "-rm", host("apart"), "300"}});
+    EXPECT_TRUE(waitUntil([&] {
+        return apart.hasEnded() ||
+               host::readFile("/proc/" + std::to_string(apart.id()) + "/comm") == "apart\n";
+    }));
+    for (const DWORD id :
+         {idOf(sameName), idOf(script), idOf(reader), static_cast<DWORD>(::getpid()), DWORD{1}}) {
+        EXPECT_EQ(OpenProcess(PROCESS_ALL_ACCESS, FALSE, id), nullptr);
+        EXPECT_EQ(GetLastError(), DWORD{5});
     }
-    removeScratchFolder(elsewhere);
+    for (const char* const name : {"KSTRL.exe", "tail", "apart"})
+        EXPECT_TRUE(processesNamed(name).empty()) << name;
 }
 
 TEST_F(ProcessesPosix, AStartedProgramIsDetachedAndInheritsNoFiles) {

@@ -35,18 +35,6 @@ struct Search {
     std::string path;  // of the folder on the host
 };
 
-void findAll(Search& search) {
-    search.names = host::readNames(search.folder.number());
-    search.names.insert(search.names.begin(), {".", ".."});
-}
-
-void findOne(Search& search, std::string name) {
-    const int folder = search.folder.number();
-    const bool isThere = ::faccessat(folder, name.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0;
-    if (isThere || host::findOtherCase(folder, name))
-        search.names.push_back(name);
-}
-
 DWORD openError(const std::string& path) {
     const int error = errno;
     // ENOTDIR means that the path itself is no folder, or that one of its parents is none.
@@ -70,15 +58,19 @@ DWORD start(std::u16string pattern, Search& search) {
     if (!isWild && (last.empty() || hostPath == deviceRoot()))
         return ERROR_FILE_NOT_FOUND;
     const std::size_t slash = hostPath.rfind('/');
-    const std::string path = hostPath.substr(0, slash);
-    search.folder = host::Descriptor(host::openResolved(path, O_PATH | O_DIRECTORY));
+    search.path = hostPath.substr(0, slash);
+    search.folder = host::Descriptor(host::openResolved(search.path, O_PATH | O_DIRECTORY));
     if (!search.folder.isOpen())
-        return openError(path);
-    search.path = path;
-    if (last == u"*")
-        findAll(search);
-    else if (!isWild)
-        findOne(search, hostPath.substr(slash + 1));
+        return openError(search.path);
+    const int folder = search.folder.number();
+    if (last == u"*") {
+        search.names = host::readNames(folder);
+        search.names.insert(search.names.begin(), {".", ".."});
+    } else if (!isWild) {
+        search.names = {hostPath.substr(slash + 1)};
+        if (::faccessat(folder, search.names[0].c_str(), F_OK, AT_SYMLINK_NOFOLLOW) != 0)
+            host::findOtherCase(folder, search.names[0]);
+    }
     return ERROR_SUCCESS;
 }
 
