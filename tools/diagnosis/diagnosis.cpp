@@ -20,7 +20,7 @@ const std::set<std::string> HINDRANCES = {"no-application-folder", "no-applicati
 
 FolderFinding lookAt(const fs::path& folder) {
     FolderFinding found;
-    found.name = folder.filename().string();
+    found.name = folder.filename().generic_string();
     found.there = fs::is_directory(folder);
     if (!found.there)
         return found;
@@ -36,7 +36,7 @@ void checkFolders(const fs::path& makerFolder, const DiskState& state, Findings&
     for (const std::string& name : UPDATE_FOLDERS) {
         const fs::path entry = entryAt(makerFolder, name);
         if (fs::exists(entry) && !fs::is_directory(entry))
-            addFinding(findings, "not-a-folder", entry.filename().string(),
+            addFinding(findings, "not-a-folder", entry.filename().generic_string(),
                        "is a file; the update needs a folder of this name");
     }
     const fs::path program =
@@ -127,7 +127,7 @@ bool Diagnosis::sound() const {
 Diagnosis diagnose(const fs::path& device, const DiagnoseOptions& options) {
     const fs::path makerFolder = makerFolderOf(device);
     if (isOnKey(makerFolder))
-        throw std::runtime_error(device.string() +
+        throw std::runtime_error(device.generic_string() +
                                  " is an update key and not the flash disk of an instrument; "
                                  "examine it with updatekey check");
     Diagnosis diagnosis;
@@ -137,7 +137,7 @@ Diagnosis diagnose(const fs::path& device, const DiagnoseOptions& options) {
     diagnosis.step = stepOf(state);
     const fs::path log = entryAt(makerFolder, keylayout::LOG);
     if (fs::exists(log))
-        diagnosis.log = readLog(readHostFile(log.string()));
+        diagnosis.log = readLog(readHostFile(log.generic_string()));
     const FileSet key = options.key ? installedFiles(makerFolderOf(*options.key)) : FileSet();
     if (options.key)
         diagnosis.changes = compareFiles(key, installedFiles(makerFolder));

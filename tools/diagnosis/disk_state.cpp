@@ -44,7 +44,7 @@ DiskState readDiskState(const fs::path& makerFolder) {
     state.stagedApplication =
         fs::is_directory(staged) && (state.stagedGuiData || !fs::is_empty(staged));
     for (const TreeEntry& entry : readTree(staging))
-        state.strayFiles += !startsWith(entry.path, staged.filename().string()) &&
+        state.strayFiles += !startsWith(entry.path, staged.filename().generic_string()) &&
                                     !startsWith(entry.path, keylayout::GUI)
                                 ? 1U
                                 : 0U;

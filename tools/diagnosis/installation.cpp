@@ -1,6 +1,5 @@
 #include "tools/diagnosis/installation.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 #include "platform/utf.h"
@@ -12,15 +11,18 @@ namespace {
 
 fs::path childNamed(const fs::path& folder, const std::string& name) {
     std::error_code error;
-    if (fs::exists(fs::symlink_status(folder / name, error)))
-        return folder / name;
     const fs::directory_iterator entries(folder, error);
     if (error == std::errc::permission_denied || error == std::errc::io_error)
-        throw std::runtime_error(folder.string() + " cannot be read: " + error.message());
-    const auto found = std::find_if(begin(entries), end(entries), [&](const auto& entry) {
-        return host::foldCase(entry.path().filename().string()) == host::foldCase(name);
-    });
-    return found == end(entries) ? folder / name : found->path();
+        throw std::runtime_error(folder.generic_string() + " cannot be read: " + error.message());
+    fs::path found = folder / name;
+    for (const fs::directory_entry& entry : entries) {
+        const std::string there = entry.path().filename().generic_string();
+        if (there == name)
+            return entry.path();
+        if (host::foldCase(there) == host::foldCase(name))
+            found = entry.path();
+    }
+    return found;
 }
 
 }  // namespace
@@ -29,7 +31,7 @@ fs::path entryAt(const fs::path& folder, const fs::path& relative) {
     fs::path place = folder;
     for (const fs::path& name : relative)
         if (!name.empty())
-            place = childNamed(place, name.string());
+            place = childNamed(place, name.generic_string());
     return place;
 }
 
@@ -45,7 +47,7 @@ fs::path makerFolderOf(const fs::path& folder) {
             return folder;
         names += ", " + name;
     }
-    throw std::runtime_error(folder.string() +
+    throw std::runtime_error(folder.generic_string() +
                              " is neither a key nor a device: it has none of the folders "
                              "FlashDisk/VELD, VELD" +
                              names);
@@ -64,7 +66,7 @@ FileSet installedFiles(const fs::path& makerFolder) {
 
 std::string applicationVersion(const fs::path& application) {
     const fs::path file = application / "version.txt";
-    const std::string text = fs::is_regular_file(file) ? readHostFile(file.string()) : "";
+    const std::string text = fs::is_regular_file(file) ? readHostFile(file.generic_string()) : "";
     const std::string line = text.substr(0, text.find('\n'));
     return line.substr(0, line.find_last_not_of(" \t\r") + 1);
 }

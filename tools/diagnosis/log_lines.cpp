@@ -130,7 +130,7 @@ LogReading readLog(const std::string& bytes) {
             reading.outcome = LogOutcome::NoUpdate;
         reading.foreign += kind == nullptr ? 1U : 0U;
         reading.notCopied += event == LogEvent::NotCopied && number != 5 ? 1U : 0U;
-        reading.lines.push_back({printable(host::toUtf8(widen(line))),
+        reading.lines.push_back({printable(latin1ToUtf8(line)),
                                  kind == nullptr ? std::string()
                                  : error.empty() ? kind->meaning
                                                  : kind->meaning + (" (" + error + ")")});

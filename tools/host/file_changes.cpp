@@ -17,7 +17,7 @@ bool sameContent(const HostFile& a, const HostFile& b) {
     std::ifstream first(a.file, std::ios::binary);
     std::ifstream second(b.file, std::ios::binary);
     if (!first || !second)
-        throw std::runtime_error("cannot read " + (first ? b : a).file.string());
+        throw std::runtime_error("cannot read " + (first ? b : a).file.generic_string());
     return std::equal(std::istreambuf_iterator<char>(first), std::istreambuf_iterator<char>(),
                       std::istreambuf_iterator<char>(second));
 }

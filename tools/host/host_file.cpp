@@ -11,8 +11,8 @@ namespace fs = std::filesystem;
 namespace {
 
 [[noreturn]] void fail(const fs::path& path, const char* what) {
-    const std::string reason = errno != 0 ? ": " + std::generic_category().message(errno) : "";
-    throw std::runtime_error(path.string() + ": cannot be " + what + reason);
+    const std::string reason = errno != 0 ? ": " + lastError() : "";
+    throw std::runtime_error(path.generic_string() + ": cannot be " + what + reason);
 }
 
 }  // namespace
@@ -24,6 +24,12 @@ std::string readHostFile(const fs::path& path) {
     if (!file.is_open() || file.bad())
         fail(path, "read");
     return content;
+}
+
+void requireReadable(const fs::path& path) {
+    errno = 0;
+    if (!std::ifstream(path).is_open())
+        fail(path, "read");
 }
 
 std::string readHostFileIfThere(const fs::path& path) {

@@ -23,3 +23,10 @@ std::string printable(const std::string& text) {
     }
     return host::toUtf8(shown);
 }
+
+std::string latin1ToUtf8(const std::string& text) {
+    std::u16string wide;
+    for (const char c : text)
+        wide += static_cast<unsigned char>(c);
+    return host::toUtf8(wide);
+}

@@ -52,12 +52,3 @@ class Process {
 // and /sbin are searched too. Throws std::runtime_error, with the program's message, when it cannot
 // be started or fails.
 std::string outputOf(const std::vector<std::string>& words, const std::string& input = {});
-
-// Returns the processes that run `program` or, when it is a folder, any program in it.
-std::vector<long> processesOf(const std::filesystem::path& program);
-
-// Asks a process to end.
-void endProcess(long id);
-
-// Returns the folder that contains this program.
-std::filesystem::path ownFolder();

@@ -20,14 +20,14 @@ fs::path makeFolder(const fs::path& stem) {
         std::error_code error;
         const bool made = fs::create_directory(folder, error);
         if (error)
-            throw std::runtime_error("cannot make the folder " + folder.string() + ": " +
+            throw std::runtime_error("cannot make the folder " + folder.generic_string() + ": " +
                                      error.message());
         if (!made)
             continue;
         fs::permissions(folder, fs::perms::owner_all);
         return fs::canonical(folder);
     }
-    throw std::runtime_error("cannot make a folder beside " + stem.string());
+    throw std::runtime_error("cannot make a folder beside " + stem.generic_string());
 }
 
 // Another thread may still write to the folder.

@@ -29,10 +29,16 @@ std::vector<Volume> mountedVolumes(const std::filesystem::path& systemRoot = "/"
 std::optional<Volume> volumeOf(const std::filesystem::path& path,
                                const std::vector<Volume>& volumes);
 
+// Whether a file system of its own is mounted there.
+bool isMountPoint(const std::filesystem::path& folder);
+
 Room roomOn(const std::filesystem::path& folder);
 
 // The home folder of the user; empty when unknown.
 std::filesystem::path homeFolder();
+
+// The folder that the operating system is on.
+std::filesystem::path systemFolder();
 
 // Takes the file system out of use, and switches its disk off, so that it may be pulled out. Throws
 // std::runtime_error, with the reason, on failure.

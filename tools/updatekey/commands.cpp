@@ -96,9 +96,7 @@ std::optional<fs::space_info> flashDisk(const fs::path& given, const fs::path& f
         const uint64_t size = fs::file_size(given);
         return fs::space_info{size, size - std::min(size, used), size - std::min(size, used)};
     }
-    const fs::space_info disk = fs::space(folder);
-    const bool isMounted = disk.capacity != fs::space(folder / "..").capacity;
-    return isMounted ? std::optional(disk) : std::nullopt;
+    return isMountPoint(folder) ? std::optional(fs::space(folder)) : std::nullopt;
 }
 
 int runDiagnose(Arguments& arguments) {

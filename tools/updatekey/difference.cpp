@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "tools/diagnosis/installation.h"
-#include "tools/updatekey/check/key_device.h"
+#include "tools/host/key_device.h"
 #include "tools/updatekey/check/key_paths.h"
 #include "tools/updatekey/check/prediction.h"
 

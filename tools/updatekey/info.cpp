@@ -1,6 +1,6 @@
 #include "tools/updatekey/info.h"
 
-#include "tools/updatekey/check/key_device.h"
+#include "tools/host/key_device.h"
 #include "tools/updatekey/check/key_under_check.h"
 #include "tools/updatekey/check/prediction.h"
 

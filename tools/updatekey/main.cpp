@@ -6,10 +6,13 @@
 #include <string>
 
 #include "tools/host/interrupt.h"
+#include "tools/host/terminal.h"
 #include "tools/updatekey/commands.h"
 #include "tools/updatekey/report/report.h"
 
 namespace {
+
+using Words = std::vector<std::string>;
 
 int fail(bool json, const std::string& message) {
     std::fprintf(stderr, "updatekey: %s\n", message.c_str());
@@ -19,9 +22,10 @@ int fail(bool json, const std::string& message) {
 }
 
 // Returns the first word that is not an option, unless it is the name of a command.
-std::string unknownCommand(const CLI::App& app, int argc, char** argv) {
-    const auto word = std::find_if(argv + 1, argv + argc, [](const char* w) { return *w != '-'; });
-    if (word == argv + argc)
+std::string unknownCommand(const CLI::App& app, const Words& words) {
+    const auto word = std::find_if(words.begin(), words.end(),
+                                   [](const std::string& w) { return w.rfind('-', 0) != 0; });
+    if (word == words.end())
         return {};
     const auto named = [&](const CLI::App* command) { return command->get_name() == *word; };
     const std::vector<const CLI::App*> commands = app.get_subcommands({});
@@ -29,7 +33,7 @@ std::string unknownCommand(const CLI::App& app, int argc, char** argv) {
 }
 
 // Returns the first word that looks like an option and is none of the program or of the command.
-std::string unknownOption(const CLI::App& app, int argc, char** argv) {
+std::string unknownOption(const CLI::App& app, const Words& words) {
     std::vector<const CLI::App*> places = app.get_subcommands({});
     places.push_back(&app);
     const auto known = [&](const std::string& word) {
@@ -37,13 +41,13 @@ std::string unknownOption(const CLI::App& app, int argc, char** argv) {
             return place->get_option_no_throw(word.substr(0, word.find('='))) != nullptr;
         });
     };
-    const auto unknown = std::find_if(argv + 1, argv + argc, [&](const std::string& word) {
+    const auto unknown = std::find_if(words.begin(), words.end(), [&](const std::string& word) {
         return word.rfind("--", 0) == 0 && word.size() > 2 && !known(word);
     });
-    return unknown == argv + argc ? std::string() : *unknown;
+    return unknown == words.end() ? std::string() : *unknown;
 }
 
-int run(int argc, char** argv, bool json) {
+int run(const Words& words, bool json) {
     Arguments arguments;
     CLI::App app(
         "Makes, checks, rehearses and writes update keys of the Kestrel instrument, and diagnoses "
@@ -51,12 +55,12 @@ int run(int argc, char** argv, bool json) {
         "updatekey");
     describeCommands(app, arguments);
     try {
-        app.parse(argc, argv);
+        app.parse(Words(words.rbegin(), words.rend()));
     } catch (const CLI::Success& help) {
         return app.exit(help);
     } catch (const CLI::ParseError& error) {
-        const std::string command = unknownCommand(app, argc, argv);
-        const std::string option = unknownOption(app, argc, argv);
+        const std::string command = unknownCommand(app, words);
+        const std::string option = unknownOption(app, words);
         const std::string fault = !option.empty()    ? option + " is not an option"
                                   : !command.empty() ? command + " is not a command"
                                                      : error.what();
@@ -69,9 +73,10 @@ int run(int argc, char** argv, bool json) {
 
 int main(int argc, char** argv) {
     watchForInterrupts();
-    const bool json = std::find(argv, argv + argc, std::string("--json")) != argv + argc;
+    const Words words = commandLine(argc, argv);
+    const bool json = std::find(words.begin(), words.end(), "--json") != words.end();
     try {
-        return run(argc, argv, json);
+        return run(words, json);
     } catch (const std::exception& error) {
         try {
             return fail(json, error.what());

@@ -122,11 +122,6 @@ void endGroup(pid_t group) {
     }
 }
 
-bool liesIn(const fs::path& program, const fs::path& folder) {
-    const std::string start = folder.string() + "/";
-    return program == folder || program.string().compare(0, start.size(), start) == 0;
-}
-
 }  // namespace
 
 struct Process::State {
@@ -194,26 +189,4 @@ std::string outputOf(const std::vector<std::string>& words, const std::string& i
         throw std::runtime_error(words.front() + " failed: " + readHostFile(errors) +
                                  readHostFile(out));
     return readHostFile(out);
-}
-
-std::vector<long> processesOf(const fs::path& program) {
-    std::vector<long> found;
-    std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator("/proc", error)) {
-        const std::string name = entry.path().filename().string();
-        if (name.find_first_not_of("0123456789") != std::string::npos)
-            continue;
-        const fs::path target = fs::read_symlink(entry.path() / "exe", error);
-        if (!error && liesIn(target, program))
-            found.push_back(std::strtol(name.c_str(), nullptr, 10));
-    }
-    return found;
-}
-
-void endProcess(long id) {
-    ::kill(static_cast<pid_t>(id), SIGTERM);
-}
-
-fs::path ownFolder() {
-    return fs::read_symlink("/proc/self/exe").parent_path();
 }

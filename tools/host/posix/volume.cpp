@@ -106,6 +106,13 @@ std::optional<Volume> volumeOf(const fs::path& path, const std::vector<Volume>& 
     return volume == volumes.end() ? std::nullopt : std::optional(*volume);
 }
 
+bool isMountPoint(const fs::path& folder) {
+    struct stat place {};
+    struct stat parent {};
+    return ::stat(folder.c_str(), &place) == 0 && ::stat((folder / "..").c_str(), &parent) == 0 &&
+           parent.st_dev != place.st_dev;
+}
+
 Room roomOn(const fs::path& folder) {
     struct statvfs status {};
     if (::statvfs(folder.c_str(), &status) != 0)
@@ -119,6 +126,10 @@ Room roomOn(const fs::path& folder) {
 fs::path homeFolder() {
     const char* const home = std::getenv("HOME");
     return home != nullptr ? home : "";
+}
+
+fs::path systemFolder() {
+    return "/";
 }
 
 void eject(const Volume& volume) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "tools/updatekey/check/key_device.h"
+#include "tools/host/key_device.h"
 #include "tools/updatekey/check/key_under_check.h"
 #include "tools/updatekey/check/names.h"
 
@@ -17,7 +17,7 @@ void requireRoomFor(const std::vector<TreeEntry>& tree, const fs::path& scratch)
         largest = std::max(largest, entry.size);
     // A file that is too large for FAT32 is reported as a finding.
     if (largest <= FAT32_FILE_LIMIT && fs::space(scratch).available <= largest)
-        throw std::runtime_error("not enough space in " + scratch.parent_path().string() +
+        throw std::runtime_error("not enough space in " + scratch.parent_path().generic_string() +
                                  " for the trial run; set TMPDIR to a folder with more");
 }
 

@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "tools/host/host_file.h"
 #include "tools/updatekey/check/key_under_check.h"
 #include "tools/updatekey/check/names.h"
 
@@ -42,11 +43,14 @@ void checkDropped(KeyUnderCheck& key) {
         key.report.notCopied.push_back(entry.path);
         if (entry.kind != TreeEntry::Kind::File)
             continue;
-        if (prediction.lost.count(entry.path) != 0)
+        if (prediction.lost.count(entry.path) != 0) {
+            // A file that this computer cannot read says nothing about the device.
+            requireReadable(key.folder / entry.path);
             key.add("copy-fails", entry.path,
                     "the device lists this file but cannot copy it, and reports no error");
-        else if (!isJunkPath(entry.path) && isLatin1(entry.path))
+        } else if (!isJunkPath(entry.path) && isLatin1(entry.path)) {
             ++dropped[droppedTop(entry.path)];
+        }
     }
     for (const auto& [top, files] : dropped)
         key.add("not-copied", top,

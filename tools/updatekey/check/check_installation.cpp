@@ -1,12 +1,13 @@
 // Checks the installed files of an instrument as if they were those of a key.
 
 #include <algorithm>
+#include <cstdlib>
 
+#include "platform/utf.h"
 #include "support/languages.h"
-#include "support/path_constants.h"
-#include "support/system_config.h"
 #include "tools/diagnosis/installation.h"
-#include "tools/updatekey/check/key_device.h"
+#include "tools/host/host_file.h"
+#include "tools/host/key_device.h"
 #include "tools/updatekey/check/key_under_check.h"
 
 namespace fs = std::filesystem;
@@ -36,7 +37,7 @@ std::vector<TreeEntry> treeOf(const fs::path& makerFolder, bool copied) {
         if (!fs::is_directory(folder))
             continue;
         const std::string path =
-            keypaths::MAKER + "/" + (copied ? name : folder.filename().string());
+            keypaths::MAKER + "/" + (copied ? name : folder.filename().generic_string());
         tree.push_back({path, TreeEntry::Kind::Folder, 0});
         for (const TreeEntry& entry : readTree(folder))
             tree.push_back({path + "/" + entry.path, entry.kind, entry.size});
@@ -46,13 +47,27 @@ std::vector<TreeEntry> treeOf(const fs::path& makerFolder, bool copied) {
     return tree;
 }
 
+// Returns the language in an exported registry, in any encoding of the registry editors; -1 when it
+// has none.
+int32_t languageIn(std::string text) {
+    const std::string start = "\\veld\\kestrel\\system_config]";
+    const std::string name = "\"language\"=dword:";
+    text.erase(std::remove(text.begin(), text.end(), '\0'), text.end());
+    text = host::foldCase(text);
+    text.erase(0, text.find(start));
+    text.erase(std::min(text.find('[', start.size()), text.size()));
+    const std::size_t found = text.find(name);
+    return found == std::string::npos
+               ? -1
+               : static_cast<int32_t>(std::strtol(text.c_str() + found + name.size(), nullptr, 16));
+}
+
 // Limits the languages to the one that the instrument's registry names, if the copy contains it.
-void readLanguage(const fs::path& device, const fs::path& root, KeyUnderCheck& key) {
+void readLanguage(const fs::path& device, KeyUnderCheck& key) {
     const fs::path registry = entryAt(device, REGISTRY);
     if (!fs::exists(registry))
         return;
-    fs::copy_file(registry, root / REGISTRY);
-    const int32_t number = SystemConfig::instance().getDword(LANGUAGE);
+    const int32_t number = languageIn(readHostFile(registry));
     if (findLanguage(number) != nullptr)
         key.options.languages = {number};
     else
@@ -69,7 +84,7 @@ Findings checkInstallation(const fs::path& device, const fs::path& makerFolder,
     const fs::path folder = keyFolderFor(makerFolder, scratch.path());
     const KeyDevice keyDevice(folder);
     KeyUnderCheck key{folder, treeOf(makerFolder, folder == scratch.path()), options};
-    readLanguage(device, keyDevice.root(), key);
+    readLanguage(device, key);
     Findings findings = std::move(key.report.findings);
     key.report.findings.clear();
 

@@ -5,6 +5,7 @@
 
 #include "platform/utf.h"
 #include "tools/host/host_file.h"
+#include "tools/host/key_device.h"
 
 const TreeEntry* KeyUnderCheck::find(const std::string& path) const {
     const auto entry = std::lower_bound(tree.begin(), tree.end(), path,
@@ -38,7 +39,7 @@ std::set<Script> KeyUnderCheck::scripts() const {
 }
 
 FontData loadKeyFace(const std::string& faceName) {
-    const std::string path = keylayout::USB_ROOT + keypaths::GUI_DATA + "/fonts/" + faceName;
+    const std::string path = KeyDevice::usbRoot() + keypaths::GUI_DATA + "/fonts/" + faceName;
     FontData face;
     loadFontFile(path + ".fnt", face);
     loadKerningFile(path + ".kern", face);
@@ -56,7 +57,8 @@ std::string listCharacters(const std::set<WCHAR>& characters) {
         std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(code));
         const bool printable = code > 0x20 && !(code >= 0x7F && code < 0xA0);
         list += list.empty() ? "" : ", ";
-        list += printable ? "\"" + host::toUtf8({&code, 1}) + "\" (" + number + ")" : number;
+        list += printable ? "\"" + host::toUtf8(std::u16string(1, code)) + "\" (" + number + ")"
+                          : number;
     }
     return list;
 }

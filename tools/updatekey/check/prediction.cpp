@@ -1,13 +1,14 @@
 #include "tools/updatekey/check/prediction.h"
 
 #include <algorithm>
-#include <filesystem>
+#include <cstring>
+#include <stdexcept>
 
-#include "platform/posix/files/device.h"
-#include "platform/utf.h"
 #include "support/open_file.h"
 #include "support/path_constants.h"
 #include "support/text.h"
+#include "tools/host/key_device.h"
+#include "tools/host/printable.h"
 #include "update/key_layout.h"
 #include "update/updater.h"
 
@@ -15,7 +16,10 @@ namespace {
 
 class ObservedUpdater : public Updater {
   public:
-    explicit ObservedUpdater(Prediction& prediction) : prediction_(prediction) {}
+    explicit ObservedUpdater(Prediction& prediction) : prediction_(prediction) {
+        usbRoot = KeyDevice::usbRoot();
+        flashRoot = KeyDevice::flashRoot();
+    }
 
   protected:
     // Missing notes are a finding of the check; the engine would also print a message.
@@ -27,22 +31,21 @@ class ObservedUpdater : public Updater {
     void copyNextFile() override {
         const std::string file = getCurrentFile();
         Updater::copyNextFile();
-        const std::string staged = flashRoot + keylayout::STAGING + PATH_SEPARATOR + file;
+        const std::string staged = keylayout::STAGING + PATH_SEPARATOR + file;
+        const std::size_t length = std::strlen(keylayout::FLASH_ROOT) + staged.size();
         std::string relative = toDisplay(keylayout::MAKER_FOLDER + file);
         std::replace(relative.begin(), relative.end(), '\\', '/');
-        std::error_code error;
         // A copied file is deleted at once, so that the disk needs space for one file only.
-        const bool arrived = staged.size() < MAX_PATH &&
-                             std::filesystem::is_regular_file(hostPath(staged), error) &&
-                             std::filesystem::remove(hostPath(staged), error);
+        const bool arrived =
+            length < MAX_PATH && DeleteFileW(widen(flashRoot + staged).c_str()) != FALSE;
+        if (!arrived && length < MAX_PATH && flashRoot.size() + staged.size() >= MAX_PATH)
+            throw std::runtime_error(flashRoot + staged +
+                                     " is too long a path for the trial run; set TMP to a folder "
+                                     "with a shorter one");
         (arrived ? prediction_.copied : prediction_.lost).insert(relative);
     }
 
   private:
-    static std::string hostPath(const std::string& path) {
-        return host::toHostPath(widen(path).c_str());
-    }
-
     Prediction& prediction_;
 };
 
@@ -105,5 +108,5 @@ const char* stateName(int32_t state) {
 }
 
 std::string toDisplay(const std::string& narrow) {
-    return host::toUtf8(widen(narrow));
+    return latin1ToUtf8(narrow);
 }

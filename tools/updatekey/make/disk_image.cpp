@@ -1,7 +1,5 @@
 #include "tools/updatekey/make/disk_image.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -11,11 +9,11 @@
 #include <stdexcept>
 
 #include "tools/host/file_changes.h"
+#include "tools/host/file_time.h"
 #include "tools/host/folder_tree.h"
 #include "tools/host/process.h"
 #include "tools/host/temporary_folder.h"
 #include "tools/updatekey/check/key_paths.h"
-#include "tools/updatekey/check/names.h"
 
 namespace fs = std::filesystem;
 
@@ -46,22 +44,13 @@ uint64_t clusterSizeFor(uint64_t bytes) {
     return cluster;
 }
 
-// Returns the number of clusters for the files and folders of a tree. A folder has an entry of 32
-// bytes for each file, and another for every 13 characters of its long name.
+// Returns a number of clusters that holds the files and folders of a tree. In its folder an entry
+// takes 32 bytes, and another 32 for every 13 characters of its long name.
 uint64_t clustersOf(const std::vector<TreeEntry>& tree, uint64_t cluster) {
-    constexpr uint64_t ENTRY_SIZE = 32;
-    constexpr uint64_t CHARACTERS_PER_ENTRY = 13;
-    std::map<std::string, uint64_t> folders = {{"", 2 * ENTRY_SIZE}};
-    uint64_t clusters = 0;
-    for (const TreeEntry& entry : tree) {
-        const uint64_t entries = 2 + deviceLength(nameOf(entry.path)) / CHARACTERS_PER_ENTRY;
-        folders[parentOf(entry.path)] += entries * ENTRY_SIZE;
-        if (entry.kind == TreeEntry::Kind::Folder)
-            folders[entry.path] += 2 * ENTRY_SIZE;
-        clusters += roundUp(entry.size, cluster) / cluster;
-    }
-    for (const auto& [path, bytes] : folders)
-        clusters += roundUp(bytes, cluster) / cluster;
+    constexpr uint64_t LARGEST_ENTRY = 32 + 20 * 32;
+    uint64_t clusters = 1;
+    for (const TreeEntry& entry : tree)
+        clusters += 1 + roundUp(entry.size + LARGEST_ENTRY, cluster) / cluster;
     return clusters;
 }
 
@@ -99,21 +88,11 @@ std::string driveOf(const fs::path& image, uint64_t start) {
     return image.string() + "@@" + std::to_string(start * SECTOR);
 }
 
-std::string newestTime(const fs::path& folder, const std::vector<TreeEntry>& tree) {
-    time_t newest = 0;
-    for (const TreeEntry& entry : tree) {
-        struct stat status {};
-        if (::stat((folder / entry.path).c_str(), &status) == 0)
-            newest = std::max(newest, status.st_mtime);
-    }
-    return std::to_string(newest);
-}
-
 // Copies the files in sorted order, so that the image does not depend on the key's file system, and
 // at most 500 at a time, because the length of a command line is limited.
 void fill(const std::string& drive, const fs::path& key, const std::vector<TreeEntry>& tree) {
-    const std::vector<std::string> clock = {"env", "MTOOLS_SKIP_CHECK=1",
-                                            "SOURCE_DATE_EPOCH=" + newestTime(key, tree)};
+    const std::vector<std::string> clock = {
+        "env", "MTOOLS_SKIP_CHECK=1", "SOURCE_DATE_EPOCH=" + std::to_string(newestChange(key))};
     std::map<std::string, std::vector<std::string>> filesOf;
     std::vector<std::string> makeFolders = clock;
     makeFolders.insert(makeFolders.end(), {"mmd", "-i", drive});

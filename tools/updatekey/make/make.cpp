@@ -1,15 +1,14 @@
 #include "tools/updatekey/make/make.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <fstream>
 #include <stdexcept>
 
-#include "platform/posix/files/read_file.h"
+#include "tools/host/file_time.h"
 #include "tools/host/folder_tree.h"
+#include "tools/host/host_file.h"
 #include "tools/host/temporary_folder.h"
+#include "tools/host/volume.h"
 #include "tools/updatekey/check/key_paths.h"
 #include "tools/updatekey/check/names.h"
 #include "tools/updatekey/make/manifest.h"
@@ -26,37 +25,28 @@ void require(bool condition, const std::string& message) {
 }
 
 void requireFolder(const fs::path& path) {
-    require(fs::is_directory(path), path.string() + " is not a folder");
+    require(fs::is_directory(path), path.generic_string() + " is not a folder");
 }
 
 // The key is created beside `out` and then renamed, which is impossible for a mount point.
 void requireFree(const fs::path& out) {
-    struct stat place {};
-    struct stat parent {};
-    if (::stat(out.c_str(), &place) != 0) {
+    if (!fs::exists(out)) {
         fs::create_directories(out.parent_path());
         return;
     }
     require(fs::is_directory(out) && fs::is_empty(out),
-            out.string() + " already exists; give a new or an empty folder");
-    require(::stat(out.parent_path().c_str(), &parent) == 0 && parent.st_dev == place.st_dev,
-            out.string() +
+            out.generic_string() + " already exists; give a new or an empty folder");
+    require(!isMountPoint(out),
+            out.generic_string() +
                 " is a mounted storage device; make the key in another folder, and copy it to the "
                 "device with \"updatekey write\"");
-}
-
-std::string readAll(const fs::path& path) {
-    require(fs::is_regular_file(path), path.string() + " is not a file");
-    std::string bytes;
-    require(host::readFile(path, bytes) == 0, "cannot read " + path.string());
-    return bytes;
 }
 
 void writeAll(const fs::path& path, const std::string& bytes) {
     std::ofstream file(path, std::ios::binary);
     file << bytes;
     file.close();
-    require(file.good(), "cannot write " + path.string());
+    require(file.good(), "cannot write " + path.generic_string());
 }
 
 // Makes the copy readable and writable. It stays executable, so that a rehearsal can start it.
@@ -74,7 +64,7 @@ void copyTree(const fs::path& from, const fs::path& to, std::vector<std::string>
         if (isJunkPath(parentOf(entry.path)))
             continue;
         if (isJunkPath(nameOf(entry.path)))
-            leftOut.push_back((from / entry.path).string());
+            leftOut.push_back((from / entry.path).generic_string());
         else if (entry.kind == TreeEntry::Kind::Folder)
             fs::create_directory(to / entry.path);
         else if (entry.kind == TreeEntry::Kind::File)
@@ -82,39 +72,26 @@ void copyTree(const fs::path& from, const fs::path& to, std::vector<std::string>
         else if (entry.kind == TreeEntry::Kind::Link)
             fs::copy_symlink(from / entry.path, to / entry.path);
         else
-            throw std::runtime_error((from / entry.path).string() +
+            throw std::runtime_error((from / entry.path).generic_string() +
                                      " is neither a file nor a folder");
     }
-}
-
-time_t newestTime(const fs::path& folder) {
-    time_t newest = 0;
-    for (const TreeEntry& entry : readTree(folder)) {
-        struct stat status {};
-        const bool isFile = entry.kind == TreeEntry::Kind::File;
-        if (isFile && ::stat((folder / entry.path).c_str(), &status) == 0)
-            newest = std::max(newest, status.st_mtime);
-    }
-    return newest;
 }
 
 // Returns the time for all files of the key: an even number of seconds, because FAT32 stores times
 // with a resolution of two seconds.
 time_t keyTime(const MakeOptions& options) {
-    struct stat status {};
-    time_t time = ::stat(options.notes.c_str(), &status) == 0 ? status.st_mtime : 0;
-    time = std::max({time, newestTime(options.application), newestTime(options.guiData)});
     const int64_t epoch = sourceDateEpoch();
-    if (epoch >= 0)
-        time = static_cast<time_t>(epoch);
+    const time_t time =
+        epoch >= 0 ? static_cast<time_t>(epoch)
+                   : std::max({changeTime(options.notes), newestChange(options.application),
+                               newestChange(options.guiData)});
     return time - time % 2;
 }
 
 void setTimes(const fs::path& folder, time_t time) {
-    const timespec times[2] = {{time, 0}, {time, 0}};
     for (const TreeEntry& entry : readTree(folder))
-        ::utimensat(AT_FDCWD, (folder / entry.path).c_str(), times, AT_SYMLINK_NOFOLLOW);
-    ::utimensat(AT_FDCWD, folder.c_str(), times, 0);
+        setChangeTime(folder / entry.path, time);
+    setChangeTime(folder, time);
 }
 
 }  // namespace
@@ -129,10 +106,11 @@ MakeReport makeKey(const MakeOptions& options) {
             "--app names the GUI data; are --app and --gui swapped?");
     const fs::path data = options.guiData / fs::path(keylayout::GUI_DATA).parent_path().filename();
     require(holdsGuiData(options.guiData) || !holdsGuiData(data),
-            "--gui names the folder above the GUI data; give " + data.string());
+            "--gui names the folder above the GUI data; give " + data.generic_string());
     const fs::path out = fs::absolute(options.out / "").parent_path();
     requireFree(out);
-    const std::string notes = composeNotes(readAll(options.notes), options.version);
+    require(fs::is_regular_file(options.notes), options.notes.generic_string() + " is not a file");
+    const std::string notes = composeNotes(readHostFile(options.notes), options.version);
 
     MakeReport report;
     const TemporaryFolder workshop(out);
@@ -148,6 +126,7 @@ MakeReport makeKey(const MakeOptions& options) {
     report.check.manifest = ManifestState::Matches;
     fs::permissions(key, static_cast<fs::perms>(0755));
     setTimes(key, keyTime(options));
+    fs::remove(out);  // an empty folder
     fs::rename(key, out);
     report.written = true;
     return report;

@@ -1,50 +1,14 @@
 #include "tools/updatekey/make/manifest.h"
 
-#include <nettle/sha2.h>
-
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
 #include <vector>
 
+#include "tools/host/checksum.h"
 #include "tools/host/folder_tree.h"
+#include "tools/host/host_file.h"
 #include "tools/updatekey/check/key_paths.h"
-
-namespace {
-
-constexpr std::size_t HEX_LENGTH = std::size_t{2} * SHA256_DIGEST_SIZE;
-
-std::string toHex(const uint8_t* bytes, std::size_t size) {
-    constexpr const char* DIGITS = "0123456789abcdef";
-    std::string text;
-    for (std::size_t i = 0; i < size; ++i) {
-        text += DIGITS[bytes[i] >> 4];
-        text += DIGITS[bytes[i] & 0xF];
-    }
-    return text;
-}
-
-}  // namespace
-
-struct Checksum::State {
-    sha256_ctx context;
-};
-
-Checksum::Checksum() : state_(std::make_unique<State>()) {
-    sha256_init(&state_->context);
-}
-
-Checksum::~Checksum() = default;
-
-void Checksum::add(const char* bytes, std::size_t size) {
-    sha256_update(&state_->context, size, reinterpret_cast<const uint8_t*>(bytes));
-}
-
-std::string Checksum::text() {
-    uint8_t digest[SHA256_DIGEST_SIZE];
-    sha256_digest(&state_->context, sizeof digest, digest);
-    return toHex(digest, sizeof digest);
-}
 
 std::string sha256Of(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
@@ -55,7 +19,7 @@ std::string sha256Of(const std::filesystem::path& file) {
         checksum.add(buffer.data(), static_cast<std::size_t>(stream.gcount()));
     } while (stream);
     if (!stream.eof() || stream.bad())
-        throw std::runtime_error("cannot read " + file.string());
+        throw std::runtime_error("cannot read " + file.generic_string() + ": " + lastError());
     return checksum.text();
 }
 
@@ -77,6 +41,7 @@ std::string toText(const Manifest& manifest) {
 }
 
 std::optional<Manifest> parseManifest(const std::string& text) {
+    constexpr std::size_t HEX_LENGTH = 64;
     Manifest manifest;
     std::istringstream stream(text);
     for (std::string line; std::getline(stream, line);) {

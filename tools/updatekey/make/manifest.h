@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -12,22 +11,6 @@ constexpr const char* MANIFEST_NAME = "MANIFEST.sha256";
 
 // Checksums in lower-case hexadecimal, by path relative to the key.
 using Manifest = std::map<std::string, std::string>;
-
-// Computes a checksum incrementally.
-class Checksum {
-  public:
-    Checksum();
-    Checksum(const Checksum&) = delete;
-    Checksum& operator=(const Checksum&) = delete;
-    ~Checksum();
-    void add(const char* bytes, std::size_t size);
-    // The checksum of everything added. Call it once, at the end.
-    std::string text();
-
-  private:
-    struct State;
-    std::unique_ptr<State> state_;
-};
 
 // The checksum of a file. Throws std::runtime_error when it cannot be read.
 std::string sha256Of(const std::filesystem::path& file);

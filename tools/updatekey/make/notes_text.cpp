@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/utf.h"
-#include "support/text.h"
+#include "tools/host/printable.h"
 #include "update/key_layout.h"
 
 namespace {
@@ -94,12 +94,12 @@ void requireLatin1(const std::u16string& text, const std::string& hint) {
 // has none.
 std::string toLatin1(const std::string& text) {
     const bool isUtf8 = host::isUtf8(text);
-    std::u16string decoded = isUtf8 ? host::toUtf16(text) : widen(text);
+    std::u16string decoded = host::toUtf16(isUtf8 ? text : latin1ToUtf8(text));
     if (!isUtf8)
         for (char16_t& c : decoded)
             c = c >= 0x80 && c < 0xA0 ? WINDOWS_1252[c - 0x80] : c;
     requireLatin1(decoded, isUtf8 ? "" : " (they are in Windows-1252; save them as UTF-8)");
-    return narrow(decoded);
+    return {decoded.begin(), decoded.end()};
 }
 
 std::string withoutCarriageReturns(const std::string& text) {

@@ -56,15 +56,16 @@ std::string checkText(const CheckReport& report) {
 
 std::string makeText(const MakeReport& report, const std::filesystem::path& out) {
     return linesText("left out: ", report.leftOut) + checkText(report.check) +
-           (report.written ? "The key is in " + out.string() + ".\n"
+           (report.written ? "The key is in " + out.generic_string() + ".\n"
                            : "The key was not made, because it has errors.\n");
 }
 
 std::string imageText(const ImageReport& report, const std::filesystem::path& out) {
     return checkText(report.check) +
-           (report.written ? "The image is " + out.string() + ", " + sizeWords(report.bytes) +
-                                 "; it was read back, and contains the key's files.\n"
-                           : "The image was not made, because the key has errors.\n");
+           (report.written
+                ? "The image is " + out.generic_string() + ", " + sizeWords(report.bytes) +
+                      "; it was read back, and contains the key's files.\n"
+                : "The image was not made, because the key has errors.\n");
 }
 
 std::string infoText(const KeyInfo& info) {

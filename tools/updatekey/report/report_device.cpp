@@ -31,9 +31,9 @@ std::string writeText(const WriteReport& report) {
         return text + "Nothing was written, because the key has errors.\n";
     std::size_t width = 0;
     for (const StickReport& stick : report.sticks)
-        width = std::max(width, stick.stick.string().size() + 2);
+        width = std::max(width, stick.stick.generic_string().size() + 2);
     for (const StickReport& stick : report.sticks)
-        text += padded(stick.stick.string(), width) + outcomeOf(stick) + "\n";
+        text += padded(stick.stick.generic_string(), width) + outcomeOf(stick) + "\n";
     return text;
 }
 
@@ -41,7 +41,7 @@ std::string sticksText(const std::vector<Stick>& sticks) {
     std::string text;
     for (const Stick& stick : sticks) {
         const Volume& volume = stick.volume;
-        text += printable(volume.folder.string()) + "  " +
+        text += printable(volume.folder.generic_string()) + "  " +
                 (volume.label.empty() ? "without a label" : "\"" + printable(volume.label) + "\"") +
                 ", " + volume.fileSystem + ", " + sizeWords(stick.room.size) + ", " +
                 sizeWords(stick.room.free) + " free, " +
@@ -56,7 +56,7 @@ std::string stickProblems(const WriteReport& report) {
     std::string text = findingsText(report.check.findings);
     for (const StickReport& stick : report.sticks)
         if (!stick.problem.empty())
-            text += stick.stick.string() + ": " + printable(stick.problem) + "\n";
+            text += stick.stick.generic_string() + ": " + printable(stick.problem) + "\n";
     return text;
 }
 

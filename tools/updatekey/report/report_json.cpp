@@ -35,14 +35,17 @@ void to_json(Json& json, const FolderInfo& folder) {
 }
 
 void to_json(Json& json, const StickReport& stick) {
-    json = {{"stick", stick.stick.string()}, {"good", stick.problem.empty()},
-            {"problem", stick.problem},      {"kept", stick.kept},
-            {"ejected", stick.ejected},      {"notEjected", stick.notEjected},
+    json = {{"stick", stick.stick.generic_string()},
+            {"good", stick.problem.empty()},
+            {"problem", stick.problem},
+            {"kept", stick.kept},
+            {"ejected", stick.ejected},
+            {"notEjected", stick.notEjected},
             {"seconds", stick.seconds}};
 }
 
 void to_json(Json& json, const Stick& stick) {
-    json = {{"folder", stick.volume.folder.string()},
+    json = {{"folder", stick.volume.folder.generic_string()},
             {"label", stick.volume.label},
             {"fileSystem", stick.volume.fileSystem},
             {"bytes", stick.room.size},
@@ -88,7 +91,7 @@ std::string checkJson(const CheckReport& report) {
 
 std::string makeJson(const MakeReport& report, const std::filesystem::path& out) {
     return print({{"written", report.written},
-                  {"key", out.string()},
+                  {"key", out.generic_string()},
                   {"leftOut", report.leftOut},
                   {"check", report.check}});
 }
@@ -132,7 +135,7 @@ std::string rehearseJson(const RehearseReport& report) {
 
 std::string imageJson(const ImageReport& report, const std::filesystem::path& out) {
     return print({{"written", report.written},
-                  {"image", out.string()},
+                  {"image", out.generic_string()},
                   {"bytes", report.bytes},
                   {"check", report.check}});
 }

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "tools/host/checksum.h"
 #include "tools/host/folder_tree.h"
 #include "tools/host/host_file.h"
 #include "tools/host/interrupt.h"
@@ -32,7 +33,7 @@ const std::string PREVIOUS = keypaths::MAKER + ".previous";
 // Explains a failed call to the person with the stick.
 std::string reasonOf(const fs::filesystem_error& error) {
     const std::error_code code = error.code();
-    const std::string path = error.path1().string();
+    const std::string path = error.path1().generic_string();
     if (code == std::errc::no_space_on_device)
         return "the stick is full; delete other files from it, or use a larger one";
     if (code == std::errc::read_only_file_system)
@@ -64,7 +65,7 @@ class Meter {
 // none.
 fs::path find(const fs::path& folder, const std::string& name) {
     for (const fs::directory_entry& entry : fs::directory_iterator(folder))
-        if (foldCase(entry.path().filename().string()) == foldCase(name))
+        if (foldCase(entry.path().filename().generic_string()) == foldCase(name))
             return entry.path();
     return {};
 }
@@ -76,7 +77,7 @@ std::set<std::string> partsOf(const fs::path& update) {
          {keylayout::APPLICATION, keylayout::GUI, keylayout::RELEASE_NOTES})
         names.insert(foldCase(name));
     for (const fs::directory_entry& entry : fs::directory_iterator(update))
-        names.insert(foldCase(entry.path().filename().string()));
+        names.insert(foldCase(entry.path().filename().generic_string()));
     return names;
 }
 
@@ -101,7 +102,7 @@ std::vector<std::string> leavePrevious(const fs::path& stick) {
         kept.push_back(entry.path);
     }
     if (!deleteFolder(previous))
-        fail("cannot delete " + previous.string());
+        fail("cannot delete " + previous.generic_string());
     return kept;
 }
 
@@ -132,7 +133,7 @@ std::vector<std::string> writeStick(const fs::path& key, const Manifest& manifes
     leavePrevious(stick);
     const fs::path stray = find(stick, UNFINISHED);
     if (!stray.empty() && !deleteFolder(stray))
-        fail("cannot delete " + stray.string());
+        fail("cannot delete " + stray.generic_string());
 
     const fs::path old = find(stick, keypaths::MAKER);
     const bool holdsOld = !old.empty() && holdsUpdate(old);

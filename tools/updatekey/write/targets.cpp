@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "tools/updatekey/check/key_device.h"
+#include "tools/host/key_device.h"
 #include "tools/updatekey/check/prediction.h"
 
 namespace fs = std::filesystem;
@@ -26,7 +26,8 @@ bool holds(const fs::path& folder, const fs::path& place) {
 
 bool sameDisk(const Volume& volume, const fs::path& place, const std::vector<Volume>& volumes) {
     const std::optional<Volume> other = volumeOf(place, volumes);
-    return other && (same(other->folder, volume.folder) || other->disk == volume.disk);
+    return other && (same(other->folder, volume.folder) ||
+                     (!volume.disk.empty() && other->disk == volume.disk));
 }
 
 }  // namespace
@@ -46,12 +47,13 @@ void requireDifferentFolders(const fs::path& key, const std::vector<fs::path>& f
 
 std::string whyNotWritten(const fs::path& folder, const fs::path& key,
                           const std::vector<Volume>& volumes, bool anyFolder) {
-    const fs::path root = fs::absolute(folder).root_path();
+    const fs::path root = systemFolder();
     if (!fs::is_directory(folder))
         return "there is no such folder; is the stick mounted?";
     for (const fs::path& vital : {root, homeFolder()})
         if (same(folder, vital))
-            return "this is no stick but the folder " + vital.string() + " of this computer";
+            return "this is no stick but the folder " + vital.generic_string() +
+                   " of this computer";
     if (anyFolder)
         return {};
     const std::optional<Volume> volume = volumeOf(folder, volumes);
@@ -62,7 +64,7 @@ std::string whyNotWritten(const fs::path& folder, const fs::path& key,
         return "no stick is mounted there; \"updatekey sticks\" lists the sticks";
     for (const fs::path& vital : {root, homeFolder(), key})
         if (sameDisk(*volume, vital, volumes))
-            return "this disk also holds " + vital.string() + "; use another one";
+            return "this disk also holds " + vital.generic_string() + "; use another one";
     if (!volume->removable)
         return "this is not on a removable or USB disk; --not-a-stick writes to it all the same";
     if (volume->fileSystem != "FAT32")

@@ -1,9 +1,9 @@
-#include "tools/updatekey/check/key_device.h"
+#include "tools/host/key_device.h"
 
 #include "platform/posix/call_hook.h"
 #include "platform/posix/files/device.h"
 #include "support/logger.h"
-#include "tools/updatekey/check/key_paths.h"
+#include "update/key_layout.h"
 
 namespace fs = std::filesystem;
 
@@ -17,18 +17,28 @@ DWORD keepTracesQuiet(const HookedCall& call) {
 }  // namespace
 
 KeyDevice::KeyDevice(const fs::path& key)
-    : previousRoot_(deviceRoot()), folder_(fs::temp_directory_path() / "updatekey-device") {
-    const fs::path flash = root() / fs::path(keylayout::FLASH_ROOT).relative_path();
+    : previous_(deviceRoot()), folder_(fs::temp_directory_path() / "updatekey-device") {
+    const fs::path flash = root() / fs::path(flashRoot()).relative_path();
     for (const std::string folder : {keylayout::APPLICATION, keylayout::GUI})
         fs::create_directories(flash / folder);
-    const fs::path plug = fs::path(keylayout::USB_ROOT).relative_path().parent_path();
+    const fs::path plug = fs::path(usbRoot()).relative_path().parent_path();
     fs::create_directory_symlink(fs::canonical(key), root() / plug);
     setDeviceRoot(root().string());
     setCallHook(keepTracesQuiet);
-    Logger::instance().setPath(std::string(keylayout::FLASH_ROOT) + keylayout::LOG);
+    Logger::instance().setPath(flashRoot() + keylayout::LOG);
 }
 
 KeyDevice::~KeyDevice() {
     setCallHook({});
-    setDeviceRoot(previousRoot_);
+    setDeviceRoot(previous_.string());
+}
+
+const std::string& KeyDevice::usbRoot() {
+    static const std::string ROOT = keylayout::USB_ROOT;
+    return ROOT;
+}
+
+const std::string& KeyDevice::flashRoot() {
+    static const std::string ROOT = keylayout::FLASH_ROOT;
+    return ROOT;
 }

@@ -1,5 +1,5 @@
-// A temporary simulated device with an installation and with the key plugged in. The update engine
-// runs on it to predict an update. The key is only read.
+// A temporary device with an installation and with the key plugged in. The update engine runs on it
+// to predict an update. The key is only read.
 #pragma once
 
 #include <filesystem>
@@ -17,7 +17,11 @@ class KeyDevice {
 
     const std::filesystem::path& root() const { return folder_.path(); }
 
+    // The engine's paths to the key and to the installation. They end in a separator.
+    static const std::string& usbRoot();
+    static const std::string& flashRoot();
+
   private:
-    std::string previousRoot_;
+    std::filesystem::path previous_;  // what the device replaces while it exists
     TemporaryFolder folder_;
 };
