@@ -5,7 +5,7 @@ import os
 import shutil
 import subprocess
 
-from user import UserTest, write
+from user import UserTest, leave_row, write
 
 VELD = "FlashDisk/VELD/"
 DATA = VELD + "ORBUI/data/"
@@ -129,6 +129,7 @@ class Diagnose(UserTest):
                 else:
                     write(self.device / VELD / name)
             write(self.device / VELD / "Updater-log.txt", log)
+            leave_row(self.device)
             report = self.report("diagnose", "diagnose", self.device)
             with self.subTest(names, log=log):
                 self.assertEqual(report["step"], step)
@@ -141,6 +142,7 @@ class Diagnose(UserTest):
         for number, (spoil, found, starts) in enumerate(SPOILED):
             self.restore()
             spoil(self.device)
+            leave_row(self.device)
             with self.subTest(f"instrument {number}: {found}"):
                 report = self.report("diagnose", "diagnose", self.device)
                 self.assertEqual(" ".join(sorted({finding["code"] for finding in report["findings"]})), found)

@@ -282,6 +282,7 @@ TEST(FaultyKeys, AreFoundAndBehaveOnTheDeviceAsPredicted) {
         std::filesystem::remove_all(device.root() / "FlashDisk/VELD/KSTRL_old");
         std::filesystem::remove_all(device.root() / "FlashDisk/VELD/ORBUI_old");
         EXPECT_EQ(filesOf(device.tree("FlashDisk")), predicted);
+        leaveRow(key, faulty.name);
     }
 }
 

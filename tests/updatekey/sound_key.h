@@ -20,4 +20,8 @@ std::string programBytes(uint16_t machine, char sections = 0);
 // Writes a file and creates its parent folders.
 void writeFile(const std::filesystem::path& path, const std::string& bytes);
 
+// Leaves a key for the comparison with the Windows program, when UPDATEKEY_ROWS names a folder for
+// it on the same disk.
+void leaveRow(const std::filesystem::path& key, const std::string& name);
+
 std::set<std::string> codesOf(const Findings& findings);

@@ -15,6 +15,8 @@ import jsonschema
 BUILD = pathlib.Path(os.environ["UPDATEKEY_BUILD"])
 DEFINITIONS = json.loads(pathlib.Path(os.environ["UPDATEKEY_SCHEMA"]).read_text())
 PROGRAM = BUILD / "updatekey"
+# On Windows the command that runs updatekey.exe, for the tests that are not about Linux.
+COMMAND = os.environ.get("UPDATEKEY_COMMAND", str(PROGRAM)).split()
 
 
 def contents(folder):
@@ -29,6 +31,14 @@ def contents(folder):
 def write(path, content=b"x"):
     path.parent.mkdir(parents=True, exist_ok=True)
     path.write_bytes(content)
+
+
+def leave_row(device):
+    """Leaves a device for the comparison with the Windows program, when UPDATEKEY_ROWS names a folder for it."""
+    if "UPDATEKEY_ROWS" in os.environ:
+        rows = pathlib.Path(os.environ["UPDATEKEY_ROWS"]) / "device"
+        rows.mkdir(exist_ok=True)
+        subprocess.run(["cp", "-a", device, rows / str(100 + len(os.listdir(rows)))], check=True)
 
 
 class UserTest(unittest.TestCase):
@@ -48,11 +58,14 @@ class UserTest(unittest.TestCase):
         self.assertEqual(made.returncode, 0, made.stdout + made.stderr)
 
     def run_program(self, *arguments, as_user=False, **options):
-        command = [PROGRAM, *arguments]
+        command = [*COMMAND, *arguments]
         # Root may read every file, unless it gives up the right to.
         if as_user and os.geteuid() == 0:
             command = ["setpriv", "--bounding-set=-dac_override,-dac_read_search", *command]
-        return subprocess.run(command, capture_output=True, text=True, errors="replace", **options)
+        ended = subprocess.run(command, capture_output=True, text=True, errors="replace", **options)
+        # Wine shows the root folder as the drive Z:.
+        ended.stdout, ended.stderr = (text.replace("Z:/", "/") for text in (ended.stdout, ended.stderr))
+        return ended
 
     def expect(self, code, *arguments, says="", **options):
         """Expects an exit code, and a text in the output or the errors."""

@@ -1,0 +1,80 @@
+#!/usr/bin/env python3
+"""Compares updatekey.exe with the Linux program: every faulty key and every broken instrument of the
+tests must get the same JSON and the same exit code from both, byte for byte, and a key that both make
+from the same files must be the same. Part of scripts/lanes/windows-updatekey.
+Usage: both_systems.py LINUX-PROGRAM GUI-DATA ROWS WINDOWS-PROGRAM ...
+  ROWS       the folder with the folders that the tests leave when UPDATEKEY_ROWS names it
+  WINDOWS-PROGRAM ...   the command that runs updatekey.exe"""
+
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+
+linux, gui, rows = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
+windows = sys.argv[4:]
+
+compared, explained, wrong = 0, [], []
+
+
+def reason(folder):
+    """What Windows cannot have, or Wine does not show, in a folder."""
+    for path in folder.rglob("*"):
+        if path.is_symlink() or path.is_fifo():
+            return f"{path}: Windows has no such links and pipes"
+        if re.search(r'[\\:*?"<>|]|[. ]$', path.name) or path.stem.upper() == "CON":
+            return f"{path}: no file of Windows can have this name"
+    return None
+
+
+def compare(row, *arguments):
+    global compared
+    command = [*map(str, arguments), "--json"]
+    here = subprocess.run([linux, *command], capture_output=True)
+    there = subprocess.run([*windows, *command], capture_output=True)
+    report = there.stdout.replace(b'"Z:/', b'"/')  # Linux's root folder is Wine's drive Z:
+    compared += 1
+    if (here.returncode, here.stdout) == (there.returncode, report):
+        return
+    if reason(row):
+        explained.append(f"{arguments[0]}: {reason(row)}")
+        return
+    wrong.append(f"{command}\nLinux {here.returncode}: {here.stdout.decode()}\n"
+                 f"Windows {there.returncode}: {there.stdout.decode()}{there.stderr.decode()}")
+
+
+def contents(folder):
+    return {path.relative_to(folder): (path.read_bytes() if path.is_file() else None, path.stat().st_mtime)
+            for path in folder.rglob("*")}
+
+
+keys = sorted((rows / "key").iterdir())
+for key in keys:
+    compare(key, "check", key)
+    if "larger" not in key.name:  # info reads every file
+        compare(key, "info", key)
+    compare(key, "diff", key, keys[0])
+for device in sorted((rows / "device").iterdir()):
+    compare(device, "diagnose", device, "--manifest", keys[0])
+
+work = rows / "Füße und Hände"
+(work / "app").mkdir(parents=True)
+for name in ["KSTRL.exe", "Übersicht.dat", ".DS_Store", "desktop.ini"]:
+    (work / "app" / name).write_bytes(b"MZ" + name.encode())
+(work / "notes.txt").write_text("Größe\n")
+made = []
+for program in [[linux], windows]:
+    subprocess.run([*program, "make", "--machine", "any", "--accept", "application-damaged", "--quiet",
+                    "--app", work / "app", "--gui", gui, "--notes", work / "notes.txt", "--version", "3.0",
+                    work / "key"], capture_output=True)
+    made.append(contents(work / "key"))
+    shutil.rmtree(work / "key", ignore_errors=True)
+if not made[0] or made[0] != made[1]:
+    wrong.append(f"the made keys differ: {made[0].keys()} {made[1].keys()}")
+
+for line in explained:
+    print(f"both_systems: explained: {line}")
+print(*wrong, sep="\n", file=sys.stderr)
+print(f"both_systems: {compared} reports compared, {len(explained)} differences explained, {len(wrong)} not")
+sys.exit(1 if wrong else 0)
