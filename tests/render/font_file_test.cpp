@@ -28,13 +28,13 @@ FontData parse(const std::string& bytes) {
 TEST(FontFile, ReadsEveryField) {
     const FontData font =
         parse(HEADER + block(1, "info") + commonBlock(17, 13, 256) +
-              block(3, std::string("a 0.png\0a 1.png\0", 16)) +
+              block(3, std::string("a 0.png\0a 1.png\0a.png\0\0\0", 24)) +
               block(4, glyphRecord(B2) + glyphRecord(A) + glyphRecord(B)) +
               block(5, kerningRecord('A', 0x20AC1, 5) + kerningRecord('A', 0x20AC1, -2)));
     EXPECT_EQ(font.lineHeight, 17U);
     EXPECT_EQ(font.base, 13U);
     EXPECT_EQ(font.atlasSize, 256U);
-    EXPECT_EQ(font.pageNames, (std::vector<std::string>{"a 0.png", "a 1.png"}));
+    EXPECT_EQ(font.pageNames, (std::vector<std::string>{"a 0.png", "a 1.png", "a.png"}));
     EXPECT_EQ(font.kerning, (KerningTable{{{'A', 0x20AC1}, -2}}));
     ASSERT_EQ(font.glyphs.size(), 2U);
     EXPECT_EQ(glyphRecord(font.glyphs.at('A')), glyphRecord(A));
