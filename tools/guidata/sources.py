@@ -9,6 +9,7 @@ import argparse
 import os
 import pathlib
 import re
+import signal
 import sys
 
 VERSION = "@PROJECT_VERSION@"  # filled in when the programs are packaged
@@ -47,6 +48,7 @@ def number(least, most, kind=int):
 
 def run(program, work):
     """Runs a program. Prints why it failed."""
+    signal.signal(signal.SIGPIPE, signal.SIG_DFL)  # ends quietly when the reader of the output has read enough
     try:
         work()
     except Failure as failure:
