@@ -140,20 +140,23 @@ TEST(KernelAnswers, ACopyOrAMoveIsCompleteOrNotThere) {
     }
 }
 
-TEST(KernelAnswers, TheNameOfTheLogIsFlushedAndSettingsStayOnAFullDisk) {
+TEST(KernelAnswers, NamesOfLogsAndSettingsAreFlushed) {
     const DeviceFolder device;
     device.makeFolder("T");
     flushed.clear();
     FILE* const log = _wfopen(TEXT("/T/log"), TEXT("w"));
     ASSERT_NE(log, nullptr);
     std::fclose(log);
-    EXPECT_EQ(flushed, std::vector<std::string>{"fsync T"});
     device.setLanguage(1);
-    answers = {{"write", {-ENOSPC}}};
     const TIME_ZONE_INFORMATION zone{};
+    EXPECT_TRUE(SetTimeZoneInformation(&zone));
+    EXPECT_EQ(flushed,
+              (std::vector<std::string>{"fsync T", "fsync registry.reg.new", "fsync registry.reg",
+                                        "fsync " + device.root().filename().string()}));
+    answers = {{"write", {-ENOSPC}}};
     EXPECT_FALSE(SetTimeZoneInformation(&zone));
     EXPECT_EQ(GetLastError(), DWORD{112});
-    EXPECT_NE(device.read("registry.reg").find("\"LANGUAGE\""), std::string::npos);
+    EXPECT_NE(device.read("registry.reg").find("\"TimeZoneInformation\"=hex:"), std::string::npos);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "platform/posix/debug_output.h"
 #include "platform/posix/files/descriptor.h"
 #include "platform/posix/files/device.h"
+#include "platform/posix/files/flush.h"
 #include "platform/posix/files/place.h"
 #include "platform/posix/files/read_file.h"
 #include "platform/posix/last_error.h"
@@ -59,10 +60,16 @@ DWORD saveRegistry(const Registry& registry) {
     const Descriptor file(
         ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
     int error = file.isOpen() ? writeWhole(file, registry.toText()) : errno;
-    if (error == 0 && ::rename(temporary.c_str(), path.c_str()) != 0)
+    // The flush before the rename brings the content to the disk. The one after it is for FAT,
+    // where the new name would otherwise lead to the blocks of the old file.
+    if (error == 0 &&
+        (::fsync(file.number()) != 0 || ::rename(temporary.c_str(), path.c_str()) != 0 ||
+         ::fsync(file.number()) != 0))
         error = errno;
-    if (error == 0)
-        return ERROR_SUCCESS;
+    if (error == 0) {
+        const Descriptor folder(::open(deviceRoot().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        return flushFolder(folder.number());
+    }
     ::unlink(temporary.c_str());
     return windowsError(error, path);
 }
