@@ -93,8 +93,9 @@ bool readLine(const std::string& text, Registry& registry, Registry::Values*& va
 bool isPlainText(const RegistryValue& value) {
     const std::u16string text = unitsOf(value.data);
     const auto isOdd = [](char16_t c) { return c < 0x20 || (c >= 0xD800 && c <= 0xDFFF); };
-    return value.type == REG_SZ && value.data.size() % 2 == 0 &&
-           std::find_if(text.begin(), text.end(), isOdd) + 1 == text.end() && text.back() == 0;
+    const auto odd = std::find_if(text.begin(), text.end(), isOdd);
+    return value.type == REG_SZ && value.data.size() % 2 == 0 && odd != text.end() && *odd == 0 &&
+           odd + 1 == text.end();
 }
 
 void writeValue(const RegistryValue& value, std::ostream& text) {
