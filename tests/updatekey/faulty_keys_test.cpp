@@ -203,7 +203,7 @@ const FaultyKey FAULTY_KEYS[] = {
 
     // GUI data of the screen.
     {"no background", removing(BACKGROUND), "background-missing"},
-    {"background too small", resizing(BACKGROUND, 1024 * 768), "background-size"},
+    {"background too small", resizing(BACKGROUND, uintmax_t{1024} * 768), "background-size"},
     {"no font", removing(FACE), "font-missing"},
     {"font of another kind", replacing(FACE, "BMF\3", "BMF\2"), "font-damaged"},
     {"font page too large", replacing(FACE, {"\x10\0\x10\0\x10\0", 6}, {"\x10\0\x10\0\xFF\xFF", 6}),

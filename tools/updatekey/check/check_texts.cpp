@@ -41,13 +41,13 @@ void checkLineEnds(KeyUnderCheck& key, const std::string& name) {
         const bool ended = line.size() >= 2 && line.compare(line.size() - 2, 2, TEXT("\r\n")) == 0;
         if (ended || line[0] == TEXT('#'))
             continue;
-        const bool lineFeed = line.back() == TEXT('\n');
-        return key.add("table-line-end", LANG + name,
-                       "line " + std::to_string(number) +
-                           (lineFeed ? " ends with a line feed alone; the device removes the last "
-                                       "character of its text; end lines with CR LF"
-                                     : " does not end with CR LF within 511 characters; the "
-                                       "device cuts its text; shorten it or end it"));
+        const std::string fault =
+            line.back() == TEXT('\n')
+                ? " ends with a line feed alone; the device removes the last character of its "
+                  "text; end lines with CR LF"
+                : " does not end with CR LF within " + std::to_string(Utf16Reader::MAX_LINE) +
+                      " characters; the device cuts its text; shorten it or end it";
+        return key.add("table-line-end", LANG + name, "line " + std::to_string(number) + fault);
     }
 }
 
