@@ -51,7 +51,7 @@ class Interrupt(UserTest):
     def test_leaves_nothing_behind(self):
         # A large file, so that the signal comes while the command works.
         with open(self.app / "large", "wb") as large:
-            large.truncate(200 << 20)
+            large.truncate(100 << 20)
         image, device, new = self.work / "large.img", self.work / "device", self.work / "new"
         self.make(0, self.work / "large")
         self.expect(0, "image", "--machine", "any", self.work / "large", image)

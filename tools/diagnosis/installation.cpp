@@ -36,21 +36,21 @@ fs::path entryAt(const fs::path& folder, const fs::path& relative) {
 }
 
 fs::path makerFolderOf(const fs::path& folder) {
+    std::string names;
     for (const char* const place : {keylayout::FLASH_ROOT, keylayout::MAKER_FOLDER}) {
-        fs::path found = entryAt(folder, fs::path(place).relative_path());
+        const fs::path name = fs::path(place).relative_path().parent_path();
+        fs::path found = entryAt(folder, name);
         if (fs::is_directory(found))
             return found;
+        names += name.generic_string() + ", ";
     }
-    std::string names;
     for (const std::string& name : UPDATE_FOLDERS) {
         if (fs::is_directory(entryAt(folder, name)))
             return folder;
-        names += ", " + name;
+        names += name + (name == UPDATE_FOLDERS.back() ? "" : ", ");
     }
     throw std::runtime_error(folder.generic_string() +
-                             " is neither a key nor a device: it has none of the folders "
-                             "FlashDisk/VELD, VELD" +
-                             names);
+                             " is neither a key nor a device: it has none of the folders " + names);
 }
 
 bool isOnKey(const fs::path& makerFolder) {

@@ -9,7 +9,7 @@ namespace fs = std::filesystem;
 KeySource::KeySource(const fs::path& key) : folder_(fs::absolute(key)) {
     if (fs::is_directory(key))
         return;
-    if (!isImage(key))
+    if (!mayBeImage(key))
         throw std::runtime_error(key.generic_string() +
                                  " does not exist; give the folder with the content of the USB "
                                  "stick, or a disk image of it");

@@ -9,7 +9,7 @@ ImageReport makeImage(const ImageOptions&) {
         "disk images are made on Linux only; write the key to sticks with \"updatekey write\"");
 }
 
-bool isImage(const std::filesystem::path& path) {
+bool mayBeImage(const std::filesystem::path& path) {
     return std::filesystem::is_regular_file(path);
 }
 

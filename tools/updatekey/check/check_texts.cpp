@@ -10,7 +10,7 @@
 #include "support/utf16_reader.h"
 #include "tools/host/key_device.h"
 #include "tools/screen_fit.h"
-#include "tools/screen_keys.h"
+#include "tools/screen_texts.h"
 #include "tools/updatekey/check/key_under_check.h"
 #include "ui/screen_layout.h"
 
@@ -56,7 +56,7 @@ void checkLineEnds(KeyUnderCheck& key, const std::string& name) {
 void checkLanguage(KeyUnderCheck& key, const Language& language) {
     StringTable& table = StringTable::instance();
     std::map<std::string, WideString> texts;
-    for (const auto& [name, use] : screenKeys())
+    for (const auto& [name, use] : screenTexts())
         texts[name] = table.lookup(name);
     table.setLanguage(0);
     std::size_t same = 0;
@@ -79,7 +79,7 @@ void checkTable(KeyUnderCheck& key, const Language& language) {
         if (!fault.empty())
             key.add(code, path, text + " " + fault);
     };
-    for (const auto& [name, use] : screenKeys()) {
+    for (const auto& [name, use] : screenTexts()) {
         const WideString& shown = table.lookup(name);
         if (shown.empty() || shown == StringTable::NO_TEXT) {
             key.add("text-missing", path, "has no text for " + name);

@@ -1,4 +1,5 @@
-// The paths of a key's folders and files, relative to the key, without a separator at their end.
+// The paths of a key's folders and files, relative to the key, and those of a device folder,
+// relative to it, without a separator at their end.
 #pragma once
 
 #include <string>
@@ -20,5 +21,13 @@ inline const std::string APPLICATION = MAKER + "/" + keylayout::APPLICATION;
 inline const std::string PROGRAM = APPLICATION + "/" + keylayout::PROGRAM;
 inline const std::string GUI = MAKER + "/" + keylayout::GUI;
 inline const std::string GUI_DATA = MAKER + "/" + withoutSeparator(keylayout::GUI_DATA);
+
+// The folder of a device folder that stands for a root of the device: "FlashDisk", "USB HD".
+inline std::string deviceFolder(const std::string& root) {
+    return root.substr(1, root.find('/', 1) - 1);
+}
+
+inline const std::string FLASH_DISK = deviceFolder(keylayout::FLASH_ROOT);
+inline const std::string STORAGE = deviceFolder(keylayout::USB_ROOT);
 
 }  // namespace keypaths

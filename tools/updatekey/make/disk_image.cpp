@@ -174,8 +174,8 @@ ImageReport makeImage(const ImageOptions& options) {
         return report;
     const std::vector<TreeEntry> tree = readTree(options.key);
     const Layout layout = layOut(tree, options);
-    const TemporaryFolder workshop(fs::absolute(options.out));
-    const fs::path image = workshop.path() / "image";
+    const TemporaryFolder temporary(fs::absolute(options.out));
+    const fs::path image = temporary.path() / "image";
     format(image, layout);
     fill(driveOf(image, layout.start), options.key, tree);
     requireSameFiles(options.key, image);
@@ -185,7 +185,7 @@ ImageReport makeImage(const ImageOptions& options) {
     return report;
 }
 
-bool isImage(const fs::path& path) {
+bool mayBeImage(const fs::path& path) {
     return fs::is_regular_file(path) || fs::is_block_file(path);
 }
 

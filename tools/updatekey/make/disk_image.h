@@ -28,7 +28,7 @@ struct ImageReport {
 ImageReport makeImage(const ImageOptions& options);
 
 // Whether `path` may be a disk image.
-bool isImage(const std::filesystem::path& path);
+bool mayBeImage(const std::filesystem::path& path);
 
 // Extracts everything in the image to the empty folder `to`. Throws std::runtime_error when the
 // file is not an image of a FAT file system.

@@ -113,8 +113,8 @@ MakeReport makeKey(const MakeOptions& options) {
     const std::string notes = composeNotes(readHostFile(options.notes), options.version);
 
     MakeReport report;
-    const TemporaryFolder workshop(out);
-    const fs::path& key = workshop.path();
+    const TemporaryFolder temporary(out);
+    const fs::path& key = temporary.path();
     copyTree(options.application, key / keypaths::APPLICATION, report.leftOut);
     copyTree(options.guiData, key / keypaths::GUI_DATA, report.leftOut);
     writeAll(key / keypaths::NOTES, notes);

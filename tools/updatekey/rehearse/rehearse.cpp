@@ -21,10 +21,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr const char* FLASH = "FlashDisk";
-constexpr const char* KEY = "USB HD";
-const std::string LOG = FLASH + ("/" + keypaths::MAKER + "/") + keylayout::LOG;
-const std::string PROGRAM = FLASH + ("/" + keypaths::PROGRAM);
+using keypaths::FLASH_DISK;
+
+const std::string LOG = FLASH_DISK + "/" + keypaths::MAKER + "/" + keylayout::LOG;
+const std::string PROGRAM = FLASH_DISK + "/" + keypaths::PROGRAM;
 
 // A copy of the device in which the key replaces any key plugged in.
 class Stage {
@@ -32,9 +32,9 @@ class Stage {
     Stage(const fs::path& device, const fs::path& key)
         : folder_(fs::temp_directory_path() / "rehearsal") {
         for (const fs::directory_entry& entry : fs::directory_iterator(device))
-            if (entry.path().filename() != KEY)
+            if (entry.path().filename() != keypaths::STORAGE)
                 copy(entry.path(), this->device() / entry.path().filename());
-        copy(key / keypaths::MAKER, this->device() / KEY / keypaths::MAKER);
+        copy(key / keypaths::MAKER, this->device() / keypaths::STORAGE / keypaths::MAKER);
     }
 
     fs::path device() const { return folder_.path() / "device"; }
@@ -125,24 +125,24 @@ RehearseReport rehearse(const RehearseOptions& options) {
     if (updater.empty())
         throw std::runtime_error(
             "the updater was not found beside updatekey; name its program with --updater");
-    if (!fs::is_directory(options.device / FLASH))
-        throw std::runtime_error(options.device.generic_string() + " has no folder FlashDisk");
+    if (!fs::is_directory(options.device / FLASH_DISK))
+        throw std::runtime_error(options.device.generic_string() + " has no folder " + FLASH_DISK);
 
     RehearseReport report;
     CheckOptions check = options.check;
     check.installedSize = 0;
-    for (const TreeEntry& entry : readTree(options.device / FLASH))
+    for (const TreeEntry& entry : readTree(options.device / FLASH_DISK))
         *check.installedSize += sizeOnFlash(entry.size);
     report.check = checkKey(options.key, check);
     if (!report.check.prediction.accepted)
         return report;
-    checkVersions(applicationVersion(options.device / FLASH / keypaths::APPLICATION),
+    checkVersions(applicationVersion(options.device / FLASH_DISK / keypaths::APPLICATION),
                   report.check.prediction.version, report.check.findings);
     removeFindings(report.check.findings, check.accepted);
 
     const Stage stage(options.device, options.key);
     fs::remove(stage.device() / LOG);
-    FileSet before = filesIn(options.device / FLASH);
+    FileSet before = filesIn(options.device / FLASH_DISK);
     before.erase(keypaths::MAKER + "/" + keylayout::LOG);
     runUpdater(options, updater, stage, report);
     report.rehearsed = true;
@@ -154,7 +154,7 @@ RehearseReport rehearse(const RehearseOptions& options) {
             "the updater did not start (exit code " + std::to_string(report.exitCode) +
             "); without a display, add --hidden. The updater's output: " + report.output);
     report.state = outcomeOf(report.log);
-    const FileSet after = filesIn(stage.device() / FLASH);
+    const FileSet after = filesIn(stage.device() / FLASH_DISK);
     report.changes = compareFiles(before, after);
     report.asPredicted = report.state == report.check.prediction.state &&
                          installedAsPredicted(options.key, report.check.prediction, after);

@@ -12,7 +12,7 @@ struct TextUse {
     WideString suffix;  // the longest text that the screen appends to it
 };
 
-using ScreenKeys = std::map<std::string, TextUse>;
+using ScreenTexts = std::map<std::string, TextUse>;
 
 // Returns every text of the screen's layout, by key.
-ScreenKeys screenKeys();
+ScreenTexts screenTexts();

@@ -1,15 +1,15 @@
-#include "tools/screen_keys.h"
+#include "tools/screen_texts.h"
 
 #include <algorithm>
 
 #include "ui/screen_layout.h"
 
-ScreenKeys screenKeys() {
-    ScreenKeys keys;
+ScreenTexts screenTexts() {
+    ScreenTexts texts;
     for (const layout::Text& text : layout::TEXTS) {
         const TextUse use = {layout::rightEdge(text), text.suffix};
-        TextUse& known = keys.emplace(text.key, use).first->second;
+        TextUse& known = texts.emplace(text.key, use).first->second;
         known.rightEdge = std::min(known.rightEdge, use.rightEdge);
     }
-    return keys;
+    return texts;
 }
