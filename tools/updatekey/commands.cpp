@@ -285,6 +285,7 @@ void describeCommands(CLI::App& app, Arguments& arguments) {
     app.add_flag("--quiet", arguments.output.quiet,
                  "Write only findings, faulty sticks and repair steps, and no progress bar");
     app.require_subcommand(0, 1);
+    app.allow_windows_style_options(false);  // "/" begins a path on every system
     app.fallthrough();
     app.footer(
         "Exit codes: 0 success, and nothing was found; 1 there is a finding, a difference, a stick "
