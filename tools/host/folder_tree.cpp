@@ -39,7 +39,8 @@ std::vector<TreeEntry> readTree(const fs::path& folder) {
         const uint64_t size = kind == TreeEntry::Kind::File ? entry->file_size(noSize) : 0;
         entries.push_back({full.substr(start), kind, noSize ? 0 : size});
     }
-    if (error && fs::is_directory(lastListed))
+    // Windows finds nothing at all in the root folder of an empty drive, not even ".".
+    if (error && error != std::errc::no_such_file_or_directory && fs::is_directory(lastListed))
         throw std::runtime_error(lastListed.generic_string() +
                                  " cannot be read: " + error.message());
     std::sort(entries.begin(), entries.end(),

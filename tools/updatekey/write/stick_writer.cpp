@@ -64,9 +64,13 @@ class Meter {
 // Finds an entry without regard to case, as FAT and the device do; an empty path when there is
 // none.
 fs::path find(const fs::path& folder, const std::string& name) {
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+    std::error_code error;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error))
         if (foldCase(entry.path().filename().generic_string()) == foldCase(name))
             return entry.path();
+    // Windows finds nothing at all in the root folder of an empty stick, not even ".".
+    if (error && error != std::errc::no_such_file_or_directory)
+        throw fs::filesystem_error("", folder, error);
     return {};
 }
 
