@@ -1,6 +1,7 @@
 """A virtual machine that stands for the instrument: started, given commands and keys, and given disks."""
 
 import json
+import os
 import pathlib
 import socket
 import subprocess
@@ -9,6 +10,13 @@ import time
 
 class Failure(Exception):
     """What did not happen, as a sentence for the reader of the lane's output."""
+
+
+def expect(what, text, *parts):
+    """Fails when a part is missing in a text."""
+    missing = [part for part in parts if part not in text]
+    if missing:
+        raise Failure(f"{what}: {missing} is missing in: {text}")
 
 
 class Line:
@@ -67,7 +75,13 @@ class Machine:
         self.emulator.kill()
         self.emulator.wait()
 
-    def run(self, command, limit=60, check=True):
+    def processor_seconds(self):
+        """The time for which the emulator has used a processor."""
+        with open(f"/proc/{self.emulator.pid}/stat", encoding="ascii") as file:
+            fields = file.read().rsplit(")", 1)[1].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+    def run(self, command, limit=120, check=True):
         """Runs a shell command in the machine and returns its output."""
         self.agent.send(f"{limit} {command}")
         try:
@@ -80,8 +94,8 @@ class Machine:
         return output
 
     def wait(self, condition, limit=600):
-        """Waits in the machine until a shell condition holds."""
-        self.run(f"until {condition}; do sleep 0.05; done", limit)
+        """Waits in the machine until a shell condition holds. Looks seldom: programs start slowly there."""
+        self.run(f"until {condition}; do sleep 0.3; done", limit)
 
     def tell(self, request, **arguments):
         """Sends a request to the emulator."""
@@ -103,7 +117,7 @@ class Machine:
         """Presses a key again and again until a shell condition holds."""
         end = time.monotonic() + limit
         self.press(key)
-        poll = f"for _ in $(seq 100); do {condition} && echo yes && break; sleep 0.05; done"
+        poll = f"for _ in $(seq 10); do {condition} && echo yes && break; sleep 0.5; done"
         while self.run(poll, check=False).strip() != "yes":
             if time.monotonic() > end:
                 raise Failure(f"pressing {key} did not lead to: {condition}")

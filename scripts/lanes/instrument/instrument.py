@@ -1,0 +1,90 @@
+"""The virtual instrument: a machine with a screen, a keyboard, a flash disk and a USB port, which runs
+the updater."""
+
+import shutil
+import subprocess
+
+from machine import Machine
+
+DEVICE = "/run/device"
+FLASH = f"{DEVICE}/FlashDisk/VELD"
+PROCESSORS = {  # the emulator and its first arguments, the folder of the programs, the driver that draws
+    "amd64": (("qemu-system-x86_64", "-machine", "q35", "-cpu", "max", "-append", "console=ttyS0 mitigations=off "),
+              "release", "llvmpipe"),
+    # llvmpipe, which compiles shaders at run time, draws no text in the emulator.
+    "armhf": (("qemu-system-arm", "-machine", "virt,highmem=off", "-cpu", "cortex-a15", "-append", "console=ttyAMA0 "),
+              "linux-arm", "softpipe"),
+}
+ENDED = "{ ! kill -0 $(cat /run/updater.pid) 2>/dev/null || grep -q 'Update failed' /run/updater.out; }"
+
+
+def make_disk(file_system, content, file):
+    """Makes a disk without partitions that contains a folder's files; none when `content` is None."""
+    if file_system == "ext4":
+        source = ["-d", content] if content else []
+        subprocess.run(["mke2fs", "-q", "-t", "ext4", "-E", "lazy_itable_init=0", *source, file, "24M"],
+                       check=True, stdout=subprocess.DEVNULL)
+    else:
+        subprocess.run(["mkfs.vfat", "-F", "32", "-C", file, str(300 << 10)], check=True, stdout=subprocess.DEVNULL)
+        if content:
+            subprocess.run(["mcopy", "-s", "-i", file, f"{content}/VELD", "::/"], check=True)
+
+
+def raw(file):
+    return {"driver": "file", "filename": file, "cache": {"no-flush": True}}
+
+
+def recorded(disk, record):
+    """A copy of a disk, of which the emulator records every write and flush."""
+    shutil.copyfile(disk, f"{record}.disk")
+    open(record, "wb").close()
+    return {"driver": "blklogwrites", "file": raw(f"{record}.disk"), "log": raw(record)}
+
+
+class Instrument(Machine):
+    def __init__(self, project, processor, folder):
+        self.folder = folder
+        (emulator, *arguments), programs, self.driver = PROCESSORS[processor]
+        self.made = f"{project}/build/instrument/{processor}"
+        tree = "/" if processor == "amd64" else f"{project}/build/trees/instrument-{processor}"
+        arguments[-1] += "quiet panic=-1 no_timer_check"
+        share = "local,security_model=none,readonly=on,multidevs=remap"
+        super().__init__([emulator, *arguments, "-m", "1024", "-kernel", f"{self.made}/linux",
+                          "-initrd", f"{self.made}/memory",
+                          "-virtfs", f"{share},mount_tag=root,path={tree}",
+                          "-virtfs", f"{share},mount_tag=programs,path={project}/build/{programs}"], folder)
+
+    def start_screen(self):
+        self.run("ln -s /dev/input/$(basename /sys/bus/usb/drivers/usbhid/*/0003*/input/input*/event*) /dev/keyboard")
+        self.run("Xorg :0 -config /run/xorg.conf -extension GLX -noreset -nolisten tcp -logfile /run/xorg.log "
+                 ">/run/xorg.out 2>&1 &")
+        # The first key would make the server change its keyboard, and a program would not notice.
+        self.wait("[ -e /tmp/.X11-unix/X0 ] && DISPLAY=:0 setxkbmap -rules evdev -layout us 2>/dev/null")
+        self.press("shift")
+        self.run(f"mkdir -p {DEVICE}/FlashDisk '{DEVICE}/USB HD'")
+
+    def start_updater(self, arguments="", screen="", draws=True):
+        draw = f"LIBGL_ALWAYS_SOFTWARE=1 GALLIUM_DRIVER={self.driver}" if draws else \
+            f"LD_PRELOAD={self.made}/draw-nothing.so"
+        self.run(f"DISPLAY=:0 {draw} UPDATER_SCREEN={screen} UPDATER_DEVICE={DEVICE} "
+                 f"/run/programs/updater {arguments} >/run/updater.out 2>&1 & echo $! >/run/updater.pid")
+
+    def wait_for_end(self):
+        """Waits until the updater has ended or shows a failed update, and returns whether it succeeded."""
+        self.wait(ENDED, 900)
+        self.run("kill $(cat /run/updater.pid) $(pidof KSTRL.exe) 2>/dev/null; true")
+        return "Update succeeded" in self.output()
+
+    def output(self):
+        return self.run("cat /run/updater.out")
+
+    def mount(self, device, options, folder):
+        self.run(f"mount -t {options[0]} -o {options[1]} {device} '{DEVICE}/{folder}'")
+
+    def unmount(self, folder, how=""):
+        self.run(f"umount {how} '{DEVICE}/{folder}'")
+
+    def update(self):
+        """Runs a whole update without drawing, and returns whether the updater says that it succeeded."""
+        self.start_updater("/auto", "64x48", draws=False)
+        return self.wait_for_end()

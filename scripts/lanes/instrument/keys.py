@@ -1,0 +1,81 @@
+"""An update by keys, from a stick that is plugged in and pulled out."""
+
+import pathlib
+import shutil
+import time
+
+import numpy
+from PIL import Image
+
+from instrument import ENDED, FLASH, make_disk, raw
+from judge import Verdict
+from machine import Failure
+
+GOLDENS = pathlib.Path(__file__).resolve().parents[3] / "tests/golden"
+SMALL = "320x240"
+
+
+def expect_picture(instrument, name):
+    """Waits until the screen looks like a golden picture, which was taken on the background of the large
+    device. A colour may differ by two levels."""
+    golden = numpy.asarray(Image.open(GOLDENS / f"{name}.png").convert("RGBA"))
+    height, width = golden.shape[:2]
+    background = f"{instrument.made}/large/FlashDisk/VELD/ORBUI/data/KSTRL-menubg4.raw"
+    card = numpy.fromfile(background, numpy.uint8).reshape(-1, width, 1)[:height]
+    expected = numpy.where(golden[:, :, 3:] > 0, golden[:, :, :3], card).astype(int)
+    file = f"{instrument.folder}/{name}.png"
+    end = time.monotonic() + 600
+    while True:
+        instrument.picture(file)
+        shown = numpy.asarray(Image.open(file).convert("RGB"))
+        if shown.shape == expected.shape and numpy.abs(shown - expected).max() <= 2:
+            return
+        if time.monotonic() > end:
+            shutil.copy(file, instrument.made)
+            raise Failure(f"the screen differs from {name}.png, see {instrument.made}/{name}.png")
+        time.sleep(0.3)
+
+
+def update_by_keys(instrument):
+    """Compares the screen before and after a stick is plugged in. Then updates with a stick that is pulled
+    out while the screen waits, and again while the update copies; and repeats the update."""
+    made = instrument.made
+    disk = f"{instrument.folder}/disk"
+    make_disk("vfat", f"{made}/large/FlashDisk", disk)
+    instrument.mount(instrument.plug(raw(disk), "scsi"), ("vfat", "utf8"), "FlashDisk")
+
+    def plug_in():
+        instrument.mount(instrument.plug(raw(f"{made}/stick"), "usb") + "1", ("vfat", "ro,utf8"), "USB HD")
+
+    def pull_out():
+        instrument.pull("usb")
+        instrument.unmount("USB HD", "-l")
+
+    if instrument.driver == "llvmpipe":  # another one takes minutes for a picture
+        instrument.start_updater()
+        expect_picture(instrument, "en-waiting")
+        plug_in()
+        expect_picture(instrument, "en-ready")
+        instrument.run("kill $(cat /run/updater.pid)")
+        instrument.wait_for_end()
+        pull_out()
+    # A small screen, because a frame is drawn for each file.
+    instrument.start_updater(screen=SMALL)
+    plug_in()
+    pull_out()
+    plug_in()
+    instrument.press_until("home", f"[ $(find {FLASH}/Update -type f 2>/dev/null | wc -l) -gt 2 ]")
+    pull_out()
+    instrument.wait_for_end()
+    plug_in()
+    instrument.start_updater(screen=SMALL)
+    instrument.press_until("home", ENDED)
+    if not instrument.wait_for_end():
+        raise Failure("the update by keys did not succeed: " + instrument.output())
+    pull_out()
+    instrument.unmount("FlashDisk")
+    instrument.pull("scsi")
+    verdict = Verdict(disk, "vfat", f"{made}/large", f"{instrument.folder}/copy")
+    if not verdict.new or not verdict.succeeded:
+        raise Failure(f"after the update by keys the folders are {verdict.folders}")
+    return "an update by keys, after one during which the stick was pulled out, installed the key"
