@@ -63,3 +63,18 @@ def states(original, record, folder, seed):
         undo = flushed.write([sector for sector in pending if chance.random() < 0.5])
         yield f"entry {number}, a part of what was not flushed", flushed.file
         flushed.write(undo)
+
+
+def after_flushes(original, record, file, flushes):
+    """Makes the image that has only what the first `flushes` flushes have brought to the disk. The
+    emulator adds one of its own when the disk is pulled out."""
+    image, pending = Image(original, file), []
+    for sectors in entries(record):
+        if flushes == 0:
+            break
+        if sectors is None:
+            image.write(pending)
+            pending, flushes = [], flushes - 1
+        else:
+            pending += sectors
+    return image.file

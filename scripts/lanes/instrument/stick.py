@@ -6,7 +6,7 @@ import shutil
 from instrument import DEVICE, FLASH, make_disk, raw, recorded
 from judge import output_of, tree
 from machine import Failure, expect
-from power import states
+from power import after_flushes
 
 STICK = "/run/sticks/MY STICK"
 ACCEPTED = "notes-too-many-lines,notes-missing-glyph"  # of the notes of the golden pictures
@@ -30,6 +30,7 @@ def write_sticks(instrument):
         cache = f"/sys/block/{os.path.basename(device)}/device/scsi_disk/*/cache_type"
         instrument.run(f"echo temporary write back | tee {cache}; mkdir -p '{STICK}'; "
                        f"mount -t {file_system} {device} '{STICK}'")
+        return os.path.basename(device)
 
     def pull_out():
         instrument.pull("usb")
@@ -48,7 +49,7 @@ def write_sticks(instrument):
     pull_out()
 
     make_disk("vfat", None, disk)
-    plug_in(recorded(disk, record))
+    device = plug_in(recorded(disk, record))
     expect("sticks", updatekey("sticks"), STICK, "FAT32", "code 0")
     expect("sticks --json", updatekey("sticks", "--json"), f'"folder": "{STICK}"', '"fileSystem": "FAT32"')
     for words, *arguments in (("holds the key itself", key, "/"), ("no stick is mounted there", key, "/tmp"),
@@ -58,10 +59,9 @@ def write_sticks(instrument):
     if instrument.run(f"find /run/sticks /tmp -name 'VELD*'; ls -A '{STICK}'"):
         raise Failure("a refused write has written")
     expect("write", write(key, STICK), "good", "code 0")
+    flushes = int(instrument.run(f"cat /sys/block/{device}/stat").split()[15])
     pull_out()
-    os.makedirs(f"{record}.states")
-    flushed = [image for name, image in states(disk, record, f"{record}.states", 0) if "flushed" in name][-1]
-    require_key(flushed)
+    require_key(after_flushes(disk, record, f"{record}.flushed", flushes))
 
     plug_in(raw(f"{record}.disk"))
     expect("a key onto itself", write(STICK, STICK), "holds the key itself", "code 2")
