@@ -37,10 +37,10 @@ void requireDifferentFolders(const fs::path& key, const std::vector<fs::path>& f
         const auto twin = std::find_if(std::next(folder), folders.end(),
                                        [&](const fs::path& other) { return same(*folder, other); });
         if (twin != folders.end())
-            throw std::runtime_error(folder->string() + " and " + twin->string() +
+            throw std::runtime_error(folder->generic_string() + " and " + twin->generic_string() +
                                      " are the same stick; nothing was written");
         if (holds(*folder, key) || holds(key, *folder))
-            throw std::runtime_error(folder->string() +
+            throw std::runtime_error(folder->generic_string() +
                                      " holds the key itself, or is in it; nothing was written");
     }
 }
