@@ -5,8 +5,8 @@
 // half of it: a damaged size must not allocate much memory.
 //
 // Both loaders leave the new texture bound and the unpack alignment at 1; the caller owns the
-// texture. They log an error and return 0 when the file is missing or too short, or when memory
-// runs out.
+// texture. They log an error and return 0 when the file is missing, when it holds less than half of
+// a picture of that size, or when memory runs out.
 #pragma once
 
 #include <cstdint>

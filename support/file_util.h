@@ -1,5 +1,5 @@
 // Directory listings, and file times and sizes as text. The instrument's programs share these
-// helpers; the updater itself uses only listDirectory.
+// functions; the updater itself uses only listDirectory.
 #pragma once
 
 #include <cstdint>

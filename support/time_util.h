@@ -1,5 +1,5 @@
 // Local time as text, elapsed time, and the device's time zone. The instrument's programs share
-// these helpers; the updater itself uses only formatTime.
+// all of this; the updater itself uses only formatTime.
 #pragma once
 
 #include <cstdint>

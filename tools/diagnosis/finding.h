@@ -10,8 +10,8 @@
 // look at it.
 enum class Severity { Warning, Error };
 
-// The codes of all findings, such as "not-copied". Scripts use them, so they never change. The
-// release engineer's guide and the technician's guide explain them.
+// The codes of all findings, such as "not-copied"; finding.cpp lists them. Scripts use them, so
+// they never change. The release engineer's guide and the technician's guide explain them.
 extern const std::map<Severity, std::set<std::string>> FINDING_CODES;
 
 bool isFindingCode(const std::string& code);

@@ -15,7 +15,8 @@ struct LogLineKind {
     LogEvent event = LogEvent::Other;
 };
 
-// All kinds of lines that the updater writes. The README has the same list.
+// All kinds of lines that the updater writes. The README has the same list, and a test compares
+// both with the sources of the program.
 extern const std::vector<LogLineKind> LOG_LINE_KINDS;
 
 // The outcome of the update according to the log.

@@ -1,4 +1,4 @@
-// The file systems that are mounted on this computer.
+// The file systems that are mounted on this computer, and which of them are on sticks.
 #pragma once
 
 #include <cstdint>
