@@ -23,7 +23,7 @@ using host::fail;
 namespace {
 
 // Returns 0, or the errno of the failed start.
-int startDetached(std::string path) {
+int startDetached(const std::string& path) {
     posix_spawn_file_actions_t files;
     ::posix_spawn_file_actions_init(&files);
     ::posix_spawn_file_actions_addopen(&files, STDIN_FILENO, "/dev/null", O_RDWR, 0);
@@ -39,7 +39,7 @@ int startDetached(std::string path) {
     ::posix_spawnattr_setsigdefault(&attributes, &signals);
     ::sigemptyset(&signals);
     ::posix_spawnattr_setsigmask(&attributes, &signals);
-    char* const arguments[] = {path.data(), nullptr};
+    char* const arguments[] = {const_cast<char*>(path.c_str()), nullptr};
     pid_t process = 0;
     const int error =
         ::posix_spawn(&process, path.c_str(), &files, &attributes, arguments, environ);
