@@ -30,8 +30,8 @@ fs::path makeFolder(const fs::path& stem) {
     throw std::runtime_error("cannot make a folder beside " + stem.generic_string());
 }
 
-// Another thread may still write to the folder.
-void deleteInterrupted(const fs::path& folder) {
+// Another thread may still write to the folder, and a program that was ended may not have gone yet.
+void deletePatiently(const fs::path& folder) {
     for (int tries = 0; tries < 100 && !deleteFolder(folder); ++tries)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
 }
@@ -39,10 +39,10 @@ void deleteInterrupted(const fs::path& folder) {
 }  // namespace
 
 TemporaryFolder::TemporaryFolder(const fs::path& stem)
-    : path_(makeFolder(stem)), leftover_([folder = path_] { deleteInterrupted(folder); }) {}
+    : path_(makeFolder(stem)), leftover_([folder = path_] { deletePatiently(folder); }) {}
 
 TemporaryFolder::~TemporaryFolder() {
-    deleteFolder(path_);
+    deletePatiently(path_);
 }
 
 bool deleteFolder(const fs::path& folder) {

@@ -1,6 +1,7 @@
 #include "tools/host/device_program.h"
 
 #include <stdexcept>
+#include <system_error>
 
 #include "platform/win32.h"
 #include "tools/host/host_file.h"
@@ -21,9 +22,12 @@ class Drive {
   public:
     explicit Drive(const fs::path& folder)
         : folder_(folder), name_(freeName()), leftover_([this] { remove(); }) {
-        if (DefineDosDeviceW(QUIETLY, name_.c_str(), folder_.c_str()) == FALSE ||
-            !fs::is_directory(root()))
-            throw std::runtime_error("this computer gives the folder no drive letter");
+        std::error_code error;
+        if (DefineDosDeviceW(QUIETLY, name_.c_str(), folder_.c_str()) != FALSE &&
+            fs::is_directory(root(), error))
+            return;
+        remove();
+        throw std::runtime_error("this computer gives the folder no drive letter");
     }
     Drive(const Drive&) = delete;
     Drive& operator=(const Drive&) = delete;
