@@ -46,4 +46,4 @@ BOOL WINAPI defineDrive(DWORD flags, LPCWSTR name, LPCWSTR folder) {
 }  // namespace
 
 // The address through which a program calls the function, otherwise that of the system's.
-extern "C" const auto replacement asm("__imp_DefineDosDeviceW") = &defineDrive;
+extern "C" const auto REPLACEMENT asm("__imp_DefineDosDeviceW") = &defineDrive;
