@@ -41,7 +41,7 @@ class Stage {
     const fs::path& scratch() const { return folder_.path(); }
 
     static void copy(const fs::path& from, const fs::path& to) {
-        fs::create_directories(to.parent_path());
+        fs::create_directories(fs::absolute(to).parent_path());
         fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
     }
 
