@@ -186,13 +186,14 @@ TEST_F(ProcessesPosix, ASecondUpdaterChangesNothing) {
     ::close(folder);
 }
 
-TEST_F(ProcessesPosix, PosixErrorsBecomeWindowsErrors) {
+TEST_F(ProcessesPosix, StartingAFileWithoutTheRightToRunFails) {
     device.write(PROGRAM, "#!/bin/sh\n");
     fs::permissions(host(), static_cast<fs::perms>(0644));
     EXPECT_EQ(launch(), FALSE);
     EXPECT_EQ(GetLastError(), DWORD{5});
+}
 
-    fs::remove(host());
+TEST_F(ProcessesPosix, PosixErrorsBecomeWindowsErrors) {
     installSleep();
     const Process running({{host(), "300"}});
     EXPECT_TRUE(waitUntil([] { return !processesNamed("KSTRL.exe").empty(); }));
