@@ -164,6 +164,7 @@ TEST_F(RealFault, AReadOnlyFlashDiskFailsTheUpdate) {
 
 // The files not copied yet are missing from the new folders; the old folders are the backup.
 TEST_F(RealFault, AKeyPulledOutWhileCopyingLeavesTheBackup) {
+    device.write(KEY + std::string("ORBUI/data/last.raw"));
     int copies = 0;
     setCallHook([&](const HookedCall& call) {
         if (std::string(call.name) == "CopyFileW" && ++copies == 2)

@@ -96,7 +96,7 @@ TEST(KerningFile, EachLineSetsOnePair) {
         {TEXT("AV\t  +3x"), {{{'A', 'V'}, 3}}},
         {TEXT("\u30A2,;65535\n"), {{{0x30A2, ','}, -1}}},
         {TEXT("AV none\n"), {{{'A', 'V'}, 0}}},
-        {TEXT("AV 7"), {{{'A', 'V'}, 7}}},
+        {TEXT("AV 08"), {{{'A', 'V'}, 8}}},
         {TEXT("AV \r\n"), {{{'A', 'V'}, 0}}},
         {TEXT("#V -2\n"), {}},
         {TEXT("AV\n"), {}},

@@ -61,12 +61,12 @@ class FontRendererTest : public testing::Test {
 };
 
 TEST_F(FontRendererTest, PlacesTheGlyphs) {
-    device.write(
-        "/data/fonts/F.fnt",
-        fontBytes(20, 64,
-                  {glyph('A', 2, 10, 9), glyph('B', 3, 8, 7), glyph(0xE9, 0, 5, 5),
-                   glyph(0x30A2, 0, 24, 24), glyph(0x4E00, -1, 30, -24), glyph('P', 0, 8, 8, 1)},
-                  kerningRecord('A', 'B', -3) + kerningRecord('\n', 'B', 2)));
+    device.write("/data/fonts/F.fnt",
+                 fontBytes(20, 64,
+                           {glyph('A', 2, 10, 9), glyph('B', 3, 8, 7), glyph(0xE9, 0, 5, 5),
+                            glyph(0x30A2, 0, 24, 24), glyph(0x4E00, -1, 30, -24),
+                            glyph('P', 0, 8, 8, 1), glyph(0x9FFF, 0, 3, 3)},
+                           kerningRecord('A', 'B', -3) + kerningRecord('\n', 'B', 2)));
     FontRenderer face("F", nullptr);
     const float behind = 100 + 65512 * (2.0F / 3);
     const std::pair<LPCWSTR, Quads> texts[] = {
@@ -74,10 +74,11 @@ TEST_F(FontRendererTest, PlacesTheGlyphs) {
         {TEXT("ABB"), {quad(100, 52, 110, 64), quad(106, 53, 114, 65), quad(116, 53, 124, 65)}},
         {TEXT("\uFEFFA\r\nB"), {quad(100, 52, 110, 64), quad(111, 53, 119, 65)}},
         // Narrowed; negative metrics are read as large positive ones.
-        {TEXT("\u30A2A"), {quad(100, 50, 116, 62), quad(116, 52, 126, 64)}},
+        {TEXT("\u30A2\u9FFFA"),
+         {quad(100, 50, 116, 62), quad(116, 50, 118, 62), quad(118, 52, 128, 64)}},
         {TEXT("\u4E00A"), {quad(100, 65585, 120, 65597), quad(behind, 52, behind + 10, 64)}},
         // Without a glyph, and without the page of its glyph.
-        {TEXT("\u20ACPA\u20AC"), {quad(100, 52, 110, 64)}},
+        {TEXT("\u20ACPA\u20AC\u20AD"), {quad(100, 52, 110, 64)}},
     };
     for (const auto& [text, quads] : texts)
         EXPECT_EQ(draw(face, WideText(text)), quads) << narrow(text);
@@ -92,7 +93,9 @@ TEST_F(FontRendererTest, PlacesTheGlyphs) {
     EXPECT_EQ(face.textWidth(TEXT("\u30A2A\u20AC\u4E00")), 33U + 65512U);
     EXPECT_EQ(face.textWidth("\xE9"), 5U);
     draw(FontRenderer("F", nullptr), WideText(TEXT("\u20AC")));
-    EXPECT_EQ(logMessages(device, "log.txt"), "  ** Warning ** Unrecognized Char: 8364  20ac\n");
+    EXPECT_EQ(logMessages(device, "log.txt"),
+              "  ** Warning ** Unrecognized Char: 8364  20ac\n"
+              "  ** Warning ** Unrecognized Char: 8365  20ad\n");
 }
 
 TEST_F(FontRendererTest, AFaceWithoutFilesMakesNoGlCalls) {

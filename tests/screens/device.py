@@ -13,7 +13,7 @@ import numpy
 from PIL import Image
 
 from card import test_card
-from steps import KEY_NOTES, LAST_LOG, ROOT
+from steps import KEY_NOTES, LAST_LOG, OTHERS, ROOT
 
 BACKGROUNDS = {
     'card': test_card,
@@ -62,12 +62,12 @@ class Device:
         self.set_language(screen)
         self.others = []
         if 'applications run' in run.device:
-            for name in ('KSTRL.exe', 'KSTRLLF.exe', 'kstrl.exe', 'KSTRL.exe'):
+            for name in ('KSTRL.exe', 'KSTRLLF.exe', *OTHERS.split(), 'KSTRL.exe'):
                 if not (self.flash / 'KSTRL' / name).exists():
                     shutil.copy(standin, self.flash / 'KSTRL' / name)
                 self.others.append(subprocess.Popen(['setpriv', '--pdeathsig', 'KILL', self.flash / 'KSTRL' / name],
                                                     stdout=subprocess.DEVNULL))
-            while len(self.running().split()) < 4:
+            while len(self.running().split()) < 5:
                 time.sleep(0.01)
 
     @staticmethod

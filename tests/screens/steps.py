@@ -56,7 +56,7 @@ class Run(NamedTuple):
 
 
 KEY_NOTES = ('KSTRL Release 2.14.3\r\n\r\nAVATAR To Ty 1% 7% v1\r\n- Quick (100%) & safe, "as before"\r\n'
-             '- 400 MHz: \xd8 \xe9\xfc \x7f\r\n'.encode('latin-1')
+             f'- 400 MHz: \xd8 \xe9\xfc \x7f{" and more" * 16}\r\n'.encode('latin-1')
              + b''.join(b'- %d\n' % line for line in range(6, 31)) + b'not shown')
 LAST_LOG = 'of the last run\n'
 
@@ -81,6 +81,7 @@ CLEAR, SHOW, PAUSE, NEXT = 'glClear 16384 0.2 0.2 0.2\n', 'eglSwapBuffers\n', 'S
 MESSAGE = 'TranslateMessage\nDispatchMessageW\n'
 LAUNCH = 'CreateProcessW \\FlashDisk\\VELD\\KSTRL\\KSTRL.exe\n'
 
+OTHERS = 'KSTRL.exe-KSTRL.exe kstrl.exe'  # programs that are not ended
 END_PROCESS = 'OpenProcess 2035711 0\nTerminateProcess 0\nCloseHandle\n'
 
 # An operator whose update fails, and whose application is missing.
@@ -129,23 +130,19 @@ SHOWN = [
 RUNS = [
     Run('english', 'failing', FAILING, 'stray', wine=True),
     Run('english', 'complete', COMPLETE, 'application 1', wine=True),
-    Run('english', 'smaller screen', SHOWN, size=(800, 600)),
+    Run('english', 'upright screen', SHOWN, language=4, size=(600, 800)),
     Run('english', 'larger screen', SHOWN, size=(1280, 800)),
     Run('english', '16 bits', SHOWN, depth=16),
     Run('english', "the demo's background", SHOWN, background='demo', wine=True),
     Run('english', 'a card upside down', [
         Step('start', 'waiting'),
         Step('BackSpace', exits=0)], depth=16, background='turned', unlike_the_card=True),
-    Run('english', 'no background', [
-        Step('start', 'waiting', log=error(r'File \FlashDisk\VELD\/ORBUI/data/KSTRL-menubg4.raw not found.')),
-        Step('End', 'waiting-restart'),
-        Step('End', exits=0, prints='')], background='none'),
-    Run('english', 'no fonts', [
+    Run('english', 'no fonts and no background', [
         Step('start', 'background', log=''.join(
             error(rf'Font file \FlashDisk\VELD\/ORBUI/data/fonts/SegoeUI_{size}px.fnt not found.' + '\n')
-            for size in (10, 13, 18, 24))),
+            for size in (10, 13, 18, 24)) + error(r'File \FlashDisk\VELD\/ORBUI/data/KSTRL-menubg4.raw not found.')),
         Step('plug in', 'ready-without-texts'),
-        Step('BackSpace', exits=0)], 'no fonts'),
+        Step('BackSpace', exits=0)], 'no fonts', background='none'),
     Run('english', 'no texts', [
         Step('start', 'waiting-without-texts', log=warning('Error getting registry key [LANGUAGE].')),
         Step('BackSpace', exits=0)], 'no language, no texts'),
@@ -191,8 +188,8 @@ RUNS = [
         Step('destroy', exits=4, prints=['updater: the display is lost: another program has destroyed the window'],
              log='\n    *** ERROR *** The display is lost: another program has destroyed the window.\n\n')]),
     Run('endings', 'running applications', [
-        Step('start', 'waiting', runs='kstrl.exe'),
-        Step('BackSpace', exits=0, runs='kstrl.exe')], 'applications run'),
+        Step('start', 'waiting', runs=OTHERS),
+        Step('BackSpace', exits=0, runs=OTHERS)], 'applications run'),
 
     # The desktop may pass on keys and the like only after the second frame.
     Run('frames', 'start and close', [
@@ -202,10 +199,10 @@ RUNS = [
             'RegisterClassW EGLWndClass\nCreateWindowExW EGLWndClass 147587072\nShowWindow 1\n'
             'GetSystemMetrics 0\nGetSystemMetrics 1\nSetWindowLongW -16 -2147483648\n'
             'SetWindowPos -1 0 0 1024 768 32\nEnableWindow 1\nSetForegroundWindow\nShowWindow 1\neglMakeCurrent\n' + NEXT)),
-        Step('frame', prints=CLEAR + PAUSE + SHOW + NEXT, runs='kstrl.exe'),
+        Step('frame', prints=CLEAR + PAUSE + SHOW + NEXT, runs=OTHERS),
         Step('frame'),
         Step('close'),
-        Step('frame', exits=0, prints=CLEAR + PAUSE + SHOW + MESSAGE + 'DestroyWindow\nPostQuitMessage 0\nTranslateMessage\neglMakeCurrent nothing\n' + TEARDOWN + 'DestroyWindow\n', runs='kstrl.exe')], 'applications run', stepped=True),
+        Step('frame', exits=0, prints=CLEAR + PAUSE + SHOW + MESSAGE + 'DestroyWindow\nPostQuitMessage 0\nTranslateMessage\neglMakeCurrent nothing\n' + TEARDOWN + 'DestroyWindow\n', runs=OTHERS)], 'applications run', stepped=True),
     Run('frames', 'all messages of a frame', [
         Step('start'),
         Step('frame'),
@@ -222,12 +219,13 @@ RUNS = [
         Step('frame', 'waiting'),
         Step('F1 ' + SEQUENCE),
         Step('frame', 'waiting'),
-        Step('space F2 ' + SEQUENCE),
+        Step('Home F2 ' + SEQUENCE),
         Step('frame', 'waiting'),
         Step('space ' + SEQUENCE[:-3] + ' space F5'),
-        Step('frame', 'waiting'),
+        Step('plug in'),
+        Step('frame', 'waiting', disk=INSTALLED),
         Step('F1 F7 ' + SEQUENCE),
-        Step('frame', exits=0)], 'application 1', stepped=True),
+        Step('frame', exits=0)], 'application 1, no notes', stepped=True),
     *(Run('frames', f'during an update, {name}', [
         Step('plug in'),
         Step('start'),
@@ -286,7 +284,8 @@ RUNS = [
         Step('End'),
         Step('frame', 'waiting', prints=CLEAR + PAUSE + SHOW + MESSAGE + LAUNCH + MESSAGE + NEXT),
         Step('plug in'),
-        Step('frame', 'waiting-restart', disk=STAGED)], 'no notes', stepped=True),
+        Step('frame', 'waiting-restart', disk=STAGED),
+        Step('frame', 'updating-33-restart')], 'no notes', stepped=True),
     Run('frames', 'a key pulled out too early', [
         Step('plug in'),
         Step('start'),

@@ -1,4 +1,5 @@
-// Tests that the screen, which may wait for a key for days, does not take more and more memory.
+// Tests that the screen, which may wait for a key for days, does not take more and more memory, and
+// finds the key then.
 
 #include "ui/simple_ui.h"
 
@@ -12,12 +13,14 @@
 
 namespace {
 
-TEST(Screen, WaitsWithoutTakingMemory) {
+TEST(Screen, WaitsForAKeyWithoutTakingMemory) {
     const DeviceFolder device;
     setCallHook([](const HookedCall& call) -> DWORD {
         return call.name == std::string("Sleep") ? ERROR_INVALID_PARAMETER : ERROR_SUCCESS;
     });
-    SimpleUI screen;
+    struct Screen : SimpleUI {
+        using SimpleUI::updater;
+    } screen;
     const auto heapAfterPolls = [&screen] {
         for (int i = 0; i < 1000; ++i)
             screen.tick();
@@ -25,6 +28,10 @@ TEST(Screen, WaitsWithoutTakingMemory) {
     };
     const std::size_t settled = heapAfterPolls();
     EXPECT_EQ(heapAfterPolls(), settled);
+    device.write("USB HD/VELD/KSTRL/KSTRL.exe");
+    device.write("USB HD/VELD/ORBUI/data/bg.raw");
+    screen.tick();
+    EXPECT_EQ(screen.updater.getState(), ReadyToUpdate);
 }
 
 }  // namespace

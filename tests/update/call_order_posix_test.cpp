@@ -37,9 +37,9 @@ TEST_F(Swap, EachFolderIsReplacedBeforeTheNextIsTouched) {
 // cannot be removed makes the removal of its parent fail too.
 TEST(DeleteTree, LogsEachFailureAndContinues) {
     const DeviceFolder device;
-    for (const char* const file : {"T/a/vanishing", "T/b/f", "U/a/f"})
+    for (const char* const file : {"T/a/vanishing", "T/a/w", "T/b/f", "T/c", "U/a/f"})
         device.write(file);
-    device.setReadOnly("T/b/f");
+    device.setReadOnly("T/c");
     Logger::instance().setPath("/log.txt");
     setCallHook([&](const HookedCall& call) -> DWORD {
         const std::string name = call.name;
@@ -51,11 +51,14 @@ TEST(DeleteTree, LogsEachFailureAndContinues) {
                    : ERROR_SUCCESS;
     });
     testing::internal::CaptureStderr();
+    EXPECT_EQ(deleteTree("/missing/folder/"), 0);
+    EXPECT_EQ(deleteTree("/U/a/f/"), 1);
     EXPECT_EQ(deleteTree("/T/"), 0);
     EXPECT_EQ(deleteTree("/U/"), 1);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Error 123 ::RemoveDirectory(/U/a/f/)\n"
+              "*** Read only flag set on: /T/c\n"
               "Error 2 deleting file: /T/a\\vanishing\n"
-              "*** Read only flag set on: /T/b\\f\n"
               "Error 5 ::RemoveDirectory(/U/a\\)\n"
               "Error 145 ::RemoveDirectory(/U/)\n");
     EXPECT_FALSE(device.exists("T"));

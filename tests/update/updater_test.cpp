@@ -1,5 +1,6 @@
 // Tests that an update copies one file per step, reports its progress, and ends in the right state.
 
+#include "support/text.h"
 #include "tests/helpers/log_text.h"
 #include "tests/helpers/update_on_device.h"
 
@@ -7,8 +8,18 @@ namespace {
 
 using Update = UpdateOnDevice;
 
+// Only the GUI data has subfolders that are copied, and only one level of them. An interrupted
+// update has left a file.
 TEST_F(Update, CopiesOneFilePerStepAndThenFinishes) {
     device.write("USB HD/VELD/ORBUI/data/lang/StringTable_en.txt", "texts 2");
+    device.write("USB HD/VELD/ORBUI/data/lang/extra/x");
+    device.write("USB HD/VELD/KSTRL/sub/x");
+    device.makeFolder("USB HD/VELD/ORBUI/data/empty");
+    device.write("FlashDisk/VELD/Update/KSTRL/KSTRL.exe", "half an application 2");
+    device.setReadOnly("USB HD/VELD/KSTRL/KSTRL.exe");
+    const auto isReadOnly = [](const std::string& path) {
+        return (GetFileAttributesW(widen(path).c_str()) & FILE_ATTRIBUTE_READONLY) != 0;
+    };
     Updater updater;
     updater.step();
     EXPECT_EQ(updater.getState(), WaitingForMedia);
@@ -29,6 +40,14 @@ TEST_F(Update, CopiesOneFilePerStepAndThenFinishes) {
     }
     EXPECT_EQ(updater.getState(), UpdateComplete);
     const Tree after = device.tree("FlashDisk");
+    EXPECT_EQ(device.tree("FlashDisk/VELD/KSTRL"), (Tree{{"KSTRL.exe", "application 2"}}));
+    EXPECT_EQ(device.tree("FlashDisk/VELD/ORBUI/data"),
+              (Tree{{"bg.raw", "picture 2"},
+                    {"empty/", ""},
+                    {"lang/", ""},
+                    {"lang/StringTable_en.txt", "texts 2"}}));
+    EXPECT_TRUE(isReadOnly("/USB HD/VELD/KSTRL/KSTRL.exe"));
+    EXPECT_FALSE(isReadOnly("/FlashDisk/VELD/KSTRL/KSTRL.exe"));
     updater.step();
     EXPECT_EQ(device.tree("FlashDisk"), after);
 }
