@@ -5,17 +5,12 @@
 
 #include "tests/helpers/device_folder.h"
 
-// Returns the log with line feeds as line ends on every system.
-inline std::string logText(const DeviceFolder& device, const std::string& path) {
+// Returns the log after its header line, with line feeds as line ends on every system, or
+// "(no header)".
+inline std::string logMessages(const DeviceFolder& device, const std::string& path) {
     std::string text = device.read(path);
     for (std::size_t at = text.find("\r\n"); at != std::string::npos; at = text.find("\r\n", at))
         text.erase(at, 1);
-    return text;
-}
-
-// Returns the log after its header line, or "(no header)".
-inline std::string logMessages(const DeviceFolder& device, const std::string& path) {
-    const std::string text = logText(device, path);
     const std::size_t headerEnd = text.find('\n');
     if (text.rfind("Opening log at ", 0) != 0 || headerEnd == std::string::npos)
         return "(no header)";

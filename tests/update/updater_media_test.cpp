@@ -1,25 +1,13 @@
 // Tests that an incomplete key is not accepted, and that release notes are read as the instrument
 // reads them.
 
-#include <gtest/gtest.h>
-
-#include "tests/helpers/device_folder.h"
-#include "update/updater.h"
+#include "tests/helpers/update_on_device.h"
 
 namespace {
 
 const std::string NOTES = "USB HD/VELD/kstrXReleaseNotes.txt";
 
-class UpdaterMedia : public ::testing::Test {
-  protected:
-    void makeKey() const {
-        device.write("USB HD/VELD/KSTRL/KSTRL.exe");
-        device.write("USB HD/VELD/ORBUI/data/bg.raw");
-    }
-
-    DeviceFolder device;
-    Updater updater;
-};
+using UpdaterMedia = UpdateOnDevice;
 
 TEST_F(UpdaterMedia, AcceptsOnlyCompleteKeys) {
     using Entries = std::vector<std::string>;  // folders end in "/"
@@ -69,7 +57,6 @@ TEST_F(UpdaterMedia, ReadsVersionAndLines) {
         {"KSTRL Release \n", "", {"KSTRL Release "}},
         {"", "", {}},
     };
-    makeKey();
     for (const Notes& notes : cases) {
         SCOPED_TRACE(notes.bytes.substr(0, 40));
         device.write(NOTES, notes.bytes);
@@ -81,7 +68,7 @@ TEST_F(UpdaterMedia, ReadsVersionAndLines) {
 }
 
 TEST_F(UpdaterMedia, AcceptsAKeyWithoutNotesAndAppendsNotesAtEveryPoll) {
-    makeKey();
+    Updater updater;
     ::testing::internal::CaptureStdout();
     updater.pollMedia();
     EXPECT_EQ(::testing::internal::GetCapturedStdout(), "Release notes not found.\n");
