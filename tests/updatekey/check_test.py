@@ -86,10 +86,13 @@ class Check(UserTest):
         self.assertTrue(all(len(entry["sha256"]) == 64 for entry in info["tree"] if entry["kind"] == "file"))
 
     def test_rehearses_on_a_device_with_the_same_version(self):
-        device = self.work / "device"
-        shutil.copytree(self.key / "VELD", device / "FlashDisk" / "VELD")
-        write(device / "FlashDisk" / "VELD" / "KSTRL" / "version.txt", b"2.14.3\n")
+        device, disk = self.work / "device", self.work / "flash disk"
+        shutil.copytree(self.key / "VELD", disk / "VELD")
+        device.mkdir()
+        (device / "FlashDisk").symlink_to(disk)
+        write(disk / "VELD" / "KSTRL" / "version.txt", b"2.14.3\n")
         rehearsal = ["rehearse", "--machine", "any", "--hidden", "--device", device, self.key]
         report = self.report("rehearse", *rehearsal)
         self.assertEqual((report["state"], report["asPredicted"]), ("UpdateComplete", True))
         self.assertEqual([finding["code"] for finding in report["check"]["findings"]], ["version-same"])
+        self.assertFalse((disk / "VELD" / "KSTRL_old").exists())  # only a copy was updated

@@ -26,14 +26,16 @@ using keypaths::FLASH_DISK;
 const std::string LOG = FLASH_DISK + "/" + keypaths::MAKER + "/" + keylayout::LOG;
 const std::string PROGRAM = FLASH_DISK + "/" + keypaths::PROGRAM;
 
-// A copy of the device in which the key replaces any key plugged in.
+// A copy of the device in which the key replaces any key plugged in. The flash disk may be a link
+// to a folder, which is copied too.
 class Stage {
   public:
     Stage(const fs::path& device, const fs::path& key)
         : folder_(fs::temp_directory_path() / "rehearsal") {
         for (const fs::directory_entry& entry : fs::directory_iterator(device))
-            if (entry.path().filename() != keypaths::STORAGE)
-                copy(entry.path(), this->device() / entry.path().filename());
+            if (const fs::path name = entry.path().filename(); name != keypaths::STORAGE)
+                copy(name == FLASH_DISK ? fs::canonical(entry.path()) : entry.path(),
+                     this->device() / name);
         copy(key / keypaths::MAKER, this->device() / keypaths::STORAGE / keypaths::MAKER);
     }
 
