@@ -5,8 +5,8 @@
 #include <map>
 
 #include "platform/posix/files/device.h"
-#include "platform/posix/files/read_file.h"
 #include "platform/utf.h"
+#include "tools/host/host_file.h"
 
 namespace {
 
@@ -34,7 +34,7 @@ void copyHalf(const HookedCall& copy) {
     const auto hostPath = [&](std::size_t argument) {
         return host::toHostPath(host::toUtf16(copy.arguments[argument]).c_str());
     };
-    const std::string bytes = host::readFile(hostPath(0));
+    const std::string bytes = readHostFileIfThere(hostPath(0));
     std::ofstream(hostPath(1), std::ios::binary) << bytes.substr(0, bytes.size() / 2);
 }
 

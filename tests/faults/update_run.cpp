@@ -12,13 +12,10 @@
 #include "platform/utf.h"
 #include "support/logger.h"
 #include "support/path_constants.h"
+#include "tools/host/folder_tree.h"
 #include "ui/simple_ui.h"
 
 namespace {
-
-bool startsWith(const std::string& text, const std::string& start) {
-    return text.compare(0, start.size(), start) == 0;
-}
 
 bool isOutside(const std::string& path) {
     const std::string installation = deviceRoot() + "/FlashDisk/VELD";

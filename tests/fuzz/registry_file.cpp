@@ -3,7 +3,7 @@
 
 #include <cstdlib>
 
-#include "platform/posix/registry/registry_file.h"
+#include "platform/registry_text.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);

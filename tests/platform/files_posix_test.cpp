@@ -4,10 +4,10 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "platform/posix/files/read_file.h"
 #include "platform/win32.h"
 #include "support/file_util.h"
 #include "tests/helpers/device_folder.h"
+#include "tools/host/host_file.h"
 
 namespace {
 
@@ -87,7 +87,7 @@ TEST_F(FilesPosix, ADriveMayBeALink) {
     // A file system that reports no file sizes.
     link("/proc", "proc");
     EXPECT_TRUE(CopyFileW(TEXT("/proc/version"), TEXT("/T/version"), FALSE));
-    EXPECT_EQ(device.read("T/version"), host::readFile("/proc/version"));
+    EXPECT_EQ(device.read("T/version"), readHostFile("/proc/version"));
 }
 
 TEST_F(FilesPosix, NothingIsWrittenToAPipe) {

@@ -13,12 +13,12 @@
 #include <thread>
 
 #include "platform/posix/files/device.h"
-#include "platform/posix/files/read_file.h"
 #include "platform/posix/processes/proc_files.h"
 #include "platform/posix/signals.h"
 #include "platform/utf.h"
 #include "platform/win32.h"
 #include "tests/helpers/device_folder.h"
+#include "tools/host/host_file.h"
 #include "tools/host/process.h"
 #include "tools/host/temporary_folder.h"
 
@@ -121,7 +121,7 @@ TEST_F(ProcessesPosix, ProcessesOutsideTheDeviceCannotBeOpened) {
     Process apart({{"unshare", "-rm", host("apart"), "300"}});
     EXPECT_TRUE(waitUntil([&] {
         return apart.hasEnded() ||
-               host::readFile("/proc/" + std::to_string(apart.id()) + "/comm") == "apart\n";
+               readHostFileIfThere("/proc/" + std::to_string(apart.id()) + "/comm") == "apart\n";
     }));
     for (const DWORD id :
          {idOf(sameName), idOf(script), idOf(reader), static_cast<DWORD>(::getpid()), DWORD{1}}) {
@@ -157,8 +157,8 @@ TEST_F(ProcessesPosix, AStartedProgramIsDetachedAndInheritsNoFiles) {
     }));
     // Started by its absolute path, with no signal ignored or blocked, except those that the C
     // library keeps for itself.
-    EXPECT_EQ(host::readFile(process + "/cmdline").c_str(), fs::canonical(host()));
-    const std::string status = host::readFile(process + "/status");
+    EXPECT_EQ(readHostFile(process + "/cmdline").c_str(), fs::canonical(host()));
+    const std::string status = readHostFile(process + "/status");
     for (const std::string signals : {"SigIgn:", "SigBlk:"})
         EXPECT_EQ(std::stoull(status.substr(status.find(signals) + signals.size()), nullptr, 16) &
                       0x7FFFFFFF,

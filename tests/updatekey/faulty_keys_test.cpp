@@ -8,12 +8,12 @@
 #include <iterator>
 #include <sstream>
 
-#include "platform/posix/files/read_file.h"
 #include "support/logger.h"
 #include "tests/helpers/bytes.h"
 #include "tests/helpers/device_folder.h"
 #include "tests/updatekey/sound_key.h"
 #include "tools/diagnosis/installation.h"
+#include "tools/host/host_file.h"
 #include "tools/updatekey/check/check.h"
 #include "tools/updatekey/make/manifest.h"
 #include "update/updater.h"
@@ -74,14 +74,14 @@ Spoil cuttingOff(const std::string& path, uintmax_t bytes) {
 
 Spoil replacing(const std::string& path, const std::string& what, const std::string& by) {
     return [=](const fs::path& key) {
-        std::string bytes = host::readFile(key / path);
+        std::string bytes = readHostFile(key / path);
         bytes.replace(bytes.find(what), what.size(), by);
         writeFile(key / path, bytes);
     };
 }
 
 Spoil copying(const std::string& from, const std::string& to) {
-    return [=](const fs::path& key) { writeFile(key / to, host::readFile(key / from)); };
+    return [=](const fs::path& key) { writeFile(key / to, readHostFile(key / from)); };
 }
 
 Spoil linking(const std::string& path) {
@@ -278,7 +278,7 @@ TEST(FaultyKeys, AreFoundAndBehaveOnTheDeviceAsPredicted) {
         EXPECT_EQ(toDisplay(updater.getUpdateVersion()), report.prediction.version);
         Tree predicted = faulty.accepted ? Tree{} : filesOf(before);
         for (const std::string& path : report.prediction.copied)
-            predicted[path] = host::readFile(entryAt(key, path));
+            predicted[path] = readHostFile(entryAt(key, path));
         std::filesystem::remove_all(device.root() / "FlashDisk/VELD/KSTRL_old");
         std::filesystem::remove_all(device.root() / "FlashDisk/VELD/ORBUI_old");
         EXPECT_EQ(filesOf(device.tree("FlashDisk")), predicted);

@@ -6,10 +6,8 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
 
-#include "platform/posix/files/descriptor.h"
 #include "platform/posix/files/device.h"
 #include "platform/posix/files/place.h"
 #include "platform/posix/processes/proc_files.h"
@@ -22,7 +20,7 @@ namespace {
 // counts as the device.
 std::vector<FileIdentity> deviceFolders() {
     std::vector<FileIdentity> folders;
-    for (const std::string& path : {deviceRoot(), deviceRoot() + "/FlashDisk"})
+    for (const std::string& path : {deviceRoot(), deviceRoot() + "/" + FLASH_DISK})
         if (const FileIdentity folder = identityOf(path);
             folder.exists() && folder != identityOf("/"))
             folders.push_back(folder);
@@ -101,21 +99,15 @@ std::vector<DeviceProcess> deviceProcesses() {
     return processes;
 }
 
-int openDeviceProcess(DWORD id) {
-    const int process = static_cast<int>(::syscall(SYS_pidfd_open, static_cast<pid_t>(id), 0));
-    if (process < 0) {
-        errno = ESRCH;
-        return -1;
-    }
+DWORD openDeviceProcess(DWORD id, Descriptor& process) {
+    process = Descriptor(static_cast<int>(::syscall(SYS_pidfd_open, static_cast<pid_t>(id), 0)));
+    if (!process.isOpen())
+        return ERROR_INVALID_PARAMETER;
     // When the process can still be signalled afterwards, its id was not reused, and /proc
     // described this process.
-    if (nameOfDeviceProcess(std::to_string(id), deviceFolders()).empty() ||
-        ::syscall(SYS_pidfd_send_signal, process, 0, nullptr, 0) != 0) {
-        ::close(process);
-        errno = EPERM;
-        return -1;
-    }
-    return process;
+    const bool isOurs = !nameOfDeviceProcess(std::to_string(id), deviceFolders()).empty() &&
+                        ::syscall(SYS_pidfd_send_signal, process.number(), 0, nullptr, 0) == 0;
+    return isOurs ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
 }
 
 }  // namespace host

@@ -7,9 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "platform/posix/files/descriptor.h"
 #include "platform/posix/win32_api.h"
 
 namespace host {
+
+// The folder of the device that is its flash disk.
+constexpr const char FLASH_DISK[] = "FlashDisk";
 
 struct DeviceProcess {
     DWORD id;
@@ -19,9 +23,8 @@ struct DeviceProcess {
 // Returns the running processes of the device, in any order.
 std::vector<DeviceProcess> deviceProcesses();
 
-// Returns a descriptor of process `id`, which keeps referring to this process when the id is
-// reused. Returns -1 with errno ESRCH when there is no such process, EPERM when it is not the
-// device's.
-int openDeviceProcess(DWORD id);
+// Opens process `id` as a descriptor, which keeps referring to this process when the id is reused.
+// Returns 0 or the Windows error: 87 when there is no such process, 5 when it is not the device's.
+DWORD openDeviceProcess(DWORD id, Descriptor& process);
 
 }  // namespace host

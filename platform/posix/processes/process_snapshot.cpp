@@ -6,8 +6,8 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/posix/call_hook.h"
@@ -25,7 +25,7 @@ namespace {
 struct ProcessObject {
     std::vector<host::DeviceProcess> snapshot;
     std::size_t next = 0;
-    int process = -1;
+    host::Descriptor process;
 };
 
 BOOL nextEntry(HANDLE handle, PROCESSENTRY32* entry) {
@@ -50,7 +50,7 @@ HANDLE CreateToolhelp32Snapshot(DWORD flags, DWORD processId) {
         return INVALID_HANDLE_VALUE;
     std::vector<host::DeviceProcess> processes = host::deviceProcesses();
     processes.insert(processes.begin(), {0, "NK.EXE"});
-    return new ProcessObject{processes, 0, -1};
+    return new ProcessObject{processes, 0, host::Descriptor()};
 }
 
 BOOL Process32First(HANDLE snapshot, PROCESSENTRY32* entry) {
@@ -73,21 +73,21 @@ BOOL Process32Next(HANDLE snapshot, PROCESSENTRY32* entry) {
 HANDLE OpenProcess(DWORD access, BOOL inherit, DWORD processId) {
     if (refusedByHook("OpenProcess", access, inherit, processId))
         return nullptr;
-    const int process = host::openDeviceProcess(processId);
-    if (process < 0) {
-        fail(errno == ESRCH ? ERROR_INVALID_PARAMETER : ERROR_ACCESS_DENIED);
+    host::Descriptor process;
+    if (const DWORD error = host::openDeviceProcess(processId, process)) {
+        fail(error);
         return nullptr;
     }
-    return new ProcessObject{{}, 0, process};
+    return new ProcessObject{{}, 0, std::move(process)};
 }
 
 BOOL TerminateProcess(HANDLE process, UINT exitCode) {
     if (refusedByHook("TerminateProcess", exitCode))
         return FALSE;
     const auto* object = static_cast<ProcessObject*>(process);
-    if (object == nullptr || process == INVALID_HANDLE_VALUE || object->process < 0)
+    if (object == nullptr || process == INVALID_HANDLE_VALUE || !object->process.isOpen())
         return fail(ERROR_INVALID_HANDLE);
-    if (::syscall(SYS_pidfd_send_signal, object->process, SIGKILL, nullptr, 0) != 0)
+    if (::syscall(SYS_pidfd_send_signal, object->process.number(), SIGKILL, nullptr, 0) != 0)
         return fail(ERROR_ACCESS_DENIED);
     return TRUE;
 }
@@ -97,9 +97,6 @@ BOOL CloseHandle(HANDLE handle) {
     const bool refused = refusedByHook("CloseHandle");
     if (handle == nullptr || handle == INVALID_HANDLE_VALUE)
         return fail(ERROR_INVALID_HANDLE);
-    auto* object = static_cast<ProcessObject*>(handle);
-    if (object->process >= 0)
-        ::close(object->process);
-    delete object;
+    delete static_cast<ProcessObject*>(handle);
     return refused ? FALSE : TRUE;
 }

@@ -1,6 +1,7 @@
 #include "platform/posix/registry/registry_file.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -12,14 +13,33 @@
 #include "platform/posix/files/device.h"
 #include "platform/posix/files/flush.h"
 #include "platform/posix/files/place.h"
-#include "platform/posix/files/read_file.h"
 #include "platform/posix/last_error.h"
 
 namespace host {
 namespace {
 
 std::string registryPath() {
-    return deviceRoot() + "/registry.reg";
+    return deviceRoot() + "/" + REGISTRY_FILE;
+}
+
+// Appends the file to `text`, if it is a regular file, without waiting for another program. Returns
+// 0 or the errno of the failure; EFBIG for a file of more than the limit.
+int readWhole(const std::string& path, std::string& text) {
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    struct stat status {};
+    if (!file.isOpen() || ::fstat(file.number(), &status) != 0)
+        return errno;
+    if (!S_ISREG(status.st_mode))
+        return S_ISDIR(status.st_mode) ? EISDIR : EACCES;
+    char piece[4096];
+    for (;;) {
+        const ssize_t got = ::read(file.number(), piece, sizeof piece);
+        if (got <= 0)
+            return got == 0 ? 0 : errno;
+        text.append(piece, static_cast<std::size_t>(got));
+        if (text.size() > limits::REGISTRY)
+            return EFBIG;
+    }
 }
 
 // Returns 0 or the errno of the failure.
@@ -34,7 +54,7 @@ int writeWhole(const Descriptor& file, const std::string& text) {
 
 DWORD loadRegistry(Registry& registry) {
     std::string text;
-    const int error = readFile(registryPath(), text, limits::REGISTRY);
+    const int error = readWhole(registryPath(), text);
     if (error != 0 && error != ENOENT) {
         tell(std::string("registry.reg cannot be read: ") + std::strerror(error));
         return windowsError(error, registryPath());

@@ -1,10 +1,12 @@
 // Checks the installed files of an instrument as if they were those of a key.
 
 #include <algorithm>
-#include <cstdlib>
+#include <cstring>
 
-#include "platform/utf.h"
+#include "platform/registry_text.h"
 #include "support/languages.h"
+#include "support/path_constants.h"
+#include "support/text.h"
 #include "tools/diagnosis/installation.h"
 #include "tools/host/host_file.h"
 #include "tools/host/key_device.h"
@@ -14,7 +16,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* REGISTRY = "registry.reg";
+// Where the updater looks for its language.
+constexpr const char* CONFIG_KEY = "HKEY_LOCAL_MACHINE\\SOFTWARE\\VELD\\KESTREL\\SYSTEM_CONFIG";
 
 // Returns a folder with the installed files in its "VELD": the flash disk itself or, when the
 // maker's folder has another name, a copy in `scratch`.
@@ -47,31 +50,20 @@ std::vector<TreeEntry> treeOf(const fs::path& makerFolder, bool copied) {
     return tree;
 }
 
-// Returns the language in an exported registry, in any encoding of the registry editors; -1 when it
-// has none.
-int32_t languageIn(std::string text) {
-    const std::string start = "\\veld\\kestrel\\system_config]";
-    const std::string name = "\"language\"=dword:";
-    text.erase(std::remove(text.begin(), text.end(), '\0'), text.end());
-    text = host::foldCase(text);
-    text.erase(0, text.find(start));
-    text.erase(std::min(text.find('[', start.size()), text.size()));
-    const std::size_t found = text.find(name);
-    return found == std::string::npos
-               ? -1
-               : static_cast<int32_t>(std::strtol(text.c_str() + found + name.size(), nullptr, 16));
-}
-
 // Limits the languages to the one that the instrument's registry names, if the copy contains it.
 void readLanguage(const fs::path& device, KeyUnderCheck& key) {
-    const fs::path registry = entryAt(device, REGISTRY);
-    if (!fs::exists(registry))
+    const fs::path file = entryAt(device, host::REGISTRY_FILE);
+    if (!fs::exists(file))
         return;
-    const int32_t number = languageIn(readHostFile(registry));
+    const host::Registry registry = host::Registry::fromText(readHostFile(file));
+    const host::RegistryValue* const stored = registry.find(CONFIG_KEY, narrow(LANGUAGE));
+    int32_t number = -1;
+    if (stored != nullptr && stored->data.size() == sizeof number)
+        std::memcpy(&number, stored->data.data(), sizeof number);
     if (findLanguage(number) != nullptr)
         key.options.languages = {number};
     else
-        key.add("language-unknown", REGISTRY,
+        key.add("language-unknown", host::REGISTRY_FILE,
                 "does not name one of the languages 0 to " + std::to_string(LANGUAGE_COUNT - 1) +
                     " in LANGUAGE; the updater's screen is English");
 }

@@ -1,5 +1,7 @@
-// The registry as text: reading what registry editors export, and writing it. Values are written as
-// "dword:0000001f", "hex:01,ff", "hex(2):41,00" with the type in brackets, or text in quotes.
+// Values are written as "dword:0000001f", "hex:01,ff", "hex(2):41,00" with the type in brackets, or
+// text in quotes.
+
+#include "platform/registry_text.h"
 
 #include <algorithm>
 #include <charconv>
@@ -7,7 +9,6 @@
 #include <iomanip>
 #include <sstream>
 
-#include "platform/posix/registry/registry_file.h"
 #include "platform/utf.h"
 
 namespace host {
