@@ -83,15 +83,16 @@ class ProcessesPosix : public ::testing::Test {
 
 TEST_F(ProcessesPosix, ProgramsAreSeenAndEndedOnce) {
     installSleep();
-    fs::copy_file(HEADLESS_PROGRAM, host("KSTRL.exe"));
+    fs::copy_file(PROGRAM_WITHOUT_MAIN_THREAD, host("KSTRL.exe"));
     Process first({{host(), "300"}});
     Process second({{host(), "300"}});
-    Process headless({{host("KSTRL.exe")}});
-    Process* const all[] = {&first, &second, &headless};
+    Process withoutMain({{host("KSTRL.exe")}});
+    Process* const all[] = {&first, &second, &withoutMain};
     EXPECT_TRUE(waitUntil([] { return processesNamed("KSTRL.exe").size() == 3; }));
     fs::remove(host());  // deleted, but still programs of the device
-    EXPECT_TRUE(waitUntil(
-        [&] { return host::readLink("/proc/" + std::to_string(headless.id()) + "/exe").empty(); }));
+    EXPECT_TRUE(waitUntil([&] {
+        return host::readLink("/proc/" + std::to_string(withoutMain.id()) + "/exe").empty();
+    }));
 
     std::vector<DWORD> ids;
     for (const Process* const process : all)

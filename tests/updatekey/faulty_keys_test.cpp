@@ -14,6 +14,7 @@
 #include "tests/updatekey/sound_key.h"
 #include "tools/diagnosis/installation.h"
 #include "tools/host/host_file.h"
+#include "tools/host/printable.h"
 #include "tools/updatekey/check/check.h"
 #include "tools/updatekey/make/manifest.h"
 #include "update/updater.h"
@@ -275,7 +276,7 @@ TEST(FaultyKeys, AreFoundAndBehaveOnTheDeviceAsPredicted) {
         while (updater.getState() == Updating)
             updater.step();
         EXPECT_EQ(updater.getState(), report.prediction.state);
-        EXPECT_EQ(toDisplay(updater.getUpdateVersion()), report.prediction.version);
+        EXPECT_EQ(latin1ToUtf8(updater.getUpdateVersion()), report.prediction.version);
         Tree predicted = faulty.accepted ? Tree{} : filesOf(before);
         for (const std::string& path : report.prediction.copied)
             predicted[path] = readHostFile(entryAt(key, path));

@@ -58,7 +58,7 @@ TEST(WriteSticks, WritesOnlyToARemovableDiskWithFat32) {
         options.source = mount.key.empty() ? keyFolder.path() : root / mount.key;
         options.sticks = {root / "my stick" / mount.folder};
         options.systemRoot = root;
-        const WriteReport report = writeSticks(options);
+        const WriteReport report = writeSticks(options, {});
         const std::string& problem = report.sticks.at(0).problem;
         EXPECT_EQ(problem.empty(), std::string(mount.problem).empty()) << problem;
         EXPECT_NE(problem.find(mount.problem), std::string::npos) << problem;

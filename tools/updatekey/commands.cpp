@@ -23,11 +23,10 @@ int codeOf(const CheckReport& report, bool made = true) {
 }
 
 int runMake(Arguments& arguments) {
-    arguments.make.out = arguments.out;
-    arguments.make.check = arguments.check;
-    const MakeReport report = makeKey(arguments.make);
-    show(arguments.output, makeText(report, arguments.out), findingsText(report.check.findings),
-         makeJson(report, arguments.out));
+    const fs::path& out = arguments.make.out;
+    const MakeReport report = makeKey(arguments.make, arguments.check);
+    show(arguments.output, makeText(report, out), findingsText(report.check.findings),
+         makeJson(report, out));
     return codeOf(report.check, report.written);
 }
 
@@ -46,13 +45,10 @@ int runInfo(Arguments& arguments) {
 }
 
 int runImage(Arguments& arguments) {
-    arguments.image.key = arguments.key;
-    arguments.image.out = arguments.out;
-    arguments.image.partitionTable = !arguments.noPartitionTable;
-    arguments.image.check = arguments.check;
-    const ImageReport report = makeImage(arguments.image);
-    show(arguments.output, imageText(report, arguments.out), findingsText(report.check.findings),
-         imageJson(report, arguments.out));
+    const fs::path& out = arguments.image.out;
+    const ImageReport report = makeImage(arguments.image, arguments.check);
+    show(arguments.output, imageText(report, out), findingsText(report.check.findings),
+         imageJson(report, out));
     return codeOf(report.check, report.written);
 }
 
@@ -61,11 +57,9 @@ int runWrite(Arguments& arguments) {
     WriteOptions& options = arguments.write;
     options.key = key.folder();
     options.source = arguments.key;
-    options.sticks.assign(arguments.sticks.begin(), arguments.sticks.end());
-    options.check = arguments.check;
     if (!arguments.output.quiet)
-        options.progress = makeStickBars(arguments.sticks);
-    const WriteReport report = writeSticks(options);
+        options.progress = makeStickBars({options.sticks.begin(), options.sticks.end()});
+    const WriteReport report = writeSticks(options, arguments.check);
     show(arguments.output, writeText(report), stickProblems(report), writeJson(report));
     if (report.sticks.empty())
         return ExitNotWritten;
@@ -118,10 +112,9 @@ int runDiagnose(Arguments& arguments) {
 int runRehearse(Arguments& arguments) {
     const KeySource key(arguments.key);
     arguments.rehearse.key = key.folder();
-    arguments.rehearse.check = arguments.check;
     if (!arguments.output.quiet)
         arguments.rehearse.waited = makeClock(arguments.rehearse.timeout);
-    const RehearseReport report = rehearse(arguments.rehearse);
+    const RehearseReport report = rehearse(arguments.rehearse, arguments.check);
     show(arguments.output, rehearseText(report), findingsText(report.check.findings),
          rehearseJson(report));
     const bool fine = report.check.findings.empty() && report.rehearsed && report.asPredicted &&
@@ -174,20 +167,21 @@ void describeMake(CLI::App* command, Arguments& arguments) {
         ->add_option("--version", make.version,
                      "Version of the update, one line of text, such as 2.14.3")
         ->required();
-    command->add_option("OUT", arguments.out, "Folder to make; it must be new or empty")
-        ->required();
+    command->add_option("OUT", make.out, "Folder to make; it must be new or empty")->required();
     addCheckOptions(command, arguments);
 }
 
 void describeImage(CLI::App* command, Arguments& arguments) {
-    addKey(command, arguments);
-    command->add_option("FILE", arguments.out, "Image file to make; it must not exist")->required();
+    addChecked(command, "KEY", arguments.image.key, KEY_TEXT, CLI::ExistingPath, "PATH")
+        ->required();
+    command->add_option("FILE", arguments.image.out, "Image file to make; it must not exist")
+        ->required();
     addParsed(
         command, "--size", "SIZE",
         "Size of the image, in bytes or with the unit kb, mb or gb (default: the smallest that "
         "holds the key)",
         [&](const std::string& text) { arguments.image.size = parseSize(text); });
-    command->add_flag("--no-partition-table", arguments.noPartitionTable,
+    command->add_flag("--no-partition-table", arguments.image.noPartitionTable,
                       "Make an image of the file system alone, as some imagers require");
     addCheckOptions(command, arguments);
 }
@@ -195,7 +189,7 @@ void describeImage(CLI::App* command, Arguments& arguments) {
 void describeWrite(CLI::App* command, Arguments& arguments) {
     addKey(command, arguments);
     // A stick that does not exist is reported like any other faulty stick.
-    command->add_option("FOLDER", arguments.sticks, "Folders at which the sticks are mounted")
+    command->add_option("FOLDER", arguments.write.sticks, "Folders at which the sticks are mounted")
         ->required()
         ->type_name("DIR");
     command->add_flag("--replace", arguments.write.replace,

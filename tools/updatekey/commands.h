@@ -23,11 +23,8 @@ struct Arguments {
     OutputOptions output;
     std::string key;    // a folder or a disk image; for diagnose, the device
     std::string other;  // what `key` is compared with
-    std::string out;
-    std::vector<std::string> sticks;
     MakeOptions make;
     ImageOptions image;
-    bool noPartitionTable = false;
     WriteOptions write;
     RehearseOptions rehearse;
     CheckOptions check;

@@ -6,7 +6,8 @@
 #include <sstream>
 
 #include "tools/diagnosis/installation.h"
-#include "tools/host/key_device.h"
+#include "tools/host/printable.h"
+#include "tools/host/trial_device.h"
 #include "tools/updatekey/check/key_paths.h"
 #include "tools/updatekey/check/prediction.h"
 
@@ -42,11 +43,11 @@ Side look(const fs::path& folder) {
     if (maker != entryAt(folder, keypaths::MAKER) || !isOnKey(maker))
         return side;
     side.isKey = true;
-    const KeyDevice device(folder);
+    const TrialDevice device(folder);
     const Prediction prediction = predict({});
     side.version = prediction.version;
     for (const std::string& line : prediction.notes)
-        side.notes.push_back(toDisplay(line));
+        side.notes.push_back(latin1ToUtf8(line));
     for (auto file = side.files.begin(); file != side.files.end();) {
         const bool taken = prediction.copied.count(keypaths::MAKER + "/" + file->first) != 0;
         file = taken ? std::next(file) : side.files.erase(file);

@@ -1,6 +1,7 @@
 #include "tools/updatekey/info.h"
 
-#include "tools/host/key_device.h"
+#include "tools/host/printable.h"
+#include "tools/host/trial_device.h"
 #include "tools/updatekey/check/key_under_check.h"
 #include "tools/updatekey/check/prediction.h"
 
@@ -16,13 +17,13 @@ void count(const TreeEntry& entry, FolderInfo& folder) {
 }  // namespace
 
 KeyInfo describeKey(const std::filesystem::path& key) {
-    const KeyDevice device(key);
+    const TrialDevice device(key);
     KeyInfo info;
     const Prediction prediction = lookAtKey();
     info.accepted = prediction.accepted;
     info.version = prediction.version;
     for (const std::string& line : prediction.notes)
-        info.notes.push_back(toDisplay(line));
+        info.notes.push_back(latin1ToUtf8(line));
     info.application.path = keypaths::APPLICATION + "/";
     info.guiData.path = keypaths::GUI_DATA + "/";
     info.tree = readTree(key);

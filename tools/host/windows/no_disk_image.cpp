@@ -4,7 +4,7 @@
 
 #include "tools/updatekey/make/disk_image.h"
 
-ImageReport makeImage(const ImageOptions&) {
+ImageReport makeImage(const ImageOptions&, const CheckOptions&) {
     throw std::runtime_error(
         "disk images are made on Linux only; write the key to sticks with \"updatekey write\"");
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "tools/host/key_device.h"
+#include "tools/host/trial_device.h"
 #include "tools/updatekey/check/key_under_check.h"
 #include "tools/updatekey/check/names.h"
 
@@ -31,7 +31,7 @@ std::vector<int32_t> allLanguages() {
 }
 
 CheckReport checkKey(const fs::path& folder, const CheckOptions& options) {
-    const KeyDevice device(folder);
+    const TrialDevice device(folder);
     KeyUnderCheck key{folder, readTree(folder), options};
     requireRoomFor(key.tree, device.root());
 

@@ -9,7 +9,7 @@
 #include "support/text.h"
 #include "tools/diagnosis/installation.h"
 #include "tools/host/host_file.h"
-#include "tools/host/key_device.h"
+#include "tools/host/trial_device.h"
 #include "tools/updatekey/check/key_under_check.h"
 
 namespace fs = std::filesystem;
@@ -74,7 +74,7 @@ Findings checkInstallation(const fs::path& device, const fs::path& makerFolder,
                            const CheckOptions& options) {
     const TemporaryFolder scratch(fs::temp_directory_path() / "updatekey-installation");
     const fs::path folder = keyFolderFor(makerFolder, scratch.path());
-    const KeyDevice keyDevice(folder);
+    const TrialDevice trialDevice(folder);
     KeyUnderCheck key{folder, treeOf(makerFolder, folder == scratch.path()), options};
     readLanguage(device, key);
     Findings findings = std::move(key.report.findings);

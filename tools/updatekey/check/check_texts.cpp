@@ -8,7 +8,7 @@
 #include "support/string_table.h"
 #include "support/system_settings.h"
 #include "support/utf16_reader.h"
-#include "tools/host/key_device.h"
+#include "tools/host/trial_device.h"
 #include "tools/screen_fit.h"
 #include "tools/screen_texts.h"
 #include "tools/updatekey/check/key_under_check.h"
@@ -33,7 +33,7 @@ std::string encodingFault(const std::string& bytes) {
 }
 
 void checkLineEnds(KeyUnderCheck& key, const std::string& name) {
-    Utf16Reader file(KeyDevice::usbRoot() + LANG + name, limits::STRING_TABLE);
+    Utf16Reader file(TrialDevice::usbRoot() + LANG + name, limits::STRING_TABLE);
     WideString line;
     int number = 0;
     while (file.readLine(line)) {
@@ -102,7 +102,7 @@ void checkTable(KeyUnderCheck& key, const Language& language) {
 }  // namespace
 
 void checkTexts(KeyUnderCheck& key) {
-    SystemSettings::instance().dataFolder = KeyDevice::usbRoot() + keypaths::GUI_DATA + "/";
+    SystemSettings::instance().dataFolder = TrialDevice::usbRoot() + keypaths::GUI_DATA + "/";
     const std::string numerals = stringTableFile(NUMERALS);
     if (key.find(LANG + numerals) == nullptr)
         key.add("numerals-missing", LANG + numerals,

@@ -5,7 +5,7 @@
 
 #include "platform/utf.h"
 #include "tools/host/host_file.h"
-#include "tools/host/key_device.h"
+#include "tools/host/trial_device.h"
 
 const TreeEntry* KeyUnderCheck::find(const std::string& path) const {
     const auto entry = std::lower_bound(tree.begin(), tree.end(), path,
@@ -39,7 +39,7 @@ std::set<Script> KeyUnderCheck::scripts() const {
 }
 
 FontData loadKeyFace(const std::string& faceName) {
-    const std::string path = KeyDevice::usbRoot() + keypaths::GUI_DATA + "/fonts/" + faceName;
+    const std::string path = TrialDevice::usbRoot() + keypaths::GUI_DATA + "/fonts/" + faceName;
     FontData face;
     loadFontFile(path + ".fnt", face);
     loadKerningFile(path + ".kern", face);

@@ -7,8 +7,8 @@
 #include "support/open_file.h"
 #include "support/path_constants.h"
 #include "support/text.h"
-#include "tools/host/key_device.h"
 #include "tools/host/printable.h"
+#include "tools/host/trial_device.h"
 #include "update/key_layout.h"
 #include "update/updater.h"
 
@@ -17,8 +17,8 @@ namespace {
 class ObservedUpdater : public Updater {
   public:
     explicit ObservedUpdater(Prediction& prediction) : prediction_(prediction) {
-        usbRoot = KeyDevice::usbRoot();
-        flashRoot = KeyDevice::flashRoot();
+        usbRoot = TrialDevice::usbRoot();
+        flashRoot = TrialDevice::flashRoot();
     }
 
   protected:
@@ -33,7 +33,7 @@ class ObservedUpdater : public Updater {
         Updater::copyNextFile();
         const std::string staged = keylayout::STAGING + PATH_SEPARATOR + file;
         const std::size_t length = std::strlen(keylayout::FLASH_ROOT) + staged.size();
-        std::string relative = toDisplay(keylayout::MAKER_FOLDER + file);
+        std::string relative = latin1ToUtf8(keylayout::MAKER_FOLDER + file);
         std::replace(relative.begin(), relative.end(), '\\', '/');
         // A copied file is deleted at once, so that the disk needs space for one file only.
         const bool arrived =
@@ -53,7 +53,7 @@ void look(Updater& updater, Prediction& prediction) {
     updater.pollMedia();
     prediction.accepted = updater.isMediaReady();
     prediction.notes = updater.getMessageLines();
-    prediction.version = toDisplay(updater.getUpdateVersion());
+    prediction.version = latin1ToUtf8(updater.getUpdateVersion());
     prediction.state = updater.getState();
 }
 
@@ -105,8 +105,4 @@ const char* stateName(int32_t state) {
             return "MainAppNotFound";
     }
     return "unknown";
-}
-
-std::string toDisplay(const std::string& narrow) {
-    return latin1ToUtf8(narrow);
 }

@@ -21,7 +21,7 @@ struct Prediction {
 // Percentage done.
 using Progress = std::function<void(int percent)>;
 
-// Runs the engine on the current device (see KeyDevice). Each copied file is examined and deleted
+// Runs the engine on the current device (see TrialDevice). Each copied file is examined and deleted
 // again, so that only the space of the largest file is needed.
 Prediction predict(const Progress& progress);
 
@@ -31,6 +31,3 @@ Prediction lookAtKey();
 
 // Returns the name of a state, such as "UpdateComplete".
 const char* stateName(int32_t state);
-
-// Converts a narrow text of the engine to UTF-8.
-std::string toDisplay(const std::string& narrow);

@@ -73,7 +73,7 @@ Layout layOut(const std::vector<TreeEntry>& tree, const ImageOptions& options) {
     for (const TreeEntry& entry : tree)
         content += entry.size;
     const uint64_t cluster = clusterSizeFor(options.size > 0 ? options.size : content);
-    const uint64_t start = options.partitionTable ? PARTITION_START : 0;
+    const uint64_t start = options.noPartitionTable ? 0 : PARTITION_START;
     const uint64_t needed = sectorsFor(tree, cluster);
     const uint64_t given = options.size / SECTOR;
     if (options.size > 0 && given < start + needed)
@@ -165,11 +165,11 @@ void requireSameFiles(const fs::path& key, const fs::path& image) {
 
 }  // namespace
 
-ImageReport makeImage(const ImageOptions& options) {
+ImageReport makeImage(const ImageOptions& options, const CheckOptions& check) {
     if (fs::exists(fs::symlink_status(options.out)))
         throw std::runtime_error(options.out.string() + " already exists; choose another name");
     ImageReport report;
-    report.check = checkKey(options.key, options.check);
+    report.check = checkKey(options.key, check);
     if (hasErrors(report.check.findings))
         return report;
     const std::vector<TreeEntry> tree = readTree(options.key);

@@ -9,10 +9,9 @@
 
 struct ImageOptions {
     std::filesystem::path key;
-    std::filesystem::path out;   // the image file; must not exist yet
-    uint64_t size = 0;           // bytes of the whole image; 0: as small as possible
-    bool partitionTable = true;  // with a table of one partition, or without
-    CheckOptions check;
+    std::filesystem::path out;      // the image file; must not exist yet
+    uint64_t size = 0;              // bytes of the whole image; 0: as small as possible
+    bool noPartitionTable = false;  // the file system alone, without a table of partitions
 };
 
 struct ImageReport {
@@ -25,7 +24,7 @@ struct ImageReport {
 // The image is reproducible: the volume id is fixed, and times are those of the key's files. The
 // image has at least 65,525 clusters, below which systems treat it as FAT16. Throws
 // std::runtime_error when the image cannot be written or does not match the key.
-ImageReport makeImage(const ImageOptions& options);
+ImageReport makeImage(const ImageOptions& options, const CheckOptions& check);
 
 // Whether `path` may be a disk image.
 bool mayBeImage(const std::filesystem::path& path);

@@ -1,7 +1,6 @@
 #include "tools/updatekey/make/make.h"
 
 #include <algorithm>
-#include <fstream>
 #include <stdexcept>
 
 #include "tools/host/file_time.h"
@@ -40,13 +39,6 @@ void requireFree(const fs::path& out) {
             out.generic_string() +
                 " is a mounted storage device; make the key in another folder, and copy it to the "
                 "device with \"updatekey write\"");
-}
-
-void writeAll(const fs::path& path, const std::string& bytes) {
-    std::ofstream file(path, std::ios::binary);
-    file << bytes;
-    file.close();
-    require(file.good(), "cannot write " + path.generic_string());
 }
 
 // Makes the copy readable and writable. It stays executable, so that a rehearsal can start it.
@@ -96,7 +88,7 @@ void setTimes(const fs::path& folder, time_t time) {
 
 }  // namespace
 
-MakeReport makeKey(const MakeOptions& options) {
+MakeReport makeKey(const MakeOptions& options, const CheckOptions& check) {
     requireFolder(options.application);
     requireFolder(options.guiData);
     const auto holdsGuiData = [](const fs::path& folder) {
@@ -117,12 +109,12 @@ MakeReport makeKey(const MakeOptions& options) {
     const fs::path& key = temporary.path();
     copyTree(options.application, key / keypaths::APPLICATION, report.leftOut);
     copyTree(options.guiData, key / keypaths::GUI_DATA, report.leftOut);
-    writeAll(key / keypaths::NOTES, notes);
-    report.check = checkKey(key, options.check);
+    writeHostFile(key / keypaths::NOTES, notes);
+    report.check = checkKey(key, check);
     if (hasErrors(report.check.findings))
         return report;
 
-    writeAll(key / MANIFEST_NAME, toText(computeManifest(key)));
+    writeHostFile(key / MANIFEST_NAME, toText(computeManifest(key)));
     report.check.manifest = ManifestState::Matches;
     fs::permissions(key, static_cast<fs::perms>(0755));
     setTimes(key, keyTime(options));

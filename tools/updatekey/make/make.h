@@ -14,7 +14,6 @@ struct MakeOptions {
     std::filesystem::path notes;        // text of the release notes, UTF-8 or Latin-1
     std::string version;
     std::filesystem::path out;  // the key's folder; must be empty if it exists
-    CheckOptions check;
 };
 
 struct MakeReport {
@@ -26,4 +25,4 @@ struct MakeReport {
 // Makes the key unless it has errors; `out` is then unchanged. The key is reproducible: all times
 // are SOURCE_DATE_EPOCH, or else the newest of the input, rounded down to even seconds. Throws
 // std::runtime_error when the input cannot be read or the key cannot be written.
-MakeReport makeKey(const MakeOptions& options);
+MakeReport makeKey(const MakeOptions& options, const CheckOptions& check);

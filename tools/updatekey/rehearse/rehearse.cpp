@@ -121,7 +121,7 @@ void runUpdater(const RehearseOptions& options, const fs::path& updater, const S
 
 }  // namespace
 
-RehearseReport rehearse(const RehearseOptions& options) {
+RehearseReport rehearse(const RehearseOptions& options, CheckOptions check) {
     const fs::path updater =
         options.updater.empty() ? DeviceProgram::updater() : fs::canonical(options.updater);
     if (updater.empty())
@@ -131,7 +131,6 @@ RehearseReport rehearse(const RehearseOptions& options) {
         throw std::runtime_error(options.device.generic_string() + " has no folder " + FLASH_DISK);
 
     RehearseReport report;
-    CheckOptions check = options.check;
     check.installedSize = 0;
     for (const TreeEntry& entry : readTree(options.device / FLASH_DISK))
         *check.installedSize += sizeOnFlash(entry.size);

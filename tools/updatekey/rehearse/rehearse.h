@@ -11,12 +11,11 @@
 
 struct RehearseOptions {
     std::filesystem::path key;
-    std::filesystem::path device;   // a device folder; only a copy is changed
-    std::filesystem::path updater;  // empty: the updater installed with this program
-    std::filesystem::path keep;     // where to keep the updated device; empty: nowhere
-    bool hidden = false;            // use a virtual screen even if there is a display
-    int timeout = 600;              // in seconds; the updater is then ended
-    CheckOptions check;
+    std::filesystem::path device;                // a device folder; only a copy is changed
+    std::filesystem::path updater;               // empty: the updater installed with this program
+    std::filesystem::path keep;                  // where to keep the updated device; empty: nowhere
+    bool hidden = false;                         // use a virtual screen even if there is a display
+    int timeout = 600;                           // in seconds; the updater is then ended
     std::function<void(double seconds)> waited;  // called regularly while the updater runs
 };
 
@@ -38,4 +37,4 @@ struct RehearseReport {
 
 // Runs the rehearsal. Throws std::runtime_error when it cannot be set up, or when the updater does
 // not start, for instance without a display.
-RehearseReport rehearse(const RehearseOptions& options);
+RehearseReport rehearse(const RehearseOptions& options, CheckOptions check);

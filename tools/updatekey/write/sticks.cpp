@@ -37,10 +37,10 @@ void serve(StickReport& stick, const WriteOptions& options, const Manifest& mani
 
 }  // namespace
 
-WriteReport writeSticks(const WriteOptions& options) {
+WriteReport writeSticks(const WriteOptions& options, const CheckOptions& check) {
     requireDifferentFolders(options.source, options.sticks);
     WriteReport report;
-    report.check = checkKey(options.key, options.check);
+    report.check = checkKey(options.key, check);
     if (hasErrors(report.check.findings))
         return report;
     const Manifest manifest = computeManifest(options.key);

@@ -17,7 +17,6 @@ struct WriteOptions {
     bool anyFolder = false;                     // also write to what is not a stick
     bool eject = false;                         // take a good stick out of use
     std::filesystem::path systemRoot = "/";     // a test has its own list of mounted sticks
-    CheckOptions check;
     // Reports progress, from several threads at once: the stick's position in the list, and the
     // percentage done, of which the second half is reading back.
     std::function<void(std::size_t stick, int percent)> progress;
@@ -44,7 +43,7 @@ struct WriteReport {
 // so that an unfinished stick is not a key, and an update that is replaced stays usable. A faulty
 // stick does not stop the others. Throws std::runtime_error, before anything is written, when a
 // stick is named twice or is that of the key.
-WriteReport writeSticks(const WriteOptions& options);
+WriteReport writeSticks(const WriteOptions& options, const CheckOptions& check);
 
 // Writes the files of `manifest` from the folder `key` to one stick. Returns the names of what was
 // left in the update's folder. Throws std::runtime_error, with the reason for the person with the

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "tools/host/key_device.h"
+#include "tools/host/trial_device.h"
 #include "tools/updatekey/check/prediction.h"
 
 namespace fs = std::filesystem;
@@ -82,7 +82,7 @@ std::vector<Stick> listSticks(const fs::path& systemRoot) {
         Stick stick{volume, {}, "", whyNotWritten(volume.folder, {}, volumes, false)};
         try {
             stick.room = roomOn(volume.folder);
-            const KeyDevice device(volume.folder);
+            const TrialDevice device(volume.folder);
             const Prediction prediction = lookAtKey();
             stick.update = !prediction.accepted         ? ""
                            : prediction.version.empty() ? "unknown"

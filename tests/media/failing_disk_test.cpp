@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-class RealFault : public UpdateOnDevice {
+class FailingDisk : public UpdateOnDevice {
   protected:
     void TearDown() override {
         for (const std::string& folder : {flashDisk(), below()})
@@ -70,7 +70,7 @@ class RealFault : public UpdateOnDevice {
 
 // Before each move another program flushes the disk too, and is told of the error first. The last
 // disk cannot even write the log, whose lines are then in memory only.
-TEST_F(RealFault, ADiskThatCannotWriteInstallsNothing) {
+TEST_F(FailingDisk, ADiskThatCannotWriteInstallsNothing) {
     for (const char* const kilobytes : {"16", "0"}) {
         MOUNT_OR_SKIP(mountFailingFlashDisk(kilobytes));
         for (const char* const file : {"KSTRL/a.dll", "ORBUI/data/b.raw"})
@@ -93,7 +93,7 @@ TEST_F(RealFault, ADiskThatCannotWriteInstallsNothing) {
     }
 }
 
-TEST_F(RealFault, WhatIsMountedIntoOrOnTheBackupIsNotDeleted) {
+TEST_F(FailingDisk, WhatIsMountedIntoOrOnTheBackupIsNotDeleted) {
     MOUNT_OR_SKIP(mountFlashDisk("1m"));
     for (const std::string folder :
          {"KSTRL_old", "KSTRL_old/mounted", "KSTRL_old/a\\b/mounted", "ORBUI_old"}) {
@@ -116,7 +116,7 @@ TEST_F(RealFault, WhatIsMountedIntoOrOnTheBackupIsNotDeleted) {
 }
 
 // Enough failed copies to fill more than the log's first block, on a disk that somebody else fills.
-TEST_F(RealFault, TheLogHasRoomOnAFullFlashDisk) {
+TEST_F(FailingDisk, TheLogHasRoomOnAFullFlashDisk) {
     MOUNT_OR_SKIP(mountFlashDisk("256k"));
     constexpr int FILES = 200;
     for (int i = 0; i < FILES; ++i)
@@ -136,7 +136,7 @@ TEST_F(RealFault, TheLogHasRoomOnAFullFlashDisk) {
 
 // A file that does not fit is skipped without an error; the previous installation remains as the
 // backup.
-TEST_F(RealFault, AFullFlashDiskKeepsTheInstallation) {
+TEST_F(FailingDisk, AFullFlashDiskKeepsTheInstallation) {
     MOUNT_OR_SKIP(mountFlashDisk("256k"));
     device.write("USB HD/VELD/KSTRL/large.dll", std::string(1 << 20, 'x'));
     EXPECT_EQ(run(), UpdateComplete);
@@ -150,7 +150,7 @@ TEST_F(RealFault, AFullFlashDiskKeepsTheInstallation) {
     EXPECT_EQ(device.read("FlashDisk/VELD/KSTRL/large.dll"), "now it fits");
 }
 
-TEST_F(RealFault, AReadOnlyFlashDiskFailsTheUpdate) {
+TEST_F(FailingDisk, AReadOnlyFlashDiskFailsTheUpdate) {
     MOUNT_OR_SKIP(mountFlashDisk("1m"));
     Logger::instance().setPath("/log.txt");
     const Tree before = device.tree("FlashDisk");
@@ -163,7 +163,7 @@ TEST_F(RealFault, AReadOnlyFlashDiskFailsTheUpdate) {
 }
 
 // The files not copied yet are missing from the new folders; the old folders are the backup.
-TEST_F(RealFault, AKeyPulledOutWhileCopyingLeavesTheBackup) {
+TEST_F(FailingDisk, AKeyPulledOutWhileCopyingLeavesTheBackup) {
     device.write(KEY + std::string("ORBUI/data/last.raw"));
     int copies = 0;
     setCallHook([&](const HookedCall& call) {

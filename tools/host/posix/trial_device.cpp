@@ -1,11 +1,18 @@
-#include "tools/host/key_device.h"
+#include "tools/host/trial_device.h"
+
+#include <string_view>
 
 #include "platform/posix/call_hook.h"
 #include "platform/posix/files/device.h"
+#include "platform/posix/processes/device_processes.h"
 #include "support/logger.h"
 #include "update/key_layout.h"
 
 namespace fs = std::filesystem;
+
+static_assert(std::string_view(keylayout::FLASH_ROOT).substr(1, sizeof host::FLASH_DISK - 1) ==
+                  host::FLASH_DISK,
+              "the platform and the engine mean the same flash disk");
 
 namespace {
 
@@ -16,7 +23,7 @@ DWORD keepTracesQuiet(const HookedCall& call) {
 
 }  // namespace
 
-KeyDevice::KeyDevice(const fs::path& key)
+TrialDevice::TrialDevice(const fs::path& key)
     : previous_(deviceRoot()), folder_(fs::temp_directory_path() / "updatekey-device") {
     const fs::path flash = root() / fs::path(flashRoot()).relative_path();
     for (const std::string folder : {keylayout::APPLICATION, keylayout::GUI})
@@ -28,17 +35,17 @@ KeyDevice::KeyDevice(const fs::path& key)
     Logger::instance().setPath(flashRoot() + keylayout::LOG);
 }
 
-KeyDevice::~KeyDevice() {
+TrialDevice::~TrialDevice() {
     setCallHook({});
     setDeviceRoot(previous_.string());
 }
 
-const std::string& KeyDevice::usbRoot() {
+const std::string& TrialDevice::usbRoot() {
     static const std::string ROOT = keylayout::USB_ROOT;
     return ROOT;
 }
 
-const std::string& KeyDevice::flashRoot() {
+const std::string& TrialDevice::flashRoot() {
     static const std::string ROOT = keylayout::FLASH_ROOT;
     return ROOT;
 }

@@ -1,5 +1,5 @@
-// A temporary device with an installation and with the key plugged in. The update engine runs on it
-// to predict an update. The key is only read.
+// A temporary device with an empty installation and with the key plugged in. The update engine runs
+// on it to predict an update. The key is only read.
 #pragma once
 
 #include <filesystem>
@@ -7,13 +7,13 @@
 
 #include "tools/host/temporary_folder.h"
 
-class KeyDevice {
+class TrialDevice {
   public:
     // Creates the device in the folder for temporary files. Throws std::runtime_error on failure.
-    explicit KeyDevice(const std::filesystem::path& key);
-    KeyDevice(const KeyDevice&) = delete;
-    KeyDevice& operator=(const KeyDevice&) = delete;
-    ~KeyDevice();
+    explicit TrialDevice(const std::filesystem::path& key);
+    TrialDevice(const TrialDevice&) = delete;
+    TrialDevice& operator=(const TrialDevice&) = delete;
+    ~TrialDevice();
 
     const std::filesystem::path& root() const { return folder_.path(); }
 

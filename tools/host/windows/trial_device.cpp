@@ -1,4 +1,4 @@
-#include "tools/host/key_device.h"
+#include "tools/host/trial_device.h"
 
 #include <stdexcept>
 
@@ -29,7 +29,7 @@ std::string narrowPath(const fs::path& folder) {
 }  // namespace
 
 // The key is the current folder, so that its own path may have any characters and length.
-KeyDevice::KeyDevice(const fs::path& key)
+TrialDevice::TrialDevice(const fs::path& key)
     : previous_(fs::current_path()), folder_(fs::temp_directory_path() / "updatekey-device") {
     for (const std::string folder : {keylayout::APPLICATION, keylayout::GUI})
         fs::create_directories(root() / folder);
@@ -39,17 +39,17 @@ KeyDevice::KeyDevice(const fs::path& key)
     Logger::instance().setPath("NUL");
 }
 
-KeyDevice::~KeyDevice() {
+TrialDevice::~TrialDevice() {
     std::error_code ignored;
     fs::current_path(previous_, ignored);
 }
 
 // As long as the path on the device, because the engine finds no file whose path is too long.
-const std::string& KeyDevice::usbRoot() {
+const std::string& TrialDevice::usbRoot() {
     static const std::string ROOT = "././././";
     return ROOT;
 }
 
-const std::string& KeyDevice::flashRoot() {
+const std::string& TrialDevice::flashRoot() {
     return installation;
 }
