@@ -57,8 +57,9 @@ int runWrite(Arguments& arguments) {
     WriteOptions& options = arguments.write;
     options.key = key.folder();
     options.source = arguments.key;
+    options.sticks.assign(arguments.sticks.begin(), arguments.sticks.end());
     if (!arguments.output.quiet)
-        options.progress = makeStickBars({options.sticks.begin(), options.sticks.end()});
+        options.progress = makeStickBars(arguments.sticks);
     const WriteReport report = writeSticks(options, arguments.check);
     show(arguments.output, writeText(report), stickProblems(report), writeJson(report));
     if (report.sticks.empty())
@@ -189,7 +190,7 @@ void describeImage(CLI::App* command, Arguments& arguments) {
 void describeWrite(CLI::App* command, Arguments& arguments) {
     addKey(command, arguments);
     // A stick that does not exist is reported like any other faulty stick.
-    command->add_option("FOLDER", arguments.write.sticks, "Folders at which the sticks are mounted")
+    command->add_option("FOLDER", arguments.sticks, "Folders at which the sticks are mounted")
         ->required()
         ->type_name("DIR");
     command->add_flag("--replace", arguments.write.replace,

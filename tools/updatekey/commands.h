@@ -23,6 +23,7 @@ struct Arguments {
     OutputOptions output;
     std::string key;    // a folder or a disk image; for diagnose, the device
     std::string other;  // what `key` is compared with
+    std::vector<std::string> sticks;
     MakeOptions make;
     ImageOptions image;
     WriteOptions write;
