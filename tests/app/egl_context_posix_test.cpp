@@ -115,17 +115,18 @@ TEST(EglContext, SetUpStopsAtTheFirstFailingCallWithItsMessage) {
 TEST(EglContext, ChoosesTheExactConfigOrTheFirst) {
     const Config exact = {5, 6, 5, 0, 16, 0};
     const Config other = {8, 8, 8, 0, 24, 0};
+    std::vector<Config> many(64, other);
+    many.back() = exact;
     struct Offer {
         std::vector<Config> configs;
         int taken;
         int unreadable = -1;
     };
     const Offer offers[] = {
-        {{exact}, 0},
         {{other, {5, 6, 5, 0, 24, 8}, {5, 6, 5, 0, 0, 0}, {5, 6, 5, 1, 24, 0}}, 0},
         {{other, {5, 6, 8, 0, 24, 0}, {5, 8, 5, 0, 24, 0}, {8, 6, 5, 0, 24, 0}}, 0},
         {{other, {5, 6, 5, 0, 1, 0}, exact}, 1},
-        {std::vector<Config>(64, other), 0},
+        {many, 63},
         // A configuration whose attributes cannot be read is taken.
         {{other, other, other, exact}, 2, 2},
     };

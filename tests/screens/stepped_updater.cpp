@@ -38,12 +38,13 @@ DWORD tell(const HookedCall& call) {
     const std::string name = call.name;
     for (const char* const told :
          {"OpenProcess", "CreateProcess", "Snapshot", "Terminate", "CloseHandle", "Class", "Window",
-          "Metrics", "Sleep", "Translate", "Dispatch", "Quit"}) {
+          "Metrics", "Sleep", "Translate", "Dispatch", "Quit", "Debug"}) {
         if (name.find(told) == std::string::npos)
             continue;
         std::printf("%s", call.name);
-        // The process id is omitted: it differs in each run.
-        for (std::size_t i = 0; i < call.arguments.size() && (i < 2 || told != name); ++i)
+        // Process ids and traces are omitted: they differ in each run.
+        for (std::size_t i = name == "OutputDebugStringW";
+             i < call.arguments.size() && (i < 2 || told != name); ++i)
             std::printf(" %s", call.arguments[i].c_str());
         std::printf("\n");
     }

@@ -270,7 +270,7 @@ RUNS = [
         Step('Home'),
         Step('frame', 'updating-33', prints=CLEAR + SHOW + 2 * MESSAGE + NEXT),
         Step('frame'),
-        Step('frame', disk=UPDATED, log=SUCCEEDED, prints=CLEAR + SHOW + NEXT),
+        Step('frame', disk=UPDATED, log=SUCCEEDED, prints=CLEAR + 'OutputDebugStringW\n' + SHOW + NEXT),
         Step('frame', 'complete', prints=CLEAR + LAUNCH + SHOW + NEXT),
         Step('frame', prints=CLEAR + SHOW + NEXT),
         Step('Home'),

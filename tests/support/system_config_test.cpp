@@ -50,7 +50,8 @@ class Config : public ::testing::Test {
 
 TEST_F(Config, NumbersAreStoredUncheckedAndReadInRange) {
     device.setLanguage(2);
-    EXPECT_EQ(config.getLanguage(), 2);
+    store(LANGUAGE, REG_BINARY, std::string("\3\0\0\0", 4));  // the type is not asked for
+    EXPECT_EQ(config.getLanguage(), 3);
     store(LANGUAGE, REG_BINARY, std::string("\1\0\0\0\0", 5));  // longer than a number
     struct Case {
         int32_t (SystemConfig::*get)();
