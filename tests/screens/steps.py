@@ -24,6 +24,7 @@ from typing import NamedTuple, Optional
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 LANGUAGES = re.findall(r'^    {\d+, ".*", "(.*)", Script', (ROOT / 'support/languages.h').read_text(), re.M)
+assert LANGUAGES[:7] == 'en fr pt sp jp zh du'.split(), 'the number of a language has changed'
 
 # The largest difference of a level, by the depth of the screen.
 BOUNDS = {24: 2, 16: 16}
