@@ -7,7 +7,7 @@ import signal
 import subprocess
 import time
 
-from user import PROGRAM, UserTest, contents
+from user import PROGRAM, UserTest
 
 
 def wait_for(what, condition):
@@ -37,7 +37,7 @@ class Interrupt(UserTest):
         temporary = self.work / "temporary"
         temporary.mkdir()
         self.addCleanup(lambda: [os.kill(int(program), signal.SIGKILL) for program in programs_with(str(temporary))])
-        before = contents(self.work)
+        before = set(self.work.rglob("*"))
         what = f"{signal.Signals(number).name}: {arguments[0]}"
         process = subprocess.Popen([PROGRAM, *arguments], env={**os.environ, "TMPDIR": str(temporary)},
                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
@@ -45,7 +45,7 @@ class Interrupt(UserTest):
         process.send_signal(number)
         self.assertEqual(process.wait(), -number, what)
         wait_for(f"the end of all programs after {what}", lambda: programs_with(str(temporary)) == [])
-        self.assertEqual(contents(self.work), before, what)
+        self.assertEqual(set(self.work.rglob("*")), before, what)
         shutil.rmtree(temporary)
 
     def test_leaves_nothing_behind(self):

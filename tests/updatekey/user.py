@@ -13,7 +13,9 @@ import unittest
 import jsonschema
 
 BUILD = pathlib.Path(os.environ["UPDATEKEY_BUILD"])
-DEFINITIONS = json.loads(pathlib.Path(os.environ["UPDATEKEY_SCHEMA"]).read_text())
+SCHEMA = json.loads(pathlib.Path(os.environ["UPDATEKEY_SCHEMA"]).read_text())
+VALIDATOR = jsonschema.validators.validator_for(SCHEMA)
+VALIDATOR.check_schema(SCHEMA)
 PROGRAM = BUILD / "updatekey"
 # On Windows the command that runs updatekey.exe, for the tests that are not about Linux.
 COMMAND = os.environ.get("UPDATEKEY_COMMAND", str(PROGRAM)).split()
@@ -80,8 +82,8 @@ class UserTest(unittest.TestCase):
             ended = self.run_program("--json", *arguments, **options)
             self.exit_code = ended.returncode
             report = json.loads(ended.stdout)
-            jsonschema.validate(report, {"$ref": f"#/$defs/{kind}", "$defs": DEFINITIONS["$defs"]})
-            jsonschema.validate(report, DEFINITIONS)
+            VALIDATOR({"$ref": f"#/$defs/{kind}", "$defs": SCHEMA["$defs"]}).validate(report)
+            VALIDATOR(SCHEMA).validate(report)
             return report
 
     def codes(self, kind, *arguments):
