@@ -11,7 +11,7 @@ SIDE = 1024  # the background is square, one byte per pixel
 def test_card():
     """Each quarter of the visible part has its own level, slope and fine lines; rulers run along all
     edges. No level is above 160, so that white texts stand out everywhere."""
-    y, x = numpy.ogrid[0:SIDE, 0:SIDE]
+    y, x = (numbers.astype(numpy.int16) for numbers in numpy.ogrid[0:SIDE, 0:SIDE])
     right, low = x >= 512, y >= 384
     card = 16 + 24 * right + 48 * low + 4 * (x // 128) + 2 * (y // 128)
     lines = numpy.where(low, numpy.where(right, (x + y) % 2, (x + 2 * y) % 5 == 0),
@@ -31,9 +31,9 @@ def stretched(picture, width, height):
     def samples(count, extent):
         at = (numpy.arange(count) + 0.5) / count * extent - 0.5
         first = numpy.floor(at).astype(int)
-        return first % SIDE, (first + 1) % SIDE, at - first
+        return first % SIDE, (first + 1) % SIDE, (at - first).astype(numpy.float32)
     left, right, part = samples(width, SIDE)
     rows = picture[:, left] * (1 - part) + picture[:, right] * part
     top, bottom, part = samples(height, SIDE * height / width)
     levels = rows[top] * (1 - part[:, None]) + rows[bottom] * part[:, None]
-    return numpy.repeat(numpy.rint(levels).astype(numpy.uint8)[:, :, None], 3, axis=2)
+    return numpy.rint(levels).astype(numpy.uint8)

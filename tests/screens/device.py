@@ -1,6 +1,5 @@
 """The device of a run: its files, its log, and its programs."""
 
-import glob
 import os
 import pathlib
 import shutil
@@ -119,13 +118,13 @@ class Device:
     def processes(self):
         """The processes of the device's programs: their numbers, with the names of the programs."""
         found = {}
-        for link in glob.glob('/proc/[0-9]*/exe'):
+        for number in filter(str.isdigit, os.listdir('/proc')):
             try:
-                program = pathlib.Path(os.readlink(link))
+                folder, program = os.path.split(os.readlink(f'/proc/{number}/exe'))
             except OSError:
                 continue
-            if self.root in program.parents:
-                found[int(link.split('/')[2])] = program.name
+            if folder.startswith(f'{self.root}/'):
+                found[int(number)] = program
         return found
 
     def running(self):

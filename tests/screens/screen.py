@@ -1,7 +1,9 @@
 """A virtual X server: the picture that it shows, and its keyboard."""
 
+import mmap
 import os
 import subprocess
+import tempfile
 import time
 
 import numpy
@@ -15,12 +17,17 @@ class Screen:
     def __init__(self, width, height, depth):
         self.size, self.depth = (width, height), depth
         ready, told = os.pipe()
-        self.server = subprocess.Popen(
-            ['setpriv', '--pdeathsig', 'TERM', 'Xvfb', '-displayfd', str(told), '-nolisten', 'tcp',
-             '-screen', '0', f'{width}x{height}x{depth}'], pass_fds=[told], stderr=subprocess.DEVNULL)
-        os.close(told)
-        with os.fdopen(ready) as lines:
-            self.name = ':' + lines.readline().strip()
+        with tempfile.TemporaryDirectory() as folder:
+            self.server = subprocess.Popen(
+                ['setpriv', '--pdeathsig', 'TERM', 'Xvfb', '-displayfd', str(told), '-nolisten', 'tcp', '-fbdir', folder,
+                 '-screen', '0', f'{width}x{height}x{depth}'], pass_fds=[told], stderr=subprocess.DEVNULL)
+            os.close(told)
+            with os.fdopen(ready) as lines:
+                self.name = ':' + lines.readline().strip()
+            # The server's own memory of the screen, after a header.
+            with open(folder + '/Xvfb_screen0', 'rb') as file:
+                memory = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)
+        self.pixels = numpy.frombuffer(memory, numpy.uint16 if depth == 16 else numpy.uint32)[-width * height:]
         self.connection = display.Display(self.name)
         self.root = self.connection.screen().root
         # The first key makes the server change its keyboard, and a window may lose it.
@@ -29,14 +36,13 @@ class Screen:
         self.connection.sync()
 
     def picture(self):
-        """What is shown, as rows of red, green and blue."""
-        width, height = self.size
-        data = self.root.get_image(0, 0, width, height, X.ZPixmap, 0xFFFFFFFF).data
-        if self.depth == 24:
-            return numpy.frombuffer(data, numpy.uint8).reshape(height, width, 4)[:, :, 2::-1]
-        pixels = numpy.frombuffer(data, numpy.uint16).reshape(height, width).astype(int)
-        return numpy.stack([(pixels >> shift & most) * 255 // most
-                            for shift, most in ((11, 31), (5, 63), (0, 31))], axis=2).astype(numpy.uint8)
+        """What is shown: a number for each pixel, of its red, green and blue level."""
+        self.settle()
+        pixels = self.pixels
+        if self.depth == 16:
+            pixels = sum((pixels >> from_bit & most).astype(numpy.uint32) * 255 // most << to_bit
+                         for from_bit, most, to_bit in ((11, 31, 16), (5, 63, 8), (0, 31, 0)))
+        return pixels & 0xFFFFFF
 
     def windows(self):
         """The windows shown, with their sizes."""
