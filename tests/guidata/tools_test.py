@@ -27,6 +27,8 @@ def constants(header, pattern):
 
 
 class ToolsTest(unittest.TestCase):
+    maxDiff = None  # names all texts that do not fit
+
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)

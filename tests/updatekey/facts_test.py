@@ -29,10 +29,6 @@ class Facts(unittest.TestCase):
         explained = {code for row in rows for code in re.findall(r"`[a-z0-9-]+`(?: \(W\))?", row)}
         self.assertEqual(explained, known)
 
-    def test_stringtable_knows_the_longest_line_that_the_device_reads(self):
-        longest = re.search("MAX_LINE = [0-9]+", read("support/utf16_reader.h"))[0]
-        self.assertIn(longest + " ", read("tools/guidata/stringtable"))
-
     def test_the_readme_explains_each_line_of_the_log(self):
         readme = read("README.md")
         for pattern, meaning in self.kinds:
