@@ -12,7 +12,7 @@
 #include <cstdio>
 #include <map>
 
-#include "platform/posix/processes/proc_files.h"
+#include "platform/posix/processes/device_processes.h"
 #include "platform/win32.h"
 #include "support/text.h"
 #include "tests/helpers/device_folder.h"

@@ -13,7 +13,7 @@
 #include <thread>
 
 #include "platform/posix/files/device.h"
-#include "platform/posix/processes/proc_files.h"
+#include "platform/posix/processes/device_processes.h"
 #include "platform/posix/signals.h"
 #include "platform/utf.h"
 #include "platform/win32.h"

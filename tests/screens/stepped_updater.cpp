@@ -12,7 +12,7 @@
 #include "platform/gles.h"
 #include "platform/posix/call_hook.h"
 #include "platform/posix/command_line.h"
-#include "platform/posix/window/window_messages.h"
+#include "platform/posix/window/window.h"
 
 namespace {
 

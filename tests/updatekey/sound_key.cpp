@@ -6,7 +6,6 @@
 #include "render/faces.h"
 #include "support/text.h"
 #include "tests/helpers/font_bytes.h"
-#include "tools/screen_texts.h"
 #include "ui/screen_layout.h"
 
 namespace fs = std::filesystem;
@@ -33,8 +32,11 @@ std::string keyWord(const std::string& key) {
 // A string table with the ten texts of the updater's screen.
 std::string tableBytes(const std::string& language) {
     std::string text = "# " + language + "\r\n";
-    for (const auto& [key, use] : screenTexts())
-        text += key + "\t" + "Text in " + language + keyWord(key) + "\r\n";
+    std::set<std::string> keys;
+    for (const layout::Text& shown : layout::TEXTS)
+        keys.insert(shown.key);
+    for (const std::string& key : keys)
+        text += key + "\tText in " + language + keyWord(key) + "\r\n";
     return utf16Bytes(widen(text));
 }
 

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include "platform/utf.h"
 #include "support/languages.h"
@@ -23,20 +24,14 @@ int64_t parseDigits(const std::string& text) {
 }  // namespace
 
 uint64_t parseSize(const std::string& text) {
-    const std::size_t unitStart = std::min(text.find_first_not_of("0123456789"), text.size());
-    std::string unit = host::foldCase(text.substr(unitStart));
-    unit.erase(0, unit.find_first_not_of(' '));
-    const int64_t number = parseDigits(text.substr(0, unitStart));
-    int shift = -10;
-    for (const char* const prefix : {"", "k", "m", "g", "t"}) {
-        shift += 10;
-        const std::string letter = prefix;
-        if (unit != letter && unit != letter + "b" && (letter.empty() || unit != letter + "ib"))
-            continue;
-        constexpr int64_t MOST_BYTES = int64_t{1} << 60;
-        if (number > 0 && number <= MOST_BYTES >> shift)
+    constexpr std::pair<const char*, int> UNITS[] = {{"", 0}, {"kb", 10}, {"mb", 20}, {"gb", 30}};
+    constexpr int64_t MOST_BYTES = int64_t{1} << 60;
+    const std::size_t end = std::min(text.find_first_not_of("0123456789"), text.size());
+    const int64_t number = parseDigits(text.substr(0, end));
+    const std::string unit = host::foldCase(text.substr(end));
+    for (const auto& [name, shift] : UNITS)
+        if (unit == name && number > 0 && number <= MOST_BYTES >> shift)
             return static_cast<uint64_t>(number) << shift;
-    }
     throw std::runtime_error("\"" + text +
                              "\" is not a size; give a number of bytes, or a number with the unit "
                              "kb, mb or gb");

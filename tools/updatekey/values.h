@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-// Parses a size: "64mb", "1 GiB", "4096"; kb, mb and gb are powers of 1024. Throws
-// std::runtime_error unless it is a number above 0 and at most one exbibyte.
+// Parses a size: "4096", "64mb"; kb, mb and gb are powers of 1024. Throws std::runtime_error unless
+// it is a number above 0 and at most one exbibyte.
 uint64_t parseSize(const std::string& text);
 
 // Parses a list of languages such as "0,fr,jp": numbers, or the suffixes of string tables. Throws

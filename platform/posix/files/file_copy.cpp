@@ -11,7 +11,6 @@
 #include "platform/posix/files/file_status.h"
 #include "platform/posix/files/place.h"
 #include "platform/posix/last_error.h"
-#include "platform/posix/processes/proc_files.h"
 
 using host::Descriptor;
 using host::fail;

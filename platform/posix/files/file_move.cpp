@@ -8,10 +8,10 @@
 
 #include "platform/posix/call_hook.h"
 #include "platform/posix/files/device.h"
+#include "platform/posix/files/file_status.h"
 #include "platform/posix/files/flush.h"
 #include "platform/posix/files/place.h"
 #include "platform/posix/last_error.h"
-#include "platform/posix/processes/proc_files.h"
 #include "platform/utf.h"
 
 using host::fail;

@@ -1,4 +1,4 @@
-// The status of a host file in Windows terms.
+// The status of a host file in Windows terms, and its identity.
 #pragma once
 
 #include <fcntl.h>
@@ -27,6 +27,27 @@ inline DWORD attributesOf(mode_t mode) {
 inline bool isListed(const std::string& name, mode_t mode) {
     return name.find('\\') == std::string::npos &&
            (S_ISREG(mode) || S_ISDIR(mode) || S_ISLNK(mode));
+}
+
+// Identifies a file of the host, whatever paths lead to it.
+struct FileIdentity {
+    FileIdentity() = default;
+    explicit FileIdentity(const struct stat& status)
+        : device(status.st_dev), inode(status.st_ino) {}
+    bool exists() const { return inode != 0; }
+    bool operator==(const FileIdentity& other) const {
+        return device == other.device && inode == other.inode;
+    }
+    bool operator!=(const FileIdentity& other) const { return !(*this == other); }
+
+    dev_t device = 0;
+    ino_t inode = 0;
+};
+
+// Follows links. The result does not exist when there is no file at the path.
+inline FileIdentity identityOf(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 ? FileIdentity(status) : FileIdentity();
 }
 
 // Whether another disk is mounted at a name in a folder.

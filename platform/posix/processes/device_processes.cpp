@@ -6,11 +6,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
 
 #include "platform/posix/files/device.h"
+#include "platform/posix/files/file_status.h"
 #include "platform/posix/files/place.h"
-#include "platform/posix/processes/proc_files.h"
 
 namespace host {
 
@@ -85,6 +86,12 @@ std::string nameOfDeviceProcess(const std::string& id, const std::vector<FileIde
 }
 
 }  // namespace
+
+std::string readLink(const std::string& path) {
+    char target[PATH_MAX];
+    const ssize_t length = ::readlink(path.c_str(), target, sizeof target);
+    return length > 0 ? std::string(target, static_cast<std::size_t>(length)) : std::string();
+}
 
 std::vector<DeviceProcess> deviceProcesses() {
     std::vector<DeviceProcess> processes;

@@ -15,6 +15,9 @@ namespace host {
 // The folder of the device that is its flash disk.
 constexpr const char FLASH_DISK[] = "FlashDisk";
 
+// Returns the target of a link, such as those of /proc; empty when there is none.
+std::string readLink(const std::string& path);
+
 struct DeviceProcess {
     DWORD id;
     std::string name;  // file name of the program

@@ -16,7 +16,7 @@
 #include "platform/posix/files/device.h"
 #include "platform/posix/files/place.h"
 #include "platform/posix/last_error.h"
-#include "platform/posix/processes/proc_files.h"
+#include "platform/posix/processes/device_processes.h"
 
 using host::fail;
 

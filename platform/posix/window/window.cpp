@@ -1,6 +1,7 @@
 // A window is an ordinary desktop window of the size of the device's screen, whatever frame and
 // position the program requests. It is visible while its style has WS_VISIBLE, and receives no key
-// presses while it has WS_DISABLED.
+// presses while it has WS_DISABLED. Messages, including the quit message, are returned in the order
+// in which they were posted.
 
 #define GLFW_INCLUDE_NONE
 #include "platform/posix/window/window.h"
@@ -10,6 +11,7 @@
 #include <GLFW/glfw3native.h>
 
 #include <cstdlib>
+#include <deque>
 #include <map>
 #include <string>
 
@@ -19,7 +21,6 @@
 #include "platform/posix/last_error.h"
 #include "platform/posix/signals.h"
 #include "platform/posix/window/screen_size.h"
-#include "platform/posix/window/window_messages.h"
 
 using host::fail;
 using host::refusedDisplayCall;
@@ -110,21 +111,33 @@ void tellMissingExtension() {
             "window system: the X server lacks the extension XFIXES, without which EGL may fail");
 }
 
-}  // namespace
+std::deque<MSG>& queue() {
+    // Never destroyed, because messages are still posted while the process exits.
+    static auto& messages = *new std::deque<MSG>;
+    return messages;
+}
 
-namespace host {
-
+// Posts a message for each desktop event since the last call.
 void collectWindowEvents() {
     endWhenWindowIsDestroyed();
     glfwPollEvents();
-    if (takeCloseRequest())
-        postMessage(programWindow, WM_CLOSE, 0);
+    if (host::takeCloseRequest())
+        host::postMessage(programWindow, WM_CLOSE, 0);
 }
 
+// Returns 0 for a window that does not exist.
 LRESULT callWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     return window != nullptr && window->desktop != nullptr
                ? window->procedure(window, message, wParam, lParam)
                : 0;
+}
+
+}  // namespace
+
+namespace host {
+
+void postMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    queue().push_back({window, message, wParam, lParam, 0, {0, 0}});
 }
 
 }  // namespace host
@@ -248,11 +261,40 @@ BOOL DestroyWindow(HWND window) {
         return FALSE;
     if (window == nullptr || window->desktop == nullptr)
         return fail(ERROR_INVALID_WINDOW_HANDLE);
-    host::callWindowProcedure(window, WM_DESTROY, 0, 0);
+    callWindowProcedure(window, WM_DESTROY, 0, 0);
     // The record is kept: messages in the queue may still refer to the window.
     glfwDestroyWindow(window->desktop);
     window->desktop = nullptr;
     return TRUE;
+}
+
+BOOL PeekMessageW(MSG* message, HWND, UINT, UINT, UINT) {
+    if (refusedDisplayCall("PeekMessageW"))
+        return FALSE;
+    if (queue().empty())
+        collectWindowEvents();
+    if (queue().empty())
+        return FALSE;
+    *message = queue().front();
+    queue().pop_front();
+    return TRUE;
+}
+
+// Posts no character messages: the program reads no text from the keyboard.
+BOOL TranslateMessage(const MSG*) {
+    host::errorFromHook("TranslateMessage");
+    return FALSE;
+}
+
+LRESULT DispatchMessageW(const MSG* message) {
+    if (host::refusedByHook("DispatchMessageW"))
+        return 0;
+    return callWindowProcedure(message->hwnd, message->message, message->wParam, message->lParam);
+}
+
+void PostQuitMessage(int exitCode) {
+    if (host::errorFromHook("PostQuitMessage", exitCode) == ERROR_SUCCESS)
+        host::postMessage(nullptr, WM_QUIT, static_cast<WPARAM>(exitCode));
 }
 
 HINSTANCE GetModuleHandleW(LPCWSTR) {

@@ -1,14 +1,10 @@
-// The functions of the windows that the message queue uses.
+// The message queue of the program's one thread.
 #pragma once
 
 #include "platform/posix/win32_api.h"
 
 namespace host {
 
-// Posts a message for each desktop event since the last call.
-void collectWindowEvents();
-
-// Returns 0 for a window that does not exist.
-LRESULT callWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+void postMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam = 0);
 
 }  // namespace host

@@ -4,8 +4,8 @@
 #include "render/faces.h"
 #include "support/text.h"
 #include "tools/diagnosis/installation.h"
-#include "tools/drawn_text.h"
 #include "tools/host/printable.h"
+#include "tools/updatekey/check/drawn_text.h"
 #include "tools/updatekey/check/key_under_check.h"
 #include "ui/screen_layout.h"
 

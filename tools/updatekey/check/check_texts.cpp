@@ -1,6 +1,7 @@
 // Checks the string tables: each language must have the ten texts of the updater's screen. Its face
 // must have their characters, each text must fit its line, and START and STOP their markers.
 
+#include <algorithm>
 #include <map>
 
 #include "platform/input_limits.h"
@@ -9,14 +10,29 @@
 #include "support/system_settings.h"
 #include "support/utf16_reader.h"
 #include "tools/host/trial_device.h"
-#include "tools/screen_fit.h"
-#include "tools/screen_texts.h"
 #include "tools/updatekey/check/key_under_check.h"
+#include "tools/updatekey/check/screen_fit.h"
 #include "ui/screen_layout.h"
 
 namespace {
 
 const std::string LANG = keypaths::GUI_DATA + "/lang/";
+
+// How the screen uses a text of the string tables.
+struct TextUse {
+    int rightEdge = 0;  // right limit of the text in pixels, the smallest of all states
+    WideString suffix;  // the longest text that the screen appends to it
+};
+
+std::map<std::string, TextUse> screenTexts() {
+    std::map<std::string, TextUse> texts;
+    for (const layout::Text& text : layout::TEXTS) {
+        const TextUse use = {layout::rightEdge(text), text.suffix};
+        TextUse& known = texts.emplace(text.key, use).first->second;
+        known.rightEdge = std::min(known.rightEdge, use.rightEdge);
+    }
+    return texts;
+}
 
 // Describes the encoding fault of a table, if any. The device reads tables as UTF-16LE.
 std::string encodingFault(const std::string& bytes) {

@@ -49,31 +49,20 @@ class ObservedUpdater : public Updater {
     Prediction& prediction_;
 };
 
-void look(Updater& updater, Prediction& prediction) {
+Prediction observe(bool updates, const Progress& progress) {
+    Prediction prediction;
+    ObservedUpdater updater(prediction);
     updater.pollMedia();
     prediction.accepted = updater.isMediaReady();
     prediction.notes = updater.getMessageLines();
     prediction.version = latin1ToUtf8(updater.getUpdateVersion());
-    prediction.state = updater.getState();
-}
-
-void run(Updater& updater, const Progress& progress) {
-    updater.startUpdate();
+    if (updates && prediction.accepted)
+        updater.startUpdate();
     while (updater.getState() == Updating) {
         updater.step();
         if (progress)
             progress(updater.getProgress());
     }
-}
-
-}  // namespace
-
-Prediction predict(const Progress& progress) {
-    Prediction prediction;
-    ObservedUpdater updater(prediction);
-    look(updater, prediction);
-    if (prediction.accepted)
-        run(updater, progress);
     prediction.state = updater.getState();
     // Two names on the key can be the same to the device, which then copies that file twice.
     for (const std::string& file : prediction.copied)
@@ -81,11 +70,14 @@ Prediction predict(const Progress& progress) {
     return prediction;
 }
 
+}  // namespace
+
+Prediction predict(const Progress& progress) {
+    return observe(true, progress);
+}
+
 Prediction lookAtKey() {
-    Prediction prediction;
-    ObservedUpdater updater(prediction);
-    look(updater, prediction);
-    return prediction;
+    return observe(false, {});
 }
 
 const char* stateName(int32_t state) {

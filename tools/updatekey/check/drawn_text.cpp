@@ -1,4 +1,4 @@
-#include "tools/drawn_text.h"
+#include "tools/updatekey/check/drawn_text.h"
 
 #include <algorithm>
 

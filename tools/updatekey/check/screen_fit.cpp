@@ -1,4 +1,4 @@
-#include "tools/screen_fit.h"
+#include "tools/updatekey/check/screen_fit.h"
 
 #include <algorithm>
 #include <cmath>

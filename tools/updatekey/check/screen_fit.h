@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tools/drawn_text.h"
+#include "tools/updatekey/check/drawn_text.h"
 
 // Describes why a text exceeds `rightEdge`, to be appended to its name in a message: "ends at x
 // 512, beyond 488". Returns an empty text when it fits.
