@@ -45,7 +45,7 @@ OPENED = b"Opening log at 2026/11/24 22:44\n"
 FAILED = OPENED + b"\n    *** ERROR *** Update failed.\n\n"
 SUCCEEDED = OPENED + b"  ** Warning ** Update succeeded at 2026/11/24 22:44\n"
 NOT_COPIED = OPENED + 17 * b"\n    *** ERROR *** Error 2 ::SetFileAttributes\n\n"
-LONG = OPENED + 200000 * b"    *** ERROR *** Error 5 ::RemoveDirectory(/a)\n"
+LONG = OPENED + 20000 * b"    *** ERROR *** Error 5 ::RemoveDirectory(/a)\n"
 
 # What is below VELD: complete folders, and files; the log; the step, the findings and the advice.
 STOPPED = [
@@ -152,7 +152,7 @@ class Diagnose(UserTest):
 
     def test_tells_what_the_technician_needs(self):
         write(self.device / VELD / "Updater-log.txt", LONG)
-        self.expect(0, "diagnose", self.device, says="The end of the log, after 199981 other lines:")
+        self.expect(0, "diagnose", self.device, says="The end of the log, after 19981 other lines:")
         write(self.device / VELD / "Updater-log.txt", b"    *** ERROR *** Error 145 ::RemoveDirectory(/a)\n\x1b[31mred\n")
         log = self.report("diagnose", "diagnose", self.device)["log"]
         self.assertIn("145: the folder is not empty", log[0]["meaning"])
