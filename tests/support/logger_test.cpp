@@ -20,7 +20,7 @@ TEST(LoggerFile, EachKindOfMessageHasItsFormat) {
     log.error("%s", "100%% of %s%n.txt");
     log.write("a%%");
     EXPECT_EQ(messages().substr(messages().size() - 2), "a%") << "held back";
-    log.write("b");
+    log.write("%s", "b");
     log.writeLine("c %5.1f", 1.25);
     log.writeLine("%s", std::string(2047, 'f').c_str());
     log.error("ab%s", std::string(100000, 'c').c_str());
