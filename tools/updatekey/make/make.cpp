@@ -23,10 +23,6 @@ void require(bool condition, const std::string& message) {
         throw std::runtime_error(message);
 }
 
-void requireFolder(const fs::path& path) {
-    require(fs::is_directory(path), path.generic_string() + " is not a folder");
-}
-
 // The key is created beside `out` and then renamed, which is impossible for a mount point.
 void requireFree(const fs::path& out) {
     if (!fs::exists(out)) {
@@ -89,8 +85,8 @@ void setTimes(const fs::path& folder, time_t time) {
 }  // namespace
 
 MakeReport makeKey(const MakeOptions& options, const CheckOptions& check) {
-    requireFolder(options.application);
-    requireFolder(options.guiData);
+    for (const fs::path& folder : {options.application, options.guiData})
+        require(fs::is_directory(folder), folder.generic_string() + " is not a folder");
     const auto holdsGuiData = [](const fs::path& folder) {
         return fs::is_directory(folder / "lang") && fs::is_directory(folder / "fonts");
     };
