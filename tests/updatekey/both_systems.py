@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3 -B
 """Compares updatekey.exe with the Linux program: every faulty key and every broken instrument of the
 tests must get the same JSON and the same exit code from both, byte for byte, and a key that both make
 from the same files must be the same. Part of scripts/lanes/windows-updatekey.
@@ -50,11 +50,16 @@ def contents(folder):
 
 
 keys = sorted((rows / "key").iterdir())
+trees = set()
 for key in keys:
     compare(key, "check", key)
-    if "larger" not in key.name:  # info reads every file
-        compare(key, "info", key)
-    compare(key, "diff", key, keys[0])
+    # Only names and kinds of files are found in another way by the other commands on Windows.
+    tree = frozenset((path.relative_to(key), path.is_dir()) for path in key.rglob("*"))
+    if tree not in trees:
+        if "larger" not in key.name:  # info reads every file
+            compare(key, "info", key)
+        compare(key, "diff", key, keys[0])
+    trees.add(tree)
 for device in sorted((rows / "device").iterdir()):
     compare(device, "diagnose", device, "--manifest", keys[0])
 
@@ -62,7 +67,7 @@ work = rows / "Füße und Hände"
 (work / "app").mkdir(parents=True)
 for name in ["KSTRL.exe", "Übersicht.dat", ".DS_Store", "desktop.ini"]:
     (work / "app" / name).write_bytes(b"MZ" + name.encode())
-(work / "notes.txt").write_text("Größe\n")
+(work / "notes.txt").write_bytes("\ufeffGröße\r\nNews".encode())
 made = []
 for program in [[linux], windows]:
     subprocess.run([*program, "make", "--machine", "any", "--accept", "application-damaged", "--quiet",

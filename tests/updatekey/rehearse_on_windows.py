@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3 -B
 """Rehearses updates with updatekey.exe and updater.exe, and compares the reports with those of the Linux
 program. Part of scripts/lanes/windows, which calls it with a display and Linux's programs in build/release.
 Usage: rehearse_on_windows.py DRIVE PLAIN-PROGRAM WINE
@@ -58,6 +58,7 @@ def leaves_nothing(what):
     end = time.monotonic() + 60
     while left := [program for program in programs() if re.search("updater|KSTRL", program)]:
         assert time.monotonic() < end, f"{what}: {left}"
+        time.sleep(0.1)
 
 
 def same(what, state, code, **on_windows):
