@@ -3,12 +3,11 @@
 import json
 import os
 import random
-import subprocess
 
 from instrument import DEVICE, FLASH, make_disk, raw, recorded
 from judge import Verdict, output_of
 from machine import Failure, expect
-from power import states
+from power import copy, states
 
 SEED = 20
 MOUNTS = {  # the file system and its mount options
@@ -24,9 +23,11 @@ def judge_states(mount, file_system, disk, record, device, folder):
     os.makedirs(folder)
     row = {"mount": mount, "states": 0, "torn": 0, "not whole": 0, "untrue": 0, "complaints": [], "kinds": {}}
     chance = random.Random(SEED)
-    seen = {}
+    seen, verdicts = {}, {}
     for name, image in states(disk, record, folder, SEED):
-        verdict = Verdict(image, file_system, device, f"{folder}/copy")
+        if image.content not in verdicts:
+            verdicts[image.content] = Verdict(image.file, file_system, device, f"{folder}/copy")
+        verdict = verdicts[image.content]
         untrue = verdict.succeeded and not verdict.new
         row["states"] += 1
         row["torn"] += verdict.torn
@@ -37,7 +38,7 @@ def judge_states(mount, file_system, disk, record, device, folder):
             seen[verdict.kind] = seen.get(verdict.kind, 0) + 1
         if verdict.needs_repair and chance.random() < 1 / seen[verdict.kind]:
             file = f"{folder}/kind{list(seen).index(verdict.kind)}"
-            subprocess.run(["cp", "--sparse=always", image, file], check=True)
+            copy(image.file, file)
             row["kinds"][verdict.kind] = (name, file)
     return row
 
@@ -153,16 +154,20 @@ def registry(instrument):
     make_disk("vfat", None, disk)
     instrument.mount(instrument.plug(recorded(disk, record), "scsi"), ("vfat", "utf8"), "FlashDisk")
     # The test would delete its folder.
-    instrument.run(f"TMPDIR={DEVICE}/FlashDisk LD_PRELOAD={instrument.made}/keep-files.so "
+    instrument.run(f"TMPDIR={DEVICE}/FlashDisk LD_PRELOAD=/run/programs/keep-files.so "
                    "/run/programs/tests/platform/platform_test --gtest_filter=Registry.ReturnsStoredValues")
     instrument.pull("scsi")
     instrument.unmount("FlashDisk", "-l")
     os.makedirs(f"{record}.states")
     count = cut_short = 0
+    read = {}
     for name, image in states(disk, record, f"{record}.states", SEED):
-        file = output_of("mtype", "-i", image, "::/*/registry.reg")
-        whole = file.startswith("Windows Registry Editor ") and file.endswith("\n") and \
-            "/registry.reg\n" not in output_of("fsck.vfat", "-n", image)
+        if image.content not in read:
+            file = output_of("mtype", "-i", image.file, "::/*/registry.reg")
+            whole = file.startswith("Windows Registry Editor ") and file.endswith("\n") and \
+                "/registry.reg\n" not in output_of("fsck.vfat", "-n", image.file)
+            read[image.content] = file, whole
+        file, whole = read[image.content]
         if count == 0 and not (whole and "only what was flushed" in name):
             continue  # the first file is the test's, which does not flush it
         count += 1

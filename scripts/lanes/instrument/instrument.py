@@ -1,19 +1,19 @@
 """The virtual instrument: a machine with a screen, a keyboard, a flash disk and a USB port, which runs
 the updater."""
 
-import shutil
 import subprocess
 
 from machine import Machine
+from power import copy
 
 DEVICE = "/run/device"
 FLASH = f"{DEVICE}/FlashDisk/VELD"
-PROCESSORS = {  # the emulator and its first arguments, the folder of the programs, the driver that draws
+PROCESSORS = {  # the emulator and its first arguments, the folder of the programs, whether pictures are compared
     "amd64": (("qemu-system-x86_64", "-machine", "q35", "-cpu", "max", "-append", "console=ttyS0 mitigations=off "),
-              "release", "llvmpipe"),
-    # llvmpipe, which compiles shaders at run time, draws no text in the emulator.
+              "release", True),
+    # llvmpipe draws no text in this emulator, and another driver takes minutes for a picture.
     "armhf": (("qemu-system-arm", "-machine", "virt,highmem=off", "-cpu", "cortex-a15", "-append", "console=ttyAMA0 "),
-              "linux-arm", "softpipe"),
+              "linux-arm", False),
 }
 ENDED = "{ ! kill -0 $(cat /run/updater.pid) 2>/dev/null || grep -q 'Update failed' /run/updater.out; }"
 
@@ -36,7 +36,7 @@ def raw(file):
 
 def recorded(disk, record):
     """A copy of a disk, of which the emulator records every write and flush."""
-    shutil.copyfile(disk, f"{record}.disk")
+    copy(disk, f"{record}.disk")
     open(record, "wb").close()
     return {"driver": "blklogwrites", "file": raw(f"{record}.disk"), "log": raw(record)}
 
@@ -44,7 +44,7 @@ def recorded(disk, record):
 class Instrument(Machine):
     def __init__(self, project, processor, folder):
         self.folder = folder
-        (emulator, *arguments), programs, self.driver = PROCESSORS[processor]
+        (emulator, *arguments), programs, self.draws = PROCESSORS[processor]
         self.made = f"{project}/build/instrument/{processor}"
         tree = "/" if processor == "amd64" else f"{project}/build/trees/instrument-{processor}"
         arguments[-1] += "quiet panic=-1 no_timer_check"
@@ -64,8 +64,7 @@ class Instrument(Machine):
         self.run(f"mkdir -p {DEVICE}/FlashDisk '{DEVICE}/USB HD'")
 
     def start_updater(self, arguments="", screen="", draws=True):
-        draw = f"LIBGL_ALWAYS_SOFTWARE=1 GALLIUM_DRIVER={self.driver}" if draws else \
-            f"LD_PRELOAD={self.made}/draw-nothing.so"
+        draw = "LIBGL_ALWAYS_SOFTWARE=1 GALLIUM_DRIVER=llvmpipe" if draws else "LD_PRELOAD=/run/programs/draw-nothing.so"
         self.run(f"DISPLAY=:0 {draw} UPDATER_SCREEN={screen} UPDATER_DEVICE={DEVICE} "
                  f"/run/programs/updater {arguments} >/run/updater.out 2>&1 & echo $! >/run/updater.pid")
 

@@ -61,7 +61,7 @@ def main():
     project, processor, *parts = sys.argv[1:]
     folder = tempfile.mkdtemp()
     try:
-        with multiprocessing.Pool(1) as judges, Instrument(project, processor, folder) as instrument:
+        with multiprocessing.Pool() as judges, Instrument(project, processor, folder) as instrument:
             return run(instrument, judges, parts or (["cuts", *PARTS] if processor == "amd64" else ["keys"])) > 0
     except Failure as failure:
         print(f"instrument: {failure}", file=sys.stderr)
