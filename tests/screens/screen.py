@@ -19,12 +19,13 @@ class Screen:
         ready, told = os.pipe()
         with tempfile.TemporaryDirectory() as folder:
             self.server = subprocess.Popen(
-                ['setpriv', '--pdeathsig', 'TERM', 'Xvfb', '-displayfd', str(told), '-nolisten', 'tcp', '-fbdir', folder,
-                 '-screen', '0', f'{width}x{height}x{depth}'], pass_fds=[told], stderr=subprocess.DEVNULL)
+                ['setpriv', '--pdeathsig', 'TERM', 'Xvfb', '-displayfd', str(told), '-nolisten', 'tcp', '-nocursor',
+                 '-fbdir', folder, '-screen', '0', f'{width}x{height}x{depth}'],
+                pass_fds=[told], stderr=subprocess.DEVNULL)
             os.close(told)
             with os.fdopen(ready) as lines:
                 self.name = ':' + lines.readline().strip()
-            # The server's own memory of the screen, after a header.
+            # The server's own memory of the screen, after a header. It would have the pointer too.
             with open(folder + '/Xvfb_screen0', 'rb') as file:
                 memory = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)
         self.pixels = numpy.frombuffer(memory, numpy.uint16 if depth == 16 else numpy.uint32)[-width * height:]
