@@ -184,7 +184,8 @@ TEST_F(ProcessesPosix, ASecondUpdaterChangesNothing) {
         EXPECT_EQ(updater.wait(), exitCode);
         const std::string message = "updater: another updater runs on the device folder \"";
         EXPECT_EQ(device.read("errors").find(message), exitCode == 3 ? 0 : std::string::npos);
-        EXPECT_TRUE(waitUntil([&] { return application.hasEnded() == (exitCode != 3); }));
+        EXPECT_TRUE(
+            waitUntil([&, ends = exitCode != 3] { return application.hasEnded() == ends; }));
     }
     ::close(folder);
 }
