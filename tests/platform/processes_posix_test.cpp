@@ -174,18 +174,17 @@ TEST_F(ProcessesPosix, ASecondUpdaterChangesNothing) {
     Process application({{host(), "300"}});
     EXPECT_TRUE(waitUntil([] { return processesNamed("KSTRL.exe").size() == 1; }));
     const int folder = ::open(device.root().c_str(), O_RDONLY | O_CLOEXEC);
-    for (const auto& [lock, exitCode] : {std::pair{LOCK_EX, 3}, std::pair{LOCK_UN, 255}}) {
+    for (const auto& [lock, code] : {std::pair{LOCK_EX, 3}, std::pair{LOCK_UN, 255}}) {
         ASSERT_EQ(::flock(folder, lock), 0);
         Process updater({{UPDATER_PROGRAM},
                          {{"DISPLAY", ""}, {"UPDATER_DEVICE", device.root() / "."}},
                          {},
                          {},
                          host("errors")});
-        EXPECT_EQ(updater.wait(), exitCode);
+        EXPECT_EQ(updater.wait(), code);
         const std::string message = "updater: another updater runs on the device folder \"";
-        EXPECT_EQ(device.read("errors").find(message), exitCode == 3 ? 0 : std::string::npos);
-        EXPECT_TRUE(
-            waitUntil([&, ends = exitCode != 3] { return application.hasEnded() == ends; }));
+        EXPECT_EQ(device.read("errors").find(message), code == 3 ? 0 : std::string::npos);
+        EXPECT_TRUE(waitUntil([&, ends = code != 3] { return application.hasEnded() == ends; }));
     }
     ::close(folder);
 }
