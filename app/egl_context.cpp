@@ -4,25 +4,20 @@
 
 namespace {
 
+// clang-format off
 constexpr EGLint CONFIG_ATTRIBUTES[] = {
-    EGL_RENDERABLE_TYPE,
-    EGL_OPENGL_ES2_BIT,
-    EGL_BUFFER_SIZE,
-    16,
-    EGL_RED_SIZE,
-    5,
-    EGL_GREEN_SIZE,
-    6,
-    EGL_BLUE_SIZE,
-    5,
-    EGL_ALPHA_SIZE,
-    0,
-    EGL_DEPTH_SIZE,
-    1,
-    EGL_STENCIL_SIZE,
-    0,
+    EGL_RENDERABLE_TYPE, EGL_OPENGL_ES2_BIT,
+    EGL_BUFFER_SIZE, 16,
+    EGL_RED_SIZE, 5,
+    EGL_GREEN_SIZE, 6,
+    EGL_BLUE_SIZE, 5,
+    EGL_ALPHA_SIZE, 0,
+    EGL_DEPTH_SIZE, 1,
+    EGL_STENCIL_SIZE, 0,
     EGL_NONE,
 };
+// clang-format on
+constexpr const EGLint* EXACT_SIZES = CONFIG_ATTRIBUTES + 4;  // from red on
 constexpr EGLint CONTEXT_ATTRIBUTES[] = {EGL_CONTEXT_CLIENT_VERSION, 2, EGL_NONE};
 constexpr EGLint MAX_CONFIGS = 64;
 
@@ -36,22 +31,16 @@ bool fail(const char* message) {
 // as it is.
 EGLConfig pickConfig(EGLDisplay display, const EGLConfig* configs, EGLint count) {
     for (EGLint i = 0; i < count; ++i) {
-        EGLint red = 0;
-        EGLint green = 0;
-        EGLint blue = 0;
-        EGLint alpha = 0;
-        EGLint depth = 0;
-        EGLint stencil = 0;
-        if (!eglGetConfigAttrib(display, configs[i], EGL_RED_SIZE, &red) ||
-            !eglGetConfigAttrib(display, configs[i], EGL_GREEN_SIZE, &green) ||
-            !eglGetConfigAttrib(display, configs[i], EGL_BLUE_SIZE, &blue) ||
-            !eglGetConfigAttrib(display, configs[i], EGL_ALPHA_SIZE, &alpha) ||
-            !eglGetConfigAttrib(display, configs[i], EGL_DEPTH_SIZE, &depth) ||
-            !eglGetConfigAttrib(display, configs[i], EGL_STENCIL_SIZE, &stencil)) {
-            std::printf("eglGetConfigAttrib failed!\n");
-            return configs[i];
+        bool exact = true;
+        for (const EGLint* wanted = EXACT_SIZES; *wanted != EGL_NONE; wanted += 2) {
+            EGLint size = 0;
+            if (!eglGetConfigAttrib(display, configs[i], wanted[0], &size)) {
+                std::printf("eglGetConfigAttrib failed!\n");
+                return configs[i];
+            }
+            exact &= wanted[0] == EGL_DEPTH_SIZE ? size >= wanted[1] : size == wanted[1];
         }
-        if (red == 5 && green == 6 && blue == 5 && alpha == 0 && depth >= 1 && stencil == 0)
+        if (exact)
             return configs[i];
     }
     return configs[0];

@@ -9,7 +9,6 @@ namespace {
 
 constexpr LPCWSTR CLASS_NAME = TEXT("EGLWndClass");
 constexpr DWORD START_STYLE = WS_DISABLED | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
-static_assert(START_STYLE == 0x08CC0000);
 
 void handleKeyDown(WPARAM virtualKey) {
     theScreen.onKey(virtualKey);

@@ -34,14 +34,9 @@ const unsigned char* readField(const unsigned char* bytes, Number& number) {
     return bytes + sizeof number;
 }
 
-uint16_t readU16(const unsigned char* bytes) {
-    uint16_t number = 0;
-    readField(bytes, number);
-    return number;
-}
-
-uint32_t readU32(const unsigned char* bytes) {
-    uint32_t number = 0;
+template <typename Number>
+Number read(const unsigned char* bytes) {
+    Number number = 0;
     readField(bytes, number);
     return number;
 }
@@ -49,13 +44,9 @@ uint32_t readU32(const unsigned char* bytes) {
 void parseCommon(const unsigned char* content, std::size_t size, FontData& font) {
     if (size < COMMON_SIZE_USED)
         return;
-    font.lineHeight = readU16(content);
-    font.base = readU16(content + 2);
-    font.atlasSize = readU16(content + 4);
-}
-
-bool isControl(char character) {
-    return static_cast<unsigned char>(character) < 0x20;
+    font.lineHeight = read<uint16_t>(content);
+    font.base = read<uint16_t>(content + 2);
+    font.atlasSize = read<uint16_t>(content + 4);
 }
 
 // Every name has the length of the first. An incomplete name at the end of the block is ignored.
@@ -68,7 +59,8 @@ void parsePages(const unsigned char* content, std::size_t size, FontData& font) 
         std::string& kept = font.pageNames.emplace_back(name, std::find(name, name + length, 0));
         // No file name contains a control character. Replacing it keeps the log message about a
         // missing page on one line.
-        std::replace_if(kept.begin(), kept.end(), isControl, '?');
+        std::replace_if(
+            kept.begin(), kept.end(), [](unsigned char c) { return c < ' '; }, '?');
     }
 }
 
@@ -84,8 +76,8 @@ void parseChars(const unsigned char* content, std::size_t size, FontData& font) 
 void parseKerningPairs(const unsigned char* content, std::size_t size, FontData& font) {
     for (std::size_t i = 0; i < size / KERNING_PAIR_SIZE && !needsTooMuchMemory(font); ++i) {
         const unsigned char* const record = content + i * KERNING_PAIR_SIZE;
-        font.kerning[{readU32(record), readU32(record + 4)}] =
-            static_cast<int16_t>(readU16(record + 8));
+        font.kerning[{read<uint32_t>(record), read<uint32_t>(record + 4)}] =
+            read<int16_t>(record + 8);
     }
 }
 
@@ -110,7 +102,7 @@ bool parseFont(const unsigned char* bytes, std::size_t size, FontData& font) {
     int blocks = 0;
     for (; blocks < BLOCK_COUNT && size - position >= BLOCK_HEADER_SIZE; ++blocks) {
         const unsigned char type = bytes[position];
-        const int32_t stated = static_cast<int32_t>(readU32(bytes + position + 1));
+        const int32_t stated = read<int32_t>(bytes + position + 1);
         position += BLOCK_HEADER_SIZE;
         if (stated < 0)
             return false;

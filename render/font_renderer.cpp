@@ -92,8 +92,6 @@ void FontRenderer::drawText(const std::string& text, int x, int y, float red, fl
 void FontRenderer::drawGlyph(const PlacedGlyph& placed, int y) const {
     const Glyph& glyph = placed.glyph;
     const float atlasSize = static_cast<float>(font_.atlasSize);
-    const float left = placed.left;
-    const float right = placed.right;
     const float top = static_cast<float>(placed.top + int64_t{y});
     const float bottom = static_cast<float>(glyph.height) + top;
     const float u0 = static_cast<float>(glyph.x) / atlasSize;
@@ -101,8 +99,8 @@ void FontRenderer::drawGlyph(const PlacedGlyph& placed, int y) const {
     const float v0 = static_cast<float>(glyph.y) / atlasSize;
     const float v1 = static_cast<float>(glyph.y + glyph.height) / atlasSize;
 
-    const GLfloat positions[] = {left,  bottom, 0.0F, left,  top,    0.0F,
-                                 right, top,    0.0F, right, bottom, 0.0F};
+    const GLfloat positions[] = {placed.left,  bottom, 0, placed.left,  top,    0,
+                                 placed.right, top,    0, placed.right, bottom, 0};
     const GLfloat texCoords[] = {u0, v1, u0, v0, u1, v0, u1, v1};
     const GLuint position = static_cast<GLuint>(positionLocation_);
     const GLuint texCoord = static_cast<GLuint>(texCoordLocation_);

@@ -46,20 +46,19 @@ Pixels loadPixels(const char* path, int32_t offset, uint64_t size) {
     return pixels;
 }
 
-GLuint createTexture() {
+// Returns 0 when GL has no name for the texture.
+GLuint makeTexture(GLenum format, GLsizei width, GLsizei height, const unsigned char* pixels) {
     GLuint texture = 0;
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
     glGenTextures(1, &texture);
-    return texture;
-}
-
-void uploadTexture(GLuint texture, GLenum format, GLsizei width, GLsizei height,
-                   const unsigned char* pixels) {
+    if (texture == 0)
+        return 0;
     glBindTexture(GL_TEXTURE_2D, texture);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     glTexImage2D(GL_TEXTURE_2D, 0, static_cast<GLint>(format), width, height, 0, format,
                  GL_UNSIGNED_BYTE, pixels);
+    return texture;
 }
 
 uint64_t byteCount(GLsizei width, GLsizei height, uint64_t bytesPerPixel) {
@@ -75,11 +74,9 @@ GLuint loadRawRGBTexture(const char* path, GLsizei width, GLsizei height) {
     const Pixels pixels = loadPixels(path, 0, byteCount(width, height, 3));
     if (pixels == nullptr)
         return 0;
-    const GLuint texture = createTexture();
+    const GLuint texture = makeTexture(GL_RGB, width, height, pixels.get());
     if (texture == 0)
         Logger::instance().error("Failed to create GL texture.");
-    else
-        uploadTexture(texture, GL_RGB, width, height, pixels.get());
     return texture;
 }
 
@@ -87,11 +84,9 @@ GLuint loadRawLuminanceTexture(const char* path, GLsizei size, int32_t offset) {
     const Pixels pixels = loadPixels(path, offset, byteCount(size, size, 1));
     if (pixels == nullptr)
         return 0;
-    const GLuint texture = createTexture();
+    const GLuint texture = makeTexture(GL_LUMINANCE, size, size, pixels.get());
     // Traced, not logged: a font with many pages would fill the log.
     if (texture == 0)
         debugPrint("Failed to create GL texture.");
-    else
-        uploadTexture(texture, GL_LUMINANCE, size, size, pixels.get());
     return texture;
 }

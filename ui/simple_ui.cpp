@@ -68,9 +68,9 @@ void SimpleUI::onKey(WPARAM virtualKey) {
     // STOP works in every state; pressed during an update, it abandons the update.
     if (updater.getState() == UpdateFailed || virtualKey == VK_END) {
         restart();
-    } else if (virtualKey == VK_HOME) {
-        if (updater.getState() == ReadyToUpdate && updater.isMediaReady())
-            updater.startUpdate();
+    } else if (virtualKey == VK_HOME && updater.getState() == ReadyToUpdate &&
+               updater.isMediaReady()) {
+        updater.startUpdate();
     }
 }
 

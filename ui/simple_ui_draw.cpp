@@ -15,26 +15,12 @@ namespace {
 // An orthographic projection of the screen. Texts count y down from the top, shapes count it up
 // from the bottom.
 struct Projection {
+    Projection(uint32_t width, uint32_t bottom, uint32_t top) {
+        orthoMatrix(0, static_cast<float>(width), static_cast<float>(bottom),
+                    static_cast<float>(top), -1, 1, matrix);
+    }
     float matrix[16];
 };
-
-Projection yDownwards(uint32_t width, uint32_t height) {
-    Projection projection{};
-    orthoMatrix(0, static_cast<float>(width), static_cast<float>(height), 0, -1, 1,
-                projection.matrix);
-    return projection;
-}
-
-Projection yUpwards(uint32_t width, uint32_t height) {
-    Projection projection{};
-    orthoMatrix(0, static_cast<float>(width), 0, static_cast<float>(height), -1, 1,
-                projection.matrix);
-    return projection;
-}
-
-const WideString& textOf(const char* key) {
-    return StringTable::instance().lookup(key);
-}
 
 void enableTextBlending() {
     glEnable(GL_BLEND);
@@ -67,7 +53,7 @@ void SimpleUI::drawBackground() {
     glDisable(GL_BLEND);
     glUseProgram(imageRenderer->program);
     glUniformMatrix4fv(getUniformLocation(imageRenderer->program, "prmtx"), 1, GL_FALSE,
-                       yUpwards(screenWidth, screenHeight).matrix);
+                       Projection(screenWidth, 0, screenHeight).matrix);
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_2D, backgroundTexture);
     glUniform1i(imageRenderer->samplerLocation, 0);
@@ -89,7 +75,7 @@ void SimpleUI::drawKeyMarkers() {
     const GLint color = glGetAttribLocation(program, "a_colors");
     glUseProgram(program);
     glUniformMatrix4fv(getUniformLocation(program, "prmtx"), 1, GL_FALSE,
-                       yUpwards(screenWidth, screenHeight).matrix);
+                       Projection(screenWidth, 0, screenHeight).matrix);
     for (const layout::KeyMarker& marker : layout::KEY_MARKERS)
         drawFilledRect(marker.place, position, color, marker.red, marker.green, marker.blue);
     glUseProgram(0);
@@ -99,7 +85,7 @@ void SimpleUI::drawTexts() {
     FontRenderer* const face = fontSet.getFont(layout::TEXT_FONT_SIZE);
     if (face == nullptr)
         return;
-    const Projection projection = yDownwards(screenWidth, screenHeight);
+    const Projection projection(screenWidth, screenHeight, 0);
     const auto drawLine = [&](WideText text, int32_t top) {
         face->drawText(text, layout::TEXT_LEFT, top, 1, 1, 1, projection.matrix, true, nullptr);
     };
@@ -111,10 +97,7 @@ void SimpleUI::drawTexts() {
         const WideString suffix = text.state == Updating
                                       ? widen(std::to_string(updater.getProgress()) + "%")
                                       : text.suffix;
-        if (suffix.empty())
-            drawLine(textOf(text.key), text.top);
-        else
-            drawLine(textOf(text.key) + suffix, text.top);
+        drawLine(StringTable::instance().lookup(text.key) + suffix, text.top);
     }
     if (restartAttempted)
         drawLine(layout::RESTART_NOTE, layout::restartNoteTop(state));
@@ -128,7 +111,7 @@ void SimpleUI::drawMessageLines() {
     FontRenderer* const face = fontSet.getFont(layout::NOTES_FONT_SIZE);
     if (face == nullptr)
         return;
-    const Projection projection = yDownwards(screenWidth, screenHeight);
+    const Projection projection(screenWidth, screenHeight, 0);
     enableTextBlending();
     int32_t top = layout::NOTES_TOP;
     for (const std::string& line : updater.getMessageLines()) {

@@ -1,5 +1,5 @@
-// Tests that each failure of the display driver prints its message and ends the set-up, and that
-// the right configuration is chosen. A fake driver replaces the real one, which rarely fails.
+// Tests what is printed when a call of the display driver fails, and which configuration is chosen.
+// A fake driver replaces the real one, which rarely fails.
 
 #include "app/egl_context.h"
 
@@ -23,12 +23,12 @@ struct Driver {
     std::string calls;  // one line each, with the attributes asked for
     int configTaken = -1;
 
-    bool call(const std::string& name, const EGLint* attributes = nullptr) {
+    bool call(const std::string& name, const EGLint* attributes = nullptr, bool asMeant = true) {
         calls += name;
         for (; attributes != nullptr && *attributes != EGL_NONE; ++attributes)
             calls += ' ' + std::to_string(*attributes);
         calls += '\n';
-        return name != failing;
+        return name != failing && asMeant;
     }
     int indexOf(EGLConfig config) const {
         return static_cast<int>(static_cast<Config*>(config) - configs.data());
@@ -40,8 +40,9 @@ int handle;  // its address is the handle of every EGL object
 
 }  // namespace
 
-EGLDisplay eglGetDisplay(EGLNativeDisplayType) {
-    return driver.call("eglGetDisplay") ? &handle : EGL_NO_DISPLAY;
+EGLDisplay eglGetDisplay(EGLNativeDisplayType native) {
+    const bool usual = native == EGL_DEFAULT_DISPLAY;
+    return driver.call("eglGetDisplay", nullptr, usual) ? &handle : EGL_NO_DISPLAY;
 }
 EGLBoolean eglInitialize(EGLDisplay, EGLint* major, EGLint* minor) {
     return driver.call("eglInitialize") && major == nullptr && minor == nullptr;
@@ -60,15 +61,26 @@ EGLBoolean eglGetConfigAttrib(EGLDisplay, EGLConfig config, EGLint attribute, EG
     *value = static_cast<Config*>(config)->at(static_cast<std::size_t>(size - std::begin(sizes)));
     return driver.indexOf(config) != driver.unreadableConfig || attribute != EGL_BLUE_SIZE;
 }
-EGLContext eglCreateContext(EGLDisplay, EGLConfig config, EGLContext, const EGLint* wanted) {
+EGLContext eglCreateContext(EGLDisplay, EGLConfig config, EGLContext shared, const EGLint* wanted) {
     driver.configTaken = driver.indexOf(config);
-    return driver.call("eglCreateContext", wanted) ? &handle : EGL_NO_CONTEXT;
+    return driver.call("eglCreateContext", wanted, shared == nullptr) ? &handle : EGL_NO_CONTEXT;
 }
-EGLSurface eglCreateWindowSurface(EGLDisplay, EGLConfig, EGLNativeWindowType, const EGLint*) {
-    return driver.call("eglCreateWindowSurface") ? &handle : EGL_NO_SURFACE;
+EGLSurface eglCreateWindowSurface(EGLDisplay, EGLConfig config, EGLNativeWindowType,
+                                  const EGLint* wanted) {
+    const bool sameConfig = driver.indexOf(config) == driver.configTaken;
+    return driver.call("eglCreateWindowSurface", wanted, sameConfig) ? &handle : EGL_NO_SURFACE;
 }
-EGLBoolean eglMakeCurrent(EGLDisplay, EGLSurface, EGLSurface, EGLContext) {
-    return driver.call("eglMakeCurrent");
+EGLBoolean eglMakeCurrent(EGLDisplay, EGLSurface draw, EGLSurface read, EGLContext context) {
+    return driver.call("eglMakeCurrent", nullptr, draw == read && draw == context);
+}
+EGLBoolean eglDestroyContext(EGLDisplay, EGLContext) {
+    return driver.call("eglDestroyContext");
+}
+EGLBoolean eglDestroySurface(EGLDisplay, EGLSurface) {
+    return driver.call("eglDestroySurface");
+}
+EGLBoolean eglTerminate(EGLDisplay) {
+    return driver.call("eglTerminate");
 }
 EGLBoolean eglSwapInterval(EGLDisplay, EGLint interval) {
     return driver.call("eglSwapInterval") && interval == 0;
@@ -110,6 +122,24 @@ TEST(EglContext, SetUpStopsAtTheFirstFailingCallWithItsMessage) {
     }
     driver.configs.clear();
     EXPECT_EQ(init(), "No matching EGL configs found!\n");
+}
+
+TEST(EglContext, TeardownSaysWhatItDid) {
+    const char* const calls[] = {"eglMakeCurrent", "eglDestroyContext", "eglDestroySurface",
+                                 "eglTerminate"};
+    for (const std::string failing : calls) {
+        driver = Driver();
+        driver.failing = failing;
+        std::string order, said;
+        for (const std::string call : calls) {
+            order += call + '\n';
+            said += call == failing || call == calls[0] ? "" : call + " SUCCESS\n";
+        }
+        ::testing::internal::CaptureStdout();
+        EXPECT_TRUE(shutdownEgl(&handle, &handle, &handle));
+        EXPECT_EQ(::testing::internal::GetCapturedStdout(), said);
+        EXPECT_EQ(driver.calls, order);
+    }
 }
 
 TEST(EglContext, ChoosesTheExactConfigOrTheFirst) {

@@ -1,6 +1,7 @@
 #include "tests/helpers/recording_gl.h"
 
 #include <algorithm>
+#include <cstring>
 #include <sstream>
 
 #undef glShaderSource
@@ -53,8 +54,16 @@ GLint find(const std::map<std::string, GLint>& locations, const char* name) {
     return location != locations.end() ? location->second : -1;
 }
 
-void copyInfoLog(GLsizei capacity, GLsizei* length, GLchar* log) {
-    *length = static_cast<GLsizei>(gl().infoLog.copy(log, static_cast<std::size_t>(capacity - 1)));
+std::string logOf(GLuint object) {
+    return gl().infoLog.empty() ? "" : gl().infoLog + ' ' + std::to_string(object);
+}
+
+GLint logSize(GLuint object) {
+    return static_cast<GLint>(logOf(object).size() + 1);
+}
+
+void copyInfoLog(GLuint object, GLsizei capacity, GLsizei* length, GLchar* log) {
+    *length = static_cast<GLsizei>(logOf(object).copy(log, static_cast<std::size_t>(capacity - 1)));
     log[*length] = '\0';
 }
 
@@ -73,7 +82,7 @@ std::vector<std::string> RecordingGl::callsOf(const std::string& function) const
     return found;
 }
 
-// Defines a function that only records its call, only sets something, or does nothing.
+// Defines a function that only records its call, or only sets something.
 #define RECORDED(function, parameters, ...) \
     void function parameters {              \
         record(#function, __VA_ARGS__);     \
@@ -82,33 +91,32 @@ std::vector<std::string> RecordingGl::callsOf(const std::string& function) const
     void function parameters {                    \
         assignment;                               \
     }
-#define IGNORED(function, parameters) \
-    void function parameters {}
 
 RECORDED(glCompileShader, (GLuint shader), shader)
 RECORDED(glLinkProgram, (GLuint program), program)
 RECORDED(glDeleteShader, (GLuint shader), shader)
-RECORDED(glShaderSource, (GLuint shader, GLsizei, const GLchar* const*, const GLint*), shader)
+RECORDED(glShaderSource,
+         (GLuint shader, GLsizei count, const GLchar* const* texts, const GLint* sizes), shader,
+         count, std::strlen(texts[count - 1]) == static_cast<std::size_t>(sizes[count - 1]))
 RECORDED(glUniform1f, (GLint location, GLfloat value), location, value)
 RECORDED(glUniform3f, (GLint location, GLfloat x, GLfloat y, GLfloat z), location, x, y, z)
 RECORDED(glUniform4f, (GLint location, GLfloat x, GLfloat y, GLfloat z, GLfloat w), location, x, y,
          z, w)
 RECORDED(glDeleteTextures, (GLsizei count, const GLuint* textures), count, join(textures, count))
 RECORDED(glLineWidth, (GLfloat width), width)
-SETTING(glPixelStorei, (GLenum, GLint alignment), gl().alignment = alignment)
+RECORDED(glPixelStorei, (GLenum name, GLint value), name, value)
 SETTING(glEnableVertexAttribArray, (GLuint index), gl().arrays[index].enabled = true)
 SETTING(glDisableVertexAttribArray, (GLuint index), gl().arrays[index].enabled = false)
 SETTING(glUniformMatrix4fv, (GLint location, GLsizei, GLboolean, const GLfloat* value),
         gl().matrices[location].assign(value, value + 16))
-IGNORED(glAttachShader, (GLuint, GLuint))
-IGNORED(glUseProgram, (GLuint))
-IGNORED(glUniform1i, (GLint, GLint))
-IGNORED(glActiveTexture, (GLenum))
-IGNORED(glTexParameteri, (GLenum, GLenum, GLint))
+RECORDED(glAttachShader, (GLuint program, GLuint shader), program, shader)
+RECORDED(glUseProgram, (GLuint program), program)
+RECORDED(glUniform1i, (GLint location, GLint value), location, value)
+RECORDED(glActiveTexture, (GLenum unit), unit - GL_TEXTURE0)
+RECORDED(glTexParameteri, (GLenum, GLenum name, GLint value), name, value)
 
 #undef RECORDED
 #undef SETTING
-#undef IGNORED
 
 GLuint glCreateShader(GLenum type) {
     record("glCreateShader", type);
@@ -122,25 +130,24 @@ void glGetShaderiv(GLuint shader, GLenum name, GLint* value) {
     if (type != gl().shaderTypes.end())
         *value = name == GL_SHADER_TYPE      ? static_cast<GLint>(type->second)
                  : name == GL_COMPILE_STATUS ? gl().compileStatus[type->second]
-                                             : static_cast<GLint>(gl().infoLog.size() + 1);
+                                             : logSize(shader);
 }
 
-void glGetShaderInfoLog(GLuint, GLsizei capacity, GLsizei* length, GLchar* log) {
-    copyInfoLog(capacity, length, log);
+void glGetShaderInfoLog(GLuint shader, GLsizei capacity, GLsizei* length, GLchar* log) {
+    copyInfoLog(shader, capacity, length, log);
 }
 
 GLuint glCreateProgram() {
-    return ++gl().names;
+    return gl().namesRunOut ? 0 : ++gl().names;
 }
 
 // Always reports a failed link, which the program must ignore.
-void glGetProgramiv(GLuint, GLenum name, GLint* value) {
-    *value = name == GL_LINK_STATUS ? 0 : static_cast<GLint>(gl().infoLog.size() + 1);
+void glGetProgramiv(GLuint program, GLenum name, GLint* value) {
+    *value = name == GL_LINK_STATUS ? 0 : logSize(program);
 }
 
 void glGetProgramInfoLog(GLuint program, GLsizei capacity, GLsizei* length, GLchar* log) {
-    record("glGetProgramInfoLog", program);
-    copyInfoLog(capacity, length, log);
+    copyInfoLog(program, capacity, length, log);
 }
 
 GLint glGetUniformLocation(GLuint, const GLchar* name) {
@@ -154,7 +161,7 @@ GLint glGetAttribLocation(GLuint, const GLchar* name) {
 void glGenTextures(GLsizei count, GLuint* textures) {
     record("glGenTextures", count);
     for (GLsizei i = 0; i < count; ++i)
-        textures[i] = gl().texturesRunOut ? 0 : ++gl().names;
+        textures[i] = gl().namesRunOut ? 0 : ++gl().names;
 }
 
 void glBindTexture(GLenum, GLuint texture) {
@@ -162,14 +169,12 @@ void glBindTexture(GLenum, GLuint texture) {
     gl().boundTexture = texture;
 }
 
-// Reads only rows without padding.
-void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GLenum format, GLenum,
-                  const void* pixels) {
+void glTexImage2D(GLenum, GLint, GLint kept, GLsizei width, GLsizei height, GLint, GLenum format,
+                  GLenum, const void* pixels) {
+    record("glTexImage2D", kept, width, height, format);
     const unsigned char* const bytes = static_cast<const unsigned char*>(pixels);
-    if (gl().alignment == 1)
-        gl().texturePixels[gl().boundTexture].assign(
-            bytes,
-            bytes + static_cast<std::ptrdiff_t>(width) * height * (format == GL_RGB ? 3 : 1));
+    gl().texturePixels[gl().boundTexture].assign(
+        bytes, bytes + static_cast<std::ptrdiff_t>(width) * height * (format == GL_RGB ? 3 : 1));
 }
 
 void glVertexAttribPointer(GLuint index, GLint size, GLenum type, GLboolean, GLsizei stride,

@@ -21,19 +21,18 @@ struct RecordingGl {
 
     // Configured results.
     std::map<GLenum, GLint> compileStatus = {{GL_VERTEX_SHADER, 1}, {GL_FRAGMENT_SHADER, 1}};
-    std::string infoLog;  // for all shaders and programs
+    std::string infoLog;  // of all shaders and programs, which add their own number
     std::map<std::string, GLint> uniforms = {
         {"mvmtx", 1}, {"prmtx", 2}, {"u_fontColor", 3}, {"s_texture", 4}};
     std::map<std::string, GLint> attributes = {{"a_position", 2}, {"a_texCoord", 3}};
-    bool texturesRunOut = false;
+    bool namesRunOut = false;  // of textures and programs
 
     // Objects created so far.
     std::map<GLuint, GLenum> shaderTypes;
     std::map<GLuint, std::vector<unsigned char>> texturePixels;
     std::map<GLint, std::vector<GLfloat>> matrices;  // by uniform location
     GLuint boundTexture = 0;
-    GLint alignment = 4;  // of the rows of textures
-    GLuint names = 0;     // the last object name given
+    GLuint names = 0;  // the last object name given
 
     struct VertexArray {
         bool enabled = false;

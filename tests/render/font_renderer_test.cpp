@@ -9,6 +9,7 @@
 
 #include "platform/posix/call_hook.h"
 #include "render/font_set.h"
+#include "render/shader_program.h"
 #include "support/logger.h"
 #include "support/system_settings.h"
 #include "tests/helpers/font_bytes.h"
@@ -66,16 +67,17 @@ TEST_F(FontRendererTest, PlacesTheGlyphs) {
                            {glyph('A', 2, 10, 9), glyph('B', 3, 8, 7), glyph(0xE9, 0, 5, 5),
                             glyph(0x30A2, 0, 24, 24), glyph(0x4E00, -1, 30, -24),
                             glyph('P', 0, 8, 8, 1), glyph(0x9FFF, 0, 3, 3)},
-                           kerningRecord('A', 'B', -3) + kerningRecord('\n', 'B', 2)));
+                           kerningRecord('A', 'B', -3) + kerningRecord('\n', 'B', 2) +
+                               kerningRecord(0x30A2, 0x9FFF, -3)));
     FontRenderer face("F", nullptr);
     const float behind = 100 + 65512 * (2.0F / 3);
     const std::pair<LPCWSTR, Quads> texts[] = {
         // Kerning moves the glyph but not the pen. Line breaks are skipped, but form pairs.
         {TEXT("ABB"), {quad(100, 52, 110, 64), quad(106, 53, 114, 65), quad(116, 53, 124, 65)}},
-        {TEXT("\uFEFFA\r\nB"), {quad(100, 52, 110, 64), quad(111, 53, 119, 65)}},
+        {TEXT("\uFEFFA\uFEFF\r\nB"), {quad(100, 52, 110, 64), quad(111, 53, 119, 65)}},
         // Narrowed; negative metrics are read as large positive ones.
         {TEXT("\u30A2\u9FFFA"),
-         {quad(100, 50, 116, 62), quad(116, 50, 118, 62), quad(118, 52, 128, 64)}},
+         {quad(100, 50, 116, 62), quad(113, 50, 115, 62), quad(118, 52, 128, 64)}},
         {TEXT("\u4E00A"), {quad(100, 65585, 120, 65597), quad(behind, 52, behind + 10, 64)}},
         // Without a glyph, and without the page of its glyph.
         {TEXT("\u20ACPA\u20AC\u20AD"), {quad(100, 52, 110, 64)}},
@@ -128,9 +130,13 @@ TEST_F(FontRendererTest, LoadsItsKerningFileAndAllPages) {
         EXPECT_EQ(face.context(), this);
         EXPECT_EQ(face.findKerning('A', 'A'), 7);
         EXPECT_EQ(face.findKerning('A', 'B'), std::nullopt);
-        draw(face, WideText(TEXT("BA")));
-        EXPECT_EQ(gl.callsOf("glBindTexture"), (Quads{"glBindTexture(1)", "glBindTexture(0)"}));
-        EXPECT_EQ(gl.callsOf("glUniform3f")[0], "glUniform3f(3, 1, 0.5, 0.25)");
+        draw(face, WideText(TEXT("B")));
+        EXPECT_EQ(gl.calls,
+                  (Quads{"glUseProgram(" +
+                             std::to_string(getProgram(programCache(), "fontrenderer")) + ')',
+                         "glActiveTexture(0)", "glBindTexture(1)", "glUniform1i(4, 0)",
+                         "glUniform3f(3, 1, 0.5, 0.25)", "glDrawElements(0 1 2 3 0 2)",
+                         "  2: " + quad(100, 50, 101, 62), "  3: 4 14 | 4 8 | 4.5 8 | 4.5 14"}));
         EXPECT_EQ(gl.texturePixels[1], (std::vector<unsigned char>{'a', 'b', 'c', 'd'}));
         EXPECT_EQ(gl.texturePixels[2], (std::vector<unsigned char>{'e', 'f', 'g', 'h'}));
         EXPECT_NE(device.read("/log.txt").find("File /data/fonts/o?e.raw not found."),

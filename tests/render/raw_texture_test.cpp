@@ -31,9 +31,15 @@ TEST_F(RawTexture, HoldsTheFileFromItsOffsetAndThenZeros) {
         return std::string(bytes.begin(), bytes.end());
     };
     EXPECT_EQ(pixels(loadRawLuminanceTexture("/i.raw", 3, 4)), "456789abc");
+    EXPECT_EQ(gl.calls.back(), "glTexImage2D(6409, 3, 3, 6409)");
     EXPECT_EQ(pixels(loadRawLuminanceTexture("/i.raw", 2, 14)), std::string("ef\0\0", 4));
     EXPECT_EQ(pixels(loadRawLuminanceTexture("/i.raw", 1, 100)), std::string(1, '\0'));
+    gl.calls.clear();
     EXPECT_EQ(pixels(loadRawRGBTexture("/i.raw", 3, 2)), std::string("0123456789abcdef\0\0", 18));
+    EXPECT_EQ(gl.calls, (std::vector<std::string>{
+                            "glPixelStorei(3317, 1)", "glGenTextures(1)", "glBindTexture(4)",
+                            "glTexParameteri(10241, 9729)", "glTexParameteri(10240, 9729)",
+                            "glTexImage2D(6407, 3, 2, 6407)"}));
 }
 
 TEST_F(RawTexture, IsNotCreatedForAMissingFileOrAnAbsurdSize) {
@@ -54,7 +60,7 @@ TEST_F(RawTexture, IsNotCreatedForAMissingFileOrAnAbsurdSize) {
 
 TEST_F(RawTexture, OnlyTheRgbLoaderLogsAFailedTexture) {
     device.write("/i.raw", "abc");
-    gl.texturesRunOut = true;
+    gl.namesRunOut = true;
     testing::internal::CaptureStderr();
     EXPECT_EQ(loadRawLuminanceTexture("/i.raw", 1, 0), 0U);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Failed to create GL texture.\n");

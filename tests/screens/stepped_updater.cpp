@@ -66,7 +66,7 @@ Function driversOwn(Function, const char* name) {
 void glClear(GLbitfield mask) {
     GLfloat color[4] = {};
     glGetFloatv(GL_COLOR_CLEAR_VALUE, color);
-    std::printf("glClear %u %.1f %.1f %.1f\n", mask, color[0], color[1], color[2]);
+    std::printf("glClear %u %.1f %.1f %.1f %.1f\n", mask, color[0], color[1], color[2], color[3]);
     driversOwn(glClear, "glClear")(mask);
 }
 

@@ -57,7 +57,7 @@ class Run(NamedTuple):
 
 
 KEY_NOTES = ('KSTRL Release 2.14.3\r\n\r\nAVATAR To Ty 1% 7% v1\r\n- Quick (100%) & safe, "as before"\r\n'
-             f'- 400 MHz: \xd8 \xe9\xfc \x7f{" and more" * 16}\r\n'.encode('latin-1')
+             f'- 400 MHz: \xd8 \xe9\xfc \t\x7f{" and more" * 16}\r\n'.encode('latin-1')
              + b''.join(b'- %d\n' % line for line in range(6, 31)) + b'not shown')
 LAST_LOG = 'of the last run\n'
 
@@ -70,7 +70,7 @@ def warning(text):
     return f'  ** Warning ** {text}\n'
 
 
-UNKNOWN = warning('Unrecognized Char: 127  7f')
+UNKNOWN = warning('Unrecognized Char: 9  9') + warning('Unrecognized Char: 127  7f')
 FAILED = error('Error 145 ::RemoveDirectory(/FlashDisk/VELD/Update)') + error('Update failed.')
 SUCCEEDED = warning('Update succeeded at TIME')
 INSTALLED, STAGED = 'KSTRL=1 ORBUI=1', 'KSTRL=1 ORBUI=1 Update'
@@ -78,9 +78,9 @@ UPDATED = 'KSTRL=2 KSTRL_old=1 ORBUI=2 ORBUI_old=1'
 NO_NOTES = 'Release notes not found.\n'
 TEARDOWN = 'eglDestroyContext SUCCESS\neglDestroySurface SUCCESS\neglTerminate SUCCESS\n'
 SEQUENCE = 'F1 F4 F4 F3 F6 F6 F5 F2 F2 F1 F1 F3 F3 F5'
-CLEAR, SHOW, PAUSE, NEXT = 'glClear 16384 0.2 0.2 0.2\n', 'eglSwapBuffers\n', 'Sleep 100\n', 'Sleep 2\n'
+CLEAR, SHOW, PAUSE, NEXT = 'glClear 16384 0.2 0.2 0.2 0.0\n', 'eglSwapBuffers\n', 'Sleep 100\n', 'Sleep 2\n'
 MESSAGE = 'TranslateMessage\nDispatchMessageW\n'
-LAUNCH = 'CreateProcessW \\FlashDisk\\VELD\\KSTRL\\KSTRL.exe\n'
+LAUNCH = 'CreateProcessW \\FlashDisk\\VELD\\KSTRL\\KSTRL.exe 0 0\n'
 
 OTHERS = 'KSTRL.exe-KSTRL.exe kstrl.exe'  # programs that are not ended
 END_PROCESS = 'OpenProcess 2035711 0\nTerminateProcess 0\nCloseHandle\n'
@@ -89,7 +89,7 @@ END_PROCESS = 'OpenProcess 2035711 0\nTerminateProcess 0\nCloseHandle\n'
 FAILING = [
     Step('start', 'waiting', disk=STAGED),
     Step('plug in', 'ready', log=UNKNOWN),
-    Step('space Delete', 'ready'),
+    Step('space Delete Return Prior Escape a Left', 'ready'),
     Step('Home', 'failed', log=FAILED, disk=UPDATED + ' Update'),
     Step('space', 'failed-restart'),
     Step('Home', exits=0, prints=''),
@@ -144,9 +144,10 @@ RUNS = [
             for size in (10, 13, 18, 24)) + error(r'File \FlashDisk\VELD\/ORBUI/data/KSTRL-menubg4.raw not found.')),
         Step('plug in', 'ready-without-texts'),
         Step('BackSpace', exits=0)], 'no fonts', background='none'),
-    Run('english', 'no texts', [
-        Step('start', 'waiting-without-texts', log=warning('Error getting registry key [LANGUAGE].')),
-        Step('BackSpace', exits=0)], 'no language, no texts'),
+    Run('english', 'no texts and no background', [
+        Step('start', 'waiting-without-texts', log=warning('Error getting registry key [LANGUAGE].')
+             + error(r'File \FlashDisk\VELD\/ORBUI/data/KSTRL-menubg4.raw not found.')),
+        Step('BackSpace', exits=0)], 'no language, no texts', background='none'),
 
     *(Run('languages', f'language {language}', LANGUAGE, 'stray, no notes', language, stepped=True)
       for language in range(1, len(LANGUAGES))),
@@ -208,7 +209,7 @@ RUNS = [
         Step('start'),
         Step('frame'),
         Step('frame', 'waiting'),
-        Step(SEQUENCE),
+        Step('F2 Home ' + SEQUENCE),
         Step('frame', exits=0)], 'application 1', stepped=True),
     Run('frames', 'no message behind the quit message', [
         Step('start'),

@@ -50,9 +50,10 @@ int startDetached(const std::string& path) {
 
 }  // namespace
 
-BOOL CreateProcessW(LPCWSTR application, LPWSTR, SECURITY_ATTRIBUTES*, SECURITY_ATTRIBUTES*, BOOL,
-                    DWORD, void*, LPCWSTR, STARTUPINFOW*, PROCESS_INFORMATION*) {
-    if (host::refusedByHook("CreateProcessW", application))
+BOOL CreateProcessW(LPCWSTR application, LPWSTR, SECURITY_ATTRIBUTES*, SECURITY_ATTRIBUTES*,
+                    BOOL inherits, DWORD flags, void*, LPCWSTR, STARTUPINFOW*,
+                    PROCESS_INFORMATION*) {
+    if (host::refusedByHook("CreateProcessW", application, inherits, flags))
         return FALSE;
     std::string path;
     if (const DWORD error = host::resolveName(application, path))
