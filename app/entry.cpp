@@ -1,11 +1,12 @@
 // The entry routine and the frame loop. There is one thread: the update runs inside the loop.
 
+#include "app/entry.h"
+
 #include <cstdio>
 
 #include "app/command_line.h"
 #include "app/egl_context.h"
 #include "app/process_control.h"
-#include "app/the_screen.h"
 #include "app/window.h"
 #include "platform/entry_point.h"
 #include "platform/gles.h"

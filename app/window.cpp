@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 
+#include "app/entry.h"
 #include "app/key_sequence.h"
-#include "app/the_screen.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "app/command_line.h"
-#include "app/the_screen.h"
+#include "app/entry.h"
 
 SimpleUI theScreen;
 

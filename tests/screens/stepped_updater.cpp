@@ -7,7 +7,7 @@
 #include <iostream>
 #include <string>
 
-#include "app/the_screen.h"
+#include "app/entry.h"
 #include "platform/entry_point.h"
 #include "platform/gles.h"
 #include "platform/posix/call_hook.h"

@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "tools/diagnosis/installation.h"
+#include "update/key_layout.h"
 
 namespace {
 

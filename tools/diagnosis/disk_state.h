@@ -2,8 +2,6 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
-#include <vector>
 
 // Where the last update stopped, in the order of an update.
 enum class UpdateStep {

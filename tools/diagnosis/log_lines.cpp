@@ -6,8 +6,6 @@
 #include <sstream>
 #include <string_view>
 
-#include "platform/utf.h"
-#include "support/text.h"
 #include "tools/host/printable.h"
 
 const std::vector<LogLineKind> LOG_LINE_KINDS = {

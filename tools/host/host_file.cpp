@@ -1,9 +1,13 @@
 #include "tools/host/host_file.h"
 
+#include <cerrno>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 #include <system_error>
+#ifdef _WIN32
+#include "platform/win32.h"
+#endif
 
 namespace fs = std::filesystem;
 
@@ -32,6 +36,15 @@ std::string readHostFileIfThere(const fs::path& path) {
     std::error_code error;
     const fs::file_type type = fs::status(path, error).type();
     return type == fs::file_type::not_found ? std::string() : readHostFile(path);
+}
+
+std::string lastError() {
+#ifdef _WIN32
+    // The runtime says "permission denied" of every file that it may not open.
+    if (GetLastError() == ERROR_SHARING_VIOLATION)
+        return "it is in use by another program";
+#endif
+    return std::generic_category().message(errno);
 }
 
 void writeHostFile(const fs::path& path, const std::string& content) {

@@ -4,11 +4,13 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "tools/updatekey/check/check_installation.h"
 #include "tools/updatekey/key_source.h"
 #include "tools/updatekey/options.h"
 #include "tools/updatekey/report/progress_bar.h"
 #include "tools/updatekey/report/report.h"
 #include "tools/updatekey/values.h"
+#include "tools/updatekey/write/targets.h"
 #include "update/updater.h"
 
 namespace fs = std::filesystem;

@@ -3,9 +3,6 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
-#include <cstdint>
-#include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -16,7 +13,6 @@
 #include "tools/updatekey/rehearse/rehearse.h"
 #include "tools/updatekey/report/output.h"
 #include "tools/updatekey/write/sticks.h"
-#include "tools/updatekey/write/targets.h"
 
 // The values of the command line.
 struct Arguments {

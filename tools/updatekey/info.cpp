@@ -2,7 +2,7 @@
 
 #include "tools/host/printable.h"
 #include "tools/host/trial_device.h"
-#include "tools/updatekey/check/key_under_check.h"
+#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/prediction.h"
 
 namespace {

@@ -10,7 +10,6 @@
 #define GLFW_EXPOSE_NATIVE_X11
 #include <GLFW/glfw3native.h>
 
-#include <cstdlib>
 #include <deque>
 #include <map>
 #include <string>

@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <new>
-#include <system_error>
 
 #include "platform/win32.h"
 #include "tools/host/windows/handle.h"

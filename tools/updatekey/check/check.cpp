@@ -4,7 +4,7 @@
 #include <stdexcept>
 
 #include "tools/host/trial_device.h"
-#include "tools/updatekey/check/key_under_check.h"
+#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/names.h"
 
 namespace fs = std::filesystem;
@@ -28,6 +28,11 @@ std::vector<int32_t> allLanguages() {
     for (const Language& language : LANGUAGES)
         numbers.push_back(language.number);
     return numbers;
+}
+
+const char* textOf(ManifestState state) {
+    constexpr const char* TEXTS[] = {"none", "matches", "does not match"};
+    return TEXTS[static_cast<std::size_t>(state)];
 }
 
 CheckReport checkKey(const fs::path& folder, const CheckOptions& options) {

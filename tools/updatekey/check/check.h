@@ -1,4 +1,4 @@
-// Checks a key before it is shipped, and the files that are installed on an instrument.
+// Checks a key before it is shipped.
 #pragma once
 
 #include <cstdint>
@@ -48,10 +48,3 @@ struct CheckReport {
 // Checks the key in `folder`, which must exist. Throws std::runtime_error when a file cannot be
 // read, or when there is not enough space for the trial run.
 CheckReport checkKey(const std::filesystem::path& folder, const CheckOptions& options);
-
-// Checks what is installed in the maker's folder of `device` as the same files would be checked on
-// a key. Of the options only the machine and the languages count; the language that the device's
-// registry names counts before them. Returns the errors, with paths relative to the maker's folder.
-// Throws std::runtime_error when a file cannot be read.
-Findings checkInstallation(const std::filesystem::path& device,
-                           const std::filesystem::path& makerFolder, const CheckOptions& options);

@@ -1,9 +1,8 @@
 // Checks that the application is a complete program for the instrument's processor.
 
-#include <algorithm>
 #include <cstdint>
 
-#include "tools/updatekey/check/key_under_check.h"
+#include "tools/updatekey/check/checks.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <map>
 
 #include "tools/host/host_file.h"
-#include "tools/updatekey/check/key_under_check.h"
+#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/names.h"
 
 namespace {

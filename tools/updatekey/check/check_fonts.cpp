@@ -2,7 +2,7 @@
 // of the key, so what the key lacks will be missing on the screen during the next update.
 
 #include "render/faces.h"
-#include "tools/updatekey/check/key_under_check.h"
+#include "tools/updatekey/check/checks.h"
 #include "ui/screen_layout.h"
 
 namespace {

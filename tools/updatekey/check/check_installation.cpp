@@ -1,4 +1,4 @@
-// Checks the installed files of an instrument as if they were those of a key.
+#include "tools/updatekey/check/check_installation.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,7 +10,7 @@
 #include "tools/diagnosis/installation.h"
 #include "tools/host/host_file.h"
 #include "tools/host/trial_device.h"
-#include "tools/updatekey/check/key_under_check.h"
+#include "tools/updatekey/check/checks.h"
 
 namespace fs = std::filesystem;
 

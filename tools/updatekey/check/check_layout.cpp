@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "tools/diagnosis/installation.h"
-#include "tools/updatekey/check/key_under_check.h"
+#include "tools/updatekey/check/checks.h"
 
 namespace {
 

@@ -1,13 +1,8 @@
 // Compares the key with its manifest. A key without a manifest is accepted: it was not made by
 // updatekey.
 
-#include "tools/updatekey/check/key_under_check.h"
+#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/make/manifest.h"
-
-const char* textOf(ManifestState state) {
-    constexpr const char* TEXTS[] = {"none", "matches", "does not match"};
-    return TEXTS[static_cast<std::size_t>(state)];
-}
 
 void checkManifest(KeyUnderCheck& key) {
     const TreeEntry* const entry = key.find(MANIFEST_NAME);

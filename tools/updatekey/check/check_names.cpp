@@ -5,7 +5,7 @@
 
 #include "support/file_util.h"
 #include "support/path_constants.h"
-#include "tools/updatekey/check/key_under_check.h"
+#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/names.h"
 #include "update/key_layout.h"
 

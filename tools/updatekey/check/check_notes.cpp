@@ -5,8 +5,8 @@
 #include "support/text.h"
 #include "tools/diagnosis/installation.h"
 #include "tools/host/printable.h"
+#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/drawn_text.h"
-#include "tools/updatekey/check/key_under_check.h"
 #include "ui/screen_layout.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // Checks the space on the flash disk. The update stages new folders while the installed ones and
 // the old backups still exist; a file that does not fit is lost without a message.
 
-#include "tools/updatekey/check/key_under_check.h"
+#include "tools/updatekey/check/checks.h"
 
 namespace {
 

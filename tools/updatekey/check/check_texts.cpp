@@ -10,7 +10,7 @@
 #include "support/system_settings.h"
 #include "support/utf16_reader.h"
 #include "tools/host/trial_device.h"
-#include "tools/updatekey/check/key_under_check.h"
+#include "tools/updatekey/check/checks.h"
 #include "tools/updatekey/check/screen_fit.h"
 #include "ui/screen_layout.h"
 

@@ -1,4 +1,4 @@
-// A key, or an installation, during its check, and the checks, each in a file of its name.
+// A key, or an installation, during its check.
 #pragma once
 
 #include <filesystem>
@@ -35,17 +35,6 @@ struct KeyUnderCheck {
         addFinding(report.findings, code, path, text);
     }
 };
-
-void checkLayout(KeyUnderCheck& key);
-void checkApplication(KeyUnderCheck& key);
-void checkDropped(KeyUnderCheck& key);
-void checkNames(KeyUnderCheck& key);
-void checkNotes(KeyUnderCheck& key);
-void checkFonts(KeyUnderCheck& key);
-void checkTexts(KeyUnderCheck& key);
-void checkSpace(KeyUnderCheck& key);
-// Also sets the report's state of the manifest.
-void checkManifest(KeyUnderCheck& key);
 
 // Loads a face (a font of one size) of the key. It has no glyphs when it is missing.
 FontData loadKeyFace(const std::string& faceName);

@@ -1,5 +1,4 @@
-// Writes one stick: looks for room, copies the files, brings them to the medium, reads them back,
-// and only then puts the update in its place.
+#include "tools/updatekey/write/stick_writer.h"
 
 #include <algorithm>
 #include <set>
@@ -15,7 +14,6 @@
 #include "tools/host/volume.h"
 #include "tools/updatekey/check/key_paths.h"
 #include "tools/updatekey/check/names.h"
-#include "tools/updatekey/write/sticks.h"
 
 namespace fs = std::filesystem;
 

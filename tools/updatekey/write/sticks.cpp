@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "tools/updatekey/write/stick_writer.h"
 #include "tools/updatekey/write/targets.h"
 
 namespace fs = std::filesystem;

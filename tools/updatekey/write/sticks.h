@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "tools/updatekey/check/check.h"
-#include "tools/updatekey/make/manifest.h"
 
 struct WriteOptions {
     std::filesystem::path key;
@@ -44,10 +43,3 @@ struct WriteReport {
 // stick does not stop the others. Throws std::runtime_error, before anything is written, when a
 // stick is named twice or is that of the key.
 WriteReport writeSticks(const WriteOptions& options, const CheckOptions& check);
-
-// Writes the files of `manifest` from the folder `key` to one stick. Returns the names of what was
-// left in the update's folder. Throws std::runtime_error, with the reason for the person with the
-// stick, on failure.
-std::vector<std::string> writeStick(const std::filesystem::path& key, const Manifest& manifest,
-                                    const std::filesystem::path& stick, bool replace,
-                                    const Progress& progress);
