@@ -51,7 +51,13 @@ const Call CALLS[] = {
 };
 
 TEST_F(FilesPosix, LinksAreDeletedNotFollowed) {
+    // A folder that the last call has seen is swapped for a link to it.
+    fs::rename(device.root() / "outside", device.root() / "T/folder-link");
+    EXPECT_EQ(GetFileAttributesW(TEXT("/T/folder-link/victim")), FILE_ATTRIBUTE_ARCHIVE);
+    fs::rename(device.root() / "T/folder-link", device.root() / "outside");
     link("../outside", "T/folder-link");
+    EXPECT_FALSE(DeleteFileW(TEXT("/T/folder-link/victim")));
+
     link("../outside/victim", "T/file-link");
     link("nowhere", "T/dangling");
     EXPECT_EQ(list("/T/"), (std::vector<std::string>{"dangling", "file-link", "folder-link", "s"}));
@@ -61,7 +67,6 @@ TEST_F(FilesPosix, LinksAreDeletedNotFollowed) {
         EXPECT_FALSE(call.succeeds(TEXT("/T/folder-link/victim")));
         EXPECT_EQ(GetLastError(), DWORD{5});
     }
-    EXPECT_FALSE(DeleteFileW(TEXT("/T/folder-link/victim")));
     EXPECT_FALSE(MoveFileW(TEXT("/T/folder-link/victim"), TEXT("/T/v")));
     EXPECT_EQ(GetFileAttributesW(TEXT("/T/folder-link/victim")), INVALID_FILE_ATTRIBUTES);
 
