@@ -3,16 +3,20 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <string>
 
 #include "support/logger.h"
-#include "tests/helpers/device_folder.h"
+#include "tests/helpers/log_text.h"
 #include "update/updater.h"
 
 class UpdateOnDevice : public ::testing::Test {
   protected:
     static constexpr const char* APPLICATION = "FlashDisk/VELD/KSTRL/";
     static constexpr const char* KEY = "USB HD/VELD/";
+    // What a complete update leaves, in the words of expectUpdate.
+    const std::string UPDATED =
+        " KSTRL/KSTRL.exe=2 KSTRL_old/KSTRL.exe=1 ORBUI/data/bg.raw=2 ORBUI_old/data/bg.raw=1";
 
     void SetUp() override {
         device.write("FlashDisk/VELD/KSTRL/KSTRL.exe", "application 1");
@@ -31,6 +35,34 @@ class UpdateOnDevice : public ::testing::Test {
         for (int i = 0; i < MOST_STEPS && updater.getState() == Updating; ++i)
             updater.step();
         return updater.getState();
+    }
+
+    // What is in the folder of the installation: a blank before each file, with the last character
+    // of its content, and before each empty folder.
+    std::string left() const {
+        std::string left;
+        for (const auto& [name, bytes] : device.tree("FlashDisk/VELD")) {
+            const bool isFolder = name.back() == '/';
+            if (isFolder ? device.tree("FlashDisk/VELD/" + name).empty() : name != keylayout::LOG)
+                left += " " + name + (isFolder ? "" : "=" + bytes.substr(bytes.size() - 1));
+        }
+        return left;
+    }
+
+    // Runs an update. Checks how it ends, all that the log says of it, with a semicolon after each
+    // error, and all that it leaves.
+    void expectUpdate(const std::string& says, const std::string& leaves) const {
+        Logger::instance().setPath("/log.txt");
+        const bool succeeds = says.rfind("Update failed.") == std::string::npos;
+        EXPECT_EQ(run(), succeeds ? UpdateComplete : UpdateFailed);
+        std::string log = logMessages(device, "log.txt");
+        for (const auto& [pattern, shorter] :
+             {std::pair{"/FlashDisk/VELD/", ""},
+              std::pair{R"(\n    \*\*\* ERROR \*\*\* (.*)\n\n)", "$1; "},
+              std::pair{R"(  \*\* Warning \*\* (.*) at [0-9/]+ [0-9]+:[0-9]{2}\n)", "$1"}})
+            log = std::regex_replace(log, std::regex(pattern), shorter);
+        EXPECT_EQ(log, says);
+        EXPECT_EQ(left(), leaves);
     }
 
     std::string log() const { return device.read("FlashDisk/VELD/Updater-log.txt"); }

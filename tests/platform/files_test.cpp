@@ -186,24 +186,6 @@ TEST(Files, SetAttributes) {
     });
 }
 
-// The flags for a folder and for a read-only file; fails as GetFileAttributesW does.
-BOOL has(LPCWSTR path, DWORD flags) {
-    constexpr DWORD READ_ONLY_AND_FOLDER = 0x11;
-    const DWORD attributes = GetFileAttributesW(path);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & READ_ONLY_AND_FOLDER) == flags;
-}
-
-TEST(Files, GetAttributes) {
-    run({
-        {"f/", [] { return has(TEXT("/T/f"), 0x10); }, 0, nullptr},
-        {"f=1", [] { return has(TEXT("/T/f"), 0); }, 0, nullptr},
-        {"!f=1", [] { return has(TEXT("/T/f"), 1); }, 0, nullptr},
-        {"", [] { return has(TEXT("/T/f"), 0); }, 2, nullptr},
-        {"", [] { return has(TEXT("/T/gone/f"), 0); }, 3, nullptr},
-        {"", [] { return has(TEXT("/T/a?b"), 0); }, 123, nullptr},
-    });
-}
-
 BOOL opens(LPCWSTR path, LPCWSTR mode) {
     FILE* file = _wfopen(path, mode);
     if (file == nullptr)

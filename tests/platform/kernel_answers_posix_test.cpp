@@ -2,6 +2,7 @@
 // and whether the right folders are flushed. The system calls are replaced by scripted ones.
 
 #undef _FORTIFY_SOURCE  // which makes read() an inline function
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -146,6 +147,7 @@ TEST(KernelAnswers, NamesOfLogsAndSettingsAreFlushed) {
     flushed.clear();
     FILE* const log = _wfopen(TEXT("/T/log"), TEXT("w"));
     ASSERT_NE(log, nullptr);
+    EXPECT_NE(::fcntl(::fileno(log), F_GETFL) & O_DSYNC, 0) << "a line is not on the disk at once";
     std::fclose(log);
     device.setLanguage(1);
     const TIME_ZONE_INFORMATION zone{};
