@@ -102,8 +102,7 @@ void SimpleUI::drawTexts() {
     if (restartAttempted)
         drawLine(layout::RESTART_NOTE, layout::restartNoteTop(state));
     // The version text is built but not drawn. Kept.
-    const std::string version = "Update Version: " + updater.getUpdateVersion();
-    static_cast<void>(version);
+    [[maybe_unused]] const std::string version = "Update Version: " + updater.getUpdateVersion();
     glDisable(GL_BLEND);
 }
 

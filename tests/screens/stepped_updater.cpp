@@ -66,7 +66,7 @@ Function driversOwn(Function, const char* name) {
 void glClear(GLbitfield mask) {
     GLfloat color[4] = {};
     glGetFloatv(GL_COLOR_CLEAR_VALUE, color);
-    std::printf("glClear %u %.1f %.1f %.1f %.1f\n", mask, color[0], color[1], color[2], color[3]);
+    std::printf("glClear %u %g %g %g %g\n", mask, color[0], color[1], color[2], color[3]);
     driversOwn(glClear, "glClear")(mask);
 }
 
@@ -78,7 +78,8 @@ EGLBoolean eglSwapBuffers(EGLDisplay display, EGLSurface surface) {
     std::printf("eglSwapBuffers%s%s%s\n", glIsEnabled(GL_BLEND) ? ", still blending" : "",
                 arrays[0] + arrays[1] > 0 ? ", arrays still enabled" : "",
                 glGetError() == GL_NO_ERROR ? "" : ", after a GL error");
-    return driversOwn(eglSwapBuffers, "eglSwapBuffers")(display, surface);
+    driversOwn(eglSwapBuffers, "eglSwapBuffers")(display, surface);
+    return EGL_FALSE;  // the program goes on all the same
 }
 
 EGLBoolean eglMakeCurrent(EGLDisplay display, EGLSurface draw, EGLSurface read,

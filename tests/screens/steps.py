@@ -78,7 +78,7 @@ UPDATED = 'KSTRL=2 KSTRL_old=1 ORBUI=2 ORBUI_old=1'
 NO_NOTES = 'Release notes not found.\n'
 TEARDOWN = 'eglDestroyContext SUCCESS\neglDestroySurface SUCCESS\neglTerminate SUCCESS\n'
 SEQUENCE = 'F1 F4 F4 F3 F6 F6 F5 F2 F2 F1 F1 F3 F3 F5'
-CLEAR, SHOW, PAUSE, NEXT = 'glClear 16384 0.2 0.2 0.2 0.0\n', 'eglSwapBuffers\n', 'Sleep 100\n', 'Sleep 2\n'
+CLEAR, SHOW, PAUSE, NEXT = 'glClear 16384 0.2 0.2 0.2 0\n', 'eglSwapBuffers\n', 'Sleep 100\n', 'Sleep 2\n'
 MESSAGE = 'TranslateMessage\nDispatchMessageW\n'
 LAUNCH = 'CreateProcessW \\FlashDisk\\VELD\\KSTRL\\KSTRL.exe 0 0\n'
 
@@ -91,7 +91,7 @@ FAILING = [
     Step('plug in', 'ready', log=UNKNOWN),
     Step('space Delete Return Prior Escape a Left', 'ready'),
     Step('Home', 'failed', log=FAILED, disk=UPDATED + ' Update'),
-    Step('space', 'failed-restart'),
+    Step('F1', 'failed-restart'),
     Step('Home', exits=0, prints=''),
 ]
 WITHOUT_NOTES = [step._replace(log=step.log.replace(UNKNOWN, ''), prints=None) for step in FAILING]
