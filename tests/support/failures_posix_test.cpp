@@ -40,11 +40,13 @@ TEST(ConfigCalls, FailuresAfterTheOpenAreLogged) {
     Logger::instance().setPath("/log.txt");
     device.setLanguage(4);
     std::string last;
+    std::string access;
     for (const Case& test : cases) {
         Logger::instance().open();
         setCallHook([&](const HookedCall& call) {
             const bool ofRegistry = std::string(call.name).rfind("Reg", 0) == 0;
             last = ofRegistry ? call.name : last;
+            access = call.name == std::string("RegOpenKeyExW") ? call.arguments.at(1) : access;
             return std::string(call.name) == test.failing ? DWORD{5} : DWORD{0};
         });
         if (test.result == SET)
@@ -55,6 +57,7 @@ TEST(ConfigCalls, FailuresAfterTheOpenAreLogged) {
         EXPECT_EQ(logMessages(device, "log.txt"),
                   *test.logged == '\0' ? "" : warning + " registry key [LANGUAGE].\n")
             << test.failing;
+        EXPECT_EQ(access, std::to_string(test.result == SET ? KEY_WRITE : KEY_READ));
     }
     EXPECT_EQ(last, "RegFlushKey");
     setCallHook({});
