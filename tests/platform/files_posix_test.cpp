@@ -105,6 +105,7 @@ TEST_F(FilesPosix, ACopyKeepsModeAndTime) {
     const fs::path source = device.root() / "T/s";
     const fs::path copy = device.root() / "T/d";
     fs::permissions(source, static_cast<fs::perms>(0755));
+    device.write("T/d", "left by an interrupted update");
     const fs::file_time_type changed = fs::last_write_time(source) - std::chrono::hours(1000);
     fs::last_write_time(source, changed);
     ASSERT_TRUE(CopyFileW(TEXT("/T/s"), TEXT("/T/d"), FALSE));

@@ -178,7 +178,6 @@ TEST(Files, SetAttributes) {
     run({
         {"!f=1", [] { return SetFileAttributesW(F, 0x20); }, 0, "f=1"},
         {"f=1", [] { return SetFileAttributesW(F, 0x21); }, 0, "!f=1"},
-        {"f=1", [] { return SetFileAttributesW(F, 0x20); }, 0, "f=1"},
         {"", [] { return SetFileAttributesW(F, 0xFFFFFFFE); }, 2, nullptr},
         {"", [] { return SetFileAttributesW(TEXT("/T/a/f"), 0x20); }, 3, nullptr},
         {"", [] { return SetFileAttributesW(TEXT("/T/a?b"), 0x20); }, 123, nullptr},
