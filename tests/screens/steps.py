@@ -89,7 +89,6 @@ END_PROCESS = 'OpenProcess 2035711 0\nTerminateProcess 0\nCloseHandle\n'
 FAILING = [
     Step('start', 'waiting', disk=STAGED),
     Step('plug in', 'ready', log=UNKNOWN),
-    Step('space Delete Return Prior Escape a Left', 'ready'),
     Step('Home', 'failed', log=FAILED, disk=UPDATED + ' Update'),
     Step('F1', 'failed-restart'),
     Step('Home', exits=0, prints=''),
@@ -293,6 +292,8 @@ RUNS = [
         Step('start'),
         Step('frame', disk=INSTALLED),
         Step('frame', 'ready', log=UNKNOWN),
+        Step('space Delete Return Escape Prior Left a'),
+        Step('frame', 'ready', disk=INSTALLED, prints=CLEAR + SHOW + 14 * MESSAGE + NEXT),
         Step('unplug'),
         Step('Home'),
         Step('frame', 'ready', disk=STAGED),
