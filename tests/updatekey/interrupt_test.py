@@ -1,5 +1,7 @@
-"""Tests that a command which is interrupted leaves nothing behind: neither files nor programs."""
+"""Tests that a command which is interrupted leaves nothing behind: neither files nor programs. Each command is held
+until the signal has come."""
 
+import fcntl
 import os
 import pathlib
 import shutil
@@ -7,16 +9,7 @@ import signal
 import subprocess
 import time
 
-from user import PROGRAM, UserTest
-
-
-def wait_for(what, condition):
-    """Waits for an event; a minute is no expectation of speed, only the end of hope."""
-    end = time.monotonic() + 60
-    while not condition():
-        if time.monotonic() > end:
-            raise TimeoutError(what)
-        time.sleep(0.005)
+from user import BUILD, PROGRAM, UserTest, write
 
 
 def programs_with(text):
@@ -32,32 +25,46 @@ def programs_with(text):
 
 
 class Interrupt(UserTest):
-    def interrupt(self, number, arguments, begun):
-        """Sends a signal once `begun` holds. Nothing but what was there before may stay."""
+    def setUp(self):
+        super().setUp()
+        self.image, self.device, self.new = self.work / "key.img", self.work / "device", self.work / "new"
+        self.expect(0, "image", "--machine", "any", self.key, self.image)
+        shutil.copytree(self.key / "VELD", self.device / "FlashDisk" / "VELD")
+        write(self.app / "held")
+        # Programs that do their work, interrupt the command that called them, and do not end by themselves.
+        for program in (shutil.which("mcopy"), BUILD / "updater"):
+            stand_in = self.work / "bin" / os.path.basename(program)
+            write(stand_in, f'#!/bin/sh\n"{program}" "$@"\nkill -s $SIGNAL $PPID\nexec sleep 600\n'.encode())
+            stand_in.chmod(0o755)
+
+    def interrupt(self, number, hold, *arguments):
+        """Nothing but what was there before may stay. `hold` returns when the signal is to be sent."""
         temporary = self.work / "temporary"
         temporary.mkdir()
         self.addCleanup(lambda: [os.kill(int(program), signal.SIGKILL) for program in programs_with(str(temporary))])
         before = set(self.work.rglob("*"))
-        what = f"{signal.Signals(number).name}: {arguments[0]}"
-        process = subprocess.Popen([PROGRAM, *arguments], env={**os.environ, "TMPDIR": str(temporary)},
-                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
-        wait_for(what, lambda: begun(temporary) or process.poll() is not None)
-        process.send_signal(number)
+        what = f"{number.name}: {arguments[0]}"
+        variables = {"TMPDIR": str(temporary), "SIGNAL": str(int(number)),
+                     "PATH": f"{self.work / 'bin'}:{os.environ['PATH']}"}
+        process = subprocess.Popen([PROGRAM, *arguments], env={**os.environ, **variables}, stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.DEVNULL, start_new_session=True)
+        if hold(process):
+            process.send_signal(number)
         self.assertEqual(process.wait(), -number, what)
-        wait_for(f"the end of all programs after {what}", lambda: programs_with(str(temporary)) == [])
+        end = time.monotonic() + 60  # no expectation of speed, only the end of hope
+        while programs_with(str(temporary)):
+            self.assertLess(time.monotonic(), end, f"{what}: a program still runs")
+            time.sleep(0.01)
         self.assertEqual(set(self.work.rglob("*")), before, what)
-        shutil.rmtree(temporary)
+        temporary.rmdir()
 
     def test_leaves_nothing_behind(self):
-        # A large file, so that the signal comes while the command works.
-        with open(self.app / "large", "wb") as large:
-            large.truncate(100 << 20)
-        image, device, new = self.work / "large.img", self.work / "device", self.work / "new"
-        self.make(0, self.work / "large")
-        self.expect(0, "image", "--machine", "any", self.work / "large", image)
-        shutil.copytree(self.key / "VELD", device / "FlashDisk" / "VELD")
+        signal.pthread_sigmask(signal.SIG_BLOCK, [signal.SIGIO])
         for number in (signal.SIGINT, signal.SIGTERM):
-            self.interrupt(number, self.inputs(new), lambda _: list(self.work.glob("new-*/VELD")))
-            self.interrupt(number, ["check", image], lambda temporary: list(temporary.glob("*/VELD")))
-            self.interrupt(number, ["rehearse", "--machine", "any", "--hidden", "--device", device, self.key],
-                           lambda temporary: list(temporary.glob("*/output.txt")))
+            # Who opens the file waits until it is closed here, and this program gets SIGIO.
+            with open(self.app / "held", "r+b") as held:
+                fcntl.fcntl(held, fcntl.F_SETLEASE, fcntl.F_WRLCK)
+                self.interrupt(number, lambda _: signal.sigtimedwait([signal.SIGIO], 60), *self.inputs(self.new))
+            self.interrupt(number, lambda _: False, "check", self.image)
+            self.interrupt(number, lambda _: False, "rehearse", "--machine", "any", "--hidden", "--updater",
+                           self.work / "bin" / "updater", "--device", self.device, self.key)

@@ -12,6 +12,7 @@
 #include "platform/posix/files/device.h"
 #include "platform/posix/processes/device_processes.h"
 #include "tools/host/host_file.h"
+#include "tools/host/interrupt.h"
 #include "tools/host/process.h"
 
 namespace fs = std::filesystem;
@@ -53,18 +54,27 @@ class VirtualScreen {
     Process server_;
 };
 
+bool endApplications(const fs::path& device) {
+    setDeviceRoot(device.string());
+    const auto applications = host::deviceProcesses();
+    for (const host::DeviceProcess& application : applications)
+        ::kill(static_cast<pid_t>(application.id), SIGTERM);
+    return !applications.empty();
+}
+
 }  // namespace
 
 struct DeviceProgram::State {
     fs::path device;
     fs::path scratch;
-    std::optional<VirtualScreen> screen;
-    std::optional<Process> process;
+    std::optional<VirtualScreen> screen{};
+    Leftover applications{[this] { endApplications(device); }};
+    std::optional<Process> process{};
 };
 
 DeviceProgram::DeviceProgram(const fs::path& updater, const fs::path& device,
                              const fs::path& scratch, bool hidden)
-    : state_(new State{device, scratch, {}, {}}) {
+    : state_(new State{device, scratch}) {
     const fs::path counter = updater.parent_path() / "frame-counter.preload";
     Command command{{updater.string(), "/auto"},
                     {{"UPDATER_DEVICE", device.string()},
@@ -95,11 +105,7 @@ void DeviceProgram::askToEnd() {
 }
 
 bool DeviceProgram::endApplication() {
-    setDeviceRoot(state_->device.string());
-    const auto applications = host::deviceProcesses();
-    for (const host::DeviceProcess& application : applications)
-        ::kill(static_cast<pid_t>(application.id), SIGTERM);
-    return !applications.empty();
+    return endApplications(state_->device);
 }
 
 std::string DeviceProgram::output() const {

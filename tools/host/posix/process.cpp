@@ -112,7 +112,6 @@ class StartUp {
 
 // Ends a group of processes, by force when it does not end within five seconds.
 void endGroup(pid_t group) {
-    ::kill(-group, SIGTERM);
     // A stopped process, or an X server that is just about to wait, misses a single signal.
     for (int tries = 0; ::kill(-group, tries < 500 ? SIGTERM : SIGKILL) == 0 && tries < 600;
          ++tries) {
@@ -152,10 +151,8 @@ bool Process::hasEnded() {
 }
 
 int Process::wait() {
-    while (!hasEnded()) {
-        siginfo_t ignored{};
-        ::waitid(P_PID, static_cast<id_t>(state_->id), &ignored, WEXITED | WNOWAIT);
-    }
+    while (!hasEnded())
+        ::waitid(P_PID, static_cast<id_t>(state_->id), nullptr, WEXITED | WNOWAIT);
     return exitCode();
 }
 
@@ -178,12 +175,11 @@ std::string outputOf(const std::vector<std::string>& words, const std::string& i
     const fs::path out = folder.path() / "out";
     const fs::path errors = folder.path() / "errors";
     writeHostFile(in, input);
-    static const bool EXTENDED = [] {
+    [[maybe_unused]] static const bool EXTENDED = [] {
         const char* const path = std::getenv("PATH");
         const std::string places = path != nullptr ? path : "/usr/bin:/bin";
         return ::setenv("PATH", (places + ":/usr/sbin:/sbin").c_str(), 1) == 0;
     }();
-    static_cast<void>(EXTENDED);
     Process process({words, {{"LC_ALL", "C.UTF-8"}, {"TZ", "UTC"}}, in, out, errors});
     if (process.wait() != 0)
         throw std::runtime_error(words.front() + " failed: " + readHostFile(errors) +
