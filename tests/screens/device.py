@@ -1,5 +1,6 @@
 """The device of a run: its files, its log, and its programs."""
 
+import contextlib
 import os
 import pathlib
 import shutil
@@ -133,7 +134,8 @@ class Device:
     def remove(self):
         while self.processes():
             for process in self.processes():
-                os.kill(process, signal.SIGKILL)
+                with contextlib.suppress(ProcessLookupError):
+                    os.kill(process, signal.SIGKILL)
             for other in self.others:
                 other.poll()
             time.sleep(0.01)

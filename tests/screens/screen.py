@@ -31,6 +31,7 @@ class Screen:
         self.pixels = numpy.frombuffer(memory, numpy.uint16 if depth == 16 else numpy.uint32)[-width * height:]
         self.connection = display.Display(self.name)
         self.root = self.connection.screen().root
+        self.connection.change_keyboard_control(auto_repeat_mode=X.AutoRepeatModeOff)
         # The first key makes the server change its keyboard, and a window may lose it.
         for kind in (X.KeyPress, X.KeyRelease):
             xtest.fake_input(self.connection, kind, self.connection.keysym_to_keycode(XK.XK_Shift_L))
