@@ -51,6 +51,7 @@ TEST(FileTimes, AreTheLocalTimesOfTheLastChangeAndOfCreation) {
     SYSTEMTIME before{};
     SYSTEMTIME after{};
     GetLocalTime(&before);
+    Sleep(20);  // the times of files come from a clock that is up to a tick late
     device.write("T/file");
     GetLocalTime(&after);
     const auto lastWrite = [] {
@@ -63,10 +64,8 @@ TEST(FileTimes, AreTheLocalTimesOfTheLastChangeAndOfCreation) {
     if (underWine())
         GTEST_SKIP() << "Wine keeps no times of creation.";
 
-    // Modified long ago, but created now.
-    const std::filesystem::path path = device.root() / "T/file";
-    std::filesystem::last_write_time(
-        path, std::filesystem::last_write_time(path) - std::chrono::hours(24 * 400));
+    // Modified at another time, but created now.
+    std::filesystem::last_write_time(device.root() / "T/file", {});
     EXPECT_TRUE(isNow(fileTimeText("/T/file"))) << fileTimeText("/T/file");
     EXPECT_FALSE(isNow(lastWrite()));
     for (const std::string& none :

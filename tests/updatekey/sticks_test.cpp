@@ -6,6 +6,7 @@
 
 #include "tests/updatekey/sound_key.h"
 #include "tools/host/temporary_folder.h"
+#include "tools/host/volume.h"
 #include "tools/updatekey/write/sticks.h"
 
 namespace {
@@ -36,6 +37,9 @@ TEST(WriteSticks, WritesOnlyToARemovableDiskWithFat32) {
     // The stick must be on another file system than the key and the system.
     const TemporaryFolder keyFolder("/var/tmp/key");
     const TemporaryFolder computer("/dev/shm/computer");
+    // In a container the memory may be too small to pass for a stick.
+    if (roomOn(computer.path()).size < uint64_t{1} << 28)
+        GTEST_SKIP() << "/dev/shm has less than 256 MB";
     writeSoundKey(keyFolder.path());
     struct stat status {};
     ASSERT_EQ(::stat(computer.path().c_str(), &status), 0);
@@ -58,8 +62,7 @@ TEST(WriteSticks, WritesOnlyToARemovableDiskWithFat32) {
         options.source = mount.key.empty() ? keyFolder.path() : root / mount.key;
         options.sticks = {root / "my stick" / mount.folder};
         options.systemRoot = root;
-        const WriteReport report = writeSticks(options, {});
-        const std::string& problem = report.sticks.at(0).problem;
+        const std::string problem = writeSticks(options, {}).sticks.at(0).problem;
         EXPECT_EQ(problem.empty(), std::string(mount.problem).empty()) << problem;
         EXPECT_NE(problem.find(mount.problem), std::string::npos) << problem;
         EXPECT_EQ(fs::exists(root / "my stick/VELD/KSTRL/KSTRL.exe"), problem.empty());
