@@ -6,6 +6,7 @@ Usage: both_systems.py LINUX-PROGRAM GUI-DATA ROWS WINDOWS-PROGRAM ...
   ROWS       the folder with the folders that the tests leave when UPDATEKEY_ROWS names it
   WINDOWS-PROGRAM ...   the command that runs updatekey.exe"""
 
+import difflib
 import pathlib
 import re
 import shutil
@@ -40,8 +41,11 @@ def compare(row, *arguments):
     if reason(row):
         explained.append(f"{arguments[0]}: {reason(row)}")
         return
-    wrong.append(f"{command}\nLinux {here.returncode}: {here.stdout.decode()}\n"
-                 f"Windows {there.returncode}: {there.stdout.decode()}{there.stderr.decode()}")
+    unlike = difflib.unified_diff(here.stdout.decode().splitlines(), report.decode().splitlines(), "Linux", "Windows",
+                                  n=0, lineterm="")
+    ends = [f"{system}: exit code {ended.returncode}, {len(ended.stdout)} bytes, errors: {ended.stderr.decode(errors='replace')}"
+            for system, ended in (("Linux", here), ("Windows", there))]
+    wrong.append("\n".join([str(command), *ends, *list(unlike)[:20]]))
 
 
 def contents(folder):
