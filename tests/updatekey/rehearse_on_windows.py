@@ -22,7 +22,6 @@ root = pathlib.Path(__file__).parents[2]
 device = drive / "rehearsal"
 key = device / "USB HD"
 application = key / "VELD/KSTRL/KSTRL.exe"
-log = "users/*/Temp/rehearsal-*/device/FlashDisk/VELD/Updater-log.txt"
 arguments = ["rehearse", "--json", "--machine", "any", "--accept", "application-damaged", "--device", device.name,
              key.relative_to(drive)]
 
@@ -41,13 +40,21 @@ def run(program):
 
 
 def programs():
-    """The command lines of the programs of this Wine."""
+    """The numbers and command lines of the programs of this Wine."""
     for process in pathlib.Path("/proc").glob("[0-9]*"):
         try:
             if str(drive.parent).encode() in (process / "environ").read_bytes():
-                yield (process / "cmdline").read_text()
+                yield process.name, (process / "cmdline").read_text()
         except OSError:
             pass  # it has ended
+
+
+def has_a_window(pid):
+    """Whether a program of Wine uses the display, which it does only when it runs."""
+    try:
+        return "winex11" in pathlib.Path(f"/proc/{pid}/maps").read_text()
+    except OSError:
+        return False  # it has ended
 
 
 def leaves_nothing(what):
@@ -56,7 +63,7 @@ def leaves_nothing(what):
     left = list(drive.glob("users/*/Temp/rehearsal-*"))
     assert not left, f"{what}: {left}"
     end = time.monotonic() + 60
-    while left := [program for program in programs() if re.search("updater|KSTRL", program)]:
+    while left := [program for _, program in programs() if re.search("updater|KSTRL", program)]:
         assert time.monotonic() < end, f"{what}: {left}"
         time.sleep(0.1)
 
@@ -86,13 +93,15 @@ try:
     assert code == 2 and "no drive letter" in refused["failure"], refused
     leaves_nothing("a rehearsal without a drive")
 
-    # The letter is free, although the program before could not use it.
-    process = subprocess.Popen([wine, "updatekey.exe", *arguments], cwd=drive, stdout=subprocess.DEVNULL)
-    while not list(drive.glob(log)):
+    # A program that waits for its user is rehearsed, so that the interrupt is never too late. The letter is free,
+    # although the program before could not use it.
+    shutil.copy(drive / "windows/system32/notepad.exe", drive / "updater-that-waits.exe")
+    process = subprocess.Popen([wine, "updatekey.exe", *arguments, "--updater", "updater-that-waits.exe"], cwd=drive,
+                               stdout=subprocess.DEVNULL)
+    while not any("\0/auto\0" in program and has_a_window(pid) for pid, program in programs()):
         assert process.poll() is None, "the rehearsal ended before it was interrupted"
         time.sleep(0.01)
     assert os.path.lexists(drive.parent / "dosdevices/z:")
-    assert any("updater" in program for program in programs()), list(programs())
     process.send_signal(signal.SIGINT)  # Ctrl-C
     process.wait()
     leaves_nothing("an interrupted rehearsal")
@@ -101,5 +110,6 @@ try:
     same("an installation without GUI data", "UpdateFailed", 1, startsHere=True)
 finally:
     shutil.rmtree(device)
-    (drive / "plain.exe").unlink(missing_ok=True)
+    for name in ["plain.exe", "updater-that-waits.exe"]:
+        (drive / name).unlink(missing_ok=True)
 print("rehearse_on_windows: 3 rehearsals compared, one interrupted, one without a drive letter")
