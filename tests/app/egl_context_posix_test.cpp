@@ -41,8 +41,7 @@ int handle;  // its address is the handle of every EGL object
 }  // namespace
 
 EGLDisplay eglGetDisplay(EGLNativeDisplayType native) {
-    const bool usual = native == EGL_DEFAULT_DISPLAY;
-    return driver.call("eglGetDisplay", nullptr, usual) ? &handle : EGL_NO_DISPLAY;
+    return driver.call("eglGetDisplay", nullptr, native == nullptr) ? &handle : EGL_NO_DISPLAY;
 }
 EGLBoolean eglInitialize(EGLDisplay, EGLint* major, EGLint* minor) {
     return driver.call("eglInitialize") && major == nullptr && minor == nullptr;

@@ -58,10 +58,6 @@ std::string logOf(GLuint object) {
     return gl().infoLog.empty() ? "" : gl().infoLog + ' ' + std::to_string(object);
 }
 
-GLint logSize(GLuint object) {
-    return static_cast<GLint>(logOf(object).size() + 1);
-}
-
 void copyInfoLog(GLuint object, GLsizei capacity, GLsizei* length, GLchar* log) {
     *length = static_cast<GLsizei>(logOf(object).copy(log, static_cast<std::size_t>(capacity - 1)));
     log[*length] = '\0';
@@ -130,7 +126,7 @@ void glGetShaderiv(GLuint shader, GLenum name, GLint* value) {
     if (type != gl().shaderTypes.end())
         *value = name == GL_SHADER_TYPE      ? static_cast<GLint>(type->second)
                  : name == GL_COMPILE_STATUS ? gl().compileStatus[type->second]
-                                             : logSize(shader);
+                                             : static_cast<GLint>(logOf(shader).size() + 1);
 }
 
 void glGetShaderInfoLog(GLuint shader, GLsizei capacity, GLsizei* length, GLchar* log) {
@@ -143,7 +139,7 @@ GLuint glCreateProgram() {
 
 // Always reports a failed link, which the program must ignore.
 void glGetProgramiv(GLuint program, GLenum name, GLint* value) {
-    *value = name == GL_LINK_STATUS ? 0 : logSize(program);
+    *value = name == GL_LINK_STATUS ? 0 : static_cast<GLint>(logOf(program).size() + 1);
 }
 
 void glGetProgramInfoLog(GLuint program, GLsizei capacity, GLsizei* length, GLchar* log) {
@@ -177,20 +173,20 @@ void glTexImage2D(GLenum, GLint, GLint kept, GLsizei width, GLsizei height, GLin
         bytes, bytes + static_cast<std::ptrdiff_t>(width) * height * (format == GL_RGB ? 3 : 1));
 }
 
-void glVertexAttribPointer(GLuint index, GLint size, GLenum type, GLboolean, GLsizei stride,
-                           const void* data) {
-    if (stride != 0)
-        record("a gap between vertices", stride);
+void glVertexAttribPointer(GLuint index, GLint size, GLenum type, GLboolean normalized,
+                           GLsizei stride, const void* data) {
+    if (stride != 0 || normalized)
+        record("other vertices", stride, normalized);
     gl().arrays[index] = {gl().arrays[index].enabled, size, type, data};
 }
 
-void glDrawElements(GLenum, GLsizei count, GLenum, const void* indices) {
+void glDrawElements(GLenum mode, GLsizei count, GLenum, const void* indices) {
     const GLushort* const numbers = static_cast<const GLushort*>(indices);
-    record("glDrawElements", join(numbers, count));
+    record("glDrawElements", mode, join(numbers, count));
     recordVertices(*std::max_element(numbers, numbers + count) + 1);
 }
 
 void glDrawArrays(GLenum mode, GLint first, GLsizei count) {
-    record("glDrawArrays", mode == GL_LINES ? "lines" : "strip", first, count);
+    record("glDrawArrays", mode, first, count);
     recordVertices(count);
 }

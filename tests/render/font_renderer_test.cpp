@@ -135,7 +135,7 @@ TEST_F(FontRendererTest, LoadsItsKerningFileAndAllPages) {
                   (Quads{"glUseProgram(" +
                              std::to_string(getProgram(programCache(), "fontrenderer")) + ')',
                          "glActiveTexture(0)", "glBindTexture(1)", "glUniform1i(4, 0)",
-                         "glUniform3f(3, 1, 0.5, 0.25)", "glDrawElements(0 1 2 3 0 2)",
+                         "glUniform3f(3, 1, 0.5, 0.25)", "glDrawElements(4, 0 1 2 3 0 2)",
                          "  2: " + quad(100, 50, 101, 62), "  3: 4 14 | 4 8 | 4.5 8 | 4.5 14"}));
         EXPECT_EQ(gl.texturePixels[1], (std::vector<unsigned char>{'a', 'b', 'c', 'd'}));
         EXPECT_EQ(gl.texturePixels[2], (std::vector<unsigned char>{'e', 'f', 'g', 'h'}));

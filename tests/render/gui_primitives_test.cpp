@@ -11,7 +11,7 @@
 
 namespace {
 
-const std::string QUAD = "glDrawElements(0 1 2 3 0 2)";
+const std::string QUAD = "glDrawElements(4, 0 1 2 3 0 2)";
 const std::string UNIT_SQUARE = "  1: 0 0 | 1 0 | 1 1 | 0 1";
 
 TEST(GuiPrimitives, HaveTheirCornersAtTheRightCoordinates) {
@@ -24,7 +24,7 @@ TEST(GuiPrimitives, HaveTheirCornersAtTheRightCoordinates) {
         {[] {
              drawRectOutline({10, 20, 30, 40}, 0, 1, 1, 1, 1, 4);
          },
-         {"glLineWidth(4)", "glDrawArrays(lines, 0, 8)",
+         {"glLineWidth(4)", "glDrawArrays(1, 0, 8)",
           "  0: 8 20 | 42 20 | 40 18 | 40 62 | 42 60 | 8 60 | 10 62 | 10 18",
           "  1: 1 1 1 | 1 1 1 | 1 1 1 | 1 1 1 | 1 1 1 | 1 1 1 | 1 1 1 | 1 1 1"}},
         {[] {
@@ -37,17 +37,15 @@ TEST(GuiPrimitives, HaveTheirCornersAtTheRightCoordinates) {
          },
          {QUAD, "  0: not set | not set | not set | not set", "  1: 1 2 | 4 2 | 4 6 | 1 6"}},
         {[&] { drawPolyline(points, 0, 1, 1, 0, 0, 2.5F); },
-         {"glLineWidth(2.5)", "glDrawArrays(strip, 0, 2)", "  0: 1 2 | -3 4",
-          "  1: 1 0 0 | 1 0 0"}},
+         {"glLineWidth(2.5)", "glDrawArrays(3, 0, 2)", "  0: 1 2 | -3 4", "  1: 1 0 0 | 1 0 0"}},
         // A list is emptied, and then draws nothing.
         {[&] { drawLineList(list, 0, 1, 1, 0, 0, 2.5F); },
-         {"glLineWidth(2.5)", "glDrawArrays(lines, 0, 2)", "  0: 1 2 | -3 4",
-          "  1: 1 0 0 | 1 0 0"}},
+         {"glLineWidth(2.5)", "glDrawArrays(1, 0, 2)", "  0: 1 2 | -3 4", "  1: 1 0 0 | 1 0 0"}},
         {[&] { drawLineList(list, 0, 1, 1, 1, 1, 1); }, {}},
         {[] {
              drawLineList3D({{1, 2, 3.5F}, {4, 5, 6}}, 3, 9, 1, 0, 0.5F);
          },
-         {"glUniform4f(9, 1, 0, 0.5, 1)", "glDrawArrays(lines, 0, 2)", "  3: 1 2 3.5 | 4 5 6"}},
+         {"glUniform4f(9, 1, 0, 0.5, 1)", "glDrawArrays(1, 0, 2)", "  3: 1 2 3.5 | 4 5 6"}},
         {[] { drawLineList3D({}, 0, 1, 1, 1, 1); }, {}},
     };
     for (const auto& [draw, calls] : cases) {

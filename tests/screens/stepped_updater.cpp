@@ -75,17 +75,21 @@ EGLBoolean eglSwapBuffers(EGLDisplay display, EGLSurface surface) {
     GLint arrays[2] = {};
     for (GLuint i = 0; i < 2; ++i)
         glGetVertexAttribiv(i, GL_VERTEX_ATTRIB_ARRAY_ENABLED, &arrays[i]);
-    std::printf("eglSwapBuffers%s%s%s\n", glIsEnabled(GL_BLEND) ? ", still blending" : "",
-                arrays[0] + arrays[1] > 0 ? ", arrays still enabled" : "",
+    std::printf("eglSwapBuffers%s%s\n", arrays[0] + arrays[1] > 0 ? ", arrays still enabled" : "",
                 glGetError() == GL_NO_ERROR ? "" : ", after a GL error");
     driversOwn(eglSwapBuffers, "eglSwapBuffers")(display, surface);
     return EGL_FALSE;  // the program goes on all the same
 }
 
-EGLBoolean eglMakeCurrent(EGLDisplay display, EGLSurface draw, EGLSurface read,
-                          EGLContext context) {
-    std::printf("eglMakeCurrent%s\n", context == EGL_NO_CONTEXT ? " nothing" : "");
-    return driversOwn(eglMakeCurrent, "eglMakeCurrent")(display, draw, read, context);
+void glUseProgram(GLuint program) {
+    if (program == 0)
+        std::printf("glUseProgram 0\n");
+    driversOwn(glUseProgram, "glUseProgram")(program);
+}
+
+void glDisable(GLenum what) {
+    std::printf("glDisable %u\n", what);
+    driversOwn(glDisable, "glDisable")(what);
 }
 
 int main(int argc, char** argv) {

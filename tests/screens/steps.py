@@ -79,7 +79,9 @@ UPDATED = 'KSTRL=2 KSTRL_old=1 ORBUI=2 ORBUI_old=1'
 NO_NOTES = 'Release notes not found.\n'
 TEARDOWN = 'eglDestroyContext SUCCESS\neglDestroySurface SUCCESS\neglTerminate SUCCESS\n'
 SEQUENCE = 'F1 F4 F4 F3 F6 F6 F5 F2 F2 F1 F1 F3 F3 F5'
-CLEAR, SHOW, PAUSE, NEXT = 'glClear 16384 0.2 0.2 0.2 0\n', 'eglSwapBuffers\n', 'Sleep 100\n', 'Sleep 2\n'
+SHOW, PAUSE, NEXT, UNBIND, OPAQUE = 'eglSwapBuffers\n', 'Sleep 100\n', 'Sleep 2\n', 'glUseProgram 0\n', 'glDisable 3042\n'
+CLEAR = 'glClear 16384 0.2 0.2 0.2 0\n' + OPAQUE + UNBIND + 2 * OPAQUE  # what each frame begins with and draws
+CLEAR_READY = CLEAR.replace(UNBIND, 2 * UNBIND)
 MESSAGE = 'TranslateMessage\nDispatchMessageW\n'
 LAUNCH = 'CreateProcessW \\FlashDisk\\VELD\\KSTRL\\KSTRL.exe 0 0\n'
 
@@ -200,11 +202,11 @@ RUNS = [
             'CreateToolhelp32Snapshot 2 0\n' + END_PROCESS + 'CloseHandle\n'
             'RegisterClassW EGLWndClass\nCreateWindowExW EGLWndClass 147587072\nShowWindow 1\n'
             'GetSystemMetrics 0\nGetSystemMetrics 1\nSetWindowLongW -16 -2147483648\n'
-            'SetWindowPos -1 0 0 1024 768 32\nEnableWindow 1\nSetForegroundWindow\nShowWindow 1\neglMakeCurrent\n' + NEXT)),
+            'SetWindowPos -1 0 0 1024 768 32\nEnableWindow 1\nSetForegroundWindow\nShowWindow 1\n' + 3 * UNBIND + NEXT)),
         Step('frame', prints=CLEAR + PAUSE + SHOW + NEXT, runs=OTHERS),
         Step('frame'),
         Step('close'),
-        Step('frame', exits=0, prints=CLEAR + PAUSE + SHOW + MESSAGE + 'DestroyWindow\nPostQuitMessage 0\nTranslateMessage\neglMakeCurrent nothing\n' + TEARDOWN + 'DestroyWindow\n', runs=OTHERS)], 'applications run', stepped=True),
+        Step('frame', exits=0, prints=CLEAR + PAUSE + SHOW + MESSAGE + 'DestroyWindow\nPostQuitMessage 0\nTranslateMessage\n' + TEARDOWN + 'DestroyWindow\n', runs=OTHERS)], 'applications run', stepped=True),
     Run('frames', 'all messages of a frame', [
         Step('start'),
         Step('frame'),
@@ -265,7 +267,7 @@ RUNS = [
         Step('plug in'),
         Step('start'),
         Step('frame', 'waiting', disk=INSTALLED, prints=CLEAR + NO_NOTES + PAUSE + SHOW + NEXT),
-        Step('frame', prints=CLEAR + SHOW + NEXT),
+        Step('frame', prints=CLEAR_READY + SHOW + NEXT),
         Step('Home'),
         Step('frame', disk=STAGED),
         Step('frame'),
@@ -294,7 +296,7 @@ RUNS = [
         Step('frame', disk=INSTALLED),
         Step('frame', 'ready', log=UNKNOWN),
         Step('space Delete Return Escape Prior Left a'),
-        Step('frame', 'ready', disk=INSTALLED, prints=CLEAR + SHOW + 14 * MESSAGE + NEXT),
+        Step('frame', 'ready', disk=INSTALLED, prints=CLEAR_READY + SHOW + 14 * MESSAGE + NEXT),
         Step('unplug'),
         Step('Home'),
         Step('frame', 'ready', disk=STAGED),
