@@ -3,7 +3,7 @@ the updater."""
 
 import subprocess
 
-from machine import Machine
+from machine import UNTIL, Machine
 from power import copy
 
 DEVICE = "/run/device"
@@ -35,10 +35,12 @@ def raw(file):
 
 
 def recorded(disk, record):
-    """A copy of a disk, of which the emulator records every write and flush."""
+    """A copy of a disk, of which the emulator records every write and flush. It counts the entries of the
+    record at each flush."""
     copy(disk, f"{record}.disk")
     open(record, "wb").close()
-    return {"driver": "blklogwrites", "file": raw(f"{record}.disk"), "log": raw(record)}
+    return {"driver": "blklogwrites", "file": raw(f"{record}.disk"), "log": raw(record),
+            "log-super-update-interval": 1 << 40}
 
 
 class Instrument(Machine):
@@ -55,23 +57,30 @@ class Instrument(Machine):
                           "-virtfs", f"{share},mount_tag=programs,path={project}/build/{programs}"], folder)
 
     def start_screen(self):
-        self.run("ln -s /dev/input/$(basename /sys/bus/usb/drivers/usbhid/*/0003*/input/input*/event*) /dev/keyboard")
-        self.run("Xorg :0 -config /run/xorg.conf -extension GLX -noreset -nolisten tcp -logfile /run/xorg.log "
-                 ">/run/xorg.out 2>&1 &")
-        # The first key would make the server change its keyboard, and a program would not notice.
-        self.wait("[ -e /tmp/.X11-unix/X0 ] && DISPLAY=:0 setxkbmap -rules evdev -layout us 2>/dev/null")
-        self.press("shift")
+        # The machine finds its keyboard by and by.
+        self.wait("ln -sf /dev/input/$(basename /sys/bus/usb/drivers/usbhid/*/0003*/input/input*/event*) /dev/keyboard && "
+                  "[ -c /dev/keyboard ]")
+        # The server writes its number when it is ready.
+        self.run("Xorg :0 -displayfd 9 -config /run/xorg.conf -extension GLX -noreset -nolisten tcp "
+                 "-logfile /run/xorg.log 9>/run/xorg.ready >/run/xorg.out 2>&1 & echo $! >/run/xorg.pid")
+        self.wait("[ -s /run/xorg.ready ] || ! kill -0 $(cat /run/xorg.pid)")
+        self.run("DISPLAY=:0 setxkbmap -rules evdev -layout us")
         self.run(f"mkdir -p {DEVICE}/FlashDisk '{DEVICE}/USB HD'")
 
     def start_updater(self, arguments="", screen="", draws=True):
         draw = "LIBGL_ALWAYS_SOFTWARE=1 GALLIUM_DRIVER=llvmpipe" if draws else "LD_PRELOAD=/run/programs/draw-nothing.so"
-        self.run(f"DISPLAY=:0 {draw} UPDATER_SCREEN={screen} UPDATER_DEVICE={DEVICE} "
-                 f"/run/programs/updater {arguments} >/run/updater.out 2>&1 & echo $! >/run/updater.pid")
+        self.run(f"exec >/run/updater.out 9>/run/frames 2>&1; DISPLAY=:0 {draw} UPDATER_SCREEN={screen} "
+                 f"UPDATER_DEVICE={DEVICE} /run/programs/updater {arguments} & echo $! >/run/updater.pid")
+
+    def wait_for_frames(self):
+        """Waits until an updater that does not draw has done the whole work of a frame."""
+        self.run("end=$(($(stat -c %s /run/frames) + 2)); " + UNTIL.format(
+            "[ $(stat -c %s /run/frames) -ge $end ] || ! kill -0 $(cat /run/updater.pid)"))
 
     def wait_for_end(self):
         """Waits until the updater has ended or shows a failed update, and returns whether it succeeded."""
-        self.wait(ENDED, 900)
-        self.run("kill $(cat /run/updater.pid) $(pidof KSTRL.exe) 2>/dev/null; true")
+        self.wait(ENDED)
+        self.run("for id in $(cat /run/updater.pid) $(pidof KSTRL.exe); do while kill $id; do sleep 0.1; done; done 2>/dev/null")
         return "Update succeeded" in self.output()
 
     def output(self):

@@ -10,7 +10,7 @@ NAMES = [*COMPONENTS, "KSTRL_old", "ORBUI_old", "Update", "Updater-log.txt"]
 
 def output_of(*command, given=""):
     done = subprocess.run(command, input=given.encode(), stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                          timeout=300, check=False)
+                          timeout=600, check=False)
     return done.stdout.decode(errors="replace")
 
 

@@ -7,9 +7,9 @@ import time
 import numpy
 from PIL import Image
 
-from instrument import ENDED, FLASH, make_disk, raw
+from instrument import ENDED, make_disk, raw
 from judge import Verdict
-from machine import Failure
+from machine import LIMIT, Failure
 
 GOLDENS = pathlib.Path(__file__).resolve().parents[3] / "tests/golden"
 
@@ -23,8 +23,9 @@ def expect_picture(instrument, name):
     card = numpy.fromfile(background, numpy.uint8).reshape(-1, width, 1)[:height]
     expected = numpy.where(golden[:, :, 3:] > 0, golden[:, :, :3], card).astype(int)
     file = f"{instrument.folder}/{name}.png"
-    end = time.monotonic() + 600
+    end = time.monotonic() + LIMIT
     while True:
+        instrument.run("kill -0 $(cat /run/updater.pid)")
         instrument.picture(file)
         shown = numpy.asarray(Image.open(file).convert("RGB"))
         if shown.shape == expected.shape and numpy.abs(shown - expected).max() <= 2:
@@ -43,8 +44,13 @@ def update_by_keys(instrument):
     make_disk("vfat", f"{made}/large/FlashDisk", disk)
     instrument.mount(instrument.plug(raw(disk), "scsi"), ("vfat", "utf8"), "FlashDisk")
 
-    def plug_in():
-        instrument.mount(instrument.plug(raw(f"{made}/stick"), "usb") + "1", ("vfat", "ro,utf8"), "USB HD")
+    def plug_in(bad_sector=None):
+        """Plugs in the stick, as one with a bad sector if one is given."""
+        stick = raw(f"{made}/stick")
+        if bad_sector is not None:
+            stick = {"driver": "raw", "file": {"driver": "blkdebug", "image": stick, "inject-error": [
+                {"event": "read_aio", "iotype": "read", "sector": bad_sector}]}}
+        instrument.mount(instrument.plug(stick, "usb", "1"), ("vfat", "ro,utf8"), "USB HD")
 
     def pull_out():
         instrument.pull("usb")
@@ -61,10 +67,14 @@ def update_by_keys(instrument):
     # Draws nothing from here on, because a frame is drawn for each file.
     instrument.start_updater(draws=False)
     plug_in()
+    instrument.wait_for_frames()
     pull_out()
-    plug_in()
-    instrument.press_until("home", f"[ $(find {FLASH}/Update -type f 2>/dev/null | wc -l) -gt 2 ]")
-    pull_out()
+    # The update has copied other files when it comes to this one, and cannot end before the stick is gone.
+    with open(f"{made}/stick", "rb") as stick:
+        plug_in(stick.read().index(b"screens of 2.14.3") // 512)
+    if not instrument.press_until("home", ENDED):
+        raise Failure("the update ended before the stick was pulled out: " + instrument.output())
+    instrument.unmount("USB HD", "-l")
     instrument.wait_for_end()
     plug_in()
     instrument.start_updater(draws=False)

@@ -1,11 +1,14 @@
 """A virtual machine that stands for the instrument: started, given commands and keys, and given disks."""
 
 import json
-import os
 import pathlib
+import select
 import socket
 import subprocess
 import time
+
+LIMIT = 600  # the seconds after which a command is given up: it hangs
+UNTIL = "until {}; do sleep 0.3; done"
 
 
 class Failure(Exception):
@@ -24,7 +27,7 @@ class Line:
 
     def __init__(self, path, emulator):
         self.socket = socket.socket(socket.AF_UNIX)
-        end = time.monotonic() + 20
+        end = time.monotonic() + LIMIT
         while True:
             try:
                 self.socket.connect(path)
@@ -33,7 +36,7 @@ class Line:
                 if emulator.poll() is not None or time.monotonic() > end:
                     raise Failure("the emulator did not start") from None
                 time.sleep(0.05)
-        self.socket.settimeout(1200)
+        self.socket.settimeout(2 * LIMIT)
         self.file = self.socket.makefile("rb")
 
     def send(self, text):
@@ -75,15 +78,16 @@ class Machine:
         self.emulator.kill()
         self.emulator.wait()
 
-    def processor_seconds(self):
-        """The time for which the emulator has used a processor."""
-        with open(f"/proc/{self.emulator.pid}/stat", encoding="ascii") as file:
-            fields = file.read().rsplit(")", 1)[1].split()
-        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
-
-    def run(self, command, limit=120, check=True):
+    def run(self, command, check=True):
         """Runs a shell command in the machine and returns its output."""
-        self.agent.send(f"{limit} {command}")
+        self.start(command)
+        return self.finish(command, check)
+
+    def start(self, command):
+        self.agent.send(f"{LIMIT} {command}")
+
+    def finish(self, command, check=True):
+        """Waits until the command that was started has ended, and returns its output."""
         try:
             code, size = self.agent.line().split()
         except TimeoutError:
@@ -93,52 +97,58 @@ class Machine:
             raise Failure(f"exit code {int(code)} of: {command}\n{output}")
         return output
 
-    def wait(self, condition, limit=600):
+    def wait(self, condition):
         """Waits in the machine until a shell condition holds. Looks seldom: programs start slowly there."""
-        self.run(f"until {condition}; do sleep 0.3; done", limit)
+        self.run(UNTIL.format(condition))
 
-    def tell(self, request, **arguments):
-        """Sends a request to the emulator."""
+    def tell(self, request, event=None, **arguments):
+        """Sends a request to the emulator, and returns its answer when an event has come, too."""
         self.monitor.send(json.dumps({"execute": request, "arguments": arguments}))
-        return self.answer("return", request)
-
-    def answer(self, kind, request):
-        while True:
+        returned = None
+        while returned is None or event:
             answer = json.loads(self.monitor.line())
             if "error" in answer:
                 raise Failure(f"{request}: {answer['error']['desc']}")
-            if kind in answer and (kind != "event" or answer["event"] == request):
-                return answer[kind]
+            if "return" in answer:
+                returned = answer["return"]
+            elif answer["event"] == event:
+                event = None
+        return returned
 
     def press(self, key):
         self.tell("send-key", keys=[{"type": "qcode", "data": key}])
 
-    def press_until(self, key, condition, limit=900):
-        """Presses a key again and again until a shell condition holds."""
-        end = time.monotonic() + limit
-        self.press(key)
-        poll = f"for _ in $(seq 10); do {condition} && echo yes && break; sleep 0.5; done"
-        while self.run(poll, check=False).strip() != "yes":
-            if time.monotonic() > end:
-                raise Failure(f"pressing {key} did not lead to: {condition}")
-            self.press(key)
+    def press_until(self, key, condition):
+        """Presses a key again and again until a shell condition holds. When the machine stops, because it
+        has read a bad sector, pulls out the stick. Returns whether that has happened."""
+        pulled = False
+        self.start(UNTIL.format(condition))
+        while not select.select([self.agent.socket], [], [], 1)[0]:
+            if self.tell("query-status")["running"]:
+                self.press(key)
+            else:
+                self.pull("usb")
+                self.tell("cont")
+                pulled = True
+        self.finish(f"pressing {key} until {condition}")
+        return pulled
 
     def picture(self, file):
         self.tell("screendump", filename=file, format="png")
 
-    def plug(self, disk, bus):
-        """Plugs a disk into the bus "usb" or "scsi" and returns its device file. `disk` describes the
-        emulator's block node."""
+    def plug(self, disk, bus, partition=""):
+        """Plugs a disk into the bus "usb" or "scsi", and returns the device file of the disk or of a
+        partition. `disk` describes the emulator's block node. The machine stops at a bad sector."""
         name = f"{bus}-disk"
+        find = f"$(ls -l /sys/block | sed -n 's|.*/{'usb' if bus == 'usb' else 'virtio'}.*/||p')"
+        self.wait(f'[ -z "{find}" ]')  # the disk before has been missed
         self.tell("blockdev-add", **{"node-name": name, **disk})
-        self.tell("device_add", driver="usb-storage" if bus == "usb" else "scsi-hd", id=name, bus=f"{bus}.0", drive=name)
-        path = "/usb" if bus == "usb" else "/virtio"
-        find = f"for disk in /sys/block/sd*; do realpath $disk; done 2>/dev/null | grep {path}"
-        self.wait(f"{find} >/dev/null")
-        return "/dev/" + self.run(f"basename $({find})").strip()
+        self.tell("device_add", driver="usb-storage" if bus == "usb" else "scsi-hd", id=name, bus=f"{bus}.0",
+                  drive=name, rerror="stop", werror="report")
+        self.wait(f"[ -b /dev/{find}{partition} ]")
+        return self.run(f"echo /dev/{find}{partition}").strip()
 
     def pull(self, bus):
         """Pulls a disk out, without asking the machine."""
-        self.tell("device_del", id=f"{bus}-disk")
-        self.answer("event", "DEVICE_DELETED")
+        self.tell("device_del", "DEVICE_DELETED", id=f"{bus}-disk")
         self.tell("blockdev-del", **{"node-name": f"{bus}-disk"})

@@ -76,16 +76,9 @@ def states(original, record, folder, seed):
         flushed.write(undo)
 
 
-def after_flushes(original, record, file, flushes):
-    """Makes the image that has only what the first `flushes` flushes have brought to the disk. The
-    emulator adds one of its own when the disk is pulled out."""
-    image, pending = Image(original, file), []
+def flushed_image(original, record, file):
+    """Makes the image that has what the writes of a record that ends in a flush have brought to the disk."""
+    image = Image(original, file)
     for sectors in entries(record):
-        if flushes == 0:
-            break
-        if sectors is None:
-            image.write(pending)
-            pending, flushes = [], flushes - 1
-        else:
-            pending += sectors
+        image.write(sectors or [])
     return image.file
