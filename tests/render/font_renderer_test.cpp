@@ -9,6 +9,7 @@
 
 #include "platform/posix/call_hook.h"
 #include "render/font_set.h"
+#include "render/matrix.h"
 #include "render/shader_program.h"
 #include "support/logger.h"
 #include "support/system_settings.h"
@@ -20,7 +21,6 @@ namespace {
 
 using Quads = std::vector<std::string>;
 
-constexpr float PROJECTION[16] = {2, 0};
 constexpr float MODELVIEW[16] = {3, 0};
 
 Glyph glyph(uint32_t id, int16_t yoffset, uint16_t width, int16_t xadvance, uint8_t page = 0) {
@@ -48,7 +48,9 @@ class FontRendererTest : public testing::Test {
     Quads draw(const FontRenderer& face, const Text& text, bool kerned = true,
                const float* modelview = nullptr) {
         gl.calls.clear();
-        face.drawText(text, 100, 50, 1, 0.5F, 0.25F, PROJECTION, kerned, modelview);
+        float projection[16];
+        orthoMatrix(0, 4, 2, 0, -1, 3, projection);
+        face.drawText(text, 100, 50, 1, 0.5F, 0.25F, projection, kerned, modelview);
         EXPECT_FALSE(gl.arrays[2].enabled || gl.arrays[3].enabled);
         Quads found;
         for (const std::string& call : gl.calls)
@@ -88,7 +90,8 @@ TEST_F(FontRendererTest, PlacesTheGlyphs) {
     EXPECT_EQ(draw(face, std::string("\xE9\0A", 3)), Quads{quad(100, 50, 105, 62)});
     EXPECT_EQ(draw(face, std::string("AB"), false, MODELVIEW)[1], quad(109, 53, 117, 65));
     EXPECT_EQ(gl.matrices[1], std::vector<float>(MODELVIEW, MODELVIEW + 16));
-    EXPECT_EQ(gl.matrices[2], std::vector<float>(PROJECTION, PROJECTION + 16));
+    EXPECT_EQ(gl.matrices[2],
+              (std::vector<float>{0.5F, 0, 0, 0, 0, -1, 0, 0, 0, 0, -0.5F, 0, -1, 1, -0.5F, 1}));
     face.setKerning('A', 'B', 4);
     EXPECT_EQ(draw(face, WideText(TEXT("AB")))[1], quad(113, 53, 121, 65));
 
