@@ -11,9 +11,8 @@ using Update = UpdateOnDevice;
 // update has left a file, longer than the new one.
 TEST_F(Update, CopiesOneFilePerStepAndThenFinishes) {
     device.write("USB HD/VELD/ORBUI/data/lang/StringTable_en.txt", "texts 2");
-    device.write("USB HD/VELD/ORBUI/data/lang/extra/x");
-    device.write("USB HD/VELD/KSTRL/sub/x");
-    device.write("USB HD/VELD/ORBUI/x");
+    for (const char* const folder : {"", "ORBUI/", "KSTRL/sub/", "ORBUI/data/lang/extra/"})
+        device.write(KEY + std::string(folder) + "x");
     device.makeFolder("USB HD/VELD/ORBUI/data/empty");
     device.write("FlashDisk/VELD/Update/KSTRL/KSTRL.exe", "half of an application");
     device.setReadOnly("USB HD/VELD/KSTRL/KSTRL.exe");
@@ -64,7 +63,7 @@ TEST_F(Update, ReportsTheResultOfTheLastFolder) {
     const Oddity oddities[] = {
         {"FlashDisk/VELD/Update/OTHER/x", "absent",
          "Error 145 ::RemoveDirectory(Update); Update failed.; ", UPDATED + " Update/OTHER/x=0"},
-        {"USB HD/x", "FlashDisk/VELD/KSTRL", noApplication + "Update succeeded",
+        {"FlashDisk/VELD/KSTRL_old/x", "FlashDisk/VELD/KSTRL", noApplication + "Update succeeded",
          " KSTRL/KSTRL.exe=2 ORBUI/data/bg.raw=2 ORBUI_old/data/bg.raw=1"},
         {"USB HD/x", "FlashDisk/VELD/ORBUI", noGuiData,
          " KSTRL/KSTRL.exe=2 KSTRL_old/KSTRL.exe=1 ORBUI/data/bg.raw=2"},
