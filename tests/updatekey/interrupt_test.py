@@ -34,7 +34,7 @@ class Interrupt(UserTest):
         # Programs that do their work, interrupt the command that called them, and do not end by themselves.
         for program in (shutil.which("mcopy"), BUILD / "updater"):
             stand_in = self.work / "bin" / os.path.basename(program)
-            write(stand_in, f'#!/bin/sh\n"{program}" "$@"\nkill -s $SIGNAL $PPID\nexec sleep 600\n'.encode())
+            write(stand_in, f'#!/bin/sh\n"{program}" "$@"\nkill -s $SIGNAL $PPID\nexec sleep 300\n'.encode())
             stand_in.chmod(0o755)
 
     def interrupt(self, number, hold, *arguments):
@@ -61,6 +61,7 @@ class Interrupt(UserTest):
     def test_leaves_nothing_behind(self):
         signal.pthread_sigmask(signal.SIG_BLOCK, [signal.SIGIO])
         for number in (signal.SIGINT, signal.SIGTERM):
+            signal.signal(number, signal.SIG_DFL)  # a shell starts what runs in the background with SIGINT ignored
             # Who opens the file waits until it is closed here, and this program gets SIGIO.
             with open(self.app / "held", "r+b") as held:
                 fcntl.fcntl(held, fcntl.F_SETLEASE, fcntl.F_WRLCK)

@@ -2,7 +2,6 @@
 nor what else is on a stick. That only sticks are written is tested in sticks_test.cpp."""
 
 import os
-import pathlib
 import subprocess
 
 from user import PROGRAM, UserTest, contents, write
@@ -19,11 +18,13 @@ class Write(UserTest):
 
     def test_refuses_what_would_hurt_before_anything_is_touched(self):
         (self.work / "link").symlink_to(self.stick)
+        home = self.work / "home"
+        home.mkdir()
         before = contents(self.work)
         for arguments, code, says in [
                 (["write", "--machine", "any", self.key, self.stick], 1, "NOT GOOD: "),
                 (["write", "--machine", "any", self.key, "/proc"], 1, "NOT GOOD: no stick is mounted there"),
-                ([*ANY, self.key, pathlib.Path.home()], 1, "this is no stick but the folder"),
+                ([*ANY, self.key, home], 1, "this is no stick but the folder"),
                 ([*ANY, self.key, "/"], 2, "holds the key itself"),
                 ([*ANY, self.key, self.work], 2, "holds the key itself"),
                 ([*ANY, self.key, self.stick, self.stick], 2, "are the same stick"),
@@ -32,7 +33,7 @@ class Write(UserTest):
                 ([*ANY, "--replace", self.key, self.key / "VELD"], 2, "is in it"),
                 ([*ANY, self.key, self.work / "nowhere"], 1, "there is no such folder"),
                 (["write", "--not-a-stick", self.key, self.stick], 3, "Nothing was written")]:
-            self.expect(code, *arguments, says=says)
+            self.expect(code, *arguments, says=says, env={**os.environ, "HOME": str(home)})
         self.assertEqual(contents(self.work), before)
 
     def test_replaces_only_what_is_part_of_an_update(self):
