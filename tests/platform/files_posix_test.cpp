@@ -113,6 +113,15 @@ TEST_F(FilesPosix, ACopyKeepsModeAndTime) {
     EXPECT_EQ(fs::status(copy).permissions(), static_cast<fs::perms>(0755));
 }
 
+TEST_F(FilesPosix, OtherUsersMayUseNewFoldersAndLogs) {
+    const mode_t before = ::umask(0);
+    EXPECT_TRUE(CreateDirectoryW(TEXT("/T/d"), nullptr));
+    std::fclose(_wfopen(TEXT("/T/log"), TEXT("w")));
+    ::umask(before);
+    EXPECT_EQ(fs::status(device.root() / "T/d").permissions(), fs::perms::all);
+    EXPECT_EQ(fs::status(device.root() / "T/log").permissions(), static_cast<fs::perms>(0666));
+}
+
 TEST_F(FilesPosix, TheDeviceRootCannotBeDeletedOrMoved) {
     fs::remove_all(device.root() / "T");
     fs::remove_all(device.root() / "outside");
