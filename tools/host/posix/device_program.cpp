@@ -19,12 +19,15 @@ namespace fs = std::filesystem;
 
 namespace {
 
+const std::string SIZE = std::to_string(instrument::SCREEN_WIDTH) + "x" +
+                         std::to_string(instrument::SCREEN_HEIGHT) + "x24";
+
 // A virtual X server with a screen of the instrument's size. It ends with the object.
 class VirtualScreen {
   public:
     explicit VirtualScreen(const fs::path& scratch)
         : number_(scratch / "screen"),
-          server_({{"Xvfb", "-displayfd", "1", "-screen", "0", size(), "-nolisten", "tcp"},
+          server_({{"Xvfb", "-displayfd", "1", "-screen", "0", SIZE, "-nolisten", "tcp"},
                    {},
                    {},
                    number_,
@@ -45,11 +48,6 @@ class VirtualScreen {
     }
 
   private:
-    static std::string size() {
-        return std::to_string(instrument::SCREEN_WIDTH) + "x" +
-               std::to_string(instrument::SCREEN_HEIGHT) + "x24";
-    }
-
     fs::path number_;
     Process server_;
 };

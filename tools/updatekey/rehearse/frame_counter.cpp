@@ -8,26 +8,16 @@
 #include <cstdio>
 #include <cstdlib>
 
-namespace {
-
-long frames = 0;
-
-void writeCount() {
-    const char* const path = std::getenv("UPDATEKEY_FRAMES");
-    std::FILE* const file = path != nullptr ? std::fopen(path, "w") : nullptr;
-    if (file == nullptr)
-        return;
-    std::fprintf(file, "%ld\n", frames);
-    std::fclose(file);
-}
-
-}  // namespace
-
 // The last frame is not swapped: the program exits during it when it starts the application.
 extern "C" EGLBoolean eglSwapBuffers(EGLDisplay display, EGLSurface surface) {
     using Swap = EGLBoolean (*)(EGLDisplay, EGLSurface);
     static const Swap SWAP = reinterpret_cast<Swap>(::dlsym(RTLD_NEXT, "eglSwapBuffers"));
+    static long frames = 0;
     ++frames;
-    writeCount();
+    const char* const path = std::getenv("UPDATEKEY_FRAMES");
+    if (std::FILE* const file = path != nullptr ? std::fopen(path, "w") : nullptr) {
+        std::fprintf(file, "%ld\n", frames);
+        std::fclose(file);
+    }
     return SWAP(display, surface);
 }
