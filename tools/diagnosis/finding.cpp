@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <sstream>
 #include <stdexcept>
 
@@ -11,8 +12,6 @@ std::set<std::string> words(const char* text) {
     std::istringstream stream(text);
     return {std::istream_iterator<std::string>(stream), {}};
 }
-
-}  // namespace
 
 const std::map<Severity, std::set<std::string>> FINDING_CODES = {
     {Severity::Error,
@@ -31,6 +30,8 @@ const std::map<Severity, std::set<std::string>> FINDING_CODES = {
            "table-language text-too-wide text-missing-glyph text-off-marker flash-tight "
            "version-older version-same disk-space log-contradicts log-odd language-unknown")},
 };
+
+}  // namespace
 
 bool isFindingCode(const std::string& code) {
     return std::any_of(FINDING_CODES.begin(), FINDING_CODES.end(),

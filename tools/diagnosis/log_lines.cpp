@@ -5,9 +5,24 @@
 #include <map>
 #include <sstream>
 #include <string_view>
+#include <vector>
 
 #include "tools/host/printable.h"
 
+namespace {
+
+// What a line tells about the update.
+enum class LogEvent { Other, Success, Failure, NotCopied };
+
+// A kind of line. "%" in the pattern matches any text.
+struct LogLineKind {
+    const char* pattern;
+    const char* meaning;
+    LogEvent event = LogEvent::Other;
+};
+
+// All kinds of lines that the updater writes. The README has the same list, and a test compares
+// both with the sources of the program.
 const std::vector<LogLineKind> LOG_LINE_KINDS = {
     {"Opening log at %", "the updater was started at this local time"},
     {"  ** Warning ** Update succeeded at %", "the update succeeded; logged as a warning",
@@ -45,8 +60,6 @@ const std::vector<LogLineKind> LOG_LINE_KINDS = {
      "the release notes, a table of texts or a list of kerning pairs is damaged"},
     {"  ** Warning ** Unrecognized Char: %  %", "a text contains a character that its font lacks"},
 };
-
-namespace {
 
 // Whether the texts around the wildcards of the pattern stand in this order in the line, the first
 // one at its start, the last one at its end.

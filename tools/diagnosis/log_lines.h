@@ -3,21 +3,6 @@
 
 #include <deque>
 #include <string>
-#include <vector>
-
-// What a line tells about the update.
-enum class LogEvent { Other, Success, Failure, NotCopied };
-
-// A kind of line. "%" in the pattern matches any text.
-struct LogLineKind {
-    const char* pattern;
-    const char* meaning;
-    LogEvent event = LogEvent::Other;
-};
-
-// All kinds of lines that the updater writes. The README has the same list, and a test compares
-// both with the sources of the program.
-extern const std::vector<LogLineKind> LOG_LINE_KINDS;
 
 // The outcome of the update according to the log.
 enum class LogOutcome {
