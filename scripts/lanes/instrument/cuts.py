@@ -4,7 +4,7 @@ import json
 import os
 import random
 
-from instrument import DEVICE, FLASH, make_disk, raw, recorded
+from instrument import DEVICE, FLASH, FOLDERS, make_disk, raw, recorded
 from judge import Verdict, output_of
 from machine import Failure, expect
 from power import copy, states
@@ -53,39 +53,31 @@ class PowerCuts:
         self.stick = f"{instrument.folder}/key"
         self.judged = {}
         make_disk("vfat", f"{self.device}/USB HD", self.stick)
-        self.plug_in()
+        instrument.insert("usb", raw(self.stick), "vfat", "ro,utf8")
         for mount, (file_system, options) in MOUNTS.items():
             disk = f"{instrument.folder}/{mount.replace(', ', '-')}"
             make_disk(file_system, f"{self.device}/FlashDisk", disk)
             self.record(file_system, options, disk, f"{disk}.record")
             self.judged[mount] = judges.apply_async(
                 judge_states, (mount, file_system, disk, f"{disk}.record", self.device, f"{disk}.states"))
-        self.pull_out()
-
-    def plug_in(self):
-        self.instrument.mount(self.instrument.plug(raw(self.stick), "usb"), ("vfat", "ro,utf8"), "USB HD")
-
-    def pull_out(self):
-        self.instrument.unmount("USB HD")
-        self.instrument.pull("usb")
+        instrument.remove("usb")
 
     def record(self, file_system, options, disk, record):
         """Updates a disk, takes it away without unmounting, and leaves the record of its writes."""
         instrument = self.instrument
-        instrument.mount(instrument.plug(recorded(disk, record), "scsi"), (file_system, options), "FlashDisk")
+        instrument.insert("scsi", recorded(disk, record), file_system, options)
         if not instrument.update():
             raise Failure("the update did not succeed: " + instrument.output())
-        instrument.pull("scsi")
-        instrument.unmount("FlashDisk", "-l")
+        instrument.tear_out("scsi")
 
     def repair(self, file_system, options, image):
         """Does what the technician's guide and `updatekey diagnose` say, in their order. Returns a
         complaint; an empty text when the instrument is healed."""
         run = self.instrument.run
-        device = self.instrument.plug(raw(image), "scsi")
         if file_system == "vfat":
-            run(f"fsck.vfat -a {device}; fsck.vfat -a {device}", check=False)
-        self.instrument.mount(device, (file_system, options), "FlashDisk")
+            output_of("fsck.vfat", "-a", image)
+            output_of("fsck.vfat", "-a", image)
+        self.instrument.insert("scsi", raw(image), file_system, options)
         steps = json.loads(run(
             f"/run/programs/updatekey --json diagnose {DEVICE}/FlashDisk --machine any "
             f"--manifest '{DEVICE}/USB HD' || [ $? = 1 ]"))["advice"]
@@ -99,8 +91,7 @@ class PowerCuts:
             elif step["action"] == "update-again":
                 if not self.instrument.update() and "a second time" in step["text"]:
                     self.instrument.update()
-        self.instrument.unmount("FlashDisk")
-        self.instrument.pull("scsi")
+        self.instrument.remove("scsi")
         verdict = Verdict(image, file_system, self.device, f"{self.instrument.folder}/copy")
         if verdict.new and not verdict.torn:
             return ""
@@ -108,7 +99,7 @@ class PowerCuts:
 
     def finish(self):
         """Repairs a state of each kind, and returns the rows of the table."""
-        self.plug_in()
+        self.instrument.insert("usb", raw(self.stick), "vfat", "ro,utf8")
         rows, repaired = [], set()
         for mount, (file_system, options) in MOUNTS.items():
             row = self.judged[mount].get()
@@ -124,7 +115,6 @@ class PowerCuts:
                     row["complaints"].append(f"{mount}: {name}: {complaint}")
             rows.append(row)
         rows.append(self.read_only())
-        self.pull_out()
         return rows
 
     def read_only(self):
@@ -137,12 +127,11 @@ class PowerCuts:
             for half in (20, 26):  # of the number of its first cluster
                 file.seek(at + half)
                 file.write(b"\0\0")
-        self.instrument.mount(self.instrument.plug(raw(disk), "scsi"), ("vfat", "utf8"), "FlashDisk")
+        self.instrument.insert("scsi", raw(disk), "vfat", "utf8")
         if self.instrument.update():
             raise Failure("an update succeeded on a disk that the system makes read-only")
-        expect("the mount", self.instrument.run(f"grep {DEVICE}/FlashDisk /proc/mounts"), " ro,")
-        self.instrument.unmount("FlashDisk")
-        self.instrument.pull("scsi")
+        expect("the mount", self.instrument.run(f"grep {FOLDERS['scsi']} /proc/mounts"), " ro,")
+        self.instrument.remove("scsi")
         complaint = self.repair("vfat", "utf8", disk)
         return {"mount": "vfat, made read-only", "states": 1, "torn": 0, "not whole": 1, "untrue": 0, "repaired": 1,
                 "healed": int(not complaint), "complaints": [complaint] if complaint else []}
@@ -152,12 +141,11 @@ def registry(instrument):
     """Cuts the power while a test stores values in the registry, whose file must stay whole."""
     disk, record = f"{instrument.folder}/registry", f"{instrument.folder}/registry.record"
     make_disk("vfat", None, disk)
-    instrument.mount(instrument.plug(recorded(disk, record), "scsi"), ("vfat", "utf8"), "FlashDisk")
+    instrument.insert("scsi", recorded(disk, record), "vfat", "utf8")
     # The test would delete its folder.
     instrument.run(f"TMPDIR={DEVICE}/FlashDisk LD_PRELOAD=/run/programs/keep-files.so "
                    "/run/programs/tests/platform/platform_test --gtest_filter=Registry.ReturnsStoredValues")
-    instrument.pull("scsi")
-    instrument.unmount("FlashDisk", "-l")
+    instrument.tear_out("scsi")
     os.makedirs(f"{record}.states")
     count = cut_short = 0
     read = {}

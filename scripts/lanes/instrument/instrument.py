@@ -8,6 +8,7 @@ from power import copy
 
 DEVICE = "/run/device"
 FLASH = f"{DEVICE}/FlashDisk/VELD"
+FOLDERS = {"usb": f"{DEVICE}/USB HD", "scsi": f"{DEVICE}/FlashDisk"}  # of the disk on each bus
 PROCESSORS = {  # the emulator and its first arguments, the folder of the programs, whether pictures are compared
     "amd64": (("qemu-system-x86_64", "-machine", "q35", "-cpu", "max", "-append", "console=ttyS0 mitigations=off "),
               "release", True),
@@ -60,9 +61,9 @@ class Instrument(Machine):
         # The machine finds its keyboard by and by.
         self.wait("ln -sf /dev/input/$(basename /sys/bus/usb/drivers/usbhid/*/0003*/input/input*/event*) /dev/keyboard && "
                   "[ -c /dev/keyboard ]")
-        # The server writes its number when it is ready.
+        # The server writes its number when it is ready. It never darkens the screen.
         self.run("Xorg :0 -displayfd 9 -config /run/xorg.conf -extension GLX -noreset -nolisten tcp "
-                 "-logfile /run/xorg.log 9>/run/xorg.ready >/run/xorg.out 2>&1 & echo $! >/run/xorg.pid")
+                 "-s 0 -dpms -logfile /run/xorg.log 9>/run/xorg.ready >/run/xorg.out 2>&1 & echo $! >/run/xorg.pid")
         self.wait("[ -s /run/xorg.ready ] || ! kill -0 $(cat /run/xorg.pid)")
         self.run("DISPLAY=:0 setxkbmap -rules evdev -layout us")
         self.run(f"mkdir -p {DEVICE}/FlashDisk '{DEVICE}/USB HD'")
@@ -86,11 +87,19 @@ class Instrument(Machine):
     def output(self):
         return self.run("cat /run/updater.out")
 
-    def mount(self, device, options, folder):
-        self.run(f"mount -t {options[0]} -o {options[1]} {device} '{DEVICE}/{folder}'")
+    def insert(self, bus, disk, file_system, options, partition=""):
+        """Plugs a disk in and mounts it."""
+        self.run(f"mount -t {file_system} -o {options} {self.plug(disk, bus, partition)} '{FOLDERS[bus]}'")
 
-    def unmount(self, folder, how=""):
-        self.run(f"umount {how} '{DEVICE}/{folder}'")
+    def remove(self, bus):
+        """Unmounts a disk and pulls it out."""
+        self.run(f"umount '{FOLDERS[bus]}'")
+        self.pull(bus)
+
+    def tear_out(self, bus):
+        """Pulls a disk out, and unmounts it afterwards."""
+        self.pull(bus)
+        self.run(f"umount -l '{FOLDERS[bus]}'")
 
     def update(self):
         """Runs a whole update without drawing, and returns whether the updater says that it succeeded."""

@@ -7,7 +7,7 @@ import time
 import numpy
 from PIL import Image
 
-from instrument import ENDED, make_disk, raw
+from instrument import ENDED, FOLDERS, make_disk, raw
 from judge import Verdict
 from machine import LIMIT, Failure
 
@@ -26,7 +26,7 @@ def expect_picture(instrument, name):
     end = time.monotonic() + LIMIT
     while True:
         instrument.run("kill -0 $(cat /run/updater.pid)")
-        instrument.picture(file)
+        instrument.tell("screendump", filename=file, format="png")
         shown = numpy.asarray(Image.open(file).convert("RGB"))
         if shown.shape == expected.shape and numpy.abs(shown - expected).max() <= 2:
             return
@@ -42,7 +42,7 @@ def update_by_keys(instrument):
     made = instrument.made
     disk = f"{instrument.folder}/disk"
     make_disk("vfat", f"{made}/large/FlashDisk", disk)
-    instrument.mount(instrument.plug(raw(disk), "scsi"), ("vfat", "utf8"), "FlashDisk")
+    instrument.insert("scsi", raw(disk), "vfat", "utf8")
 
     def plug_in(bad_sector=None):
         """Plugs in the stick, as one with a bad sector if one is given."""
@@ -50,11 +50,7 @@ def update_by_keys(instrument):
         if bad_sector is not None:
             stick = {"driver": "raw", "file": {"driver": "blkdebug", "image": stick, "inject-error": [
                 {"event": "read_aio", "iotype": "read", "sector": bad_sector}]}}
-        instrument.mount(instrument.plug(stick, "usb", "1"), ("vfat", "ro,utf8"), "USB HD")
-
-    def pull_out():
-        instrument.pull("usb")
-        instrument.unmount("USB HD", "-l")
+        instrument.insert("usb", stick, "vfat", "ro,utf8", "1")
 
     if instrument.draws:
         instrument.start_updater()
@@ -63,27 +59,26 @@ def update_by_keys(instrument):
         expect_picture(instrument, "en-ready")
         instrument.run("kill $(cat /run/updater.pid)")
         instrument.wait_for_end()
-        pull_out()
+        instrument.remove("usb")
     # Draws nothing from here on, because a frame is drawn for each file.
     instrument.start_updater(draws=False)
     plug_in()
     instrument.wait_for_frames()
-    pull_out()
+    instrument.tear_out("usb")
     # The update has copied other files when it comes to this one, and cannot end before the stick is gone.
     with open(f"{made}/stick", "rb") as stick:
         plug_in(stick.read().index(b"screens of 2.14.3") // 512)
     if not instrument.press_until("home", ENDED):
         raise Failure("the update ended before the stick was pulled out: " + instrument.output())
-    instrument.unmount("USB HD", "-l")
     instrument.wait_for_end()
+    instrument.run(f"umount '{FOLDERS['usb']}'")
     plug_in()
     instrument.start_updater(draws=False)
     instrument.press_until("home", ENDED)
     if not instrument.wait_for_end():
         raise Failure("the update by keys did not succeed: " + instrument.output())
-    pull_out()
-    instrument.unmount("FlashDisk")
-    instrument.pull("scsi")
+    instrument.remove("usb")
+    instrument.remove("scsi")
     verdict = Verdict(disk, "vfat", f"{made}/large", f"{instrument.folder}/copy")
     if not verdict.new or not verdict.succeeded:
         raise Failure(f"after the update by keys the folders are {verdict.folders}")

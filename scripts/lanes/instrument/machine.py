@@ -5,7 +5,6 @@ import pathlib
 import select
 import socket
 import subprocess
-import time
 
 LIMIT = 600  # the seconds after which a command is given up: it hangs
 UNTIL = "until {}; do sleep 0.3; done"
@@ -23,19 +22,10 @@ def expect(what, text, *parts):
 
 
 class Line:
-    """A connection to one of the emulator's sockets."""
+    """A connection to the emulator, which takes over its other end."""
 
-    def __init__(self, path, emulator):
-        self.socket = socket.socket(socket.AF_UNIX)
-        end = time.monotonic() + LIMIT
-        while True:
-            try:
-                self.socket.connect(path)
-                break
-            except OSError:
-                if emulator.poll() is not None or time.monotonic() > end:
-                    raise Failure("the emulator did not start") from None
-                time.sleep(0.05)
+    def __init__(self):
+        self.socket, self.other_end = socket.socketpair()
         self.socket.settimeout(2 * LIMIT)
         self.file = self.socket.makefile("rb")
 
@@ -51,22 +41,23 @@ class Line:
 
 class Machine:
     def __init__(self, command, folder):
-        """Boots `command`, an emulator without its sockets, which are made in `folder`."""
+        """Boots `command`, an emulator without its connections. The machine's console goes to `folder`."""
         screen_size = pathlib.Path(__file__).parents[2] / "lib/screen-size"
         width, height = subprocess.check_output([screen_size], text=True).strip().split("x")
         self.console = f"{folder}/console"
-        agent, monitor = f"{folder}/agent", f"{folder}/monitor"
+        self.agent, self.monitor = Line(), Line()
+        ends = [line.other_end.fileno() for line in (self.agent, self.monitor)]
         self.emulator = subprocess.Popen(
             ["setpriv", "--pdeathsig", "KILL", *command,
              "-nodefaults", "-no-user-config", "-display", "none", "-no-reboot",
              "-serial", f"file:{self.console}",
-             "-chardev", f"socket,id=agent,path={agent},server=on,wait=off",
+             "-chardev", f"socket,id=agent,fd={ends[0]}",
              "-device", "virtio-serial-pci", "-device", "virtconsole,chardev=agent",
-             "-qmp", f"unix:{monitor},server=on,wait=off",
+             "-chardev", f"socket,id=monitor,fd={ends[1]}", "-mon", "chardev=monitor,mode=control",
              "-device", "virtio-scsi-pci,id=scsi", "-device", "qemu-xhci,id=usb",
-             "-device", "usb-kbd,bus=usb.0", "-device", f"virtio-gpu-pci,xres={width},yres={height}"])
-        self.agent = Line(agent, self.emulator)
-        self.monitor = Line(monitor, self.emulator)
+             "-device", "usb-kbd,bus=usb.0", "-device", f"virtio-gpu-pci,xres={width},yres={height}"], pass_fds=ends)
+        for line in self.agent, self.monitor:
+            line.other_end.close()
         self.monitor.line()
         self.tell("qmp_capabilities")
         self.agent.line()  # the machine says that it is ready
@@ -78,22 +69,19 @@ class Machine:
         self.emulator.kill()
         self.emulator.wait()
 
-    def run(self, command, check=True):
+    def run(self, command):
         """Runs a shell command in the machine and returns its output."""
-        self.start(command)
-        return self.finish(command, check)
-
-    def start(self, command):
         self.agent.send(f"{LIMIT} {command}")
+        return self.output_of(command)
 
-    def finish(self, command, check=True):
-        """Waits until the command that was started has ended, and returns its output."""
+    def output_of(self, command):
+        """Waits until the command that was sent has ended, and returns its output."""
         try:
             code, size = self.agent.line().split()
         except TimeoutError:
             raise Failure(f"no answer to: {command}; see {self.console}") from None
         output = self.agent.file.read(int(size)).decode(errors="replace")
-        if check and int(code) != 0:
+        if int(code) != 0:
             raise Failure(f"exit code {int(code)} of: {command}\n{output}")
         return output
 
@@ -101,40 +89,34 @@ class Machine:
         """Waits in the machine until a shell condition holds. Looks seldom: programs start slowly there."""
         self.run(UNTIL.format(condition))
 
-    def tell(self, request, event=None, **arguments):
-        """Sends a request to the emulator, and returns its answer when an event has come, too."""
+    def tell(self, request, deleted=None, **arguments):
+        """Sends a request to the emulator, and returns its answer when a device has been deleted, too."""
         self.monitor.send(json.dumps({"execute": request, "arguments": arguments}))
         returned = None
-        while returned is None or event:
+        while returned is None or deleted:
             answer = json.loads(self.monitor.line())
             if "error" in answer:
                 raise Failure(f"{request}: {answer['error']['desc']}")
             if "return" in answer:
                 returned = answer["return"]
-            elif answer["event"] == event:
-                event = None
+            elif answer.get("data", {}).get("device") == deleted:
+                deleted = None
         return returned
-
-    def press(self, key):
-        self.tell("send-key", keys=[{"type": "qcode", "data": key}])
 
     def press_until(self, key, condition):
         """Presses a key again and again until a shell condition holds. When the machine stops, because it
         has read a bad sector, pulls out the stick. Returns whether that has happened."""
         pulled = False
-        self.start(UNTIL.format(condition))
+        self.agent.send(f"{LIMIT} {UNTIL.format(condition)}")
         while not select.select([self.agent.socket], [], [], 1)[0]:
             if self.tell("query-status")["running"]:
-                self.press(key)
+                self.tell("send-key", keys=[{"type": "qcode", "data": key}])
             else:
                 self.pull("usb")
                 self.tell("cont")
                 pulled = True
-        self.finish(f"pressing {key} until {condition}")
+        self.output_of(f"pressing {key} until {condition}")
         return pulled
-
-    def picture(self, file):
-        self.tell("screendump", filename=file, format="png")
 
     def plug(self, disk, bus, partition=""):
         """Plugs a disk into the bus "usb" or "scsi", and returns the device file of the disk or of a
@@ -150,5 +132,5 @@ class Machine:
 
     def pull(self, bus):
         """Pulls a disk out, without asking the machine."""
-        self.tell("device_del", "DEVICE_DELETED", id=f"{bus}-disk")
+        self.tell("device_del", f"{bus}-disk", id=f"{bus}-disk")
         self.tell("blockdev-del", **{"node-name": f"{bus}-disk"})

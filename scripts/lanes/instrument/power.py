@@ -74,11 +74,3 @@ def states(original, record, folder, seed):
         undo = flushed.write([sector for sector in pending if chance.random() < 0.5])
         yield f"entry {number}, a part of what was not flushed", flushed
         flushed.write(undo)
-
-
-def flushed_image(original, record, file):
-    """Makes the image that has what the writes of a record that ends in a flush have brought to the disk."""
-    image = Image(original, file)
-    for sectors in entries(record):
-        image.write(sectors or [])
-    return image.file

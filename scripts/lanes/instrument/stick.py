@@ -6,7 +6,7 @@ import shutil
 from instrument import DEVICE, FLASH, make_disk, raw, recorded
 from judge import output_of, tree
 from machine import Failure, expect
-from power import copy, flushed_image
+from power import Image, copy, entries
 
 STICK = "/run/sticks/MY STICK"
 ACCEPTED = "notes-too-many-lines,notes-line-too-wide,notes-missing-glyph"  # of the notes of the golden pictures
@@ -61,7 +61,10 @@ def write_sticks(instrument):
     # The emulator adds a flush of its own when the stick is pulled out.
     copy(record, f"{record}.good")
     pull_out()
-    require_key(flushed_image(disk, f"{record}.good", f"{record}.flushed"))
+    flushed = Image(disk, f"{record}.flushed")
+    for sectors in entries(f"{record}.good"):
+        flushed.write(sectors or [])
+    require_key(flushed.file)
 
     plug_in(raw(f"{record}.disk"))
     expect("a key onto itself", write(STICK, STICK), "holds the key itself", "code 2")
@@ -86,13 +89,12 @@ def mount_options(instrument):
             ("iocharset=iso8859-1,utf8=no", "Not listed, because no path can contain such a name", "Error 123 ::SetFileAttributes"),
             ("utf8,shortname=lower",)):
         instrument.run(f"rm -rf {DEVICE}/FlashDisk/*; cp -r '{device}/FlashDisk/VELD' {DEVICE}/FlashDisk/")
-        instrument.mount(instrument.plug(raw(image), "usb"), ("vfat", f"ro,{options}"), "USB HD")
+        instrument.insert("usb", raw(image), "vfat", f"ro,{options}")
         instrument.start_updater("/auto", "64x48", draws=False)
         if not texts:  # no key is found: the updater waits for one
             instrument.wait_for_frames()
             instrument.run(f"[ ! -e {FLASH}/Update ] && kill $(cat /run/updater.pid)")
         instrument.wait_for_end()
         expect(options, instrument.output() + instrument.run(f"find {FLASH}; cat {FLASH}/Updater-log.txt"), *texts)
-        instrument.unmount("USB HD")
-        instrument.pull("usb")
+        instrument.remove("usb")
     return "names with accents are whole with utf8, and told of with iso8859-1; shortname=lower hides the key"
