@@ -15,7 +15,7 @@ class UpdateOnDevice : public ::testing::Test {
     static constexpr const char* APPLICATION = "FlashDisk/VELD/KSTRL/";
     static constexpr const char* KEY = "USB HD/VELD/";
     // What a complete update leaves, in the words of expectUpdate.
-    const std::string UPDATED =
+    static constexpr const char* UPDATED =
         " KSTRL/KSTRL.exe=2 KSTRL_old/KSTRL.exe=1 ORBUI/data/bg.raw=2 ORBUI_old/data/bg.raw=1";
 
     void SetUp() override {

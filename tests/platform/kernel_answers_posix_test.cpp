@@ -148,8 +148,7 @@ TEST(KernelAnswers, NamesOfLogsAndSettingsAreFlushed) {
     FILE* const log = _wfopen(TEXT("/T/log"), TEXT("w"));
     ASSERT_NE(log, nullptr);
     // A line is on the disk at once, behind what other programs have written.
-    constexpr int FLAGS = O_DSYNC | O_APPEND;
-    EXPECT_EQ(::fcntl(::fileno(log), F_GETFL) & FLAGS, FLAGS);
+    EXPECT_EQ(::fcntl(::fileno(log), F_GETFL) & (O_DSYNC | O_APPEND), O_DSYNC | O_APPEND);
     std::fclose(log);
     device.setLanguage(1);
     const TIME_ZONE_INFORMATION zone{};

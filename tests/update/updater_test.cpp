@@ -62,7 +62,8 @@ TEST_F(Update, ReportsTheResultOfTheLastFolder) {
     const std::string noGuiData = "Error 2 ::MoveFile: ORBUI -> ORBUI_old :; Update failed.; ";
     const Oddity oddities[] = {
         {"FlashDisk/VELD/Update/OTHER/x", "absent",
-         "Error 145 ::RemoveDirectory(Update); Update failed.; ", UPDATED + " Update/OTHER/x=0"},
+         "Error 145 ::RemoveDirectory(Update); Update failed.; ",
+         std::string(UPDATED) + " Update/OTHER/x=0"},
         {"FlashDisk/VELD/KSTRL_old/x", "FlashDisk/VELD/KSTRL", noApplication + "Update succeeded",
          " KSTRL/KSTRL.exe=2 ORBUI/data/bg.raw=2 ORBUI_old/data/bg.raw=1"},
         {"USB HD/x", "FlashDisk/VELD/ORBUI", noGuiData,
