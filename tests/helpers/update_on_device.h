@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <string>
+#include <utility>
 
 #include "support/logger.h"
 #include "tests/helpers/log_text.h"
@@ -56,11 +56,16 @@ class UpdateOnDevice : public ::testing::Test {
         const bool succeeds = says.rfind("Update failed.") == std::string::npos;
         EXPECT_EQ(run(), succeeds ? UpdateComplete : UpdateFailed);
         std::string log = logMessages(device, "log.txt");
-        for (const auto& [pattern, shorter] :
-             {std::pair{"/FlashDisk/VELD/", ""},
-              std::pair{R"(\n    \*\*\* ERROR \*\*\* (.*)\n\n)", "$1; "},
-              std::pair{R"(  \*\* Warning \*\* (.*) at [0-9/]+ [0-9]+:[0-9]{2}\n)", "$1"}})
-            log = std::regex_replace(log, std::regex(pattern), shorter);
+        for (const auto& [part, shorter] :
+             {std::pair<std::string, const char*>{"/FlashDisk/VELD/", ""},
+              {"\n    *** ERROR *** ", ""},
+              {"\n\n", "; "},
+              {"  ** Warning ** ", ""}})
+            for (std::size_t at = 0; (at = log.find(part, at)) != std::string::npos;)
+                log.replace(at, part.size(), shorter);
+        const std::size_t time = log.find(" at 20");
+        if (time != std::string::npos)
+            log.erase(time, log.find('\n', time) + 1 - time);
         EXPECT_EQ(log, says);
         EXPECT_EQ(left(), leaves);
     }
